@@ -1,0 +1,51 @@
+# SPDX-License-Identifier: MIT
+# How a folder becomes a target.
+#
+# Includes are written from the root of the tree ("metrics/MemoryStatus.hpp"), yet no target has that root on its
+# search path: each library gets a directory of its own that holds nothing but a link to its folder, and hands that
+# on to whoever names it under USES. So an include of a floor that the target may not see does not compile.
+
+function(_vantor_floor name)
+  file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+  set(floor "${PROJECT_BINARY_DIR}/floors/${name}")
+  cmake_path(GET folder PARENT_PATH above)
+  file(MAKE_DIRECTORY "${floor}/${above}")
+  file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${floor}/${folder}" SYMBOLIC)
+  set(VANTOR_FLOOR "${floor}" PARENT_SCOPE)
+endfunction()
+
+# vantor_library(name SOURCES a.cpp … USES lower-floor … LINKS outside-library …)
+function(vantor_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES;LINKS" ${ARGN})
+  _vantor_floor(${name})
+  if(ARG_SOURCES)
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${VANTOR_FLOOR}>")
+    target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE $<BUILD_INTERFACE:vantor-options> ${ARG_LINKS})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE "$<BUILD_INTERFACE:${VANTOR_FLOOR}>")
+    target_link_libraries(${name} INTERFACE ${ARG_USES})
+  endif()
+endfunction()
+
+# vantor_program(name SOURCES … USES … LINKS …): an installed executable whose own headers only it can see.
+function(vantor_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES;LINKS" ${ARGN})
+  _vantor_floor(${name})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE "${VANTOR_FLOOR}")
+  target_link_libraries(${name} PRIVATE vantor-options ${ARG_USES} ${ARG_LINKS})
+  target_compile_definitions(${name} PRIVATE VANTOR_VERSION="${PROJECT_VERSION}")
+  install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endfunction()
+
+# vantor_test(name SOURCES … USES … LINKS … [LABELS …]): one GoogleTest executable for one folder's tests. Captured
+# inputs are found under VANTOR_TEST_DATA, the folder of the calling CMakeLists.txt.
+function(vantor_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES;LINKS;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE vantor-options vantor-test-support ${ARG_USES} ${ARG_LINKS})
+  target_compile_definitions(${name} PRIVATE VANTOR_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
+endfunction()

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/machine/HostStatistics.hpp"
+#include "platform/machine/InterfaceAddress.hpp"
+#include "platform/machine/LocaleSigns.hpp"
+#include "platform/machine/VolumeCapacities.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor::platform {
+
+/// A source that cannot be read right now, for hosts to show: which ("memory", "storage", "processor",
+/// "network", "preferences") and a short reason in English that names the file or call.
+struct SourceFailure {
+    std::string source;
+    std::string reason;
+    bool operator==(const SourceFailure&) const = default;
+};
+
+/// A preference file's content, or why there is none.
+struct SuiteFile {
+    std::string path;    ///< where it was looked for
+    std::string content; ///< the bytes; empty when absent
+    bool exists = false; ///< false: nothing is there, which is no failure
+    bool usable = false; ///< true: `content` holds the whole file
+};
+
+/// The machine behind the platform's calls: the real one or a scripted one. The free functions of this folder
+/// ask the current machine, so that code above speaks only the platform's own names. Any thread.
+class Machine {
+public:
+    virtual ~Machine() = default;
+
+    virtual kern_return_t hostPageSize(std::uint64_t& size) = 0;
+    virtual kern_return_t hostVirtualMemory(vm_statistics64& record) = 0;
+    virtual kern_return_t hostCpuLoad(host_cpu_load_info& record) = 0;
+
+    /// Installed memory in bytes.
+    virtual std::uint64_t physicalMemory() = 0;
+    virtual bool isiOSAppOnMac() = 0;
+
+    /// The interface address entries; absent when the system cannot list them.
+    virtual std::optional<std::vector<InterfaceAddress>> interfaceAddresses() = 0;
+
+    /// The user's document folders, as paths; usually one.
+    virtual std::vector<std::string> documentDirectories() = 0;
+    /// The capacities of the volume that holds a path; absent when the query failed.
+    virtual std::optional<VolumeCapacities> volumeCapacities(const std::string& path) = 0;
+
+    /// The file behind a preference suite, read afresh.
+    virtual SuiteFile readSuite(std::string_view suiteName) = 0;
+
+    /// A caption in the user's language; absent where there is no translation.
+    virtual std::optional<std::string> localizedString(std::string_view key) = 0;
+
+    /// How the user's locale writes numbers. Constant while the process runs.
+    virtual const LocaleSigns& localeSigns() = 0;
+
+    /// What cannot be read at the moment, one entry a source, in the order of the sections.
+    virtual std::vector<SourceFailure> failures() = 0;
+};
+
+/// The machine put in place by the innermost scope. Without one: fatal.
+Machine& currentMachine();
+
+/// Puts a machine in place while it lives; scopes nest. Make them on the main thread, before workers sample.
+class MachineScope {
+public:
+    explicit MachineScope(Machine& machine);
+    ~MachineScope();
+    MachineScope(const MachineScope&) = delete;
+    MachineScope& operator=(const MachineScope&) = delete;
+
+private:
+    Machine* m_before;
+};
+
+} // namespace vantor::platform

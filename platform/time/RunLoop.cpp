@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "platform/time/RunLoop.hpp"
+
+#include "platform/time/NSTimer.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantor::platform {
+
+RunLoop& RunLoop::main() {
+    static RunLoop loop;
+    return loop;
+}
+
+Instant RunLoop::now() const {
+    return m_now.value_or(std::chrono::steady_clock::now());
+}
+
+void RunLoop::turn(Instant now) {
+    m_now = m_now ? std::max(*m_now, now) : now;
+    runPosted();
+    fireDue();
+    runPosted();
+}
+
+void RunLoop::runPosted() {
+    std::vector<std::function<void()>> blocks;
+    {
+        const std::scoped_lock lock(m_mutex);
+        blocks.swap(m_posted);
+    }
+    for (std::function<void()>& block : blocks) {
+        block();
+        block = nullptr; // what it holds goes now, on the main thread and in order
+    }
+}
+
+void RunLoop::fireDue() {
+    const Instant now = *m_now;
+    const std::vector<std::shared_ptr<NSTimer>> scheduled = m_timers; // an action may add and remove timers
+    for (const std::shared_ptr<NSTimer>& timer : scheduled) {
+        if (timer->isValid() && timer->fireDate() <= now) {
+            timer->fire(now);
+        }
+    }
+    std::erase_if(m_timers, [](const auto& timer) { return !timer->isValid(); });
+}
+
+std::optional<Instant> RunLoop::nextDeadline() const {
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (!m_posted.empty()) {
+            return now();
+        }
+    }
+    std::optional<Instant> earliest;
+    for (const std::shared_ptr<NSTimer>& timer : m_timers) {
+        if (timer->isValid() && (!earliest || timer->fireDate() < *earliest)) {
+            earliest = timer->fireDate();
+        }
+    }
+    return earliest;
+}
+
+void RunLoop::post(std::function<void()> block) {
+    const std::scoped_lock lock(m_mutex);
+    m_posted.push_back(std::move(block));
+    if (m_wake) {
+        m_wake(); // under the lock, so that a host which takes its handler away is not called afterwards
+    }
+}
+
+void RunLoop::setWakeHandler(std::function<void()> handler) {
+    const std::scoped_lock lock(m_mutex);
+    m_wake = std::move(handler);
+}
+
+void RunLoop::restartTimers(Instant now) {
+    m_now = m_now ? std::max(*m_now, now) : now;
+    for (const std::shared_ptr<NSTimer>& timer : m_timers) {
+        timer->restart(*m_now);
+    }
+}
+
+std::vector<std::shared_ptr<NSTimer>> RunLoop::timers() const {
+    std::vector<std::shared_ptr<NSTimer>> valid;
+    std::ranges::copy_if(m_timers, std::back_inserter(valid),
+                         [](const auto& timer) { return timer->isValid(); });
+    return valid;
+}
+
+void RunLoop::clear() {
+    for (const std::shared_ptr<NSTimer>& timer : std::exchange(m_timers, {})) {
+        timer->invalidate();
+    }
+    std::vector<std::function<void()>> blocks;
+    {
+        const std::scoped_lock lock(m_mutex);
+        blocks.swap(m_posted);
+    }
+    m_now.reset();
+}
+
+void RunLoop::add(std::shared_ptr<NSTimer> timer) {
+    m_timers.push_back(std::move(timer));
+}
+
+} // namespace vantor::platform

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace vantor::platform {
+
+class NSTimer;
+
+/// An instant on the one monotonic clock that timers and animations share. It stands still while the machine
+/// sleeps, so a resume brings no burst of timers.
+using Instant = std::chrono::steady_clock::time_point;
+
+/// The main thread's loop: the blocks of the main queue and the repeating timers. It never blocks and knows
+/// no descriptor: a host asks for `nextDeadline`, waits with whatever its toolkit waits with, and calls
+/// `turn`. Everything but `post` belongs to the main thread.
+class RunLoop {
+public:
+    /// The process's main loop (`NSTimer` and the main queue work on it).
+    static RunLoop& main();
+
+    RunLoop() = default;
+    RunLoop(const RunLoop&) = delete;
+    RunLoop& operator=(const RunLoop&) = delete;
+
+    /// The instant of the current turn, or of the last one; before the first turn, or after `follow`, the
+    /// steady clock's. Animations start here.
+    [[nodiscard]] Instant now() const;
+
+    /// Runs what is due at `now`: first the blocks posted before the turn, then each timer whose fire instant
+    /// has come (once, however many fires it missed), then the blocks posted meanwhile by these. `now` never
+    /// runs backwards: an earlier instant counts as the last one.
+    void turn(Instant now);
+
+    /// When to call `turn` next: the last turn's instant when blocks are waiting, else the earliest timer,
+    /// else nothing (only a `post` can bring work).
+    [[nodiscard]] std::optional<Instant> nextDeadline() const;
+
+    /// Queues a block for the next turn and wakes the host. Any thread.
+    void post(std::function<void()> block);
+
+    /// Called after each `post` from the posting thread: writes to the host's wake descriptor. Set it before
+    /// other threads post; an empty function takes it away.
+    void setWakeHandler(std::function<void()> handler);
+
+    /// Puts every timer's next fire one full interval after `now`, as if scheduled then: a host calls it when
+    /// the widget comes back on screen, so that nothing that fell due meanwhile fires at once.
+    void restartTimers(Instant now);
+
+    /// The timers that are still scheduled.
+    [[nodiscard]] std::vector<std::shared_ptr<NSTimer>> timers() const;
+
+    /// Drops all timers and blocks (what they hold is released): the end of a process or of a test.
+    void clear();
+
+private:
+    friend class NSTimer;
+    void add(std::shared_ptr<NSTimer> timer);
+    void runPosted();
+    void fireDue();
+
+    mutable std::mutex m_mutex; // guards m_posted and m_wake
+    std::vector<std::function<void()>> m_posted;
+    std::function<void()> m_wake;
+    std::vector<std::shared_ptr<NSTimer>> m_timers;
+    std::optional<Instant> m_now;
+};
+
+} // namespace vantor::platform

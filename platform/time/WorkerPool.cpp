@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "platform/time/WorkerPool.hpp"
+
+#include <utility>
+
+namespace vantor::platform {
+
+WorkerPool::WorkerPool(std::size_t most) : m_most(most) {}
+
+WorkerPool::~WorkerPool() {
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_ending = true;
+    }
+    m_changed.notify_all();
+    for (std::thread& thread : m_threads) {
+        thread.join();
+    }
+}
+
+void WorkerPool::async(std::function<void()> block) {
+    const std::scoped_lock lock(m_mutex);
+    m_blocks.push_back(std::move(block));
+    if (m_blocks.size() > m_idle && m_threads.size() < m_most) {
+        m_threads.emplace_back([this] { work(); });
+    }
+    m_changed.notify_one();
+}
+
+void WorkerPool::work() {
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        ++m_idle;
+        m_changed.wait(lock, [this] { return m_ending || !m_blocks.empty(); });
+        --m_idle;
+        if (m_blocks.empty()) {
+            return;
+        }
+        std::function<void()> block = std::move(m_blocks.front());
+        m_blocks.pop_front();
+        lock.unlock();
+        block();
+        block = nullptr;
+        lock.lock();
+    }
+}
+
+} // namespace vantor::platform

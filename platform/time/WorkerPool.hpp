@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/time/DispatchQueue.hpp"
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace vantor::platform {
+
+/// A concurrent queue on at most `most` threads. A thread is started only when a block finds none idle. The
+/// destructor runs what was submitted and joins.
+class WorkerPool final : public DispatchQueue {
+public:
+    explicit WorkerPool(std::size_t most);
+    ~WorkerPool() override;
+    WorkerPool(const WorkerPool&) = delete;
+    WorkerPool& operator=(const WorkerPool&) = delete;
+
+    void async(std::function<void()> block) override;
+
+private:
+    void work();
+
+    const std::size_t m_most;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::function<void()>> m_blocks;
+    std::vector<std::thread> m_threads;
+    std::size_t m_idle = 0;
+    bool m_ending = false;
+};
+
+} // namespace vantor::platform

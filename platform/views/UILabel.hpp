@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/views/UIView.hpp"
+
+#include <string>
+
+namespace vantor::platform {
+
+/// A line of text (UTF-8).
+class UILabel : public UIView {
+public:
+    using UIView::UIView;
+
+    [[nodiscard]] const std::string& text() const { return m_text; }
+    void setText(std::string text); ///< the same text again is no change
+
+private:
+    std::string m_text;
+};
+
+/// A row or column of views; hidden as a whole.
+class UIStackView : public UIView {
+public:
+    using UIView::UIView;
+    void addArrangedSubview(const std::shared_ptr<UIView>& view) { addSubview(view); }
+};
+
+} // namespace vantor::platform

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/time/DispatchQueue.hpp"
+#include "platform/time/RunLoop.hpp"
+
+#include <chrono>
+#include <deque>
+#include <utility>
+
+namespace vantor::tests {
+
+/// Stands in for the global queue: blocks wait until the test drains them, on the test's own thread.
+class HandTurnedQueue final : public platform::DispatchQueue {
+public:
+    void async(std::function<void()> block) override { m_blocks.push_back(std::move(block)); }
+
+    [[nodiscard]] std::size_t waiting() const { return m_blocks.size(); }
+
+    void drain() {
+        while (!m_blocks.empty()) {
+            std::function<void()> block = std::move(m_blocks.front());
+            m_blocks.pop_front();
+            block();
+        }
+    }
+
+private:
+    std::deque<std::function<void()>> m_blocks;
+    platform::GlobalQueueScope m_scope{*this};
+};
+
+/// The main loop on a clock that only the test moves. Empties the loop at both ends.
+class HandTurnedClock {
+public:
+    HandTurnedClock() {
+        platform::RunLoop::main().clear();
+        platform::RunLoop::main().turn(m_now);
+    }
+    ~HandTurnedClock() { platform::RunLoop::main().clear(); }
+    HandTurnedClock(const HandTurnedClock&) = delete;
+    HandTurnedClock& operator=(const HandTurnedClock&) = delete;
+
+    void advance(double seconds) {
+        m_now +=
+            std::chrono::duration_cast<platform::Instant::duration>(std::chrono::duration<double>(seconds));
+        platform::RunLoop::main().turn(m_now);
+    }
+    [[nodiscard]] platform::Instant now() const { return m_now; }
+
+private:
+    platform::Instant m_now{std::chrono::hours(1)};
+};
+
+} // namespace vantor::tests
