@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// How the XML form writes its scalars. White space around a number or a date does not count.
+namespace vantor::platform {
+
+/// An integer as the table holds it: the bits, and whether they are past the signed range.
+struct PropertyListInteger {
+    std::uint64_t bits = 0;
+    bool isUnsigned = false;
+};
+
+/// Decimal with an optional sign, or hexadecimal after "0x".
+[[nodiscard]] std::optional<PropertyListInteger> parsePropertyListInteger(std::string_view text);
+
+/// Decimal, or "nan", "inf" and "infinity" in any case, with an optional sign.
+[[nodiscard]] std::optional<double> parsePropertyListReal(std::string_view text);
+
+/// "2024-05-01T14:03:07Z", as seconds since 2001-01-01.
+[[nodiscard]] std::optional<double> parsePropertyListDate(std::string_view text);
+
+/// Appends what base-64 text holds, white space passed over; false: it is no base-64.
+[[nodiscard]] bool appendBase64(std::string& bytes, std::string_view text);
+
+} // namespace vantor::platform

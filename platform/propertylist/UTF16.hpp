@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantor::platform {
+
+/// Appends big-endian UTF-16 (an even number of bytes) as UTF-8. Half of a surrogate pair becomes U+FFFD.
+void appendUTF16(std::string& text, std::string_view bytes);
+
+} // namespace vantor::platform
