@@ -92,7 +92,8 @@ bool BinaryReader::readTrailer() {
     if (m_trailer.top >= m_trailer.objects) {
         return fail("its top object does not exist", start + 16);
     }
-    // The table lies between the objects and the trailer. The count is bounded, so the product cannot overflow.
+    // The table lies between the objects and the trailer. The count is bounded, so the product cannot
+    // overflow.
     if (m_trailer.offsets < binaryPropertyListMagic.size() || m_trailer.offsets > start ||
         m_trailer.objects * m_trailer.offsetWidth > start - m_trailer.offsets) {
         return fail("its offset table does not fit", start + 24);
@@ -235,8 +236,8 @@ bool BinaryReader::readUID(PropertyListNode& node, std::uint8_t low) {
     return value.has_value();
 }
 
-/// How many units of `unit` bytes follow: the marker's low half, or an integer object after it when that is 15.
-/// What does not fit into the file is refused here, so that callers may multiply and allocate.
+/// How many units of `unit` bytes follow: the marker's low half, or an integer object after it when that
+/// is 15. What does not fit into the file is refused here, so that callers may multiply and allocate.
 std::optional<std::uint64_t> BinaryReader::readCount(std::uint8_t low, std::size_t unit) {
     std::uint64_t count = low;
     if (low == 0x0F) {
@@ -314,7 +315,8 @@ bool BinaryReader::readContainer(PropertyListNode& node, std::uint8_t low, bool 
     node.value = references.size();
     for (std::size_t i = 0; i < members; ++i) {
         // A dictionary's keys come first in the file, then its values.
-        if (!addReference(m_at + i * width) || (isDictionary && !addReference(m_at + (members + i) * width))) {
+        if (!addReference(m_at + i * width) ||
+            (isDictionary && !addReference(m_at + (members + i) * width))) {
             return false;
         }
     }

@@ -11,7 +11,8 @@ namespace vantor::platform {
 
 namespace {
 
-// A block's size lies in front of it: operator new cannot resize, and expat does not say how much to carry over.
+// A block's size lies in front of it: operator new cannot resize, and expat does not say how much to carry
+// over.
 constexpr std::size_t headSize = alignof(std::max_align_t);
 
 void* allocate(std::size_t size) {

@@ -12,8 +12,8 @@ struct ExpatParserDeleter {
 };
 using ExpatParser = std::unique_ptr<XML_ParserStruct, ExpatParserDeleter>;
 
-/// A parser whose memory comes from operator new, so that everything a property list costs is counted, bounded
-/// and made to fail in one place. Throws std::bad_alloc.
+/// A parser whose memory comes from operator new, so that everything a property list costs is counted,
+/// bounded and made to fail in one place. Throws std::bad_alloc.
 [[nodiscard]] ExpatParser makeExpatParser();
 
 } // namespace vantor::platform

@@ -25,9 +25,9 @@ struct PropertyListFailure {
 /// The top object, or why there is none.
 using PropertyListResult = std::variant<PropertyListObject, PropertyListFailure>;
 
-/// Reads a property list in either form: binary ("bplist00") or XML. Takes the bytes over. Never throws, takes
-/// time and memory in proportion to the bytes (under 12 MB at the largest), loads nothing from elsewhere. Any
-/// thread.
+/// Reads a property list in either form: binary ("bplist00") or XML. Takes the bytes over. Never throws,
+/// takes time and memory in proportion to the bytes (under 12 MB at the largest), loads nothing from
+/// elsewhere. Any thread.
 [[nodiscard]] PropertyListResult readPropertyList(std::string bytes) noexcept;
 
 } // namespace vantor::platform

@@ -25,9 +25,9 @@ enum class PropertyListKind : std::uint8_t {
     dictionary,
 };
 
-/// One object of a property list: a cheap handle that keeps the whole list alive. The list is a flat table whose
-/// containers name their members by number, so sharing and circles cost nothing and nothing here recurses.
-/// Immutable; any thread.
+/// One object of a property list: a cheap handle that keeps the whole list alive. The list is a flat table
+/// whose containers name their members by number, so sharing and circles cost nothing and nothing here
+/// recurses. Immutable; any thread.
 ///
 /// Each reader below answers only for its own kind and is absent for every other. Views live as long as any
 /// handle to the same list.

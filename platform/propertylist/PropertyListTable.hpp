@@ -11,12 +11,12 @@
 
 namespace vantor::platform {
 
-/// One object. What `start` and `count` mean depends on the kind: bytes of a text for data and strings, entries
-/// of the reference list for containers.
+/// One object. What `start` and `count` mean depends on the kind: bytes of a text for data and strings,
+/// entries of the reference list for containers.
 struct PropertyListNode {
     PropertyListKind kind = PropertyListKind::null;
-    bool isWide = false;     ///< integer: the bits are an unsigned 64-bit value; string: it lies in `converted`
-    bool isRead = false;     ///< the readers' own mark
+    bool isWide = false; ///< integer: the bits are an unsigned 64-bit value; string: it lies in `converted`
+    bool isRead = false; ///< the readers' own mark
     std::uint32_t count = 0; ///< bytes, members or pairs
     std::uint64_t value = 0; ///< the bits of a scalar, or where bytes or references start
 };

@@ -98,8 +98,8 @@ private:
 
 bool XMLReader::fail(const char* reason) {
     if (!m_failure) {
-        m_failure = PropertyListFailure{
-            reason, static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser.get()))};
+        m_failure =
+            PropertyListFailure{reason, static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser.get()))};
         XML_StopParser(m_parser.get(), XML_FALSE);
     }
     return false;
@@ -131,12 +131,13 @@ void XMLReader::connect() {
         self(data).guarded([&] { self(data).text({piece, static_cast<std::size_t>(length)}); });
     });
     // With an internal subset come entities, whose expansion grows without bound. No property list has one.
-    XML_SetStartDoctypeDeclHandler(parser, [](void* data, const XML_Char* /*name*/, const XML_Char* /*system*/,
-                                              const XML_Char* /*publicId*/, int hasInternalSubset) {
-        if (hasInternalSubset != 0) {
-            self(data).fail("it declares a document type of its own");
-        }
-    });
+    XML_SetStartDoctypeDeclHandler(parser,
+                                   [](void* data, const XML_Char* /*name*/, const XML_Char* /*system*/,
+                                      const XML_Char* /*publicId*/, int hasInternalSubset) {
+                                       if (hasInternalSubset != 0) {
+                                           self(data).fail("it declares a document type of its own");
+                                       }
+                                   });
     XML_SetSkippedEntityHandler(parser, [](void* data, const XML_Char* /*name*/, int /*isParameter*/) {
         self(data).fail("it names an unknown entity");
     });
@@ -144,7 +145,8 @@ void XMLReader::connect() {
 
 PropertyListResult XMLReader::read(std::string_view bytes) {
     connect();
-    const XML_Status status = XML_Parse(m_parser.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
+    const XML_Status status =
+        XML_Parse(m_parser.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
     if (m_isOutOfMemory || XML_GetErrorCode(m_parser.get()) == XML_ERROR_NO_MEMORY) {
         throw std::bad_alloc();
     }
@@ -202,7 +204,8 @@ bool XMLReader::text(std::string_view piece) {
         m_text.append(piece);
         return true;
     }
-    return piece.find_first_not_of(" \t\r\n") == std::string_view::npos || fail("there is text between elements");
+    return piece.find_first_not_of(" \t\r\n") == std::string_view::npos ||
+           fail("there is text between elements");
 }
 
 bool XMLReader::close() {
@@ -281,7 +284,8 @@ bool XMLReader::closeScalar(Element element, PropertyListNode& node) {
     const std::optional<double> real = isDate ? parsePropertyListDate(m_text) : parsePropertyListReal(m_text);
     node.kind = isDate ? Kind::date : Kind::real;
     node.value = std::bit_cast<std::uint64_t>(real.value_or(0));
-    return real.has_value() || fail(isDate ? "a date element holds no date" : "a real element holds no number");
+    return real.has_value() ||
+           fail(isDate ? "a date element holds no date" : "a real element holds no number");
 }
 
 } // namespace

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "platform/foundation/NSLocalizedString.hpp"
+
+#include "platform/machine/Machine.hpp"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace vantor::platform {
+
+namespace {
+
+// Sorted by key. The catalogues under resources/po translate exactly these; a test compares them.
+constexpr std::array texts{
+    EnglishText{"home_DATARECEIVED", "Received"},
+    EnglishText{"home_DATASENT", "Sent"},
+    EnglishText{"home_FREE", "Free RAM"},
+    EnglishText{"home_FREESPACE", "Free"},
+    EnglishText{"home_INACTIVE", "Idle"},
+    EnglishText{"home_RELEASABLESPACE", "Releasable"},
+    EnglishText{"home_SYSTEM", "System"},
+    EnglishText{"home_TOTALSPACE", "Total"},
+    EnglishText{"home_USEDCPU", "CPU"},
+    EnglishText{"home_USEDRAM", "Used RAM"},
+    EnglishText{"home_USEDSPACE", "Used"},
+    EnglishText{"home_USER", "User"},
+    EnglishText{"host_ALWAYSONTOP", "Always on top"},
+    EnglishText{"host_AUTOSTART", "Start at login"},
+    EnglishText{"host_CLEANRAM", "Free up memory"},
+    EnglishText{"host_MEMORY", "Memory"},
+    EnglishText{"host_NETWORK", "Network"},
+    EnglishText{"host_NOHANDLER", "No program on this machine opens {link}"},
+    EnglishText{"host_OPENSTORAGE", "Show storage"},
+    EnglishText{"host_PROCESSOR", "Processor"},
+    EnglishText{"host_QUIT", "Quit"},
+    EnglishText{"host_REFRESH", "Refresh"},
+    EnglishText{"host_REFRESHED", "Refreshed"},
+    EnglishText{"host_RELEASABLETIP", "Includes {size} that can be released"},
+    EnglishText{"host_SHOWCPU", "Show processor"},
+    EnglishText{"host_SHOWLESS", "Show Less"},
+    EnglishText{"host_SHOWMORE", "Show More"},
+    EnglishText{"host_STORAGE", "Storage"},
+    EnglishText{"host_UNAVAILABLE", "Not available"},
+    EnglishText{"host_VALUE", "{name}, {value}"},
+};
+static_assert(std::ranges::is_sorted(texts, {}, &EnglishText::key));
+
+} // namespace
+
+std::span<const EnglishText> englishTexts() {
+    return texts;
+}
+
+std::string NSLocalizedString(std::string_view key) {
+    if (std::optional<std::string> translated = currentMachine().localizedString(key)) {
+        return *std::move(translated);
+    }
+    const auto* const found = std::ranges::lower_bound(texts, key, {}, &EnglishText::key);
+    return std::string(found != texts.end() && found->key == key ? found->text : key);
+}
+
+std::string textWithValue(std::string_view text, std::string_view name, std::string_view value) {
+    const std::string placeholder = std::string("{").append(name).append("}");
+    std::string result;
+    for (std::size_t at = text.find(placeholder); at != std::string_view::npos; at = text.find(placeholder)) {
+        result.append(text.substr(0, at)).append(value);
+        text.remove_prefix(at + placeholder.size());
+    }
+    return result.append(text);
+}
+
+} // namespace vantor::platform

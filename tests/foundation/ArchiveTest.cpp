@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "Base64.hpp"
+#include "FailingAllocation.hpp"
+#include "platform/foundation/NSKeyedUnarchiver.hpp"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+using namespace vantor::platform;
+using vantor::tests::fromBase64;
+
+namespace {
+
+struct Sample {
+    std::string name;
+    std::string outcome;
+    std::string bytes;
+};
+
+std::vector<Sample> samples() {
+    std::vector<Sample> result;
+    std::ifstream file(VANTOR_TEST_DATA "/data/colour-archives.txt");
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream fields(line);
+        Sample sample;
+        std::string base64;
+        if (!line.starts_with('#') && std::getline(fields, sample.name, '\t') &&
+            std::getline(fields, sample.outcome, '\t') && std::getline(fields, base64)) {
+            sample.bytes = fromBase64(base64);
+            result.push_back(sample);
+        }
+    }
+    return result;
+}
+
+std::string described(const UnarchivedObject& object) {
+    if (const auto* const color = std::get_if<UIColor>(&object)) {
+        std::ostringstream text;
+        text.precision(17);
+        text << (color->isGray() ? "gray " : "rgb ") << color->red();
+        if (!color->isGray()) {
+            text << ' ' << color->green() << ' ' << color->blue();
+        }
+        text << ' ' << color->alpha();
+        return text.str();
+    }
+    if (const auto* const other = std::get_if<OtherClass>(&object)) {
+        return "other " + other->className;
+    }
+    return std::holds_alternative<DecodingError>(object) ? "error" : "nothing";
+}
+
+/// A number of the file's texts in the same spelling as `described` has it.
+std::string respelled(const std::string& outcome) {
+    std::istringstream words(outcome.substr(0, outcome.find(" named")));
+    std::ostringstream text;
+    text.precision(17);
+    for (std::string word; words >> word;) {
+        text << (text.tellp() > 0 ? " " : "");
+        std::istringstream number(word);
+        if (double value = 0; number >> value) {
+            text << value;
+        } else {
+            text << word;
+        }
+    }
+    return text.str();
+}
+
+UnarchivedObject unarchive(std::string_view bytes) {
+    return NSKeyedUnarchiver::unarchiveTopLevelObjectWithData(bytes);
+}
+
+/// An XML archive around the colour's own keys, its class chain and the numbered objects from 3 on.
+std::string archive(std::string_view keys, std::string_view chain = "<string>UIColor</string>",
+                    std::string_view more = "") {
+    std::string text =
+        "<plist><dict><key>$version</key><integer>100000</integer><key>$archiver</key>"
+        "<string>NSKeyedArchiver</string><key>$top</key><dict><key>root</key><dict><key>CF$UID</key>"
+        "<integer>1</integer></dict></dict><key>$objects</key><array><string>$null</string><dict>"
+        "<key>$class</key><dict><key>CF$UID</key><integer>2</integer></dict>";
+    text.append(keys).append(
+        "</dict><dict><key>$classname</key><string>Tint</string><key>$classes</key><array>");
+    return text.append(chain).append("</array></dict>").append(more).append("</array></dict></plist>");
+}
+
+std::string number(std::string_view key, std::string_view value) {
+    return std::string("<key>").append(key).append("</key><real>").append(value).append("</real>");
+}
+
+const std::string grayKeys = "<key>UIColorComponentCount</key><integer>2</integer>" +
+                             number("UIWhite", "0.5") + number("UIAlpha", "1");
+
+TEST(Unarchiver, DecodesTheCapturedArchives) {
+    const std::vector<Sample> all = samples();
+    ASSERT_EQ(all.size(), 15U);
+    for (const Sample& sample : all) {
+        const UnarchivedObject object = unarchive(sample.bytes);
+        EXPECT_EQ(described(object), respelled(sample.outcome)) << sample.name;
+        if (const std::size_t named = sample.outcome.find(" named "); named != std::string::npos) {
+            EXPECT_EQ(std::get<UIColor>(object), UIColor::named(sample.outcome.substr(named + 7)))
+                << sample.name;
+        }
+    }
+}
+
+TEST(Unarchiver, OnlyASoundArchiveIsOfAnotherClass) {
+    EXPECT_EQ(described(unarchive(archive(grayKeys))), "gray 0.5 1");
+    EXPECT_EQ(described(unarchive(archive(grayKeys, "<string>Tint</string><string>UIColor</string>"))),
+              "gray 0.5 1");
+    EXPECT_EQ(described(unarchive(archive(grayKeys, "<string>NSColor</string>"))), "other Tint");
+    const std::string lost = "<key>a</key><array><dict><key>CF$UID</key><integer>9</integer></dict></array>";
+    EXPECT_EQ(described(unarchive(archive(lost, "<string>NSColor</string>"))), "error");
+    for (const char* const chain : {"", "<integer>1</integer>", "<string>UIColor</string><true/>"}) {
+        EXPECT_EQ(described(unarchive(archive(grayKeys, chain))), "error") << chain;
+    }
+    std::string other = archive(grayKeys);
+    other.replace(other.find("100000"), 6, "100001");
+    EXPECT_EQ(described(unarchive(other)), "error");
+}
+
+TEST(Unarchiver, TakesEveryFormOfComponentsAndNoOther) {
+    const std::string count = "<key>UIColorComponentCount</key><integer>4</integer>";
+    const std::string wide = count + number("UIRed", "1.2") + number("UIGreen", "-0.25") +
+                             "<key>UIBlue</key><integer>1</integer>" + number("UIAlpha", "1") +
+                             number("UIAlpha-Double", "0.3");
+    EXPECT_EQ(described(unarchive(archive(wide))), "rgb 1.2 -0.25 1 0.29999999999999999");
+    EXPECT_EQ(described(unarchive(archive(count + grayKeys.substr(grayKeys.find("</integer>") + 10)))),
+              "error");
+    EXPECT_EQ(described(unarchive(archive(count + number("UIRed", "1") + number("UIGreen", "1")))), "error");
+    EXPECT_EQ(described(unarchive(archive(""))), "error");
+    const std::string name = "<key>UISystemColorName</key><dict><key>CF$UID</key><integer>3</integer></dict>";
+    EXPECT_EQ(std::get<UIColor>(unarchive(
+                  archive(grayKeys + name, "<string>UIColor</string>", "<string>systemRedColor</string>"))),
+              UIColor::systemRedColor());
+    EXPECT_EQ(described(unarchive(archive(grayKeys + name, "<string>UIColor</string>", "<true/>"))),
+              "gray 0.5 1");
+    EXPECT_EQ(described(unarchive(archive(grayKeys + name))), "error"); // names an object that is not there
+}
+
+TEST(Unarchiver, CutAnywhereOrWithoutMemoryIsAnError) {
+    for (const Sample& sample : samples()) {
+        for (std::size_t length = 0; length < sample.bytes.size() - 1; ++length) {
+            ASSERT_EQ(described(unarchive(std::string_view(sample.bytes).substr(0, length))), "error")
+                << sample.name << ' ' << length;
+        }
+        const std::string whole = described(unarchive(sample.bytes));
+        const std::size_t failed =
+            vantor::tests::failEachAllocation([&] { return std::string_view(sample.bytes); }, unarchive,
+                                              [&](const UnarchivedObject& object, bool hasFailed) {
+                                                  EXPECT_EQ(described(object), hasFailed ? "error" : whole)
+                                                      << sample.name;
+                                              });
+        EXPECT_GT(failed, 0U);
+    }
+}
+
+} // namespace
