@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "Controller/ByteText.hpp"
+
+#include "platform/foundation/NSByteCountFormatter.hpp"
+
+#include <string_view>
+
+namespace vantor {
+
+namespace {
+
+using platform::NSByteCountFormatter;
+using platform::NSByteCountFormatterCountStyle;
+
+std::string replaced(std::string text, std::string_view word, std::string_view with) {
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + with.size())) {
+        text.replace(at, word.size(), with);
+    }
+    return text;
+}
+
+std::string digitForZero(std::int64_t bytes, NSByteCountFormatterCountStyle style) {
+    return replaced(NSByteCountFormatter::stringFromByteCount(bytes, style), "Zero", "0");
+}
+
+} // namespace
+
+std::string memoryText(std::int64_t bytes) {
+    return NSByteCountFormatter::stringFromByteCount(bytes, NSByteCountFormatterCountStyle::memory);
+}
+
+std::string storageText(std::int64_t bytes) {
+    return digitForZero(bytes, NSByteCountFormatterCountStyle::file);
+}
+
+std::string trafficText(std::int64_t bytes) {
+    return replaced(digitForZero(bytes, NSByteCountFormatterCountStyle::decimal), "byte", "B");
+}
+
+} // namespace vantor

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "metrics/CpuStatus.hpp"
+#include "metrics/MemoryFigures.hpp"
+#include "metrics/NetworkStatus.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vantor {
+
+enum class ReportSection : std::uint8_t { memory, storage, processor, network };
+
+/// The four storage numbers of one report, in bytes.
+struct StorageFigures {
+    std::int64_t total = 0;
+    std::int64_t used = 0;
+    std::int64_t free = 0;
+    std::int64_t releasable = 0;
+};
+
+/// And the texts made of them on the worker.
+struct StorageTexts {
+    std::string total;
+    std::string used;
+    std::string free;
+    std::string releasable;
+};
+
+/// The interface counters of one report and how far they moved since the report before.
+struct NetworkFigures {
+    DataUsageInfo usage;
+    std::int64_t sentDelta = 0; ///< bytes; from 0 in the first report, which therefore shows no rate
+    std::int64_t receivedDelta = 0;
+    bool isFirst = false;
+};
+
+/// The latest report of each section; absent before the first.
+struct ReportRecords {
+    std::optional<MemoryFigures> memory;
+    std::optional<StorageFigures> storage;
+    std::optional<CpuUsage> processor;
+    std::optional<NetworkFigures> network;
+};
+
+} // namespace vantor

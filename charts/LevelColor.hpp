@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/drawing/UIColor.hpp"
+
+#include <cstdint>
+
+namespace vantor {
+
+/// The status colour of a level in percent: green up to 50, yellow to 67, orange to 83, red from 84. Negative
+/// levels run the other way by their magnitude: red to 16, orange to 33, yellow to 50, green from 51. The
+/// most negative number has no magnitude and is fatal.
+[[nodiscard]] platform::UIColor levelColor(std::int64_t percent);
+
+/// The orange of the third band, made once.
+[[nodiscard]] const platform::UIColor& levelOrange();
+
+} // namespace vantor

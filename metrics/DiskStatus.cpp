@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "metrics/DiskStatus.hpp"
+
+#include "platform/core/Checked.hpp"
+#include "platform/foundation/NSFileManager.hpp"
+#include "platform/foundation/NSProcessInfo.hpp"
+#include "settings/SharedStore.hpp"
+
+#include <initializer_list>
+#include <optional>
+
+namespace vantor {
+
+namespace {
+
+using platform::checkedAdd;
+using platform::checkedSubtract;
+using platform::NSURLResourceKey;
+using platform::NSURLResourceValues;
+
+constexpr std::string_view usedOverflow = "the used storage overflows";
+
+std::optional<NSURLResourceValues> documentVolume(std::initializer_list<NSURLResourceKey> keys) {
+    const platform::NSFileManager& manager = platform::NSFileManager::defaultManager();
+    const auto folders = manager.URLsForDirectory(platform::NSDocumentDirectory, platform::NSUserDomainMask);
+    return folders.empty() ? std::nullopt : manager.resourceValuesForKeys(folders.front(), keys);
+}
+
+std::optional<NSURLResourceValues> bothCapacities() {
+    return documentVolume({NSURLResourceKey::volumeAvailableCapacityForImportantUsage,
+                           NSURLResourceKey::volumeAvailableCapacity});
+}
+
+bool isOnMac() {
+    return platform::NSProcessInfo::processInfo().isiOSAppOnMac();
+}
+
+std::int64_t mandatory(const std::optional<std::int64_t>& capacity, std::string_view what) {
+    if (!capacity) {
+        platform::fatalStop(what);
+    }
+    return *capacity;
+}
+
+} // namespace
+
+std::int64_t DiskStatus::getTotalDiskSpace() {
+    const auto values = documentVolume({NSURLResourceKey::volumeTotalCapacity});
+    return values ? values->volumeTotalCapacity.value_or(0) : 0;
+}
+
+std::int64_t DiskStatus::getFreeDiskSpace() {
+    const auto values = bothCapacities();
+    if (!values) {
+        return 0;
+    }
+    const bool plainly = !isOnMac() && sharedFlag(SettingsKey::isReleasableSTORAGEShow);
+    return (plainly ? values->volumeAvailableCapacity : values->volumeAvailableCapacityForImportantUsage)
+        .value_or(0);
+}
+
+std::int64_t DiskStatus::getReleasableDiskSpace() {
+    const auto values = bothCapacities();
+    if (!values) {
+        return 0;
+    }
+    const std::int64_t important = mandatory(values->volumeAvailableCapacityForImportantUsage,
+                                             "the volume's answer lacks the capacity for important usage");
+    const std::int64_t available =
+        mandatory(values->volumeAvailableCapacity, "the volume's answer lacks the available capacity");
+    return checkedSubtract(important, available, "the releasable storage overflows");
+}
+
+std::int64_t DiskStatus::getUsedDiskSpace() {
+    if (isOnMac()) {
+        const std::int64_t total = getTotalDiskSpace();
+        const std::int64_t occupied = checkedSubtract(total, getFreeDiskSpace(), usedOverflow);
+        return checkedAdd(occupied, getReleasableDiskSpace(), usedOverflow);
+    }
+    const bool releasableApart = sharedFlag(SettingsKey::isReleasableSTORAGEShow);
+    const std::int64_t total = getTotalDiskSpace();
+    const std::int64_t occupied = checkedSubtract(total, getFreeDiskSpace(), usedOverflow);
+    return releasableApart ? checkedSubtract(occupied, getReleasableDiskSpace(), usedOverflow) : occupied;
+}
+
+} // namespace vantor
