@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/time/DispatchQueue.hpp"
+#include "platform/time/RunLoop.hpp"
+
+#include <deque>
+#include <functional>
+
+/// Turning the main loop without a screen: for pictures into files and for reports.
+namespace vantor::hosts {
+
+/// Turns the loop on the real clock until `done` says so, asked after each turn, or `atMost` seconds have
+/// passed; false in that case. Sleeps between turns. Sets the loop's wake handler and takes it away again.
+bool turnUntil(const std::function<bool()>& done, double atMost);
+
+/// The same on a clock that jumps from one deadline to the next, with the sampling done on the calling
+/// thread: what happens then depends on nothing but the machine's answers. For the demonstration's pictures
+/// and reports.
+class VirtualTime final : private platform::DispatchQueue {
+public:
+    VirtualTime() = default;
+    bool turnUntil(const std::function<bool()>& done, double atMost);
+
+private:
+    void async(std::function<void()> block) override { m_blocks.push_back(std::move(block)); }
+    void sample();
+
+    platform::Instant m_now{};
+    std::deque<std::function<void()>> m_blocks;
+    platform::GlobalQueueScope m_scope{*this};
+};
+
+} // namespace vantor::hosts

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/LinuxMachine.hpp"
+#include "platform/simulated/DemoMachine.hpp"
+
+#include <optional>
+
+namespace vantor::hosts {
+
+/// The machine that a host shows, in place while this lives: the one it runs on, or the demonstration's in
+/// the same language. Make it first in main, after setlocale.
+class HostMachine {
+public:
+    explicit HostMachine(bool demo);
+
+    /// The machine in place.
+    [[nodiscard]] platform::Machine& machine();
+    /// The real machine behind it, whose words both use.
+    [[nodiscard]] platform::LinuxMachine& linuxMachine() { return m_linux; }
+
+private:
+    platform::LinuxMachine m_linux;
+    std::optional<platform::DemoMachine> m_demo;
+    std::optional<platform::MachineScope> m_scope;
+};
+
+} // namespace vantor::hosts
