@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "logging/Logga.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <thread>
+
+using vantor::Logga;
+
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::MatchesRegex;
+
+const char* const stamp = "\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2} \\+0000\\]";
+
+TEST(Logga, DecoratesByLevelTagAndThread) {
+    EXPECT_EQ(Logga::formatLine("bare", 0), "bare");
+    EXPECT_EQ(Logga::formatLine("bare", -3, "tag"), "bare");
+    EXPECT_THAT(Logga::formatLine("m", 1), MatchesRegex(std::string(stamp) + "\\[D\\|MAIN\\] m"));
+    const char* letters = "DIWE**";
+    for (int level = 1; level <= 6; ++level) {
+        const std::string expected = std::string("][") + letters[level - 1] + "|MAIN] m";
+        EXPECT_THAT(Logga::formatLine("m", level), EndsWith(expected));
+    }
+    EXPECT_THAT(Logga::formatLine("m", 9, "Config"), EndsWith("][*|MAIN] (Config) m"));
+    EXPECT_THAT(Logga::formatLine("m", 2, ""), EndsWith("][I|MAIN] () m"));
+    std::string background;
+    std::thread([&] { background = Logga::formatLine("m", 4); }).join();
+    EXPECT_THAT(background, EndsWith("][E|BKG] m"));
+}
+
+TEST(Logga, ShowsTheWallClockUnderAnOffsetThatIsNotTrueOfIt) {
+    ::setenv("TZ", "XYZ-05:30", 1); // five and a half hours east
+    ::tzset();
+    const std::time_t before = std::time(nullptr) + 19800;
+    const std::string line = Logga::formatLine("m", 1);
+    const std::time_t after = std::time(nullptr) + 19800;
+    ::unsetenv("TZ");
+    ::tzset();
+    const auto stampOf = [](std::time_t instant) {
+        std::tm utc{};
+        ::gmtime_r(&instant, &utc);
+        char text[40];
+        std::strftime(text, sizeof text, "[%Y-%m-%d %H:%M:%S +0000]", &utc);
+        return std::string(text);
+    };
+    EXPECT_THAT(line, ::testing::AnyOf(::testing::StartsWith(stampOf(before)),
+                                       ::testing::StartsWith(stampOf(after))));
+}
+
+TEST(Logga, DebugWritesOneLineForAnyItem) {
+    ::testing::internal::CaptureStdout();
+    Logga::debug(nullptr);
+    Logga::debug(std::optional<int>());
+    Logga::debug(std::optional<int>(7));
+    Logga::debug("text");
+    Logga::debug(2.5);
+    const std::string written = ::testing::internal::GetCapturedStdout();
+    EXPECT_THAT(written, MatchesRegex("(\\[.*\\]\\[D.MAIN\\] [^\n]*\n)+"));
+    std::string bare;
+    for (std::size_t at = 0; (at = written.find("MAIN] ", at)) != std::string::npos;) {
+        at += 6;
+        bare += written.substr(at, written.find('\n', at) - at) + ";";
+    }
+    EXPECT_EQ(bare, "nil;nil;7;text;2.5;");
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "metrics/CpuStatus.hpp"
+
+#include "platform/simulated/SimulatedMachine.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cmath>
+#include <thread>
+#include <vector>
+
+using namespace vantor;
+
+namespace {
+
+// The counters live as long as the process, so the samples of one test build on each other.
+TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
+    platform::SimulatedMachine machine;
+    const platform::MachineScope scope(machine);
+    const auto counters = [&](platform::host_cpu_load_info load) {
+        machine.change([&](platform::SimulatedState& state) { state.cpuLoad = load; });
+    };
+    counters({.user = 300, .system = 100, .idle = 550, .nice = 50});
+    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{10.0, 30.0, 55.0, 5.0})); // since boot
+    counters({.user = 330, .system = 110, .idle = 600, .nice = 60});
+    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{10.0, 30.0, 50.0, 10.0}));
+    const CpuUsage still = CpuStatus::getCpuUsage();
+    EXPECT_TRUE(std::isnan(still.system) && std::isnan(still.user) && std::isnan(still.idle) &&
+                std::isnan(still.nice));
+
+    counters({.user = 330, .system = 110, .idle = 599, .nice = 61});
+    EXPECT_DEATH((void)CpuStatus::getCpuUsage(), "went backwards");
+    counters({.user = 331, .system = 111, .idle = 601, .nice = 61});
+    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{25, 25, 25, 25}));
+    machine.change([](platform::SimulatedState& state) { state.cpuLoadResult = platform::KERN_FAILURE; });
+    EXPECT_DEATH((void)CpuStatus::getCpuUsage(), "went backwards"); // zeros after a sample
+
+    // Overlapping samples: each sees the counters at or after the one before it.
+    machine.change([](platform::SimulatedState& state) { state.cpuLoadResult = platform::KERN_SUCCESS; });
+    std::atomic<int> sampled = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int k = 0; k < 200; ++k) {
+                machine.change([](platform::SimulatedState& state) { ++state.cpuLoad.idle; });
+                (void)CpuStatus::getCpuUsage();
+                ++sampled;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(sampled, 800);
+}
+
+} // namespace
