@@ -2,7 +2,7 @@
 #include "logging/Logga.hpp"
 
 #include "platform/core/StandardOutput.hpp"
-#include "platform/foundation/NSDate.hpp"
+#include "platform/foundation/DateText.hpp"
 #include "platform/time/DispatchQueue.hpp"
 
 #include <cstdio>
@@ -24,7 +24,7 @@ std::string Logga::formatLine(std::string_view message, std::int64_t level,
         return std::string(message);
     }
     const auto now = std::chrono::system_clock::now();
-    const auto local = now + std::chrono::seconds(platform::secondsFromGMT(now));
+    const auto local = now + platform::secondsFromGMT(now);
     std::string line = "[" + platform::dateDescription(local) + "][";
     line += letterOf(level);
     line += platform::isMainThread() ? "|MAIN]" : "|BKG]";

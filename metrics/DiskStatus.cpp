@@ -21,14 +21,14 @@ using platform::NSURLResourceValues;
 constexpr std::string_view usedOverflow = "the used storage overflows";
 
 std::optional<NSURLResourceValues> documentVolume(std::initializer_list<NSURLResourceKey> keys) {
-    const platform::NSFileManager& manager = platform::NSFileManager::defaultManager();
-    const auto folders = manager.URLsForDirectory(platform::NSDocumentDirectory, platform::NSUserDomainMask);
-    return folders.empty() ? std::nullopt : manager.resourceValuesForKeys(folders.front(), keys);
+    const auto folders = platform::NSFileManager::defaultManager().URLsForDirectory(
+        platform::NSDocumentDirectory, platform::NSUserDomainMask);
+    return folders.empty() ? std::nullopt : folders.front().resourceValuesForKeys(keys);
 }
 
 std::optional<NSURLResourceValues> bothCapacities() {
-    return documentVolume({NSURLResourceKey::volumeAvailableCapacityForImportantUsage,
-                           NSURLResourceKey::volumeAvailableCapacity});
+    return documentVolume({platform::NSURLVolumeAvailableCapacityForImportantUsageKey,
+                           platform::NSURLVolumeAvailableCapacityKey});
 }
 
 bool isOnMac() {
@@ -45,8 +45,8 @@ std::int64_t mandatory(const std::optional<std::int64_t>& capacity, std::string_
 } // namespace
 
 std::int64_t DiskStatus::getTotalDiskSpace() {
-    const auto values = documentVolume({NSURLResourceKey::volumeTotalCapacity});
-    return values ? values->volumeTotalCapacity.value_or(0) : 0;
+    const auto values = documentVolume({platform::NSURLVolumeTotalCapacityKey});
+    return values ? values->objectForKey(platform::NSURLVolumeTotalCapacityKey).value_or(0) : 0;
 }
 
 std::int64_t DiskStatus::getFreeDiskSpace() {
@@ -55,8 +55,9 @@ std::int64_t DiskStatus::getFreeDiskSpace() {
         return 0;
     }
     const bool plainly = !isOnMac() && sharedFlag(SettingsKey::isReleasableSTORAGEShow);
-    return (plainly ? values->volumeAvailableCapacity : values->volumeAvailableCapacityForImportantUsage)
-        .value_or(0);
+    const NSURLResourceKey key = plainly ? platform::NSURLVolumeAvailableCapacityKey
+                                         : platform::NSURLVolumeAvailableCapacityForImportantUsageKey;
+    return values->objectForKey(key).value_or(0);
 }
 
 std::int64_t DiskStatus::getReleasableDiskSpace() {
@@ -64,10 +65,11 @@ std::int64_t DiskStatus::getReleasableDiskSpace() {
     if (!values) {
         return 0;
     }
-    const std::int64_t important = mandatory(values->volumeAvailableCapacityForImportantUsage,
-                                             "the volume's answer lacks the capacity for important usage");
-    const std::int64_t available =
-        mandatory(values->volumeAvailableCapacity, "the volume's answer lacks the available capacity");
+    const std::int64_t important =
+        mandatory(values->objectForKey(platform::NSURLVolumeAvailableCapacityForImportantUsageKey),
+                  "the volume's answer lacks the capacity for important usage");
+    const std::int64_t available = mandatory(values->objectForKey(platform::NSURLVolumeAvailableCapacityKey),
+                                             "the volume's answer lacks the available capacity");
     return checkedSubtract(important, available, "the releasable storage overflows");
 }
 

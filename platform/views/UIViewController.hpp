@@ -26,7 +26,7 @@ public:
     UIViewController& operator=(const UIViewController&) = delete;
 
     /// The root view; loaded, and `viewDidLoad` called, at the first call.
-    [[nodiscard]] std::shared_ptr<UIView> view();
+    std::shared_ptr<UIView> view();
     [[nodiscard]] bool isViewLoaded() const { return m_view != nullptr; }
     void setView(std::shared_ptr<UIView> view) { m_view = std::move(view); }
 

@@ -109,6 +109,7 @@ TEST(Reports, ShowNetworkRatesFromTheSecondTickOn) {
 }
 
 TEST(Reports, RewriteTheFormattersWordsBySection) {
+    const WidgetStage stage;
     EXPECT_EQ(trafficText(std::numeric_limits<std::int64_t>::min()), "-9.22 EB");
     EXPECT_EQ(memoryText(0), "Zero KB"); // memory keeps the formatter's word
     EXPECT_EQ(storageText(0), "0 KB");

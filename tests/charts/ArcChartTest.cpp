@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "HandTurnedQueue.hpp"
 #include "SimulatedStore.hpp"
+#include "charts/Arc.hpp"
 #include "charts/ArcChartView.hpp"
 #include "charts/LevelColor.hpp"
 

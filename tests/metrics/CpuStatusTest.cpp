@@ -14,6 +14,14 @@ using namespace vantor;
 
 namespace {
 
+void expectShares(double system, double user, double idle, double nice) {
+    const CpuUsage usage = CpuStatus::getCpuUsage();
+    EXPECT_DOUBLE_EQ(usage.system, system);
+    EXPECT_DOUBLE_EQ(usage.user, user);
+    EXPECT_DOUBLE_EQ(usage.idle, idle);
+    EXPECT_DOUBLE_EQ(usage.nice, nice);
+}
+
 // The counters live as long as the process, so the samples of one test build on each other.
 TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
     platform::SimulatedMachine machine;
@@ -22,9 +30,9 @@ TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
         machine.change([&](platform::SimulatedState& state) { state.cpuLoad = load; });
     };
     counters({.user = 300, .system = 100, .idle = 550, .nice = 50});
-    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{10.0, 30.0, 55.0, 5.0})); // since boot
+    expectShares(10.0, 30.0, 55.0, 5.0); // since boot
     counters({.user = 330, .system = 110, .idle = 600, .nice = 60});
-    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{10.0, 30.0, 50.0, 10.0}));
+    expectShares(10.0, 30.0, 50.0, 10.0);
     const CpuUsage still = CpuStatus::getCpuUsage();
     EXPECT_TRUE(std::isnan(still.system) && std::isnan(still.user) && std::isnan(still.idle) &&
                 std::isnan(still.nice));
@@ -32,7 +40,7 @@ TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
     counters({.user = 330, .system = 110, .idle = 599, .nice = 61});
     EXPECT_DEATH((void)CpuStatus::getCpuUsage(), "went backwards");
     counters({.user = 331, .system = 111, .idle = 601, .nice = 61});
-    EXPECT_EQ(CpuStatus::getCpuUsage(), (CpuUsage{25, 25, 25, 25}));
+    expectShares(25, 25, 25, 25);
     machine.change([](platform::SimulatedState& state) { state.cpuLoadResult = platform::KERN_FAILURE; });
     EXPECT_DEATH((void)CpuStatus::getCpuUsage(), "went backwards"); // zeros after a sample
 
