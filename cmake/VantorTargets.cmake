@@ -41,11 +41,18 @@ function(vantor_program name)
 endfunction()
 
 # vantor_test(name SOURCES … USES … LINKS … [LABELS …]): one GoogleTest executable for one folder's tests. Captured
-# inputs are found under VANTOR_TEST_DATA, the folder of the calling CMakeLists.txt.
+# inputs are found under VANTOR_TEST_DATA, the folder of the calling CMakeLists.txt. The label `threads` puts it among
+# those that run under ThreadSanitizer (target thread-tests).
 function(vantor_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES;LINKS;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE vantor-options vantor-test-support ${ARG_USES} ${ARG_LINKS})
   target_compile_definitions(${name} PRIVATE VANTOR_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}")
+  if("threads" IN_LIST ARG_LABELS)
+    if(NOT TARGET thread-tests)
+      add_custom_target(thread-tests)
+    endif()
+    add_dependencies(thread-tests ${name})
+  endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
 endfunction()
