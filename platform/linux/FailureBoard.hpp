@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/machine/Machine.hpp"
+
+#include <array>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantor::platform::linux_machine {
+
+/// The sources of a Linux machine, in the order of the sections that show them.
+enum class Source { memory, storage, processor, network, preferences };
+
+/// Which sources cannot be read at the moment. Any thread.
+class FailureBoard {
+public:
+    void fail(Source source, std::string reason);
+    void clear(Source source);
+    [[nodiscard]] std::vector<SourceFailure> list() const;
+
+private:
+    static constexpr std::size_t count = 5;
+    mutable std::mutex m_mutex;
+    std::array<std::optional<std::string>, count> m_reasons;
+};
+
+} // namespace vantor::platform::linux_machine

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/FailureBoard.hpp"
+#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/LinkNames.hpp"
+#include "platform/linux/MachineOptions.hpp"
+#include "platform/linux/NetDev.hpp"
+#include "platform/machine/InterfaceAddress.hpp"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vantor::platform::linux_machine {
+
+/// Lists the machine's network links from /proc/net/dev under the platform's names, with the low 32 bits of
+/// their byte counters. What a link is comes from /sys and is kept while the link exists. Links may come and
+/// go while the kernel writes its list; one that is listed twice counts once, and when a counted one is
+/// missing the list is read once more before it counts as gone. Any thread; a second caller waits for the
+/// first.
+class InterfaceReader {
+public:
+    InterfaceReader(const MachineOptions& options, FailureBoard& failures);
+
+    /// The link-level entries in the kernel's order; absent where the list cannot be read, which is flagged.
+    [[nodiscard]] std::optional<std::vector<InterfaceAddress>> read();
+
+private:
+    struct Link {
+        LinkKind kind = LinkKind::other;
+        std::optional<std::uint32_t> number; ///< of a link that counts
+        std::string name;                    ///< the platform's
+        std::uint64_t seen = 0;              ///< the pass that listed it last
+        std::uint64_t added = 0;             ///< and the one that listed it first
+    };
+    struct HashName {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
+    };
+    using Links = std::unordered_map<std::string, Link, HashName, std::equal_to<>>;
+
+    [[nodiscard]] bool list();
+    [[nodiscard]] bool countedLinkMissing() const;
+    void forgetMissing();
+    void addNew();
+    void checkKinds();
+    void chooseWayOut();
+    [[nodiscard]] std::vector<InterfaceAddress> entries() const;
+
+    [[nodiscard]] LinkKind kindOf(std::string_view name) const;
+    void setKind(Link& link, std::string_view name, LinkKind kind);
+    void release(Link& link);
+    [[nodiscard]] NumberPool& pool(LinkKind kind) { return kind == LinkKind::modem ? m_modems : m_cards; }
+
+    const MachineOptions& m_options;
+    FailureBoard& m_failures;
+    std::mutex m_mutex;
+    KernelFile m_netDev;
+    LinkClassifier m_classifier;
+    bool m_hasClassifier = false; ///< whether there was a /sys when links were last added
+    std::vector<LinkCounters> m_listed;
+    std::size_t m_newLinks = 0; ///< among the listed
+    Links m_links;
+    NumberPool m_cards;
+    NumberPool m_modems;
+    std::size_t m_real = 0; ///< cards and modems
+    std::uint64_t m_pass = 0;
+    std::optional<std::chrono::nanoseconds> m_checked;
+};
+
+} // namespace vantor::platform::linux_machine

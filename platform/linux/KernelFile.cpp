@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/KernelFile.hpp"
+
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace vantor::platform::linux_machine {
+
+namespace {
+
+constexpr std::size_t firstBuffer = 4096;
+
+/// True where the kernel makes the text at each read, so that an open descriptor never shows an old one.
+bool madeByTheKernel(int descriptor) {
+    struct statfs about {};
+    return ::fstatfs(descriptor, &about) == 0 &&
+           (about.f_type == PROC_SUPER_MAGIC || about.f_type == SYSFS_MAGIC);
+}
+
+} // namespace
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    if (this != &other) {
+        reset();
+        m_number = other.release();
+    }
+    return *this;
+}
+
+int Descriptor::release() {
+    return std::exchange(m_number, -1);
+}
+
+void Descriptor::reset() {
+    if (m_number >= 0) {
+        ::close(release()); // after EINTR too the descriptor is gone on Linux
+    }
+}
+
+std::string errorText(int error) {
+#if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 32)
+    if (const char* const text = ::strerrordesc_np(error)) {
+        return text;
+    }
+#endif
+    return "error " + std::to_string(error);
+}
+
+int KernelFile::open() {
+    int number = -1;
+    do {
+        number = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    } while (number < 0 && errno == EINTR);
+    if (number < 0) {
+        return errno;
+    }
+    m_descriptor = Descriptor(number);
+    m_keep = madeByTheKernel(number);
+    return 0;
+}
+
+/// Reads from the start into the buffer until `wanted` bytes are there or the text ends; an errno value.
+int KernelFile::fill(std::size_t wanted) {
+    m_length = 0;
+    while (m_length < wanted) {
+        if (m_buffer.size() < std::min(wanted, m_length + firstBuffer)) {
+            m_buffer.resize(std::min(longest, std::max(m_buffer.size() * 2, firstBuffer)));
+        }
+        const std::size_t room = std::min(wanted, m_buffer.size()) - m_length;
+        const ssize_t got =
+            ::pread(m_descriptor.number(), m_buffer.data() + m_length, room, static_cast<off_t>(m_length));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            return errno;
+        }
+        m_length += static_cast<std::size_t>(got);
+        const bool shortRead = static_cast<std::size_t>(got) < room;
+        if (got == 0 ||
+            (shortRead && m_keep && m_shape == Shape::oneRecord && m_buffer[m_length - 1] == '\n')) {
+            return 0;
+        }
+    }
+    return wanted == longest ? EFBIG : 0;
+}
+
+KernelFile::Content KernelFile::read(std::size_t wanted) {
+    wanted = std::min(wanted, longest);
+    const bool wasOpen = m_descriptor.isOpen();
+    int error = wasOpen ? 0 : open();
+    if (error == 0) {
+        error = fill(wanted);
+    }
+    if (error != 0 && wasOpen) {
+        m_descriptor.reset();
+        error = open();
+        if (error == 0) {
+            error = fill(wanted);
+        }
+    }
+    if (error != 0 || !m_keep) {
+        m_descriptor.reset();
+    }
+    if (error != 0) {
+        return {{}, error};
+    }
+    return {std::string_view(m_buffer.data(), m_length), 0};
+}
+
+} // namespace vantor::platform::linux_machine

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vantor::platform::linux_machine {
+
+/// What a network link is to someone who asks for the machine's traffic.
+enum class LinkKind {
+    physical,        ///< a wired or Wi-Fi card
+    modem,           ///< a mobile network's
+    loopback,        ///< the machine itself
+    virtualEthernet, ///< an Ethernet link into another name space: in a container, the way out
+    other ///< bridges, tunnels, bonds, the host's ends of containers: their traffic is counted elsewhere
+};
+
+/// The DEVTYPE line of a link's uevent file ("wwan", "wlan", "bridge", "vlan", …); empty where there is none.
+[[nodiscard]] std::string_view parseDevType(std::string_view uevent);
+
+/// A guess by name alone, for machines without /sys: the names are the kernel's and systemd's
+/// (systemd.net-naming-scheme(7)).
+[[nodiscard]] LinkKind kindByName(std::string_view name);
+
+/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Holds only the
+/// folder's name; any thread.
+class LinkClassifier {
+public:
+    explicit LinkClassifier(const std::string& sysRoot) : m_folder(sysRoot + "/class/net/") {}
+
+    /// False where the machine shows no /sys: then names are all there is.
+    [[nodiscard]] bool available() const;
+
+    /// Never `virtualEthernet`: to tell that takes more calls, which only a machine without physical links
+    /// needs.
+    [[nodiscard]] LinkKind kind(std::string_view name) const;
+
+    /// Whether a link of kind `other` is a virtual Ethernet.
+    [[nodiscard]] bool isVirtualEthernet(std::string_view name) const;
+
+private:
+    [[nodiscard]] bool exists(std::string_view name, const char* file) const;
+    [[nodiscard]] std::string content(std::string_view name, const char* file) const;
+
+    std::string m_folder;
+};
+
+} // namespace vantor::platform::linux_machine

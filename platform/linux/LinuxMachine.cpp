@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxMachine.hpp"
+
+#include "platform/linux/SuiteReader.hpp"
+#include "platform/linux/UserDirs.hpp"
+#include "platform/linux/UserLocale.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace vantor::platform {
+
+using namespace linux_machine;
+
+namespace {
+
+/// Bytes as whole pages. The record's words have 32 bits: beyond 16 TiB of 4 KiB pages a count stays at the
+/// most.
+std::uint32_t pages(std::uint64_t bytes, std::uint64_t pageSize) {
+    return static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(bytes / pageSize, std::numeric_limits<std::uint32_t>::max()));
+}
+
+} // namespace
+
+LinuxMachine::LinuxMachine(Options options)
+    : m_options(std::move(options)),
+      m_memory(m_options, m_failures),
+      m_processor(m_options, m_failures),
+      m_interfaces(m_options, m_failures),
+      m_volume(m_options, m_failures),
+      m_documents(documentsFolder(m_options.folders)) {
+    if (m_options.useLocale) {
+        adoptUserLocale();
+        m_translations.emplace();
+        m_signs = currentLocaleSigns();
+    }
+}
+
+LinuxMachine::~LinuxMachine() = default;
+
+kern_return_t LinuxMachine::hostPageSize(std::uint64_t& size) {
+    size = m_options.pageSize;
+    return KERN_SUCCESS;
+}
+
+kern_return_t LinuxMachine::hostVirtualMemory(vm_statistics64& record) {
+    const std::optional<MemoryFigures> figures = m_memory.read();
+    if (!figures) {
+        return KERN_FAILURE;
+    }
+    const auto count = [this](std::uint64_t bytes) { return pages(bytes, m_options.pageSize); };
+    record = vm_statistics64{};
+    record.free_count = count(figures->free);
+    record.active_count = count(figures->active);
+    record.inactive_count = count(figures->inactive);
+    record.wire_count = count(figures->wired);
+    record.purgeable_count = count(figures->purgeable);
+    record.compressor_page_count = count(figures->compressed);
+    return KERN_SUCCESS;
+}
+
+kern_return_t LinuxMachine::hostCpuLoad(host_cpu_load_info& record) {
+    record = m_processor.read();
+    return KERN_SUCCESS;
+}
+
+std::uint64_t LinuxMachine::physicalMemory() {
+    return m_memory.total();
+}
+
+bool LinuxMachine::isiOSAppOnMac() {
+    return false;
+}
+
+std::optional<std::vector<InterfaceAddress>> LinuxMachine::interfaceAddresses() {
+    return m_interfaces.read();
+}
+
+std::vector<std::string> LinuxMachine::documentDirectories() {
+    return m_documents.empty() ? std::vector<std::string>() : std::vector<std::string>{m_documents};
+}
+
+std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string& path) {
+    const std::optional<VolumeFigures> figures = m_volume.read(path);
+    if (!figures) {
+        return std::nullopt;
+    }
+    return VolumeCapacities{figures->total, figures->available, figures->available};
+}
+
+SuiteFile LinuxMachine::readSuite(std::string_view suiteName) {
+    std::string reason;
+    std::string path = suitePath(m_options.folders, suiteName);
+    SuiteFile file = path.empty() ? SuiteFile() : readSuiteFile(std::move(path), reason);
+    if (reason.empty()) {
+        m_failures.clear(Source::preferences);
+    } else {
+        m_failures.fail(Source::preferences, std::move(reason));
+    }
+    return file;
+}
+
+std::optional<std::string> LinuxMachine::localizedString(std::string_view key) {
+    return m_translations ? m_translations->text(key) : std::nullopt;
+}
+
+const LocaleSigns& LinuxMachine::localeSigns() {
+    return m_signs;
+}
+
+std::vector<SourceFailure> LinuxMachine::failures() {
+    return m_failures.list();
+}
+
+} // namespace vantor::platform

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/FailureBoard.hpp"
+#include "platform/linux/InterfaceReader.hpp"
+#include "platform/linux/MachineOptions.hpp"
+#include "platform/linux/MemoryReader.hpp"
+#include "platform/linux/ProcessorReader.hpp"
+#include "platform/linux/Translations.hpp"
+#include "platform/linux/VolumeReader.hpp"
+#include "platform/machine/Machine.hpp"
+
+#include <optional>
+
+namespace vantor::platform {
+
+/// The Linux machine that the program runs on. Everything it tells is read afresh, by readers that keep what
+/// is costly to find (open descriptors, which link is what). A source that cannot be read is listed by
+/// `failures` until it can. Any thread, but for the constructor: with the default options it adopts the
+/// user's locale for the whole process, so make it on the main thread before others run.
+class LinuxMachine final : public Machine {
+public:
+    using Options = linux_machine::MachineOptions;
+
+    LinuxMachine() : LinuxMachine(Options()) {}
+    explicit LinuxMachine(Options options);
+    ~LinuxMachine() override;
+    LinuxMachine(const LinuxMachine&) = delete;
+    LinuxMachine& operator=(const LinuxMachine&) = delete;
+
+    kern_return_t hostPageSize(std::uint64_t& size) override;
+    kern_return_t hostVirtualMemory(vm_statistics64& record) override;
+    kern_return_t hostCpuLoad(host_cpu_load_info& record) override;
+    std::uint64_t physicalMemory() override;
+    bool isiOSAppOnMac() override;
+    std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
+    std::vector<std::string> documentDirectories() override;
+    std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
+    SuiteFile readSuite(std::string_view suiteName) override;
+    std::optional<std::string> localizedString(std::string_view key) override;
+    const LocaleSigns& localeSigns() override;
+    std::vector<SourceFailure> failures() override;
+
+private:
+    const Options m_options;
+    linux_machine::FailureBoard m_failures;
+    linux_machine::MemoryReader m_memory;
+    linux_machine::ProcessorReader m_processor;
+    linux_machine::InterfaceReader m_interfaces;
+    linux_machine::VolumeReader m_volume;
+    std::string m_documents;
+    std::optional<linux_machine::Translations> m_translations;
+    LocaleSigns m_signs;
+};
+
+} // namespace vantor::platform

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/MemoryReader.hpp"
+
+#include "platform/linux/TextScan.hpp"
+
+namespace vantor::platform::linux_machine {
+
+namespace {
+/// The text has some 60 lines of at most 28 bytes; what comes after this much is none of ours.
+constexpr std::size_t memInfoLength = 16384;
+} // namespace
+
+MemoryReader::MemoryReader(const MachineOptions& options, FailureBoard& failures)
+    : m_options(options),
+      m_failures(failures),
+      m_memInfo(options.procRoot + "/meminfo", Shape::oneRecord),
+      m_minFree(options.procRoot + "/sys/vm/min_free_kbytes", Shape::oneRecord),
+      m_zram(options.sysRoot) {}
+
+/// The low watermark is a quarter above the least that the kernel keeps free (in KiB; Linux,
+/// mm/page_alloc.c).
+std::uint64_t MemoryReader::lowWatermark() {
+    std::string_view text = m_minFree.read(64).text;
+    const std::optional<Line> line = takeLine(text);
+    const std::uint64_t kibibytes = line && line->ended ? numberFrom(line->text).value_or(0) : 0;
+    constexpr std::uint64_t most = std::uint64_t{1} << 40;
+    return kibibytes > most ? 0 : kibibytes * 1024 * 5 / 4;
+}
+
+std::optional<MemoryFigures> MemoryReader::readFiles() {
+    const KernelFile::Content content = m_memInfo.read(memInfoLength);
+    if (content.error != 0) {
+        m_failures.fail(Source::memory, m_memInfo.reason(content.error));
+        return std::nullopt;
+    }
+    const MemInfo info = parseMemInfo(content.text);
+    const std::optional<MemoryFigures> figures = memoryFigures(
+        info, m_zram.used(m_options.clock()), info.memAvailable ? std::uint64_t{0} : lowWatermark());
+    if (!figures) {
+        m_failures.fail(Source::memory, m_memInfo.path() + ": does not tell the total and the free memory");
+    }
+    return figures;
+}
+
+std::optional<MemoryFigures> MemoryReader::readLocked() {
+    if (const std::optional<MemoryFigures> figures = readFiles()) {
+        m_failures.clear(Source::memory);
+        m_last = figures;
+    } else if (const std::optional<PlainMemory> plain = m_options.plainMemory();
+               plain && plain->total > 0 && plain->free <= plain->total) {
+        m_last = MemoryFigures{.total = plain->total, .free = plain->free};
+    }
+    return m_last;
+}
+
+std::optional<MemoryFigures> MemoryReader::read() {
+    const std::lock_guard lock(m_mutex);
+    return readLocked();
+}
+
+std::uint64_t MemoryReader::total() {
+    const std::lock_guard lock(m_mutex);
+    return m_last || readLocked() ? m_last->total : 0;
+}
+
+} // namespace vantor::platform::linux_machine

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/NetDev.hpp"
+
+#include "platform/linux/TextScan.hpp"
+
+namespace vantor::platform::linux_machine {
+
+namespace {
+
+constexpr std::size_t longestName = 15; // IFNAMSIZ with its NUL is 16
+constexpr int columnsBetween = 7;       // packets errs drop fifo frame compressed multicast
+
+std::optional<LinkCounters> parseLink(std::string_view line) {
+    const std::size_t colon = line.rfind(':'); // old kernels allow a colon in the name
+    if (colon == std::string_view::npos) {
+        return std::nullopt;
+    }
+    LinkCounters link;
+    link.name = line.substr(0, colon);
+    skipBlanks(link.name);
+    if (link.name.empty() || link.name.size() > longestName || link.name == "." || link.name == ".." ||
+        link.name.find_first_of(std::string_view("/\0 \t", 4)) != std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::string_view rest = line.substr(colon + 1);
+    const std::optional<std::uint64_t> received = takeNumber(rest);
+    for (int i = 0; i < columnsBetween; ++i) {
+        if (takeWord(rest).empty()) {
+            return std::nullopt;
+        }
+    }
+    const std::optional<std::uint64_t> sent = takeNumber(rest);
+    if (!received || !sent) {
+        return std::nullopt;
+    }
+    link.receivedBytes = *received;
+    link.sentBytes = *sent;
+    return link;
+}
+
+} // namespace
+
+std::optional<LinkCounters> takeLink(std::string_view& text) {
+    while (const std::optional<Line> line = takeLine(text)) {
+        if (line->ended) {
+            if (const std::optional<LinkCounters> link = parseLink(line->text)) {
+                return link;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vantor::platform::linux_machine

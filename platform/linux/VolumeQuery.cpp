@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/VolumeQuery.hpp"
+
+#include "platform/linux/KernelFile.hpp"
+
+#include <linux/magic.h>
+#include <sys/statvfs.h>
+#include <sys/vfs.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+
+namespace vantor::platform::linux_machine {
+
+namespace {
+
+// Types that linux/magic.h does not have.
+constexpr std::uint32_t xfs = 0x58465342, zfs = 0x2FC12FC1, bcachefs = 0xCA451A4E, vfat = 0x4D44,
+                        exfat = 0x2011BAB0;
+
+std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
+    const std::uint64_t block = about.f_frsize != 0 ? about.f_frsize : about.f_bsize;
+    const std::uint64_t blocks = about.f_blocks;
+    if (blocks == 0 || block == 0 ||
+        blocks > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / block) {
+        return std::nullopt;
+    }
+    const std::uint64_t available = std::min<std::uint64_t>(about.f_bavail, blocks);
+    return VolumeFigures{static_cast<std::int64_t>(blocks * block),
+                         static_cast<std::int64_t>(available * block)};
+}
+
+/// Makes the call for the path, or for the nearest folder above it that is there; an errno value. A documents
+/// folder may have been deleted, and its volume is still the one that it would be on.
+template<class Call>
+int askNearest(std::string path, const Call& call) {
+    while (true) {
+        if (call(path.c_str()) == 0) {
+            return 0;
+        }
+        const std::size_t slash = path.find_last_of('/');
+        if (errno == ENOENT && slash != std::string::npos && path != "/") {
+            path.resize(std::max<std::size_t>(slash, 1));
+        } else if (errno != EINTR) {
+            return errno;
+        }
+    }
+}
+
+} // namespace
+
+bool isOnLocalFileSystem(const std::string& path) {
+    struct statfs about {};
+    const auto call = [&about](const char* name) { return ::statfs(name, &about); };
+    if (askNearest(path, call) != 0) {
+        return false;
+    }
+    switch (static_cast<std::uint32_t>(about.f_type)) {
+    case EXT4_SUPER_MAGIC: // and ext2, ext3
+    case xfs:
+    case BTRFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case zfs:
+    case bcachefs:
+    case TMPFS_MAGIC:
+    case RAMFS_MAGIC:
+    case NILFS_SUPER_MAGIC:
+    case vfat:
+    case exfat:
+        return true;
+    default:
+        return false;
+    }
+}
+
+VolumeAnswer queryVolume(const std::string& path) {
+    VolumeAnswer answer;
+    struct statvfs about {};
+    const auto call = [&about](const char* name) { return ::statvfs(name, &about); };
+    if (const int error = askNearest(path, call); error != 0) {
+        answer.reason = path + ": " + errorText(error);
+        return answer;
+    }
+    answer.figures = figuresFrom(about);
+    if (!answer.figures) {
+        answer.reason = path + ": the volume has no size";
+    }
+    return answer;
+}
+
+} // namespace vantor::platform::linux_machine

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vantor::platform::linux_machine {
+
+/// A volume's capacities as `df` shows them to a user who is not root.
+struct VolumeFigures {
+    std::int64_t total = 0;
+    std::int64_t available = 0;
+};
+
+/// The answer of statvfs(3), or why there is none.
+struct VolumeAnswer {
+    std::optional<VolumeFigures> figures;
+    std::string reason; ///< where there are none; names the path
+};
+
+/// Asks for the volume that holds a path, or would hold it where the folder is not there. It may block for as
+/// long as a network's or a user's file system likes. A volume of size zero (there are such: /proc, an empty
+/// automount) counts as a failure. Any thread.
+[[nodiscard]] VolumeAnswer queryVolume(const std::string& path);
+
+/// Whether the path is on a file system of this machine that keeps its figures in memory, so that asking it
+/// again cannot hang. May itself block as the query does.
+[[nodiscard]] bool isOnLocalFileSystem(const std::string& path);
+
+} // namespace vantor::platform::linux_machine

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/KernelFile.hpp"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantor::platform::linux_machine {
+
+/// The RAM that the machine's compressed memory disks (zram) take. Not for several threads at once.
+class ZramReader {
+public:
+    explicit ZramReader(std::string sysRoot) : m_blockFolder(std::move(sysRoot) + "/block") {}
+
+    /// Bytes in use now; a disk that cannot be read counts as none. Which disks there are is looked up again
+    /// once a minute: the folder may list thousands, and a new zram disk starts out empty.
+    [[nodiscard]] std::uint64_t used(std::chrono::nanoseconds now);
+
+private:
+    void findDisks();
+
+    std::string m_blockFolder;
+    std::vector<KernelFile> m_disks;
+    std::optional<std::chrono::nanoseconds> m_looked;
+};
+
+} // namespace vantor::platform::linux_machine
