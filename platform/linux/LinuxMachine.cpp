@@ -33,8 +33,12 @@ LinuxMachine::LinuxMachine(Options options)
       m_documents(documentsFolder(m_options.folders)) {
     if (m_options.useLocale) {
         adoptUserLocale();
-        m_translations.emplace();
         m_signs = currentLocaleSigns();
+        // English is built in. Without this a LANGUAGE such as "en:de" would pass the missing English
+        // catalogue over.
+        if (m_signs.language != "en") {
+            m_translations.emplace();
+        }
     }
 }
 
