@@ -45,3 +45,7 @@ else()
     endif()
   endforeach()
 endif()
+
+if(VANTOR_FUZZ)
+  target_compile_options(vantor-options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

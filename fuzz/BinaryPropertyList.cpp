@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "WalkList.hpp"
+
+#include <string>
+
+/// The input is what follows the magic.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    vantor::fuzz::walk(
+        vantor::platform::readPropertyList(std::string("bplist00").append(vantor::fuzz::asText(data, size))));
+    return 0;
+}
