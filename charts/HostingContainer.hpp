@@ -22,7 +22,7 @@ public:
     /// A container that shows `content`. Its frame is zero until it is put into a superview.
     static std::shared_ptr<HostingContainer> initWithContent(Content content,
                                                              platform::UIViewController& parent) {
-        const auto container = std::make_shared<HostingContainer>(platform::NSCoder{});
+        auto container = std::make_shared<HostingContainer>(platform::NSCoder{});
         container->install(std::move(content), parent);
         return container;
     }

@@ -25,6 +25,7 @@ set(VANTOR_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= ta
 add_library(vantor-options INTERFACE)
 target_compile_options(vantor-options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion> # which g++'s -Wconversion does not mean either
   -ffunction-sections -fdata-sections)
 target_link_options(vantor-options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
 

@@ -74,7 +74,7 @@ TEST_F(DiskStatusTest, LetsNegativeFiguresPassAndStopsOnOverflow) {
     change([](platform::SimulatedState& s) { s.volume = platform::VolumeCapacities{10, 8, 5}; });
     expect(5, -3, 5);
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-    change([](platform::SimulatedState& s) { s.volume = platform::VolumeCapacities{10, 1, least}; });
+    change([&](platform::SimulatedState& s) { s.volume = platform::VolumeCapacities{10, 1, least}; });
     EXPECT_DEATH((void)DiskStatus::getReleasableDiskSpace(), "releasable storage overflows");
     EXPECT_DEATH((void)DiskStatus::getUsedDiskSpace(), "used storage overflows");
 }
