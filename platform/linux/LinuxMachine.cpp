@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <system_error>
 #include <utility>
 
 namespace vantor::platform {
@@ -43,6 +44,17 @@ LinuxMachine::LinuxMachine(Options options)
 }
 
 LinuxMachine::~LinuxMachine() = default;
+
+void LinuxMachine::startReleasableScan(ScanPace pace) {
+    if (m_documents.empty() || m_options.folders.cache.empty()) {
+        return;
+    }
+    try {
+        m_releasable = std::make_unique<ReleasableScan>(m_options.folders, m_documents, pace);
+    } catch (const std::system_error&) {
+        m_releasable.reset(); // without a thread to spare, nothing counts as releasable
+    }
+}
 
 kern_return_t LinuxMachine::hostPageSize(std::uint64_t& size) {
     size = m_options.pageSize;
@@ -91,7 +103,10 @@ std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string
     if (!figures) {
         return std::nullopt;
     }
-    return VolumeCapacities{figures->total, figures->available, figures->available};
+    const std::int64_t releasable = m_releasable && path == m_documents ? m_releasable->bytes() : 0;
+    const std::int64_t room = figures->total - figures->available;
+    return VolumeCapacities{figures->total, figures->available,
+                            figures->available + std::min(releasable, room)};
 }
 
 SuiteFile LinuxMachine::readSuite(std::string_view suiteName) {

@@ -6,10 +6,12 @@
 #include "platform/linux/MachineOptions.hpp"
 #include "platform/linux/MemoryReader.hpp"
 #include "platform/linux/ProcessorReader.hpp"
+#include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/Translations.hpp"
 #include "platform/linux/VolumeReader.hpp"
 #include "platform/machine/Machine.hpp"
 
+#include <memory>
 #include <optional>
 
 namespace vantor::platform {
@@ -27,6 +29,11 @@ public:
     ~LinuxMachine() override;
     LinuxMachine(const LinuxMachine&) = delete;
     LinuxMachine& operator=(const LinuxMachine&) = delete;
+
+    /// Starts to look now and then, on a thread of the lowest priority, for what the user could release at
+    /// once on the documents' volume (caches and trash); what an earlier run found is known at once. Until a
+    /// host calls this, nothing counts as releasable. Call it once, before others sample.
+    void startReleasableScan(linux_machine::ScanPace pace = {});
 
     kern_return_t hostPageSize(std::uint64_t& size) override;
     kern_return_t hostVirtualMemory(vm_statistics64& record) override;
@@ -49,6 +56,7 @@ private:
     linux_machine::InterfaceReader m_interfaces;
     linux_machine::VolumeReader m_volume;
     std::string m_documents;
+    std::unique_ptr<linux_machine::ReleasableScan> m_releasable;
     std::optional<linux_machine::Translations> m_translations;
     LocaleSigns m_signs;
 };

@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
+#include <optional>
 
 namespace vantor::platform::linux_machine {
 
@@ -70,12 +72,12 @@ double worstError(const Shares& shares, const Units& units, std::uint32_t sum) {
     return worst;
 }
 
-/// The best proportions with a sum of at most `most`; of equally good ones the smallest.
+/// The best proportions among those with the `candidates` highest sums up to `most`.
 Units closest(const Shares& shares, std::uint32_t most) {
-    constexpr double invisible = 0.00002; // shares are shown with two decimals of a percent
+    constexpr std::uint32_t candidates = 128;
     Units best{};
     double least = std::numeric_limits<double>::infinity();
-    for (std::uint32_t sum = 1; sum <= most && least > invisible; ++sum) {
+    for (std::uint32_t sum = most > candidates ? most - candidates : 1; sum <= most; ++sum) {
         const Units units = proportional(shares, sum);
         const double error = worstError(shares, units, sum);
         if (error < least) {
@@ -86,6 +88,17 @@ Units closest(const Shares& shares, std::uint32_t most) {
     return best;
 }
 
+/// The interval's ticks themselves, in lowest terms, where that is cheap enough.
+std::optional<Units> exactly(const ProcessorTimes& passed, std::uint32_t most) {
+    const std::uint64_t divisor =
+        std::gcd(std::gcd(passed.user, passed.system), std::gcd(passed.idle, passed.nice));
+    if (sum(passed) / divisor > most) {
+        return std::nullopt;
+    }
+    const auto units = [divisor](std::uint64_t ticks) { return static_cast<std::uint32_t>(ticks / divisor); };
+    return Units{units(passed.user), units(passed.system), units(passed.idle), units(passed.nice)};
+}
+
 void rise(std::uint32_t& counter, std::uint32_t units) {
     counter += std::min(units, std::numeric_limits<std::uint32_t>::max() - counter);
 }
@@ -94,6 +107,11 @@ void rise(std::uint32_t& counter, std::uint32_t units) {
 
 double TickScale::remaining() const {
     return range - std::max({m_counters.user, m_counters.system, m_counters.idle, m_counters.nice});
+}
+
+std::uint32_t TickScale::highestPlanned(double age) {
+    return static_cast<std::uint32_t>(range - planAt(age).left -
+                                      (range - evenPart) * std::exp(-age / surplusTime));
 }
 
 std::uint32_t TickScale::allowance(std::chrono::nanoseconds elapsed) const {
@@ -108,20 +126,22 @@ host_cpu_load_info TickScale::add(const ProcessorTimes& passed, std::chrono::nan
     if (all == 0) {
         return m_counters;
     }
-    const auto share = [all](std::uint64_t ticks) {
-        return static_cast<double>(ticks) / static_cast<double>(all);
-    };
-    const Shares shares{share(passed.user), share(passed.system), share(passed.idle), share(passed.nice)};
     // The first answer stands for all the time since boot and is given once.
-    const Units units =
-        m_started ? closest(shares, allowance(elapsed))
-                  : proportional(shares, static_cast<std::uint32_t>(std::min<std::uint64_t>(all, sinceBoot)));
+    const std::uint32_t most = m_started ? allowance(elapsed) : sinceBoot;
+    std::optional<Units> units = exactly(passed, most);
+    if (!units) {
+        const auto share = [all](std::uint64_t ticks) {
+            return static_cast<double>(ticks) / static_cast<double>(all);
+        };
+        units =
+            closest({share(passed.user), share(passed.system), share(passed.idle), share(passed.nice)}, most);
+    }
     m_started = true;
     m_age += std::max(0.0, std::chrono::duration<double>(elapsed).count());
-    rise(m_counters.user, units[0]);
-    rise(m_counters.system, units[1]);
-    rise(m_counters.idle, units[2]);
-    rise(m_counters.nice, units[3]);
+    rise(m_counters.user, (*units)[0]);
+    rise(m_counters.system, (*units)[1]);
+    rise(m_counters.idle, (*units)[2]);
+    rise(m_counters.nice, (*units)[3]);
     return m_counters;
 }
 

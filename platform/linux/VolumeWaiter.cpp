@@ -3,6 +3,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -28,8 +29,13 @@ VolumeWaiter::Result VolumeWaiter::ask(const std::string& path) {
     const auto query = std::make_shared<Query>();
     try {
         std::thread([query, path] {
-            Result result{queryVolume(path), false};
-            result.local = result.answer.figures && isOnLocalFileSystem(path);
+            Result result;
+            try {
+                result.answer = queryVolume(path);
+                result.local = result.answer.figures && isOnLocalFileSystem(path);
+            } catch (const std::bad_alloc&) {
+                result = Result(); // a failure without words
+            }
             const std::lock_guard lock(query->mutex);
             query->result = std::move(result);
             query->done = true;

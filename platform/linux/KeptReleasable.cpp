@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/KeptReleasable.hpp"
+
+#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/TextScan.hpp"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <limits>
+#include <system_error>
+
+namespace vantor::platform::linux_machine {
+
+namespace {
+constexpr std::string_view heading = "vantor-releasable 1";
+constexpr std::size_t longestText = 128;
+} // namespace
+
+std::optional<KeptReleasable> parseKeptReleasable(std::string_view text) {
+    const std::optional<Line> line = takeLine(text);
+    if (!line || !line->ended || !text.empty() || !line->text.starts_with(heading)) {
+        return std::nullopt;
+    }
+    std::string_view rest = line->text.substr(heading.size());
+    const std::optional<std::uint64_t> volume = takeNumber(rest);
+    const std::optional<std::uint64_t> bytes = takeNumber(rest);
+    const std::optional<std::uint64_t> seconds = takeNumber(rest);
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (!volume || !bytes || !seconds || *bytes > most || *seconds > most || !rest.empty()) {
+        return std::nullopt;
+    }
+    return KeptReleasable{*volume, *bytes, static_cast<std::int64_t>(*seconds)};
+}
+
+std::string formatKeptReleasable(const KeptReleasable& kept) {
+    return std::string(heading) + ' ' + std::to_string(kept.volume) + ' ' + std::to_string(kept.bytes) + ' ' +
+           std::to_string(kept.scanned) + '\n';
+}
+
+std::optional<KeptReleasable> loadKeptReleasable(const std::string& path) {
+    KernelFile file(path, Shape::oneRecord);
+    return parseKeptReleasable(file.read(longestText).text);
+}
+
+void saveKeptReleasable(const std::string& path, const KeptReleasable& kept) {
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
+    const std::string fresh = path + '.' + std::to_string(::getpid());
+    ::unlink(fresh.c_str());
+    const std::string text = formatKeptReleasable(kept);
+    const Descriptor file(::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!file.isOpen()) {
+        return;
+    }
+    const bool whole = ::write(file.number(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    if (!whole || ::rename(fresh.c_str(), path.c_str()) != 0) {
+        ::unlink(fresh.c_str());
+    }
+}
+
+} // namespace vantor::platform::linux_machine
