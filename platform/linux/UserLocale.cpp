@@ -83,7 +83,7 @@ void adoptUserLocale() {
     }
     const std::string request = requestedLocale("LC_MESSAGES");
     if (!isPlain(request) && variable("LANGUAGE").empty()) {
-        ::setenv("LANGUAGE", request.substr(0, request.find_first_of(".@")).c_str(), 0);
+        ::setenv("LANGUAGE", request.substr(0, request.find_first_of(".@")).c_str(), 1);
     }
 }
 
@@ -108,9 +108,9 @@ std::string languageTag(std::string_view locale) {
 LocaleSigns currentLocaleSigns() {
     LocaleSigns signs;
     const std::string request = requestedLocale("LC_MESSAGES");
-    // Nobody asked for another language than the program's own where the locale is plain, whatever LANGUAGE
-    // says.
-    const std::string preferred = isPlain(request) ? std::string() : variable("LANGUAGE");
+    // As gettext does it: in the "C" locale LANGUAGE counts for nothing, in "C.UTF-8" it does.
+    const bool isC = request.empty() || request == "C" || request == "POSIX";
+    const std::string preferred = isC ? std::string() : variable("LANGUAGE");
     signs.language = languageTag(preferred.empty() ? request : preferred);
     const char* const numeric = std::setlocale(LC_NUMERIC, nullptr);
     if (isPlain(numeric != nullptr ? numeric : "C")) {

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/UserLocale.hpp"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+
+// Each test runs in a process of its own (ctest), since locale and environment are process-wide.
+namespace vantor::tests {
+namespace {
+
+using namespace platform::linux_machine;
+
+void environment(const char* all, const char* language) {
+    ::setenv("LC_ALL", all, 1);
+    ::setenv("LANGUAGE", language, 1);
+}
+
+TEST(Locale, languageTags) {
+    const std::pair<const char*, const char*> names[] = {
+        {"pt_BR.UTF-8", "pt-BR"}, {"pt_PT", "pt"},       {"zh_CN.GB18030", "zh-Hans"},
+        {"zh_TW", "zh-Hant"},     {"zh", "zh-Hans"},     {"de_AT@euro", "de"},
+        {"it:en", "it"},          {"en_GB.UTF-8", "en"}, {"C", "en"},
+        {"C.UTF-8", "en"},        {"POSIX", "en"},       {"", "en"},
+        {"../../etc", "en"},      {"x", "en"},           {"haw_US", "haw"}};
+    for (const auto& [name, tag] : names) {
+        EXPECT_EQ(languageTag(name), tag) << name;
+    }
+}
+
+TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
+    environment("it_IT.ISO-8859-15", "");
+    platform::LinuxMachine machine;
+    EXPECT_EQ(machine.localeSigns().language, "it");
+    const std::optional<std::string> text = machine.localizedString("home_FREE");
+    if (!text) {
+        GTEST_SKIP() << "no message catalogues were built";
+    }
+    EXPECT_NE(*text, "home_FREE");
+    EXPECT_FALSE(machine.localizedString("home_NOSUCHTEXT"));
+    EXPECT_FALSE(machine.localizedString(""));
+}
+
+TEST(Locale, languageGoesBeforeTheLocaleButForC) {
+    environment("C.UTF-8", "ru:de");
+    {
+        platform::LinuxMachine machine;
+        EXPECT_EQ(machine.localeSigns().language, "ru");
+    }
+    environment("C", "ru");
+    platform::LinuxMachine machine;
+    EXPECT_EQ(machine.localeSigns(), platform::LocaleSigns());
+    EXPECT_FALSE(machine.localizedString("home_FREE"));
+}
+
+TEST(Locale, englishIsNotPassedOverForTheNextLanguage) {
+    environment("C.UTF-8", "en:de");
+    platform::LinuxMachine machine;
+    EXPECT_FALSE(machine.localizedString("home_FREE"));
+}
+
+TEST(Locale, signsComeFromTheNumericLocaleInUtf8) {
+    const struct {
+        const char* locale;
+        const char *decimal, *grouping, *one;
+    } rows[] = {{"it_IT.UTF-8", ",", ".", "1"},      {"de_DE.ISO-8859-1", ",", ".", "1"},
+                {"fr_FR.UTF-8", ",", "\u202F", "1"}, {"ru_RU.UTF-8", ",", "\u202F", "1"},
+                {"fa_IR.UTF-8", "٫", "٬", "۱"},      {"ja_JP.UTF-8", ".", ",", "1"}};
+    bool tried = false;
+    for (const auto& row : rows) {
+        if (std::setlocale(LC_ALL, row.locale) == nullptr) {
+            continue;
+        }
+        tried = true;
+        environment(row.locale, "");
+        const platform::LocaleSigns signs = currentLocaleSigns();
+        EXPECT_EQ(signs.decimal, row.decimal) << row.locale;
+        EXPECT_EQ(signs.grouping, row.grouping) << row.locale;
+        EXPECT_EQ(signs.digits[1], row.one) << row.locale;
+    }
+    if (!tried) {
+        GTEST_SKIP() << "none of these locales was generated";
+    }
+}
+
+} // namespace
+} // namespace vantor::tests
