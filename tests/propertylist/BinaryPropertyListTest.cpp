@@ -75,7 +75,7 @@ TEST(BinaryPropertyList, FindsMembersAndTheLastOfEqualKeys) {
         BinaryList list;
         list.referenceWidth = width;
         std::string dictionary = BinaryList::head(0xD, 3);
-        for (const std::uint64_t reference : {1, 2, 1, 3, 4, 5}) {
+        for (const std::uint64_t reference : {1U, 2U, 1U, 3U, 4U, 5U}) {
             dictionary += bigEndianBytes(reference, width);
         }
         list.objects = {dictionary, BinaryList::text("k"), BinaryList::text("list"),
@@ -188,7 +188,8 @@ TEST(BinaryPropertyList, WithoutMemoryThereIsNoList) {
     const std::string bytes =
         BinaryList{"\xD1\x01\x02", BinaryList::text("k"), "\x68" + std::string(16, '\x20')}.bytes();
     const std::size_t failed = vantor::tests::failEachAllocation(
-        [&] { return bytes; }, [](std::string input) { return readPropertyList(std::move(input)); },
+        [&] { return std::string(bytes); },
+        [](std::string input) { return readPropertyList(std::move(input)); },
         [](const PropertyListResult& result, bool hasFailed) {
             EXPECT_EQ(std::holds_alternative<PropertyListFailure>(result), hasFailed);
         });

@@ -161,7 +161,8 @@ TEST(XMLPropertyList, CutAnywhereOrWithoutMemoryThereIsNoList) {
         EXPECT_FALSE(top(readPropertyList(whole.substr(0, length))).has_value()) << length;
     }
     const std::size_t failed = vantor::tests::failEachAllocation(
-        [&] { return whole; }, [](std::string input) { return readPropertyList(std::move(input)); },
+        [&] { return std::string(whole); },
+        [](std::string input) { return readPropertyList(std::move(input)); },
         [](const PropertyListResult& result, bool hasFailed) {
             EXPECT_EQ(std::holds_alternative<PropertyListFailure>(result), hasFailed);
         });

@@ -91,12 +91,12 @@ TEST(Translations, CaptionsFitUnderARing) {
 }
 
 TEST(Translations, AreCompiledWhereProgramsLookForThem) {
-    const std::string compiled = VANTOR_COMPILED_CATALOGUES;
+    const std::filesystem::path compiled = VANTOR_COMPILED_CATALOGUES;
     if (compiled.empty()) {
         GTEST_SKIP() << "built without msgfmt";
     }
     for (const std::string& language : languages) {
-        std::ifstream file(compiled + "/" + language + "/LC_MESSAGES/vantor.mo", std::ios::binary);
+        std::ifstream file(compiled / language / "LC_MESSAGES/vantor.mo", std::ios::binary);
         std::string bytes((std::istreambuf_iterator<char>(file)), {});
         EXPECT_NE(bytes.find(catalogue(language)["host_SHOWMORE"].text), std::string::npos) << language;
     }
