@@ -1,26 +1,41 @@
 // SPDX-License-Identifier: MIT
-#include "StubMachine.hpp"
+#include "SimulatedStore.hpp"
 #include "platform/foundation/NSFileManager.hpp"
-#include "platform/foundation/NSProcessInfo.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
 
 #include <gtest/gtest.h>
 
 using namespace vantor::platform;
-using vantor::tests::StubMachine;
+using vantor::tests::storeHolding;
 
 namespace {
 
-std::string list(std::string_view content) {
-    return std::string("<plist><dict>").append(content).append("</dict></plist>");
+/// A machine whose preference suite is this file.
+struct SuiteMachine {
+    explicit SuiteMachine(const SuiteFile& file) {
+        machine.change([&file](SimulatedState& state) {
+            state.suite = file;
+            state.failures = {{"storage", "no"}, {"preferences", "it is no regular file"}};
+        });
+    }
+    SimulatedMachine machine;
+    MachineScope scope{machine};
+};
+
+std::optional<NSUserDefaults> opened(const SuiteFile& file) {
+    const SuiteMachine machine(file);
+    return NSUserDefaults::initWithSuiteName("group");
+}
+
+std::string problem(const SuiteFile& file) {
+    const SuiteMachine machine(file);
+    return suiteProblem("group").value_or("");
 }
 
 TEST(UserDefaults, ConvertsValuesAsTheirReadersExpect) {
-    StubMachine machine;
-    machine.store(
-        list("<key>yes</key><true/><key>no</key><false/><key>zero</key><integer>0</integer><key>tiny</key>"
-             "<real>1e-300</real><key>text</key><string>2.5</string><key>data</key><data>eWVz</data>"));
-    const std::optional<NSUserDefaults> store = NSUserDefaults::initWithSuiteName("group");
+    const std::optional<NSUserDefaults> store = opened(storeHolding(
+        "<key>yes</key><true/><key>no</key><false/><key>zero</key><integer>0</integer><key>tiny</key>"
+        "<real>1e-300</real><key>text</key><string>2.5</string><key>data</key><data>eWVz</data>"));
     ASSERT_TRUE(store.has_value());
     for (const char* const yes : {"yes", "tiny", "text"}) {
         EXPECT_TRUE(store->boolForKey(yes)) << yes;
@@ -37,10 +52,8 @@ TEST(UserDefaults, ConvertsValuesAsTheirReadersExpect) {
 }
 
 TEST(UserDefaults, ReadsTheTruthInAText) {
-    StubMachine machine;
-    const auto truth = [&machine](const std::string& text) {
-        machine.store(list("<key>k</key><string>" + text + "</string>"));
-        return NSUserDefaults::initWithSuiteName("group")->boolForKey("k");
+    const auto truth = [](const std::string& text) {
+        return opened(storeHolding(vantor::tests::storedText("k", text)))->boolForKey("k");
     };
     for (const char* const yes : {"t", "True", "yes", "Y", "  \t Yes", "1", "-1", "+0009", "007 agents"}) {
         EXPECT_TRUE(truth(yes)) << yes;
@@ -51,43 +64,32 @@ TEST(UserDefaults, ReadsTheTruthInAText) {
 }
 
 TEST(UserDefaults, OpensNothingWithoutADictionaryAndTheHostCanSayWhy) {
-    StubMachine machine;
-    machine.suite = {"/etc/x", "", false, false};
-    EXPECT_FALSE(NSUserDefaults::initWithSuiteName("group").has_value());
-    EXPECT_FALSE(suiteProblem("group").has_value());
-
-    machine.store(list(""));
-    EXPECT_FALSE(suiteProblem("group").has_value());
-    machine.suite.path = "/tmp/a\nb\x1b[31m";
+    EXPECT_FALSE(opened({"/etc/x", "", false, false}).has_value());
+    EXPECT_EQ(problem({"/etc/x", "", false, false}), "");
+    EXPECT_EQ(problem(storeHolding("")), "");
     for (const char* const content : {"", "<plist><array/></plist>", "bplist00", "{ a = b; }"}) {
-        machine.suite.content = content;
-        EXPECT_FALSE(NSUserDefaults::initWithSuiteName("group").has_value()) << content;
-        const std::string problem = suiteProblem("group").value_or("");
-        EXPECT_TRUE(problem.starts_with("/tmp/a\uFFFDb\uFFFD[31m: ")) << problem;
+        const SuiteFile file{"/tmp/a\nb\x1b[31m", content, true, true};
+        EXPECT_FALSE(opened(file).has_value()) << content;
+        EXPECT_TRUE(problem(file).starts_with("/tmp/a\uFFFDb\uFFFD[31m: ")) << problem(file);
     }
-    machine.suite = {"/tmp/pipe", "", true, false};
-    machine.failing = {{"storage", "no"}, {"preferences", "it is no regular file"}};
-    EXPECT_FALSE(NSUserDefaults::initWithSuiteName("group").has_value());
-    EXPECT_EQ(suiteProblem("group"), "/tmp/pipe: it is no regular file");
+    EXPECT_FALSE(opened({"/tmp/pipe", "", true, false}).has_value());
+    EXPECT_EQ(problem({"/tmp/pipe", "", true, false}), "/tmp/pipe: it is no regular file");
 }
 
 TEST(FileManager, AnswersOnlyWhatWasAskedAndKnown) {
-    StubMachine machine;
-    machine.memory = 42;
-    machine.onMac = true;
-    EXPECT_EQ(NSProcessInfo::processInfo().physicalMemory(), 42U);
-    EXPECT_TRUE(NSProcessInfo::processInfo().isiOSAppOnMac());
-
-    const auto urls = [] {
-        return NSFileManager::defaultManager().URLsForDirectory(NSDocumentDirectory, NSUserDomainMask);
-    };
-    EXPECT_TRUE(urls().empty());
-    machine.documents = {"/home/user/Documents", "/other"};
-    ASSERT_EQ(urls().size(), 2U);
-    EXPECT_EQ(urls().front().path(), "/home/user/Documents");
-    EXPECT_FALSE(urls().front().resourceValuesForKeys({NSURLVolumeTotalCapacityKey}).has_value());
-    machine.capacities = VolumeCapacities{100, 20, std::nullopt};
-    const auto values = urls().front().resourceValuesForKeys(
+    SimulatedMachine machine;
+    machine.change([](SimulatedState& state) {
+        state.documentDirectories = {"/home/user/Documents", "/other"};
+        state.volume = std::nullopt;
+    });
+    const MachineScope scope(machine);
+    const std::vector<NSFileURL> urls =
+        NSFileManager::defaultManager().URLsForDirectory(NSDocumentDirectory, NSUserDomainMask);
+    ASSERT_EQ(urls.size(), 2U);
+    EXPECT_EQ(urls.front().path(), "/home/user/Documents");
+    EXPECT_FALSE(urls.front().resourceValuesForKeys({NSURLVolumeTotalCapacityKey}).has_value());
+    machine.change([](SimulatedState& state) { state.volume = VolumeCapacities{100, 20, std::nullopt}; });
+    const auto values = urls.front().resourceValuesForKeys(
         {NSURLVolumeAvailableCapacityKey, NSURLVolumeAvailableCapacityForImportantUsageKey});
     ASSERT_TRUE(values.has_value());
     EXPECT_EQ(values->objectForKey(NSURLVolumeAvailableCapacityKey), 20);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "StubMachine.hpp"
 #include "platform/foundation/DateText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/foundation/ParseDouble.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
 
@@ -83,8 +83,9 @@ TEST(DateText, FollowsTheZoneAndItsSummer) {
 }
 
 TEST(LocalizedString, ComesFromTheMachineOrIsEnglishAndNeverAKey) {
-    vantor::tests::StubMachine machine;
-    machine.translations["home_USER"] = "Utente";
+    SimulatedMachine machine;
+    machine.change([](SimulatedState& state) { state.texts["home_USER"] = "Utente"; });
+    const MachineScope scope(machine);
     EXPECT_EQ(NSLocalizedString("home_USER"), "Utente");
     for (const EnglishText& english : englishTexts()) {
         if (english.key != "home_USER") {
