@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/desktop/LoopDriver.hpp"
+
+#include "platform/time/RunLoop.hpp"
+
+#include <time.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace vantor::desktop {
+
+using platform::Instant;
+using platform::RunLoop;
+
+namespace {
+
+constexpr auto wakeEvent = static_cast<QEvent::Type>(QEvent::User + 1);
+constexpr double noticeableSleep = 0.5; // seconds
+
+double seconds(clockid_t clock) {
+    timespec now{};
+    ::clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+/// The boot clock goes on while the machine sleeps, the monotonic one does not.
+double sleepTime() {
+    return seconds(CLOCK_BOOTTIME) - seconds(CLOCK_MONOTONIC);
+}
+
+} // namespace
+
+LoopDriver::LoopDriver(std::function<void()> turned, std::function<void()> slept)
+    : m_turned(std::move(turned)), m_slept(std::move(slept)) {
+    m_deadline.setSingleShot(true);
+    m_deadline.setTimerType(Qt::PreciseTimer);
+    m_deadline.callOnTimeout(this, [this] { turn(); });
+}
+
+LoopDriver::~LoopDriver() {
+    stop();
+}
+
+void LoopDriver::start() {
+    if (std::exchange(m_running, true)) {
+        return;
+    }
+    m_sleepTime = sleepTime();
+    RunLoop::main().setWakeHandler([this] {
+        if (!m_woken.exchange(true)) {
+            QCoreApplication::postEvent(this, new QEvent(wakeEvent));
+        }
+    });
+    turn();
+}
+
+void LoopDriver::stop() {
+    m_running = false;
+    RunLoop::main().setWakeHandler({});
+    m_deadline.stop();
+}
+
+bool LoopDriver::event(QEvent* event) {
+    if (event->type() != wakeEvent) {
+        return QObject::event(event);
+    }
+    turn();
+    return true;
+}
+
+bool LoopDriver::noticedSleep() {
+    const double before = std::exchange(m_sleepTime, sleepTime());
+    return m_sleepTime - before > noticeableSleep;
+}
+
+void LoopDriver::turn() {
+    if (!m_running) {
+        return;
+    }
+    m_woken = false; // first: what is posted from now on may miss this turn
+    if (noticedSleep()) {
+        m_slept();
+    }
+    RunLoop& loop = RunLoop::main();
+    loop.turn(std::chrono::steady_clock::now());
+    m_turned();
+    if (const std::optional<Instant> next = loop.nextDeadline()) {
+        const auto wait =
+            std::chrono::ceil<std::chrono::milliseconds>(*next - std::chrono::steady_clock::now());
+        // The toolkit's timers count milliseconds in an int: a longer wait is taken in pieces.
+        m_deadline.start(
+            std::clamp(wait, std::chrono::milliseconds(0), std::chrono::milliseconds(1'000'000'000)));
+    } else {
+        m_deadline.stop();
+    }
+}
+
+} // namespace vantor::desktop

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/desktop/WidgetWindow.hpp"
+
+#include "Controller/ReportInterface.hpp"
+#include "hosts/desktop/HostText.hpp"
+#include "hosts/desktop/LinkOpener.hpp"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+
+namespace vantor::desktop {
+
+using platform::NCWidgetDisplayMode;
+using platform::RunLoop;
+
+namespace {
+
+constexpr double compactHeight = 110;  // points
+constexpr double backdropMargin = 12;  // points around the card in a framed window
+constexpr double usualFontSize = 14.7; // pixels: eleven points at 96 dots an inch, what desktops come with
+constexpr double greatestTextScale = 3;
+
+/// Larger text grows the whole card.
+double textScale() {
+    const double size = QFontInfo(QApplication::font()).pixelSize();
+    return std::clamp(size / usualFontSize, 1.0, greatestTextScale);
+}
+
+} // namespace
+
+WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
+    : m_machine(machine),
+      m_context(std::make_shared<DesktopContext>(
+          [this](const platform::NSURL& url, std::function<void(bool)> finished) {
+              open(url, std::move(finished));
+          })),
+      m_controller(ReportInterface::instantiate()),
+      m_loop([this] { turned(); }, [this] { resume(); }),
+      m_presence(*this, [this](bool seen) { seenChanged(seen); }) {
+    m_controller->setExtensionContext(m_context);
+    m_controller->view();
+    m_card = std::make_unique<ReportCard>(m_controller, this);
+    setUpWindow(options);
+    m_card->setToggleHandler([this] { toggleMode(); });
+    m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
+    m_context->setModeHandler([this] { setMode(m_mode); });
+    setAppearance(options.appearance == AppearanceChoice::dark ? platform::Appearance::dark
+                                                               : platform::Appearance::light,
+                  {});
+    setMode(options.expanded.value_or(true) ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
+}
+
+WidgetWindow::~WidgetWindow() {
+    m_loop.stop();
+    m_controller->setPreferredContentSizeHandler({});
+    m_context->setModeHandler({});
+    RunLoop::main().clear();
+}
+
+void WidgetWindow::setUpWindow(const Options& options) {
+    setWindowTitle(QStringLiteral("Vantor"));
+    const bool wayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    const bool frameless = options.frameless || options.onDesktop || wayland; // see docs/decisions.md
+    setWindowFlag(Qt::FramelessWindowHint, frameless);
+    setWindowFlag(Qt::WindowStaysOnTopHint, options.onTop);
+    setWindowFlag(Qt::WindowStaysOnBottomHint, options.onDesktop);
+    setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+    setAttribute(Qt::WA_TranslucentBackground, frameless);
+    m_margin = frameless ? 0 : 1;
+}
+
+void WidgetWindow::setAppearance(platform::Appearance appearance, const QColor& accent) {
+    m_card->setLook(CardLook::of(appearance, textScale(), accent));
+    const CardLook& look = m_card->look();
+    QPalette palette;
+    palette.setColor(QPalette::Window, look.card);
+    palette.setColor(QPalette::WindowText, look.text);
+    palette.setColor(QPalette::Base, look.card);
+    palette.setColor(QPalette::Text, look.text);
+    palette.setColor(QPalette::Button, look.fill);
+    palette.setColor(QPalette::ButtonText, look.text);
+    palette.setColor(QPalette::ToolTipBase, look.card);
+    palette.setColor(QPalette::ToolTipText, look.text);
+    palette.setColor(QPalette::Highlight, look.accent);
+    QApplication::setPalette(palette);
+    fit();
+    update();
+}
+
+void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
+    const bool offered = m_context->widgetLargestAvailableDisplayMode() == NCWidgetDisplayMode::expanded;
+    m_mode = offered ? mode : NCWidgetDisplayMode::compact;
+    m_card->setCanExpand(offered);
+    m_card->setExpanded(true);
+    const double width = m_card->neededWidth();
+    const bool expanded = m_mode == NCWidgetDisplayMode::expanded;
+    m_card->setExpanded(expanded);
+    const double tallest = screen()->availableGeometry().height() / m_card->look().pointScale;
+    m_controller->widgetActiveDisplayModeDidChange(m_mode, {width, expanded ? tallest : compactHeight});
+    fit();
+}
+
+void WidgetWindow::toggleMode() {
+    setMode(m_mode == NCWidgetDisplayMode::expanded ? NCWidgetDisplayMode::compact
+                                                    : NCWidgetDisplayMode::expanded);
+}
+
+void WidgetWindow::fit() {
+    const platform::CGSize size = m_controller->preferredContentSize();
+    if (size.height <= 0) {
+        return; // before the first mode
+    }
+    m_card->setContentSize(size);
+    const int margin = m_margin == 0 ? 0 : m_card->look().pixels(backdropMargin);
+    m_card->move(margin, margin);
+    setFixedSize(m_card->width() + 2 * margin, m_card->height() + 2 * margin);
+}
+
+void WidgetWindow::seenChanged(bool seen) {
+    if (!seen) {
+        m_loop.stop();
+        m_card->animator().settle();
+        return;
+    }
+    if (m_started) {
+        resume();
+    }
+    m_started = true;
+    m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
+    m_loop.start();
+}
+
+/// After a pause: the last picture stands until fresh figures come; no timer fires at once and no rate covers
+/// the pause.
+void WidgetWindow::resume() {
+    RunLoop::main().restartTimers(std::chrono::steady_clock::now());
+    m_controller->resumeNETWORKStatus();
+    m_controller->makeReports();
+}
+
+void WidgetWindow::turned() {
+    m_card->flush();
+    m_card->showFailures(m_machine.failures());
+}
+
+void WidgetWindow::open(const platform::NSURL& url, std::function<void(bool)> finished) {
+    openLink(*this, url, [this, link = url.absoluteString(), finished = std::move(finished)](bool opened) {
+        if (!opened) {
+            m_card->showMessage(hostText("host_NOHANDLER", "link", link));
+        }
+        if (finished) {
+            finished(opened);
+        }
+    });
+}
+
+void WidgetWindow::paintEvent(QPaintEvent* event) {
+    if (m_margin != 0) {
+        QPainter(this).fillRect(event->rect(), m_card->look().backdrop);
+    }
+}
+
+void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    for (QAbstractButton* button : m_card->actionButtons()) {
+        menu.addAction(button->text(), button, &QAbstractButton::click);
+    }
+    menu.addSeparator();
+    menu.addAction(hostText("host_QUIT"), this, &QWidget::close);
+    menu.exec(event->globalPos());
+}
+
+void WidgetWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && windowFlags().testFlag(Qt::FramelessWindowHint)) {
+        windowHandle()->startSystemMove();
+    }
+}
+
+void WidgetWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Refresh)) {
+        m_card->actionButtons().front()->click();
+    } else if (event->matches(QKeySequence::Quit) || event->matches(QKeySequence::Close)) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace vantor::desktop

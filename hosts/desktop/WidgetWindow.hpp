@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/desktop/DesktopContext.hpp"
+#include "hosts/desktop/LoopDriver.hpp"
+#include "hosts/desktop/Options.hpp"
+#include "hosts/desktop/Presence.hpp"
+#include "hosts/desktop/ReportCard.hpp"
+#include "platform/machine/Machine.hpp"
+
+#include <QWidget>
+#include <memory>
+
+namespace vantor::desktop {
+
+/// The window that plays the host: it creates the controller, calls it back for updates and modes, has links
+/// opened, and turns the run loop only while it can be seen.
+class WidgetWindow final : public QWidget {
+public:
+    WidgetWindow(const Options& options, platform::Machine& machine);
+    ~WidgetWindow() override;
+
+    void setAppearance(platform::Appearance appearance, const QColor& accent);
+    void setMotion(bool on) { m_card->animator().setMotion(on); }
+    [[nodiscard]] Presence& presence() { return m_presence; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void setUpWindow(const Options& options);
+    void setMode(platform::NCWidgetDisplayMode mode);
+    void toggleMode();
+    void fit();
+    void seenChanged(bool seen);
+    void resume();
+    void turned();
+    void open(const platform::NSURL& url, std::function<void(bool)> finished);
+
+    platform::Machine& m_machine;
+    std::shared_ptr<DesktopContext> m_context;
+    std::shared_ptr<TEReportTableViewController> m_controller;
+    std::unique_ptr<ReportCard> m_card;
+    LoopDriver m_loop;
+    Presence m_presence;
+    platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;
+    int m_margin = 0; // of the backdrop around the card, in logical pixels
+    bool m_started = false;
+};
+
+} // namespace vantor::desktop
