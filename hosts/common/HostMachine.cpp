@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostMachine.hpp"
 
+#include <utility>
+
 namespace vantor::hosts {
 
-HostMachine::HostMachine(bool demo) {
+HostMachine::HostMachine(bool demo, platform::LinuxMachine::Options options) : m_linux(std::move(options)) {
     if (demo) {
         m_demo.emplace(m_linux);
     }

@@ -12,7 +12,7 @@ namespace vantor::hosts {
 /// the same language. Make it first in main, after setlocale.
 class HostMachine {
 public:
-    explicit HostMachine(bool demo);
+    explicit HostMachine(bool demo, platform::LinuxMachine::Options options = {});
 
     /// The machine in place.
     [[nodiscard]] platform::Machine& machine();
