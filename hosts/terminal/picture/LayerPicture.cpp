@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/LayerPicture.hpp"
+
+#include "hosts/terminal/picture/DotCanvas.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantor::terminal {
+
+namespace {
+
+using platform::CGPoint;
+using platform::StrokeLayer;
+using platform::TextLayer;
+
+constexpr double captionSize = 17; // points; a text of at least this size is a figure and drawn bold
+constexpr double hairline = 0.05;  // of the region: a thinner stroke is a hairline
+
+class Painter {
+public:
+    Painter(Grid& grid, const LayerPlace& place, const Look& look)
+        : m_grid(grid),
+          m_place(place),
+          m_look(look),
+          m_scale(place.rows / place.region.size.height),
+          m_canvas({static_cast<int>(std::ceil(place.rows * 2)), static_cast<int>(std::ceil(place.rows))}) {}
+
+    void stroke(const StrokeLayer& layer) {
+        const double dots = m_scale * DotCanvas::down; // a point, in dots
+        for (platform::ArcSegment arc : layer.path.arcs) {
+            arc.center = {(arc.center.x - m_place.region.origin.x) * dots,
+                          (arc.center.y - m_place.region.origin.y) * dots};
+            arc.radius *= dots;
+            m_canvas.stroke(arc, layer.lineWidth * dots,
+                            layer.lineWidth < hairline * m_place.region.size.width,
+                            inkOf(layer.color, layer.opacity, m_look));
+        }
+    }
+
+    void setDots() const { m_canvas.set(m_grid, m_place.column, m_place.row, m_look.glyphs); }
+
+    void text(const TextLayer& layer) const {
+        const std::u32string text =
+            clippedTo(harmlessCharacters(layer.text), m_place.textWidth, m_look.ellipsis());
+        int width = 0;
+        for (const char32_t character : text) {
+            width += columnsOf(character);
+        }
+        const double middle = platform::CGRectGetMidY(layer.frame) - m_place.region.origin.y;
+        int row = m_place.row + static_cast<int>(middle * m_scale);
+        if (middle > m_place.region.size.height * 0.75) {
+            row = std::max(row, m_place.lowestRow);
+        }
+        const int center = static_cast<int>(std::lround(m_place.rows * 2));
+        Ink ink = inkOf(layer.color, 1, m_look);
+        ink.isBold = layer.fontSize >= captionSize;
+        m_grid.write(m_place.column + (center - width + (center - width > 0 ? 1 : 0)) / 2, row, text, ink);
+    }
+
+private:
+    Grid& m_grid;
+    const LayerPlace& m_place;
+    const Look& m_look;
+    double m_scale; // cells a point, downward
+    DotCanvas m_canvas;
+};
+
+} // namespace
+
+void drawLayers(Grid& grid, const platform::Layers& layers, const LayerPlace& place, const Look& look) {
+    Painter painter(grid, place, look);
+    for (const platform::Layer& layer : layers) {
+        if (const auto* stroke = std::get_if<StrokeLayer>(&layer)) {
+            painter.stroke(*stroke);
+        }
+    }
+    painter.setDots(); // texts replace whole cells, so they come after all dots
+    for (const platform::Layer& layer : layers) {
+        if (const auto* text = std::get_if<TextLayer>(&layer)) {
+            painter.text(*text);
+        }
+    }
+}
+
+} // namespace vantor::terminal

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/terminal/picture/Look.hpp"
+#include "platform/drawing/Layer.hpp"
+
+namespace vantor::terminal {
+
+/// Where a rectangle of layers comes to stand among the cells.
+struct LayerPlace {
+    platform::CGRect region; ///< of the layers, in points; a square
+    int column = 0;          ///< of the region's upper left corner
+    int row = 0;
+    double rows = 0;   ///< the region's height in cells; it is twice as many columns wide
+    int textWidth = 0; ///< the columns that a text may take, centred in the region
+    int lowestRow = 0; ///< the row that a text below the region's middle moves down to, at the least
+};
+
+/// Draws layers back to front: strokes as dots, each text as one line of cells at the middle of its frame.
+void drawLayers(Grid& grid, const platform::Layers& layers, const LayerPlace& place, const Look& look);
+
+} // namespace vantor::terminal

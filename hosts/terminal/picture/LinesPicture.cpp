@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/Parts.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantor::terminal {
+
+namespace {
+
+constexpr int shortestBar = 6; // columns
+constexpr int percentWidth = 4;
+
+std::string percentOf(const Scene::Section& section) {
+    return percentText(section.chart ? section.chart->arcChartViewModel->progress() : 0);
+}
+
+std::string titleOf(const Scene::Section& section) {
+    return section.chart ? section.chart->title : std::string();
+}
+
+Ink chartInk(const Scene::Section& section, const Look& look) {
+    return section.chart ? inkOf(section.chart->arcChartViewModel->innerRingColor(), 1, look) : Ink{};
+}
+
+/// The characters of a bar: full, half full on the leading side, empty.
+struct BarGlyphs {
+    char32_t full, half, empty;
+};
+
+BarGlyphs barGlyphs(const Look& look) {
+    switch (look.glyphs) {
+    case Glyphs::braille:
+        return {U'\u2501', look.isRightToLeft ? U'\u257A' : U'\u2578', U'\u2500'};
+    case Glyphs::block:
+        return {U'\u2588', look.isRightToLeft ? U'\u2590' : U'\u258C', U'\u2500'};
+    case Glyphs::ascii:
+        break;
+    }
+    return {U'#', U'#', U'-'};
+}
+
+void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
+    const double shown = section.chart->animation().valueAt(now);
+    const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
+    const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
+    const BarGlyphs glyphs = barGlyphs(sheet.look());
+    const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look());
+    const Ink ink = chartInk(section, sheet.look());
+    for (int i = 0; i < box.width; ++i) {
+        const bool isLit = 2 * i < halves;
+        sheet.put(box, i,
+                  2 * i + 1 < halves ? glyphs.full
+                  : isLit            ? glyphs.half
+                                     : glyphs.empty,
+                  isLit ? ink : track);
+    }
+    sheet.needSteps(2 * box.width);
+}
+
+/// One character that is higher the fuller the chart is: what is left when not even a percentage fits.
+char32_t levelGlyph(const Scene::Section& section, const Look& look) {
+    const double value = section.chart ? section.chart->arcChartViewModel->progress() : 0;
+    const double pinned = value > 0 ? std::min(value, 1.0) : 0;
+    if (look.glyphs != Glyphs::braille) {
+        return U'0' + static_cast<char32_t>(std::min(pinned * 10, 9.0));
+    }
+    return U'\u2581' + static_cast<char32_t>(std::min(pinned * 8, 7.0));
+}
+
+std::string networkText(const Scene& scene, bool withCaptions, Glyphs glyphs) {
+    std::string text;
+    const char* const arrows[] = {glyphs == Glyphs::ascii ? "v " : "\u2193 ",
+                                  glyphs == Glyphs::ascii ? "^ " : "\u2191 "};
+    for (std::size_t i = 0; i < scene.network.rows.size(); ++i) {
+        const Scene::Row& row = scene.network.rows[i];
+        text += text.empty() ? "" : withCaptions ? "    " : "  ";
+        text += arrows[i % 2];
+        text += withCaptions ? row.caption + " " : "";
+        text += row.figure.empty() ? "-" : row.figure;
+    }
+    return text;
+}
+
+/// The charts in one line, with their titles or without.
+std::string chartsText(const Scene& scene, bool withTitles) {
+    std::string text;
+    for (const Scene::Section& section : scene.sections) {
+        text += text.empty() ? "" : withTitles ? "   " : " ";
+        text += withTitles ? titleOf(section) + " " : "";
+        text += percentOf(section);
+    }
+    return text;
+}
+
+} // namespace
+
+void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box) {
+    const std::string whole = networkText(scene, true, sheet.look().glyphs);
+    const bool fits = displayWidth(whole) <= box.width;
+    sheet.text(box, fits ? whole : networkText(scene, false, sheet.look().glyphs), Align::center, {});
+}
+
+void drawRows(Sheet& sheet, const Scene::Section& section, Box box) {
+    for (const Scene::Row& row : section.rows) {
+        const int figure = std::min(displayWidth(row.figure), box.width);
+        const int caption = std::max(0, box.width - figure - 1);
+        sheet.text({box.column, box.row, caption}, row.caption, Align::leading, captionInk(sheet.look()));
+        sheet.text({box.column + box.width - figure, box.row, figure}, row.figure, Align::trailing, {});
+        ++box.row;
+    }
+}
+
+void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) {
+    const int width = std::min(sheet.size().width, 100);
+    const int column = (sheet.size().width - width) / 2;
+    int title = 0;
+    for (const Scene::Section& section : scene.sections) {
+        title = std::max(title, displayWidth(titleOf(section)));
+    }
+    const int bar = width - title - percentWidth - 2;
+    int row = top;
+    for (const Scene::Section& section : scene.sections) {
+        const bool hasTitle = width > title + percentWidth;
+        const bool hasPercent = width >= percentWidth - 1;
+        if (hasTitle) {
+            sheet.text({column, row, title}, titleOf(section), Align::leading, captionInk(sheet.look()));
+        }
+        if (bar >= shortestBar && section.chart) {
+            drawBar(sheet, section, {column + title + 1, row, bar}, now);
+        }
+        if (hasPercent) {
+            const int start = hasTitle ? std::min(width, title + 1 + std::max(bar + 1, 0)) : 0;
+            const int room = bar >= shortestBar || !hasTitle ? width - start : percentWidth;
+            sheet.text({column + (bar >= shortestBar ? start
+                                  : hasTitle         ? title + 1
+                                                     : 0),
+                        row, room},
+                       percentOf(section), bar >= shortestBar ? Align::trailing : Align::leading,
+                       strongInk());
+        } else {
+            sheet.put({0, row, 1}, 0, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+        }
+        sheet.clickable({column, row, width}, section.action);
+        ++row;
+    }
+    if (row < sheet.size().height) {
+        drawNetwork(sheet, scene, {column, row, width});
+    }
+}
+
+void drawLine(Sheet& sheet, const Scene& scene, int row) {
+    const Box whole{0, row, sheet.size().width};
+    const std::string titled = chartsText(scene, true);
+    const std::string network = networkText(scene, false, sheet.look().glyphs);
+    for (const std::string& text : {titled + "   " + network, titled, chartsText(scene, false)}) {
+        if (displayWidth(text) <= whole.width) {
+            sheet.text(whole, text, Align::leading, {});
+            return;
+        }
+    }
+    for (int i = 0; i < std::min<int>(whole.width, Scene::charts); ++i) {
+        const Scene::Section& section = scene.sections[static_cast<std::size_t>(i)];
+        sheet.put(whole, i, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+    }
+}
+
+} // namespace vantor::terminal

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/terminal/picture/Layout.hpp"
+#include "hosts/terminal/picture/Scene.hpp"
+#include "hosts/terminal/picture/Sheet.hpp"
+#include "platform/time/RunLoop.hpp"
+
+/// The parts that a picture is put together from. Each draws into its box and registers what can be clicked.
+namespace vantor::terminal {
+
+/// One ring with percentage and caption, centred in a box.
+void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
+
+/// The captions and figures of a section, one line each, from a box's first row on.
+void drawRows(Sheet& sheet, const Scene::Section& section, Box box);
+
+/// The network's two figures side by side, centred in one row.
+void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box);
+
+/// The notice, or the keys and what they do, as many words as fit.
+void drawKeys(Sheet& sheet, const Scene& scene, const Box& box);
+
+/// The arrangements with rings; `top` is the first row.
+void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now);
+
+/// One line for each chart: a bar between title and percentage, or what of it fits.
+void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now);
+
+/// Everything in one line, or what of it fits.
+void drawLine(Sheet& sheet, const Scene& scene, int row);
+
+} // namespace vantor::terminal

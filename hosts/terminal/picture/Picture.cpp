@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/Picture.hpp"
+
+#include "hosts/terminal/picture/Layout.hpp"
+#include "hosts/terminal/picture/Parts.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace vantor::terminal {
+
+using platform::Instant;
+using platform::LinearAnimation;
+
+namespace {
+constexpr double mostSteps = 60; // a second; no screen shows more
+} // namespace
+
+std::optional<Action> Picture::actionAt(int column, int row) const {
+    const auto found = std::ranges::find_if(areas, [&](const HitArea& area) {
+        return column >= area.column && column < area.column + area.width && row >= area.row &&
+               row < area.row + area.height;
+    });
+    return found != areas.end() ? std::optional(found->action) : std::nullopt;
+}
+
+Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now) {
+    Picture picture;
+    picture.grid = Grid({std::max(size.width, 0), std::max(size.height, 0)});
+    if (size.width < 1 || size.height < 1) {
+        return picture;
+    }
+    Sheet sheet(picture, look);
+    const Layout layout = layoutFor(scene, size);
+    const int room = size.height - (layout.hasKeys ? 1 : 0);
+    const int top = std::max(0, (room - layout.height) / 2);
+    if (layout.arrangement == Arrangement::bars) {
+        drawBars(sheet, scene, top, now);
+    } else if (layout.arrangement == Arrangement::line) {
+        drawLine(sheet, scene, top);
+    } else {
+        drawRings(sheet, scene, layout, top, now);
+    }
+    if (layout.hasKeys) {
+        drawKeys(sheet, scene, {0, size.height - 1, size.width});
+    }
+    return picture;
+}
+
+std::optional<Instant> nextStep(const Scene& scene, const Picture& picture, Instant now) {
+    std::optional<Instant> next;
+    for (const Scene::Section& section : scene.sections) {
+        const LinearAnimation animation = section.chart ? section.chart->animation() : LinearAnimation{};
+        if (!animation.isRunningAt(now)) {
+            continue;
+        }
+        const double dots = std::ceil(std::abs(animation.to - animation.from) * picture.stepsPerUnit);
+        const double steps = std::clamp(dots, 1.0, std::max(1.0, mostSteps * animation.duration));
+        const double done = std::chrono::duration<double>(now - animation.start).count() / animation.duration;
+        // A step that is due within a millionth counts as done: the clock has whole nanoseconds.
+        const double step = std::min(std::floor(done * steps + 1e-6) + 1, steps);
+        const std::chrono::duration<double> offset(animation.duration * step / steps);
+        const Instant at =
+            animation.start + std::chrono::ceil<Instant::duration>(offset) + std::chrono::nanoseconds(1);
+        next = next ? std::min(*next, at) : at;
+    }
+    return next;
+}
+
+} // namespace vantor::terminal
