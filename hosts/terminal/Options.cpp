@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/Options.hpp"
+
+#include "platform/core/PrintableText.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vantor::terminal {
+
+namespace {
+
+using platform::Appearance;
+
+constexpr int badUsage = 2;
+
+CLI::Validator oneOf(const std::vector<std::string>& words) {
+    return {[words](const std::string& word) {
+                return std::ranges::find(words, word) != words.end() ? std::string()
+                                                                     : "\"" + word + "\" is not known";
+            },
+            ""};
+}
+
+/// A choice among named values, offered in the order in which they are given.
+template<class Value>
+void choice(CLI::App& app, const std::string& name, std::optional<Value>& target,
+            const std::vector<std::pair<std::string, Value>>& values, const std::string& help) {
+    std::vector<std::string> words;
+    std::string shown;
+    for (const auto& [word, value] : values) {
+        words.push_back(word);
+        shown += (shown.empty() ? "" : "|") + word;
+    }
+    app.add_option_function<std::string>(
+           name,
+           [&target, values](const std::string& word) {
+               target = std::ranges::find(values, word, &std::pair<std::string, Value>::first)->second;
+           },
+           help)
+        ->check(oneOf(words))
+        ->type_name(shown);
+}
+
+/// A number of seconds above zero, in the C locale whatever the user's.
+double seconds(const std::string& text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) || value <= 0) {
+        throw CLI::ValidationError("--watch", "\"" + text + "\" is no number of seconds above zero");
+    }
+    return value;
+}
+
+void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& color,
+                std::optional<Appearance>& appearance, bool& expanded) {
+    app.add_flag("--once", options.once, "Print one report, as soon as rates exist, and end");
+    app.add_option_function<std::vector<std::string>>(
+           "--watch",
+           [&options](const std::vector<std::string>& values) {
+               options.watch = true;
+               if (!values.empty() && !values.front().empty()) {
+                   options.watchSeconds = seconds(values.front());
+               }
+           },
+           "Print a report every SECONDS (the widget's own interval where none is given)")
+        ->expected(0, 1)
+        ->type_name("SECONDS");
+    choice<Format>(app, "--format", options.format,
+                   {{"text", Format::text},
+                    {"json", Format::json},
+                    {"waybar", Format::waybar},
+                    {"prometheus", Format::prometheus}},
+                   "How a report is written");
+    choice<Field>(
+        app, "--field", options.field,
+        {{"ram", Field::ram}, {"storage", Field::storage}, {"cpu", Field::cpu}, {"network", Field::network}},
+        "Report one section only (text and waybar)");
+    app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
+    app.add_flag("--compact", options.compact, "Start with the rings alone")
+        ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));
+    choice<ColorChoice>(app, "--color", color,
+                        {{"auto", ColorChoice::automatic},
+                         {"always", ColorChoice::always},
+                         {"never", ColorChoice::none},
+                         {"8", ColorChoice::eight},
+                         {"16", ColorChoice::sixteen},
+                         {"256", ColorChoice::palette},
+                         {"24bit", ColorChoice::direct}},
+                        "How many colours to use");
+    app.add_option_function<std::string>(
+           "--appearance",
+           [&appearance](const std::string& word) {
+               if (word != "auto") {
+                   appearance = word == "light" ? Appearance::light : Appearance::dark;
+               }
+           },
+           "The terminal's background, where it does not tell")
+        ->check(oneOf({"auto", "light", "dark"}))
+        ->type_name("auto|light|dark");
+    app.add_option("--log", options.log, "Append the log to FILE instead of standard error")
+        ->type_name("FILE");
+}
+
+void check(const Options& options) {
+    if (options.once && options.watch) {
+        throw CLI::ValidationError("--once", "does not go with --watch");
+    }
+    const bool knowsField =
+        options.format.value_or(Format::text) == Format::text || options.format == Format::waybar;
+    if (options.field && !knowsField) {
+        throw CLI::ValidationError("--field", "goes with the formats text and waybar");
+    }
+}
+
+} // namespace
+
+ParsedOptions parseOptions(int count, const char* const* arguments) {
+    ParsedOptions parsed;
+    CLI::App app(
+        "Shows this machine's memory, storage, processor and network in the terminal, or reports them "
+        "to scripts.",
+        "vantor-term");
+    std::optional<ColorChoice> color;
+    bool expanded = false;
+    addOptions(app, parsed.options, color, parsed.options.appearance, expanded);
+    choice<Glyphs>(app, "--glyphs", parsed.options.glyphs,
+                   {{"braille", Glyphs::braille}, {"block", Glyphs::block}, {"ascii", Glyphs::ascii}},
+                   "The characters to draw with, where the terminal has others than it tells");
+    app.set_version_flag("--version", "vantor-term " VANTOR_VERSION);
+    try {
+        app.parse(count, arguments);
+        check(parsed.options);
+        parsed.options.color = color.value_or(ColorChoice::automatic);
+    } catch (const CLI::Success& wish) { // --help and --version
+        parsed.exitStatus = app.exit(wish);
+    } catch (const CLI::ParseError& mistake) {
+        std::fprintf(stderr, "vantor-term: %s\nvantor-term --help tells what there is.\n",
+                     platform::printableText(mistake.what()).c_str());
+        parsed.exitStatus = badUsage;
+    }
+    return parsed;
+}
+
+} // namespace vantor::terminal

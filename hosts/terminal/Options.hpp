@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/terminal/picture/Look.hpp"
+#include "hosts/terminal/reports/Formats.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vantor::terminal {
+
+enum class ColorChoice : std::uint8_t { automatic, always, none, eight, sixteen, palette, direct };
+
+/// What the command line asks for.
+struct Options {
+    bool once = false;
+    bool watch = false;
+    std::optional<double> watchSeconds; ///< absent: the preference's interval
+    std::optional<Format> format;
+    std::optional<Field> field;
+    bool demo = false;
+    bool compact = false;
+    ColorChoice color = ColorChoice::automatic;
+    std::optional<platform::Appearance> appearance; ///< absent: what the terminal says
+    std::optional<Glyphs> glyphs;                   ///< absent: what locale and terminal have
+    std::string log;                                ///< a file's name; empty: standard error
+
+    /// Whether a report was asked for in so many words.
+    [[nodiscard]] bool wantsReport() const { return once || watch || format || field; }
+};
+
+/// Reads the command line. Prints the help or version on standard output, or what is wrong on standard
+/// error, and gives the exit status (0 or 2) instead where there is nothing left to do.
+struct ParsedOptions {
+    Options options;
+    std::optional<int> exitStatus;
+};
+[[nodiscard]] ParsedOptions parseOptions(int count, const char* const* arguments);
+
+} // namespace vantor::terminal

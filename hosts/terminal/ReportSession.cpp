@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/ReportSession.hpp"
+
+#include "Controller/ReportInterface.hpp"
+#include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/terminal/reports/Formats.hpp"
+#include "platform/core/PrintableText.hpp"
+#include "settings/SharedStore.hpp"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <utility>
+
+namespace vantor::terminal {
+
+using platform::NSTimer;
+using platform::RunLoop;
+using platform::SourceFailure;
+
+namespace {
+
+constexpr double rateSeconds = 1.0;   // what the shares and rates of the first report cover
+constexpr double patienceSeconds = 5; // for sources that do not answer
+constexpr int failureStatus = 1;
+
+using TurnUntil = std::function<bool(const std::function<bool()>& done, double atMost)>;
+
+/// Writes everything to standard output; 0, or the error's number.
+int writeOut(std::string_view text) {
+    while (!text.empty()) {
+        const ::ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return errno;
+        }
+    }
+    return 0;
+}
+
+/// Drives the widget so that a report's shares and rates cover the time since the report before: its own
+/// interval timer is stopped, its network timer ticks on.
+class ReportSession {
+public:
+    ReportSession(const Options& options, platform::Machine& machine, TurnUntil turnUntil)
+        : m_options(options), m_machine(machine), m_turnUntil(std::move(turnUntil)) {}
+
+    int run() {
+        RunLoop::main().turn(std::chrono::steady_clock::now()); // all of the start counts as one instant
+        m_controller->setReportHandler([this](ReportSection section) { took(section); });
+        m_controller->view();
+        const auto interval = m_controller->refreshTime()->timeInterval();
+        m_controller->refreshTime()->invalidate();
+        m_controller->reportNETWORKStatus(); // the first tick only notes the counters: have it now
+        m_start = RunLoop::main().now();
+        const auto first = NSTimer::scheduledTimerWithTimeInterval(
+            rateSeconds,
+            [this, interval] {
+                ask();
+                if (m_options.watch) {
+                    NSTimer::scheduledTimerWithTimeInterval(
+                        m_options.watchSeconds.value_or(interval), [this] { ask(); }, true);
+                }
+            },
+            false);
+        m_turnUntil([this] { return m_ended; }, m_options.watch ? std::numeric_limits<std::int32_t>::max()
+                                                                : rateSeconds + patienceSeconds);
+        if (!m_ended) {
+            print(); // what there is
+        }
+        m_controller->setReportHandler({});
+        return m_status;
+    }
+
+private:
+    void ask() {
+        m_asked = true;
+        m_missing = {true, true, true};
+        m_controller->makeReports();
+    }
+
+    void took(ReportSection section) {
+        const ReportRecords& records = m_controller->records();
+        if (section == ReportSection::processor && std::isnan(records.processor->idle)) {
+            return; // no tick passed; the widget has asked again by itself
+        }
+        if (section != ReportSection::network && m_asked) {
+            m_missing[static_cast<std::size_t>(section)] = false;
+        }
+        const bool hasRates = records.network && !records.network->isFirst;
+        if (m_missing == std::array<bool, 3>{} && hasRates && !m_ended) {
+            m_missing = {true, true, true};
+            print();
+        }
+    }
+
+    [[nodiscard]] std::chrono::system_clock::time_point time() const {
+        if (!m_options.demo || m_options.watch) {
+            return std::chrono::system_clock::now();
+        }
+        using Clock = std::chrono::system_clock;
+        constexpr std::chrono::sys_days demoDay = std::chrono::year(2024) / 1 / 1;
+        return demoDay + std::chrono::duration_cast<Clock::duration>(RunLoop::main().now() - m_start);
+    }
+
+    void print() {
+        const Report report = reportOf(*m_controller, m_machine.failures(), time());
+        tellFailures(report.failures);
+        const int error =
+            writeOut(formatted(report, m_options.format.value_or(Format::text), m_options.field));
+        if (error != 0 && error != EPIPE) {
+            std::fprintf(stderr, "vantor-term: standard output: %s\n", std::strerror(error));
+            m_status = failureStatus;
+        }
+        m_ended = error != 0 || !m_options.watch;
+    }
+
+    /// Each failure is told once, when it comes up.
+    void tellFailures(const std::vector<SourceFailure>& failures) {
+        m_status = failures.empty() ? 0 : failureStatus;
+        if (failures == m_told) {
+            return;
+        }
+        for (const SourceFailure& failure : failures) {
+            std::fprintf(stderr, "vantor-term: %s: %s\n", platform::printableText(failure.source).c_str(),
+                         platform::printableText(failure.reason).c_str());
+        }
+        m_told = failures;
+    }
+
+    const Options& m_options;
+    platform::Machine& m_machine;
+    TurnUntil m_turnUntil;
+    std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
+    platform::Instant m_start;
+    std::array<bool, 3> m_missing{true, true, true}; // memory, storage, processor
+    std::vector<SourceFailure> m_told;
+    bool m_asked = false; // what came before tells of the time since boot
+    bool m_ended = false;
+    int m_status = 0;
+};
+
+} // namespace
+
+int runReports(const Options& options, hosts::HostMachine& host) {
+    if (options.demo && !options.watch) {
+        hosts::VirtualTime time;
+        const auto turn = [&](const auto& done, double atMost) { return time.turnUntil(done, atMost); };
+        return ReportSession(options, host.machine(), turn).run();
+    }
+    return ReportSession(options, host.machine(), hosts::turnUntil).run();
+}
+
+} // namespace vantor::terminal

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/Options.hpp"
+#include "hosts/terminal/ReportSession.hpp"
+#include "platform/core/StandardOutput.hpp"
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+using namespace vantor;
+
+/// What machines read is the same everywhere: those formats run without the user's locale.
+platform::LinuxMachine::Options machineOptions(const terminal::Options& options) {
+    platform::LinuxMachine::Options machine;
+    machine.useLocale = options.format.value_or(terminal::Format::text) == terminal::Format::text;
+    return machine;
+}
+
+/// Standard output belongs to the picture or the report, so the log goes elsewhere.
+bool redirectLog(const std::string& file) {
+    std::FILE* const log = file.empty() ? stderr : std::fopen(file.c_str(), "ae");
+    if (log == nullptr) {
+        std::fprintf(stderr, "vantor-term: --log %s: %s\n", file.c_str(), std::strerror(errno));
+        return false;
+    }
+    platform::setStandardOutput(log);
+    return true;
+}
+
+int run(const terminal::Options& options) {
+    if (!redirectLog(options.log)) {
+        return 2;
+    }
+    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
+    hosts::HostMachine host(options.demo, machineOptions(options));
+    return terminal::runReports(options, host);
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    ::mallopt(M_ARENA_MAX, 1); // the workers allocate a handful of bytes: one heap is enough for all threads
+    const terminal::ParsedOptions parsed = terminal::parseOptions(count, arguments);
+    const int status = parsed.exitStatus ? *parsed.exitStatus : run(parsed.options);
+    std::fflush(nullptr);
+    // Not through the destructors of static objects: a worker may still be inside a file system that hangs.
+    std::_Exit(status);
+}

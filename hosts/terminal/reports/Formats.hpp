@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/terminal/reports/Report.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vantor::terminal {
+
+enum class Format : std::uint8_t { text, json, waybar, prometheus };
+
+/// A report as a format writes it, ending in a newline. With a field, only that section: `text` and `waybar`
+/// know that. Pure, but for `text`, which speaks the user's language and character set.
+[[nodiscard]] std::string formatted(const Report& report, Format format, std::optional<Field> field);
+
+/// The page for people: sections with captions and figures, aligned by the width that they take on a screen.
+[[nodiscard]] std::string textReport(const Report& report);
+/// One section as a short line, such as "34%".
+[[nodiscard]] std::string textReport(const Report& report, Field field);
+
+/// One JSON object in one line, as docs/vantor-report.schema.json describes it.
+[[nodiscard]] std::string jsonReport(const Report& report);
+
+/// One JSON object in one line, as Waybar's custom modules take it (return-type json): "text", "tooltip" (in
+/// Pango markup), "class" and "percentage". Without a field: all three charts, with the class and percentage
+/// of the fullest.
+[[nodiscard]] std::string waybarReport(const Report& report, std::optional<Field> field);
+
+/// The text exposition format 0.0.4 for a textfile collector. Bytes and ratios only; the figures of a source
+/// that failed are left out.
+[[nodiscard]] std::string prometheusReport(const Report& report);
+
+/// The network's two figures in one line; with arrows or, for a screen without them, with captions.
+[[nodiscard]] std::string networkLine(const Report& report, bool withArrows);
+
+} // namespace vantor::terminal

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "WidgetStage.hpp"
+#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <clocale>
+#include <limits>
+#include <sstream>
+
+namespace vantor::terminal {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+using tests::WidgetStage;
+
+class Reports : public testing::Test {
+protected:
+    Reports() {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        m_stage.load();
+        m_stage.advance(1); // the network's first tick notes the counters
+        m_stage.machine.change([](platform::SimulatedState& state) {
+            state.interfaces->front().receivedBytes += 2000;
+            state.cpuLoad.user += 70;
+            state.cpuLoad.nice += 10;
+            state.cpuLoad.idle += 20;
+        });
+        m_stage.advance(1); // the second one, and the interval of the other reports
+    }
+
+    [[nodiscard]] Report report(std::vector<platform::SourceFailure> failures = {}) const {
+        return reportOf(*m_stage.controller, std::move(failures),
+                        std::chrono::sys_days(std::chrono::year(2024) / 5 / 1) +
+                            std::chrono::milliseconds(7250));
+    }
+
+    WidgetStage m_stage;
+};
+
+TEST_F(Reports, JsonHoldsRecordsLabelsAndCharts) {
+    const std::string line = jsonReport(report());
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+    const json object = json::parse(line);
+    EXPECT_EQ(object["schema"], 1);
+    EXPECT_EQ(object["time"], "2024-05-01T00:00:07.250Z");
+    EXPECT_EQ(object["memory"].size(), 10U);
+    EXPECT_EQ(object["memory"]["used"], 3'221'225'472);
+    EXPECT_EQ(object["memory"]["free+inactive"], 2'147'483'648);
+    EXPECT_EQ(object["storage"], json({{"total", 128'000'000'000},
+                                       {"used", 98'000'000'000},
+                                       {"free", 30'000'000'000},
+                                       {"releasable", 10'000'000'000}}));
+    EXPECT_EQ(object["cpu"], json({{"system", 0.0}, {"user", 70.0}, {"idle", 20.0}, {"nice", 10.0}}));
+    EXPECT_EQ(object["network"]["wifiReceived"], 7'002'000);
+    EXPECT_EQ(object["network"]["receivedPerSecond"], 2000);
+    EXPECT_EQ(object["network"]["sentPerSecond"], 0);
+    EXPECT_EQ(object["labels"].size(), 11U);
+    EXPECT_EQ(object["labels"]["usedRAMLabel"], "3 GB");
+    EXPECT_EQ(object["labels"]["dataReceivedNETWORKLabel"], "2 KB/s");
+    EXPECT_EQ(object["charts"]["ram"], json({{"progress", 0.75}, {"text", "75%"}, {"color", "#FE9226"}}));
+    EXPECT_EQ(object["charts"]["cpu"], json({{"progress", 0.8}, {"text", "80%"}, {"color", "#FE9226"}}));
+    EXPECT_EQ(object["failed"], json::object());
+}
+
+TEST_F(Reports, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
+    Report failed = report({{"storage", "statvfs: \xFF\x1B[2J<b>"}, {"network", "netlink"}});
+    failed.charts[1].progress = std::numeric_limits<double>::quiet_NaN();
+    const json object = json::parse(jsonReport(failed));
+    EXPECT_EQ(object["failed"]["storage"], "statvfs: \uFFFD\uFFFD[2J<b>");
+    EXPECT_TRUE(object["storage"]["total"].is_null());
+    EXPECT_TRUE(object["network"]["wifiSent"].is_null());
+    EXPECT_TRUE(object["charts"]["storage"]["progress"].is_null());
+    EXPECT_EQ(object["charts"]["storage"]["text"], "nan%");
+    EXPECT_EQ(object["memory"]["total"], 4'294'967'296) << "the other sections still appear";
+
+    const std::string prometheus = prometheusReport(failed);
+    EXPECT_THAT(prometheus, Not(HasSubstr("vantor_storage_")));
+    EXPECT_THAT(prometheus, HasSubstr("vantor_source_up{source=\"storage\"} 0\n"));
+    EXPECT_THAT(prometheus, HasSubstr("vantor_chart_progress_ratio{chart=\"storage\"} NaN\n"));
+    EXPECT_THAT(prometheus, HasSubstr("vantor_memory_free_bytes 1073741824\n"));
+
+    const std::string text = textReport(failed);
+    EXPECT_THAT(text, HasSubstr("Not available"));
+    EXPECT_THAT(text, Not(HasSubstr("98 GB")));
+
+    const json bar = json::parse(waybarReport(failed, Field::storage));
+    EXPECT_FALSE(bar.contains("class")) << "no level, no band";
+    EXPECT_FALSE(bar.contains("percentage"));
+    EXPECT_THAT(bar["tooltip"].get<std::string>(), HasSubstr("[2J&lt;b&gt;"));
+}
+
+TEST_F(Reports, WaybarShowsTheFullestOrTheFieldAskedFor) {
+    const json all = json::parse(waybarReport(report(), std::nullopt));
+    EXPECT_EQ(all["text"], "75%  77%  80%");
+    EXPECT_EQ(all["class"], "orange");
+    EXPECT_EQ(all["percentage"], 80);
+    EXPECT_THAT(all["tooltip"].get<std::string>(), Not(HasSubstr("Releasable"))) << "the widget hides it";
+    EXPECT_EQ(json::parse(waybarReport(report(), Field::ram))["text"], "75%");
+    EXPECT_EQ(json::parse(waybarReport(report(), Field::network))["text"], "\u2193 2 KB/s  \u2191 0 KB/s");
+    EXPECT_EQ(textReport(report(), Field::cpu), "80%\n");
+}
+
+TEST(ReportFigures, BandsAreCutAndPercentagesRounded) {
+    EXPECT_EQ(levelName(0.509), "green");
+    EXPECT_EQ(levelName(0.51), "yellow");
+    EXPECT_EQ(levelName(0.835), "orange");
+    EXPECT_EQ(levelName(0.84), "red");
+    EXPECT_EQ(levelName(std::numeric_limits<double>::infinity()), "");
+    EXPECT_EQ(wholePercent(0.835), 84);
+    EXPECT_EQ(wholePercent(7.5), 100);
+    EXPECT_EQ(wholePercent(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+}
+
+TEST_F(Reports, TheTextPageIsAlignedByTheWidthOnScreen) {
+    Report japanese = report();
+    for (Report::Label& label : japanese.labels) {
+        label.text = label.outlet == "usedRAMTitleLabel"   ? "\u4F7F\u7528\u4E2D\u306ERAM"
+                     : label.outlet == "freeRAMTitleLabel" ? "\u0627\u0644\u062D\u0631\u0651\u0629"
+                                                           : label.text;
+    }
+    std::istringstream page(textReport(japanese));
+    int width = 0;
+    for (std::string line; std::getline(page, line);) {
+        if (line.empty() || line == "Network") {
+            continue;
+        }
+        width = width == 0 ? displayWidth(line) : width;
+        // The mark that keeps a right-to-left caption in its place takes no column; printing makes it
+        // visible.
+        const bool isMarked = line.find("\u200E") != std::string::npos;
+        EXPECT_EQ(displayWidth(line), width + (isMarked ? 1 : 0)) << line;
+    }
+    EXPECT_GT(width, 20);
+}
+
+} // namespace
+} // namespace vantor::terminal

@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Runs vantor-term's reports as scripts do: report-program.sh PROGRAM SCHEMA. Prints what is wrong and fails.
+set -uo pipefail
+program=$1
+schema=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+export HOME=$folder XDG_CONFIG_HOME=$folder XDG_CACHE_HOME=$folder
+wrong=0
+expect() { # expect STATUS WHAT COMMAND…
+  local status=$1 what=$2 got=0
+  shift 2
+  "$@" || got=$?
+  if ((got != status)); then
+    echo "$what: status $got, not $status"
+    wrong=1
+  fi
+}
+demo() { "$program" --demo --once "$@"; }
+
+# The same bytes in every locale, and twice.
+for format in json waybar prometheus; do
+  LC_ALL=C demo --format $format >"$folder/$format"
+  for locale in C.UTF-8 de_DE.UTF-8 ar_EG.UTF-8 ja_JP.UTF-8 nowhere; do
+    LC_ALL=$locale LANGUAGE=de demo --format $format 2>&1 | cmp - "$folder/$format" || wrong=1
+  done
+done
+# No terminal and no option: one report in words. Its log, if any, is not in it.
+"$program" --demo </dev/null | grep -q 'Received' || { echo "no page without a terminal"; wrong=1; }
+LC_ALL=C demo | LC_ALL=C grep -n '[^ -~]' && { echo "the C locale has ASCII only"; wrong=1; }
+
+# Exit statuses.
+expect 0 "a good report" demo --format text >/dev/null
+expect 1 "a full disk" demo --format json >/dev/full 2>"$folder/error"
+grep -q 'standard output: ' "$folder/error" || { echo "a full disk is not told"; wrong=1; }
+for arguments in "--format xml" "--watch 0" "--watch nan" "--watch 1,5" "--once --watch" "--field disk" "extra" \
+  "--field ram --format json" "--color 17" "--log /nowhere/log"; do
+  # shellcheck disable=SC2086
+  expect 2 "$arguments" "$program" $arguments >/dev/null 2>"$folder/error"
+  [[ $(head -c 13 "$folder/error") == "vantor-term: " ]] || { echo "$arguments: not told"; wrong=1; }
+done
+expect 0 "--version" "$program" --version >/dev/null
+
+# A failed source is told and makes status 1; the rest is there. Preferences are the source that a test can break.
+expect 1 "a failed source" env VANTOR_SUITE_FILE=/etc "$program" --once --format json >"$folder/failed" 2>"$folder/error"
+grep -q 'vantor-term: preferences: ' "$folder/error" || { echo "the failed source is not told"; wrong=1; }
+grep -q '"failed":{"preferences":' "$folder/failed" || { echo "the failed source is not in the report"; wrong=1; }
+
+# A reader that goes away ends it quietly. (Its last report is one that nobody reads.)
+"$program" --watch 0.1 --format json 2>"$folder/error" | head -n 2 >"$folder/watched"
+statuses=("${PIPESTATUS[@]}")
+[[ ${statuses[0]} == 0 && ! -s $folder/error ]] || { echo "a closed pipe is not the quiet end"; wrong=1; }
+
+if python3 -c 'import jsonschema' 2>/dev/null; then
+  python3 - "$schema" "$folder/json" "$folder/failed" "$folder/watched" <<'PY' || wrong=1
+import json, sys, jsonschema
+schema = json.load(open(sys.argv[1]))
+validator = jsonschema.Draft202012Validator(schema)
+validator.check_schema(schema)
+reports = [json.loads(line) for name in sys.argv[2:] for line in open(name, encoding="utf-8")]
+assert len(reports) == 4, len(reports)
+for report in reports:
+    validator.validate(report)
+reports[0]["memory"]["surprise"] = 1
+assert not validator.is_valid(reports[0]), "the schema lets anything pass"
+PY
+else
+  echo "not checked against the schema: python3-jsonschema is not installed"
+fi
+if command -v promtool >/dev/null; then
+  promtool check metrics <"$folder/prometheus" || { echo "promtool objects"; wrong=1; }
+else
+  echo "not checked with promtool: it is not installed (Debian's package prometheus)"
+fi
+exit $wrong
