@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/ReportCard.hpp"
 
+#include "Controller/ByteText.hpp"
 #include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/MessageLine.hpp"
 #include "ui_ReportForm.h"
@@ -197,6 +198,15 @@ void ReportCard::flush() {
     if (m_binding.flush()) {
         m_animator.start();
     }
+    showReleasableTip();
+}
+
+/// Free space counts what could be released; the tooltip says how much that is.
+void ReportCard::showReleasableTip() {
+    const std::optional<StorageFigures>& storage = m_binding.controller().records().storage;
+    const bool some = storage && storage->releasable > 0;
+    setTip(*m_form->freeSTORAGELabel,
+           some ? hostText("host_RELEASABLETIP", "size", storageText(storage->releasable)) : QString());
 }
 
 void ReportCard::setTip(QWidget& widget, const QString& text) {

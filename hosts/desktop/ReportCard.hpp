@@ -75,6 +75,7 @@ private:
     void scaleLayouts();
     void styleLabels();
     void nameButtons();
+    void showReleasableTip();
     void setTip(QWidget& widget, const QString& text);
     [[nodiscard]] int figureWidth() const;
 

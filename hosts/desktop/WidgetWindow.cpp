@@ -33,10 +33,19 @@ double textScale() {
     return std::clamp(size / usualFontSize, 1.0, greatestTextScale);
 }
 
+/// What the toolkit's theme looks like, for desktops that do not say.
+platform::Appearance themeAppearance() {
+    const bool dark = QApplication::palette().color(QPalette::Window).lightness() < 128;
+    return dark ? platform::Appearance::dark : platform::Appearance::light;
+}
+
 } // namespace
 
 WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
-    : m_machine(machine),
+    : m_options(options),
+      m_machine(machine),
+      m_themeAppearance(themeAppearance()),
+      m_settings([this](const DesktopWishes& wishes) { follow(wishes); }),
       m_context(std::make_shared<DesktopContext>(
           [this](const platform::NSURL& url, std::function<void(bool)> finished) {
               open(url, std::move(finished));
@@ -47,13 +56,11 @@ WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
     m_controller->setExtensionContext(m_context);
     m_controller->view();
     m_card = std::make_unique<ReportCard>(m_controller, this);
-    setUpWindow(options);
+    setUpWindow();
     m_card->setToggleHandler([this] { toggleMode(); });
     m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
     m_context->setModeHandler([this] { setMode(m_mode); });
-    setAppearance(options.appearance == AppearanceChoice::dark ? platform::Appearance::dark
-                                                               : platform::Appearance::light,
-                  {});
+    follow(m_settings.wishes());
     setMode(options.expanded.value_or(true) ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
 }
 
@@ -64,19 +71,30 @@ WidgetWindow::~WidgetWindow() {
     RunLoop::main().clear();
 }
 
-void WidgetWindow::setUpWindow(const Options& options) {
+void WidgetWindow::setUpWindow() {
     setWindowTitle(QStringLiteral("Vantor"));
     const bool wayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    const bool frameless = options.frameless || options.onDesktop || wayland; // see docs/decisions.md
+    const bool frameless = m_options.frameless || m_options.onDesktop || wayland; // see docs/decisions.md
     setWindowFlag(Qt::FramelessWindowHint, frameless);
-    setWindowFlag(Qt::WindowStaysOnTopHint, options.onTop);
-    setWindowFlag(Qt::WindowStaysOnBottomHint, options.onDesktop);
+    setWindowFlag(Qt::WindowStaysOnTopHint, m_options.onTop);
+    setWindowFlag(Qt::WindowStaysOnBottomHint, m_options.onDesktop);
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     setAttribute(Qt::WA_TranslucentBackground, frameless);
     m_margin = frameless ? 0 : 1;
 }
 
-void WidgetWindow::setAppearance(platform::Appearance appearance, const QColor& accent) {
+void WidgetWindow::follow(const DesktopWishes& wishes) {
+    const platform::Appearance wished = wishes.appearance.value_or(m_themeAppearance);
+    const platform::Appearance appearance =
+        m_options.appearance == AppearanceChoice::light  ? platform::Appearance::light
+        : m_options.appearance == AppearanceChoice::dark ? platform::Appearance::dark
+                                                         : wished;
+    setLook(appearance, wishes.accent);
+    m_card->animator().setMotion(!wishes.reducedMotion);
+    m_presence.setScreenLocked(wishes.locked);
+}
+
+void WidgetWindow::setLook(platform::Appearance appearance, const QColor& accent) {
     m_card->setLook(CardLook::of(appearance, textScale(), accent));
     const CardLook& look = m_card->look();
     QPalette palette;

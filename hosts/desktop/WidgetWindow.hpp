@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/desktop/DesktopContext.hpp"
+#include "hosts/desktop/DesktopSettings.hpp"
 #include "hosts/desktop/LoopDriver.hpp"
 #include "hosts/desktop/Options.hpp"
 #include "hosts/desktop/Presence.hpp"
@@ -20,8 +21,7 @@ public:
     WidgetWindow(const Options& options, platform::Machine& machine);
     ~WidgetWindow() override;
 
-    void setAppearance(platform::Appearance appearance, const QColor& accent);
-    void setMotion(bool on) { m_card->animator().setMotion(on); }
+    [[nodiscard]] ReportCard& card() { return *m_card; }
     [[nodiscard]] Presence& presence() { return m_presence; }
 
 protected:
@@ -31,7 +31,9 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void setUpWindow(const Options& options);
+    void setUpWindow();
+    void follow(const DesktopWishes& wishes);
+    void setLook(platform::Appearance appearance, const QColor& accent);
     void setMode(platform::NCWidgetDisplayMode mode);
     void toggleMode();
     void fit();
@@ -40,7 +42,10 @@ private:
     void turned();
     void open(const platform::NSURL& url, std::function<void(bool)> finished);
 
+    const Options m_options;
     platform::Machine& m_machine;
+    const platform::Appearance m_themeAppearance;
+    DesktopSettings m_settings;
     std::shared_ptr<DesktopContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     std::unique_ptr<ReportCard> m_card;
