@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: MIT
+# shellcheck shell=bash
+_vantor_widget() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  case $previous in
+    --appearance) mapfile -t COMPREPLY < <(compgen -W 'auto light dark' -- "$current") ;;
+    --autostart) mapfile -t COMPREPLY < <(compgen -W 'on off' -- "$current") ;;
+    --snapshot) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+    --scale) COMPREPLY=() ;;
+    *)
+      mapfile -t COMPREPLY < <(compgen -W '--appearance --autostart --compact --demo --expanded --frameless --help
+        --on-desktop --on-top --scale --snapshot --tray --version' -- "$current")
+      ;;
+  esac
+}
+complete -o filenames -F _vantor_widget vantor-widget

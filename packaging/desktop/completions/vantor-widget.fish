@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: MIT
+complete -c vantor-widget -f
+complete -c vantor-widget -l compact -d 'Show the rings only'
+complete -c vantor-widget -l expanded -d 'Show the rings and all figures'
+complete -c vantor-widget -l appearance -x -a 'auto light dark' -d 'Colours'
+complete -c vantor-widget -l snapshot -r -F -d 'Draw into a file and end'
+complete -c vantor-widget -l scale -x -d 'Pixels per point in the file'
+complete -c vantor-widget -l demo -d 'Show a made-up machine'
+complete -c vantor-widget -l frameless -d 'A card without a window frame'
+complete -c vantor-widget -l on-top -d 'Keep above other windows'
+complete -c vantor-widget -l on-desktop -d 'Keep below other windows'
+complete -c vantor-widget -l tray -d 'Show a ring in the tray'
+complete -c vantor-widget -l autostart -x -a 'on off' -d 'Start at login'
+complete -c vantor-widget -l help -d 'List the options'
+complete -c vantor-widget -l version -d 'Say which version this is'
