@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace vantor::platform::linux_machine {
@@ -36,6 +37,20 @@ constexpr std::array<Field, 16> fields{{
     {"Percpu", &MemInfo::percpu},
 }};
 
+/// Most of the text's sixty lines are none of ours: one bit of a name's length and first letter tells nearly
+/// all of them apart.
+constexpr std::uint64_t bitOf(std::string_view name) {
+    return std::uint64_t{1} << ((static_cast<unsigned char>(name.front()) * 5U + name.size()) % 64);
+}
+
+constexpr std::uint64_t bitsOfFields() {
+    std::uint64_t bits = 0;
+    for (const Field& field : fields) {
+        bits |= bitOf(field.name);
+    }
+    return bits;
+}
+
 /// "   24684084 kB": the unit is asked for, since without it the number may be cut short.
 std::optional<std::uint64_t> bytesFrom(std::string_view text) {
     const std::optional<std::uint64_t> kibibytes = takeNumber(text);
@@ -49,14 +64,18 @@ std::optional<std::uint64_t> bytesFrom(std::string_view text) {
 } // namespace
 
 MemInfo parseMemInfo(std::string_view text) {
+    static constexpr std::uint64_t ours = bitsOfFields();
     MemInfo info;
     std::size_t next = 0;
     while (const std::optional<Line> line = takeLine(text)) {
         const std::size_t colon = line->text.find(':');
-        if (colon == std::string_view::npos) {
+        if (colon == std::string_view::npos || colon == 0) {
             continue;
         }
         const std::string_view name = line->text.substr(0, colon);
+        if ((bitOf(name) & ours) == 0) {
+            continue;
+        }
         for (std::size_t tried = 0; tried < fields.size(); ++tried) {
             const std::size_t at = (next + tried) % fields.size();
             if (fields[at].name == name) {

@@ -126,7 +126,10 @@ std::string suitePath(const UserFolders& folders, std::string_view suiteName) {
     if (folders.config.empty() || suiteName.empty() || suiteName.find('/') != std::string_view::npos) {
         return {};
     }
-    return folders.config + "/vantor/" + std::string(suiteName) + ".plist";
+    constexpr std::string_view folder = "/vantor/", ending = ".plist";
+    std::string path;
+    path.reserve(folders.config.size() + folder.size() + suiteName.size() + ending.size());
+    return path.append(folders.config).append(folder).append(suiteName).append(ending);
 }
 
 } // namespace vantor::platform::linux_machine
