@@ -6,6 +6,7 @@
 #include "platform/propertylist/PropertyList.hpp"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 #include <variant>
 
@@ -38,6 +39,29 @@ std::string reasonOfMachine() {
     return "it cannot be read";
 }
 
+/// The list that a file's bytes hold. A refresh opens the store some ten times, each time afresh, and nearly
+/// always finds the bytes that it found before: these are not taken apart again. A file far larger than ours
+/// is, so that nothing of it stays in memory.
+PropertyListResult listIn(std::string bytes) {
+    constexpr std::size_t largestKept = 65'536;
+    struct Latest {
+        std::mutex mutex;
+        std::string bytes;
+        std::optional<PropertyListResult> list;
+    };
+    static Latest& latest = *new Latest; // never destroyed: a worker may still read while the process ends
+    if (bytes.size() > largestKept) {
+        return readPropertyList(std::move(bytes));
+    }
+    const std::scoped_lock lock(latest.mutex);
+    if (!latest.list || latest.bytes != bytes) {
+        latest.list.reset();
+        latest.bytes = bytes;
+        latest.list = readPropertyList(std::move(bytes));
+    }
+    return *latest.list;
+}
+
 } // namespace
 
 std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) {
@@ -45,7 +69,7 @@ std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view
     if (!file.usable) {
         return std::nullopt;
     }
-    PropertyListResult list = readPropertyList(std::move(file.content));
+    PropertyListResult list = listIn(std::move(file.content));
     PropertyListObject* const top = std::get_if<PropertyListObject>(&list);
     if (top == nullptr || top->kind() != PropertyListKind::dictionary) {
         return std::nullopt;
