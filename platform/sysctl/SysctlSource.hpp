@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vantor::platform {
+
+/// What a sysctl key holds, and how wide the answer to a numeric read is.
+struct SysctlValue {
+    enum class Kind : std::uint8_t {
+        text,        ///< the bytes of `text` and a NUL
+        number4,     ///< 4 bytes
+        number8,     ///< 8 bytes; a 4-byte buffer gets it as a 32-bit integer where it fits, else ERANGE
+        number8Only, ///< 8 bytes and nothing less
+        textNumber,  ///< a decimal integer that was found as text: it answers numeric reads and text reads
+    };
+
+    Kind kind = Kind::text;
+    std::string text;         ///< text and textNumber
+    std::uint64_t number = 0; ///< two's complement; everything but text
+
+    [[nodiscard]] static SysctlValue ofText(std::string text) { return {Kind::text, std::move(text), 0}; }
+    [[nodiscard]] static SysctlValue of4(std::uint32_t number) { return {Kind::number4, {}, number}; }
+    [[nodiscard]] static SysctlValue of8(std::uint64_t number) { return {Kind::number8, {}, number}; }
+    [[nodiscard]] static SysctlValue of8Only(std::uint64_t number) { return {Kind::number8Only, {}, number}; }
+    [[nodiscard]] static SysctlValue ofTextNumber(std::string text, std::uint64_t number) {
+        return {Kind::textNumber, std::move(text), number};
+    }
+    bool operator==(const SysctlValue&) const = default;
+};
+
+/// A key's value, or why there is none: `error` is 0, ENOENT for an unknown key, or what a read failed with.
+struct SysctlAnswer {
+    int error = ENOENT;
+    SysctlValue value;
+
+    SysctlAnswer() = default;
+    SysctlAnswer(SysctlValue found) : error(0), value(std::move(found)) {}
+    [[nodiscard]] static SysctlAnswer failed(int error) {
+        SysctlAnswer answer;
+        answer.error = error;
+        return answer;
+    }
+};
+
+/// What stands behind `sysctlbyname`: the system's own values, or made-up ones. Asked afresh for every call,
+/// from any thread.
+class SysctlSource {
+public:
+    SysctlSource() = default;
+    SysctlSource(const SysctlSource&) = delete;
+    SysctlSource& operator=(const SysctlSource&) = delete;
+    virtual ~SysctlSource() = default;
+
+    /// The value of a whole key such as "hw.memsize".
+    [[nodiscard]] virtual SysctlAnswer read(std::string_view key) = 0;
+};
+
+/// The source that is used where no scope has put another in place: the system's. It comes with the library
+/// of the system that the program is linked for, so that a program needs no set-up.
+[[nodiscard]] SysctlSource& defaultSysctlSource();
+
+/// Puts a source in place while it lives; scopes nest. Threads that query meanwhile see it too.
+class SysctlSourceScope {
+public:
+    explicit SysctlSourceScope(SysctlSource& source);
+    ~SysctlSourceScope();
+    SysctlSourceScope(const SysctlSourceScope&) = delete;
+    SysctlSourceScope& operator=(const SysctlSourceScope&) = delete;
+
+private:
+    SysctlSource* m_before;
+};
+
+} // namespace vantor::platform
