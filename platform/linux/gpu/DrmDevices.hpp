@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/sysctl/MTLDevice.hpp"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor::platform::linux_gpu {
+
+/// A graphics card as /sys/class/drm shows it. Reading these files wakes no card.
+struct DrmDevice {
+    unsigned number = 0;    ///< of "card0"
+    bool suspended = false; ///< powered down until somebody uses it
+    bool boots = false;     ///< the firmware's screen is on it
+    bool onRootBus = false; ///< no PCI card of its own: part of the processor or the board
+    MTLDevice figures;      ///< memory 0 where the driver does not tell
+};
+
+/// The cards, by number. `root` is "/" or a folder of captured files.
+[[nodiscard]] std::vector<DrmDevice> readDrmDevices(const std::filesystem::path& root);
+
+/// The name of a PCI device in the list that distributions ship as pci.ids; absent where it is not there.
+[[nodiscard]] std::optional<std::string> pciName(std::string_view list, std::string_view vendor,
+                                                 std::string_view device);
+
+} // namespace vantor::platform::linux_gpu

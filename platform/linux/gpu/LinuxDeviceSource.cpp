@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/gpu/LinuxDeviceSource.hpp"
+
+#include "platform/linux/gpu/BoundedChild.hpp"
+#include "platform/linux/gpu/DrmDevices.hpp"
+#include "platform/linux/gpu/VulkanDevice.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace vantor::platform {
+
+namespace linux_gpu {
+
+std::optional<MTLDevice> LinuxDeviceSource::systemDefaultDevice() {
+    const std::vector<DrmDevice> cards = readDrmDevices(m_root);
+    if (std::ranges::none_of(cards, &DrmDevice::suspended)) {
+        return m_vulkan();
+    }
+    const auto booting = std::ranges::find_if(cards, &DrmDevice::boots);
+    const DrmDevice& card = booting != cards.end() ? *booting : cards.front();
+    MTLDevice device = card.figures;
+    // The card that stays awake while another sleeps is the one inside the processor.
+    device.hasUnifiedMemory = card.onRootBus || !card.suspended;
+    return device;
+}
+
+std::optional<MTLDevice> boundedVulkanDevice() {
+    const auto work = [] {
+        // Layers that desktops slip into every Vulkan program have no business here.
+        ::setenv("VK_LOADER_LAYERS_DISABLE", "~implicit~", 1);
+        const std::optional<MTLDevice> device = firstVulkanDevice();
+        return device ? encoded(*device) : std::string();
+    };
+    const std::optional<std::string> answer = runInChild(work, std::chrono::seconds(2));
+    return answer ? decoded(*answer) : std::nullopt;
+}
+
+} // namespace linux_gpu
+
+MTLDeviceSource& defaultMTLDeviceSource() {
+    // Never destroyed: threads may still ask while the process ends.
+    static auto& source = *new linux_gpu::LinuxDeviceSource("/", linux_gpu::boundedVulkanDevice);
+    return source;
+}
+
+} // namespace vantor::platform

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/sysctl/MTLDevice.hpp"
+
+#include <filesystem>
+#include <functional>
+#include <utility>
+
+namespace vantor::platform::linux_gpu {
+
+/// The default device through Vulkan; but where a card is powered down, from the kernel's files alone, since
+/// a Vulkan driver would wake it. The kernel's figures are those of the card with the firmware's screen, else
+/// of the first one.
+class LinuxDeviceSource final : public MTLDeviceSource {
+public:
+    using Query = std::function<std::optional<MTLDevice>()>;
+
+    LinuxDeviceSource(std::filesystem::path root, Query vulkan)
+        : m_root(std::move(root)), m_vulkan(std::move(vulkan)) {}
+
+    [[nodiscard]] std::optional<MTLDevice> systemDefaultDevice() override;
+
+private:
+    std::filesystem::path m_root;
+    Query m_vulkan;
+};
+
+/// `firstVulkanDevice` in a child process, with two seconds to answer.
+[[nodiscard]] std::optional<MTLDevice> boundedVulkanDevice();
+
+} // namespace vantor::platform::linux_gpu

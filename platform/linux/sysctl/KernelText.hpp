@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Readers of the texts that the kernel and the system publish. Pure; absent where a text is not of its form.
+namespace vantor::platform::linux_sysctl {
+
+/// The numbers of processors, ascending.
+using CpuList = std::vector<unsigned>;
+
+/// A decimal number without sign or blanks.
+[[nodiscard]] std::optional<std::uint64_t> parseNumber(std::string_view text);
+
+/// "0-3,8" as the files under /sys/devices/system/cpu have it; an empty text is an empty list.
+[[nodiscard]] std::optional<CpuList> parseCpuList(std::string_view text);
+
+/// The size of a cache in bytes: "48K", "2M", "512".
+[[nodiscard]] std::optional<std::uint64_t> parseCacheSize(std::string_view text);
+
+/// A figure of /proc/meminfo in bytes; the file has it in KiB, written kB.
+[[nodiscard]] std::optional<std::uint64_t> parseMeminfo(std::string_view text, std::string_view name);
+
+/// One block of /proc/cpuinfo: name to value, blanks around both removed.
+using CpuinfoBlock = std::map<std::string, std::string, std::less<>>;
+/// The blocks of /proc/cpuinfo. Some processors (ARM, PowerPC) close with a block about the whole machine.
+[[nodiscard]] std::vector<CpuinfoBlock> parseCpuinfo(std::string_view text);
+
+/// A field of os-release(5): NAME=value, the value bare or in shell quotes. The last line of a name counts.
+[[nodiscard]] std::optional<std::string> parseOsRelease(std::string_view text, std::string_view name);
+
+/// Whether a list of words separated by blanks ("flags" of /proc/cpuinfo) holds a word.
+[[nodiscard]] bool hasWord(std::string_view words, std::string_view word);
+
+} // namespace vantor::platform::linux_sysctl

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/sysctl/ProcSysKey.hpp"
+
+#include "platform/linux/sysctl/KernelText.hpp"
+
+#include <cstdint>
+
+namespace vantor::platform::linux_sysctl {
+
+namespace {
+
+bool leavesFolder(std::string_view path) {
+    while (true) {
+        const std::size_t slash = path.find('/');
+        const std::string_view part = path.substr(0, slash);
+        if (part.empty() || part == "." || part == "..") {
+            return true;
+        }
+        if (slash == std::string_view::npos) {
+            return false;
+        }
+        path.remove_prefix(slash + 1);
+    }
+}
+
+} // namespace
+
+std::optional<std::string> procSysPath(std::string_view key) {
+    std::string path(key);
+    const std::size_t first = key.find_first_of("./");
+    if (first != std::string_view::npos && key[first] == '.') {
+        for (char& c : path) {
+            c = c == '.' ? '/' : c == '/' ? '.' : c;
+        }
+    }
+    return leavesFolder(path) ? std::nullopt : std::optional(std::move(path));
+}
+
+SysctlValue procSysValue(std::string text) {
+    if (text.ends_with('\n')) {
+        text.pop_back();
+    }
+    const bool negative = text.starts_with('-');
+    const auto magnitude = parseNumber(std::string_view(text).substr(negative ? 1 : 0));
+    constexpr std::uint64_t lowest = std::uint64_t{1} << 63U;
+    if (!magnitude || (negative && *magnitude > lowest)) {
+        return SysctlValue::ofText(std::move(text));
+    }
+    return SysctlValue::ofTextNumber(std::move(text), negative ? 0 - *magnitude : *magnitude);
+}
+
+} // namespace vantor::platform::linux_sysctl

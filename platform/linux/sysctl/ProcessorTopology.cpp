@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/sysctl/ProcessorTopology.hpp"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+namespace vantor::platform::linux_sysctl {
+
+namespace {
+
+const std::string cpuFolder = "sys/devices/system/cpu/";
+
+std::string folderOf(unsigned processor) {
+    return cpuFolder + "cpu" + std::to_string(processor) + "/";
+}
+
+std::optional<CpuList> readList(const KernelTree& tree, std::string_view path) {
+    const auto text = tree.line(path);
+    return text ? parseCpuList(*text) : std::nullopt;
+}
+
+CpuList listedIn(const std::vector<CpuinfoBlock>& cpuinfo) {
+    CpuList result;
+    for (const CpuinfoBlock& block : cpuinfo) {
+        const auto found = block.find("processor");
+        const auto number = found != block.end() ? parseNumber(found->second) : std::nullopt;
+        if (number) {
+            result.push_back(static_cast<unsigned>(*number));
+        }
+    }
+    return result;
+}
+
+CpuList common(const CpuList& a, const CpuList& b) {
+    CpuList result;
+    std::ranges::set_intersection(a, b, std::back_inserter(result));
+    return result;
+}
+
+} // namespace
+
+ProcessorTopology::ProcessorTopology(const KernelTree& tree, std::string_view machine)
+    : m_tree(tree), m_isX86(machine == "x86_64" || (machine.size() == 4 && machine.ends_with("86"))) {
+    const auto online = readList(tree, cpuFolder + "online");
+    if (online && !online->empty()) {
+        m_online = *online;
+    } else {
+        m_cpuinfo = parseCpuinfo(tree.read("proc/cpuinfo").text);
+        m_online = listedIn(m_cpuinfo);
+    }
+    m_present = readList(tree, cpuFolder + "present").value_or(m_online);
+    m_possible = readList(tree, cpuFolder + "possible").value_or(m_present);
+}
+
+std::vector<PerformanceLevel> ProcessorTopology::levels() const {
+    std::vector<PerformanceLevel> found = m_isX86 ? levelsByKind() : levelsByCapacity();
+    if (found.empty() && !m_online.empty()) {
+        found.push_back({m_present, m_online});
+    }
+    return found;
+}
+
+/// The performance counters of each kind of core list the processors that have them, online ones only.
+std::vector<PerformanceLevel> ProcessorTopology::levelsByKind() const {
+    std::vector<PerformanceLevel> result;
+    for (const char* kind : {"cpu_core", "cpu_atom", "cpu_lowpower"}) {
+        const auto list = readList(m_tree, std::string("sys/devices/") + kind + "/cpus");
+        const CpuList online = common(list.value_or(CpuList{}), m_online);
+        if (!online.empty()) {
+            result.push_back({online, online});
+        }
+    }
+    return result;
+}
+
+/// `cpu_capacity` is a processor's speed against the fastest one, which has 1024.
+std::vector<PerformanceLevel> ProcessorTopology::levelsByCapacity() const {
+    std::map<std::uint64_t, CpuList, std::greater<>> byCapacity;
+    for (const unsigned processor : m_present) {
+        const auto text = m_tree.line(folderOf(processor) + "cpu_capacity");
+        const auto capacity = text ? parseNumber(*text) : std::nullopt;
+        if (!capacity) {
+            return {}; // a machine that tells of some only tells nothing
+        }
+        byCapacity[*capacity].push_back(processor);
+    }
+    std::vector<PerformanceLevel> result;
+    result.reserve(byCapacity.size());
+    for (const auto& [capacity, list] : byCapacity) {
+        result.push_back({list, common(list, m_online)});
+    }
+    return result;
+}
+
+/// A name for the core of a processor that is online; empty where it cannot be told.
+std::string ProcessorTopology::coreOf(unsigned processor) const {
+    const std::string topology = folderOf(processor) + "topology/";
+    for (const char* siblings : {"core_cpus_list", "thread_siblings_list"}) { // the second before Linux 5.3
+        if (auto list = m_tree.line(topology + siblings)) {
+            return *std::move(list);
+        }
+    }
+    for (const CpuinfoBlock& block : m_cpuinfo) {
+        const auto number = block.find("processor");
+        if (number != block.end() && number->second == std::to_string(processor) &&
+            block.contains("core id")) {
+            const auto package = block.find("physical id");
+            return (package != block.end() ? package->second : "0") + ":" + block.at("core id");
+        }
+    }
+    return {};
+}
+
+std::optional<unsigned> ProcessorTopology::cores(const CpuList& online) const {
+    std::set<std::string> names;
+    for (const unsigned processor : online) {
+        names.insert(coreOf(processor));
+    }
+    if (names.contains(std::string())) {
+        return std::nullopt;
+    }
+    return static_cast<unsigned>(names.size());
+}
+
+std::optional<unsigned> ProcessorTopology::coresInAll(const PerformanceLevel& level) const {
+    const std::optional<unsigned> inUse = cores(level.online);
+    const auto offline =
+        static_cast<unsigned>(level.present.size() - common(level.present, level.online).size());
+    if (!inUse || offline == 0) {
+        return inUse;
+    }
+    const std::string threads = m_tree.line(cpuFolder + "smt/control").value_or("");
+    if (threads == "off" || threads == "forceoff") {
+        return inUse;
+    }
+    const auto perCore = *inUse == 0 ? 1 : std::max<std::size_t>(1, level.online.size() / *inUse);
+    return *inUse + offline / static_cast<unsigned>(perCore);
+}
+
+ProcessorCaches ProcessorCaches::read(const KernelTree& tree, const PerformanceLevel& level) {
+    ProcessorCaches result;
+    if (level.online.empty()) {
+        return result;
+    }
+    const std::string caches = folderOf(level.online.front()) + "cache/index";
+    for (int index = 0;; ++index) {
+        const std::string cache = caches + std::to_string(index) + "/";
+        const auto number = tree.line(cache + "level");
+        if (!number) {
+            return result;
+        }
+        const std::string type = tree.line(cache + "type").value_or("");
+        const auto sizeText = tree.line(cache + "size");
+        const auto size = sizeText ? parseCacheSize(*sizeText) : std::nullopt;
+        if (*number == "1" && type != "Data") {
+            result.l1Instruction = size;
+        }
+        if (*number == "1" && type != "Instruction") {
+            result.l1Data = size;
+        }
+        if (*number == "2" && type != "Instruction") {
+            result.l2 = size;
+            const auto sharing = readList(tree, cache + "shared_cpu_list");
+            if (sharing && !sharing->empty()) {
+                result.processorsPerL2 = static_cast<unsigned>(sharing->size());
+            }
+        }
+    }
+}
+
+} // namespace vantor::platform::linux_sysctl
