@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "sysinfo/SystemValues/FileSystemFetch.hpp"
+
+#include "TestTree.hpp"
+#include "sysinfo/SystemValues/Printer.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+
+namespace vantor::SystemValues {
+namespace {
+
+using tests::TestTree;
+
+static_assert(FileSystemFetchInstance<BrigeFetcher>);
+
+std::string base(const TestTree& tree) {
+    return tree.root().string() + "/";
+}
+
+std::string logOf(const std::function<void()>& work) {
+    testing::internal::CaptureStdout();
+    work();
+    return testing::internal::GetCapturedStdout();
+}
+
+TEST(FileSystemFetch, ReadsValuesBelowItsFolder) {
+    const TestTree tree;
+    tree.write("kernel/hostname", "box\n");
+    tree.write("answer", "42\n");
+    tree.write("two", "x\n\n");
+    tree.write("flag", "1");
+    tree.write("seven", "7\n");
+    tree.write("bytes", "\xFF\n");
+    const BrigeFetcher fetcher(base(tree));
+    EXPECT_EQ(fetcher.getString("kernel.hostname"), "box");
+    EXPECT_EQ(fetcher.getInteger<std::uint8_t>("answer"), 42);
+    EXPECT_EQ(fetcher.getString("two"), "x\n");
+    EXPECT_EQ(fetcher.getInteger<int>("two"), std::nullopt);
+    EXPECT_EQ(fetcher.getBool("flag"), true);
+    EXPECT_EQ(fetcher.getBool("seven"), std::nullopt);
+    EXPECT_EQ(fetcher.getString("bytes"), std::nullopt);
+    EXPECT_EQ(fetcher.getData("bytes"), (PackagesBase::Data{std::byte{0xFF}, std::byte{'\n'}}));
+    EXPECT_EQ(fetcher.getData("none"), std::nullopt);
+}
+
+TEST(FileSystemFetch, LogsWhatItReadsAndWhyNot) {
+    const TestTree tree;
+    tree.write("a", "v\n");
+    const std::string path = base(tree);
+    const BrigeFetcher fetcher(path);
+    EXPECT_EQ(logOf([&] { (void)fetcher.getString("a"); }),
+              "[SystemValues] Fetching value for linux sysctl pseudofile path: " + path +
+                  "a\n[SystemValues] v\n");
+    EXPECT_EQ(logOf([&] { (void)fetcher.getString("b.c"); }),
+              "[SystemValues] Fetching value for linux sysctl pseudofile path: " + path +
+                  "b/c\n[SystemValues] Value fetching failed No such file or directory\n");
+    EXPECT_EQ(logOf([&] { (void)fetcher.getData(""); }),
+              "[SystemValues] Value fetching failed Is a directory\n");
+    GeneralPrinter::enabled = false;
+    EXPECT_EQ(logOf([&] { EXPECT_EQ(fetcher.getString("a"), "v"); }), "");
+    GeneralPrinter::enabled = true;
+}
+
+TEST(FileSystemFetch, ListsFolders) {
+    const TestTree tree;
+    tree.write("net/all/x", "1\n");
+    tree.write("net/eth0.5/x", "1\n");
+    tree.write("net/value", "on\n");
+    tree.write("net/odd.name", "off\n");
+    tree.write("net/bad", "\xFF");
+    std::filesystem::create_symlink("nowhere", tree.root() / "net/broken");
+    const BrigeFetcher fetcher(base(tree));
+    EXPECT_EQ(fetcher.listDirectoryEntries("net"), (FileTree::Names{"all", "eth0.5"}));
+    EXPECT_EQ(fetcher.listFileEntries("net"), (FileTree::Names{"bad", "odd.name", "value"}));
+    const auto values = fetcher.listFileEntriesWithValues("net");
+    ASSERT_TRUE(values);
+    EXPECT_EQ(values->size(), 2U);
+    EXPECT_EQ(std::any_cast<std::string>(values->at("odd.name")), "off");
+
+    EXPECT_EQ(logOf([&] { EXPECT_EQ(fetcher.listEntries("net.value"), std::nullopt); }),
+              "[SystemValues] Listing entries at path: " + base(tree) +
+                  "net/value\n[SystemValues] Specified entry path does not exist: " + base(tree) +
+                  "net/value\n");
+    EXPECT_THAT(logOf([&] { (void)fetcher.listEntries("net.all"); }),
+                testing::EndsWith("[SystemValues] Got directory contents: [\"x\": false]\n"));
+}
+
+/// The static twin, on the running system.
+struct KernelParameters : FileSystemFetchMixin<KernelParameters> {
+    static std::string subfolder() { return "/proc/sys/"; }
+};
+static_assert(FileSystemFetch<KernelParameters>);
+
+std::string outputOf(const std::string& command) {
+    std::string output;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
+    std::array<char, 256> chunk{};
+    while (pipe && std::fgets(chunk.data(), chunk.size(), pipe.get()) != nullptr) {
+        output += chunk.data();
+    }
+    return output;
+}
+
+TEST(FileSystemFetch, AgreesWithTheSystemsOwnTool) {
+    if (outputOf("PATH=$PATH:/usr/sbin:/sbin sysctl -V 2>/dev/null").empty()) {
+        GTEST_SKIP() << "the system has no sysctl";
+    }
+    for (const std::string key : {"kernel.ostype", "kernel.hostname", "kernel.osrelease", "kernel.version",
+                                  "kernel.pid_max", "vm.swappiness", "fs.file-max"}) {
+        const std::string own = outputOf("PATH=$PATH:/usr/sbin:/sbin sysctl -n " + key + " 2>/dev/null");
+        EXPECT_EQ(KernelParameters::getString(key).value_or("") + "\n", own) << key;
+    }
+}
+
+TEST(Printer, MarksErrorLinesAndLeavesThePrefixOut) {
+    EXPECT_EQ(logOf([] { Printer::print("text"); }), "[SystemValues] text\n");
+    EXPECT_EQ(logOf([] { Printer::errorPrint("text"); }), " ERROR:  text\n");
+    EXPECT_EQ(logOf([] { GeneralPrinter::errorPrint("text"); }), "  text\n");
+    EXPECT_EQ(logOf([] {
+                  Printer::print(std::map<std::string, std::vector<int>>{{"a", {1, 2}}});
+              }),
+              "[SystemValues] [\"a\": [1, 2]]\n");
+    EXPECT_EQ(logOf([] { Printer::print(std::optional<bool>()); }), "[SystemValues] nil\n");
+}
+
+} // namespace
+} // namespace vantor::SystemValues

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "TestTree.hpp"
+#include "platform/linux/gpu/BoundedChild.hpp"
+#include "platform/linux/gpu/DrmDevices.hpp"
+#include "platform/linux/gpu/LinuxDeviceSource.hpp"
+#include "platform/linux/gpu/VulkanDevice.hpp"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantor::platform::linux_gpu {
+namespace {
+
+using std::chrono::milliseconds;
+using tests::TestTree;
+
+TEST(BoundedChild, GivesTheAnswerOrNothing) {
+    const milliseconds ample(20000);
+    EXPECT_EQ(runInChild([] { return std::string("answer"); }, ample), "answer");
+    EXPECT_EQ(runInChild([] { return std::string(); }, ample), std::nullopt);
+    EXPECT_EQ(runInChild([]() -> std::string { std::abort(); }, ample), std::nullopt);
+    EXPECT_EQ(runInChild([]() -> std::string { return std::string(1 << 20, 'x'); }, ample), std::nullopt);
+    int touched = 0;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runInChild(
+                  [&touched] {
+                      std::puts("a driver's greeting");
+                      std::fflush(stdout);
+                      touched = 1;
+                      return std::string("x");
+                  },
+                  ample),
+              "x");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(touched, 0);
+}
+
+TEST(BoundedChild, EndsAHangingDriver) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(runInChild(
+                  []() -> std::string {
+                      for (;;) {
+                          ::pause();
+                      }
+                  },
+                  milliseconds(30)),
+              std::nullopt);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, milliseconds(30));
+}
+
+/// A laptop as sysfs describes it: the graphics of the processor and a card that sleeps.
+void makeLaptop(const TestTree& tree, const char* cardStatus) {
+    tree.write("sys/class/drm/card1/device/uevent",
+               "DRIVER=i915\nPCI_ID=8086:46A6\nPCI_SLOT_NAME=0000:00:02.0\n");
+    tree.write("sys/class/drm/card1/device/power/runtime_status", "active\n");
+    tree.write("sys/class/drm/card1/device/boot_vga", "1\n");
+    tree.write("sys/class/drm/card1-eDP-1/device/power/runtime_status", "suspended\n");
+    tree.write("sys/class/drm/card0/device/uevent",
+               "DRIVER=amdgpu\nPCI_ID=1002:73FF\nPCI_SLOT_NAME=0000:03:00.0\n");
+    tree.write("sys/class/drm/card0/device/power/runtime_status", cardStatus);
+    tree.write("sys/class/drm/card0/device/mem_info_vram_total", "8573157376\n");
+    tree.write("sys/class/drm/card0/device/mem_info_vram_used", "4096\n");
+    tree.write("usr/share/misc/pci.ids",
+               "# list\n1002  AMD\n\t73ff  Navi 23\n\t\t1002 73ff  Sub\n8086  Intel\n"
+               "\t46a6  Alder Lake-P GT2\n");
+}
+
+TEST(LinuxDeviceSource, AsksVulkanOnlyWhenNoCardSleeps) {
+    const TestTree tree;
+    int asked = 0;
+    LinuxDeviceSource source(tree.root(), [&asked] {
+        ++asked;
+        return std::optional<MTLDevice>({"Vulkan's", 1, 2, false});
+    });
+    EXPECT_EQ(source.systemDefaultDevice()->name, "Vulkan's"); // no card at all: Vulkan may know better
+
+    makeLaptop(tree, "active\n");
+    EXPECT_EQ(source.systemDefaultDevice()->name, "Vulkan's");
+    EXPECT_EQ(asked, 2);
+
+    makeLaptop(tree, "suspended\n");
+    EXPECT_EQ(source.systemDefaultDevice(), (MTLDevice{"Alder Lake-P GT2", 0, 0, true}));
+    tree.write("sys/class/drm/card1/device/boot_vga", "0\n");
+    EXPECT_EQ(source.systemDefaultDevice(), (MTLDevice{"Navi 23", 8573157376, 4096, false}));
+    EXPECT_EQ(asked, 2);
+}
+
+TEST(LinuxDeviceSource, NamesCardsThatNoListKnows) {
+    const TestTree tree;
+    tree.write("sys/class/drm/card0/device/uevent", "DRIVER=panfrost\nOF_NAME=gpu\n");
+    tree.write("sys/class/drm/card2/device/uevent", "PCI_ID=10DE:25A0\nPCI_SLOT_NAME=0000:01:00.0\n");
+    const std::vector<DrmDevice> cards = readDrmDevices(tree.root());
+    ASSERT_EQ(cards.size(), 2U);
+    EXPECT_EQ(cards[0].figures.name, "panfrost GPU");
+    EXPECT_TRUE(cards[0].onRootBus);
+    EXPECT_EQ(cards[1].figures.name, "GPU 10de:25a0");
+    EXPECT_FALSE(cards[1].onRootBus);
+}
+
+TEST(DeviceCode, ComesBackFromThePipe) {
+    const MTLDevice device{"A GPU\n2 3", 1ULL << 40, 5, false};
+    EXPECT_EQ(decoded(encoded(device)), device);
+    for (const char* bad : {"", "1 2", "1 2 ", "1 2 1", "x 2 1 n"}) {
+        EXPECT_EQ(decoded(bad), std::nullopt) << bad;
+    }
+}
+
+} // namespace
+} // namespace vantor::platform::linux_gpu

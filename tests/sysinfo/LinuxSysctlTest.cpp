@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: MIT
+#include "Trees.hpp"
+#include "platform/linux/sysctl/KernelText.hpp"
+#include "platform/linux/sysctl/LinuxSysctlSource.hpp"
+#include "platform/linux/sysctl/ProcSysKey.hpp"
+#include "platform/linux/sysctl/ProcessorNumbers.hpp"
+#include "platform/sysctl/sysctlbyname.hpp"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+
+namespace vantor::platform {
+namespace {
+
+using linux_sysctl::LinuxSysctlSource;
+using linux_sysctl::ProcessorNumbers;
+using tests::Tree;
+
+LinuxSysctlSource sourceOn(const Tree& tree, const std::string& machine) {
+    return {tree.root(),
+            {[machine] {
+                 return linux_sysctl::SystemCalls::Names{"Linux", "n", "r", "v", machine};
+             },
+             [] { return std::uint64_t{16384}; }}};
+}
+
+using Numbers = std::map<std::string, std::optional<std::uint64_t>>;
+
+void expectNumbers(LinuxSysctlSource& source, const Numbers& expected) {
+    for (const auto& [key, number] : expected) {
+        const SysctlAnswer answer = source.read(key);
+        EXPECT_EQ(answer.error, number ? 0 : ENOENT) << key;
+        EXPECT_EQ(answer.value.number, number.value_or(0)) << key;
+    }
+}
+
+std::string textOf(LinuxSysctlSource& source, const std::string& key) {
+    const SysctlAnswer answer = source.read(key);
+    return answer.error == 0 ? answer.value.text : "error " + std::to_string(answer.error);
+}
+
+TEST(LinuxSysctl, HybridLaptop) {
+    const Tree tree;
+    tests::makeHybridLaptop(tree);
+    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    expectNumbers(source, {{"hw.ncpu", 16},
+                           {"hw.logicalcpu", 8},
+                           {"hw.logicalcpu_max", 8},
+                           {"hw.physicalcpu", 6},
+                           {"hw.nperflevels", 2},
+                           {"hw.l1dcachesize", 48 << 10},
+                           {"hw.l2cachesize", 1280 << 10},
+                           {"hw.perflevel0.physicalcpu", 2},
+                           {"hw.perflevel0.logicalcpu", 4},
+                           {"hw.perflevel0.cpusperl2", 2},
+                           {"hw.perflevel1.physicalcpu_max", 4},
+                           {"hw.perflevel1.logicalcpu_max", 4},
+                           {"hw.perflevel1.l1icachesize", 64 << 10},
+                           {"hw.perflevel1.l2cachesize", 2 << 20},
+                           {"hw.perflevel1.cpusperl2", 4},
+                           {"hw.perflevel2.physicalcpu", std::nullopt},
+                           {"hw.perflevel0.other", std::nullopt},
+                           {"hw.perflevelx.physicalcpu", std::nullopt},
+                           {"hw.perflevel0", std::nullopt},
+                           {"hw.memsize", 16106128ULL * 1024},
+                           {"hw.pagesize", 16384},
+                           {"hw.cputype", 7},
+                           {"hw.cpusubtype", 8},
+                           {"hw.cpufamily", 0},
+                           {"hw.cpu64bit_capable", 1},
+                           {"hw.cpusomething", std::nullopt}});
+    EXPECT_EQ(textOf(source, "hw.machine"), "x86_64");
+    EXPECT_EQ(textOf(source, "hw.model"), "Laptop 14 Gen 3");
+    EXPECT_EQ(textOf(source, "kern.hostname"), "lap");
+    EXPECT_EQ(textOf(source, "kern.version"), "#1 SMP PREEMPT_DYNAMIC Debian 6.1.76-1 (2024-02-01)");
+    EXPECT_EQ(textOf(source, "kern.bootargs"), "BOOT_IMAGE=/vmlinuz root=/dev/sda1 ro quiet");
+    EXPECT_EQ(textOf(source, "kern.osproductversion"), "12");
+    EXPECT_EQ(source.read("kern.osreleasetype").error, ENOENT);
+}
+
+TEST(LinuxSysctl, PhoneWithTwoLevels) {
+    const Tree tree;
+    tests::makePhone(tree);
+    LinuxSysctlSource source = sourceOn(tree, "aarch64");
+    expectNumbers(source, {{"hw.ncpu", 8},
+                           {"hw.activecpu", 6},
+                           {"hw.physicalcpu", 6},
+                           {"hw.physicalcpu_max", 8},
+                           {"hw.nperflevels", 2},
+                           {"hw.perflevel0.logicalcpu", 1},
+                           {"hw.perflevel0.logicalcpu_max", 2},
+                           {"hw.perflevel0.physicalcpu_max", 2},
+                           {"hw.perflevel0.l1dcachesize", 64 << 10},
+                           {"hw.perflevel1.physicalcpu", 5},
+                           {"hw.perflevel1.physicalcpu_max", 6},
+                           {"hw.perflevel1.l2cachesize", 128 << 10},
+                           {"hw.cputype", 0x0100000C},
+                           {"hw.cpusubtype", 1}});
+    EXPECT_EQ(textOf(source, "hw.model"), "A Phone");
+    EXPECT_EQ(textOf(source, "kern.osrevision"), "2024.05");
+    EXPECT_EQ(textOf(source, "kern.osreleasetype"), "stable");
+    EXPECT_EQ(textOf(source, "kern.ostype"), "Linux"); // no file: the system call's
+}
+
+TEST(LinuxSysctl, ServerWithTwoSockets) {
+    const Tree tree;
+    tests::makeServer(tree);
+    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    expectNumbers(source, {{"hw.ncpu", 256},
+                           {"hw.logicalcpu_max", 128},
+                           {"hw.physicalcpu", 64},
+                           {"hw.nperflevels", 1},
+                           {"hw.perflevel0.physicalcpu", 64},
+                           {"hw.perflevel1.physicalcpu", std::nullopt},
+                           {"hw.l2cachesize", 1 << 20},
+                           {"hw.memsize", 1056443392ULL * 1024}});
+    tree.lists("0-255", "0-127", "0-63"); // threads switched off are not cores asleep
+    tree.write("sys/devices/system/cpu/smt/control", "off\n");
+    expectNumbers(source, {{"hw.physicalcpu", 64}, {"hw.physicalcpu_max", 64}, {"hw.logicalcpu", 64}});
+}
+
+TEST(LinuxSysctl, ContainerWithoutSys) {
+    const Tree tree;
+    tests::makeContainer(tree);
+    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    expectNumbers(source, {{"hw.ncpu", 2},
+                           {"hw.logicalcpu", 2},
+                           {"hw.physicalcpu", 1},
+                           {"hw.nperflevels", 1},
+                           {"hw.perflevel0.physicalcpu", 1},
+                           {"hw.l2cachesize", std::nullopt},
+                           {"hw.perflevel0.cpusperl2", std::nullopt},
+                           {"hw.memsize", 512ULL << 20},
+                           {"hw.cpusubtype", 4},
+                           {"hw.cpufamily", 0x10B282DC}});
+    EXPECT_EQ(textOf(source, "kern.hostname"), "3f2a91c07be4");
+    EXPECT_EQ(source.read("hw.model").error, ENOENT);
+
+    const Tree empty;
+    LinuxSysctlSource blind = sourceOn(empty, "riscv64");
+    expectNumbers(blind, {{"hw.ncpu", std::nullopt},
+                          {"hw.physicalcpu", std::nullopt},
+                          {"hw.nperflevels", std::nullopt},
+                          {"hw.memsize", std::nullopt},
+                          {"hw.cputype", std::nullopt},
+                          {"hw.cpusubfamily", std::nullopt}});
+}
+
+TEST(LinuxSysctl, ProcessorNumbersOfOtherMachines) {
+    const auto ofBlock = [](const char* machine, const char* cpuinfo) {
+        const ProcessorNumbers found = ProcessorNumbers::from(machine, linux_sysctl::parseCpuinfo(cpuinfo));
+        return std::vector<std::uint32_t>{found.type.value_or(0), found.subtype.value_or(0),
+                                          found.family.value_or(0)};
+    };
+    using Three = std::vector<std::uint32_t>;
+    EXPECT_EQ(ofBlock("aarch64", "Features\t: fp paca\nCPU implementer\t: 0x61\nCPU part\t: 0x023\n"),
+              (Three{0x0100000C, 2, 0x1B588BB3}));
+    EXPECT_EQ(ofBlock("armv7l", "CPU implementer\t: 0x41\n"), (Three{12, 9, 0}));
+    EXPECT_EQ(ofBlock("ppc64", "cpu\t\t: PPC970FX, altivec supported\n"),
+              (Three{0x01000012, 100, 0xED76D8AA}));
+    EXPECT_EQ(ofBlock("ppc", "cpu\t\t: 7447A, altivec supported\n"), (Three{18, 11, 0x77C184AE}));
+    EXPECT_EQ(ofBlock("i686", "vendor_id\t: GenuineIntel\nflags\t\t: fpu\n"), (Three{7, 3, 0}));
+}
+
+TEST(LinuxSysctl, EveryOtherKeyIsAFileBelowProcSys) {
+    const Tree tree;
+    tree.write("proc/sys/vm/swappiness", "60\n");
+    tree.write("proc/sys/net/ipv4/conf/eth0.100/forwarding", "1\n");
+    tree.write("proc/secret", "no\n");
+    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    EXPECT_EQ(textOf(source, "vm.swappiness"), "60");
+    EXPECT_EQ(textOf(source, "net.ipv4.conf.eth0/100.forwarding"), "1");
+    EXPECT_EQ(textOf(source, "net/ipv4/conf/eth0.100/forwarding"), "1");
+    for (const char* bad : {"", ".", "vm..swappiness", "vm.swappiness.deeper", ".//.secret",
+                            "vm/../../secret", "/proc/secret", "vm.", "kern.boottime"}) {
+        EXPECT_EQ(source.read(bad).error, ENOENT) << bad;
+    }
+    EXPECT_EQ(source.read("vm").error, EISDIR);
+}
+
+/// A read of `size` bytes into a buffer of ones: the result, `errno`, the length and the bytes afterwards.
+struct Call {
+    int result;
+    int error;
+    std::size_t length;
+    std::string bytes;
+    bool operator==(const Call&) const = default;
+};
+
+struct FixedSource : SysctlSource {
+    SysctlAnswer value;
+    SysctlAnswer read(std::string_view) override { return value; }
+};
+
+Call call(const SysctlAnswer& value, std::size_t size) {
+    FixedSource source;
+    source.value = value;
+    const SysctlSourceScope scope(source);
+    Call made{0, 0, size, std::string(size, '\xFF')};
+    errno = 0;
+    made.result = sysctlbyname("key", size == 0 ? nullptr : made.bytes.data(), &made.length, nullptr, 0);
+    made.error = errno;
+    return made;
+}
+
+using namespace std::string_literals;
+
+TEST(Sysctlbyname, AnswersInTheWidthsOfTheKeys) {
+    const auto text = SysctlValue::ofText("Linux");
+    EXPECT_EQ(call(SysctlAnswer(), 8), (Call{-1, ENOENT, 8, std::string(8, '\xFF')}));
+    EXPECT_EQ(call(text, 0), (Call{0, 0, 6, ""}));
+    EXPECT_EQ(call(text, 5), (Call{-1, ENOMEM, 5, std::string(5, '\xFF')}));
+    EXPECT_EQ(call(text, 8), (Call{0, 0, 6, "Linux\0\xFF\xFF"s}));
+    EXPECT_EQ(call(SysctlValue::of4(7), 8), (Call{0, 0, 4, "\7\0\0\0\xFF\xFF\xFF\xFF"s}));
+    EXPECT_EQ(call(SysctlValue::of4(7), 2), (Call{-1, ENOMEM, 2, "\xFF\xFF"}));
+    EXPECT_EQ(call(SysctlValue::of8(0x7FFFFFFF), 4), (Call{0, 0, 4, "\xFF\xFF\xFF\x7F"}));
+    EXPECT_EQ(call(SysctlValue::of8(0x80000000), 4), (Call{-1, ERANGE, 4, "\xFF\xFF\xFF\xFF"}));
+    EXPECT_EQ(call(SysctlValue::of8Only(64), 4), (Call{-1, ENOMEM, 4, "\xFF\xFF\xFF\xFF"}));
+    EXPECT_EQ(call(SysctlValue::of8Only(64), 0), (Call{0, 0, 8, ""}));
+    std::size_t length = 4;
+    const int fresh = 1;
+    EXPECT_EQ(sysctlbyname("kern.hostname", nullptr, &length, &fresh, sizeof fresh), -1);
+    EXPECT_EQ(errno, EPERM);
+}
+
+TEST(Sysctlbyname, NumbersFoundAsTextAnswerBothWays) {
+    const auto number = [](const char* text) { return linux_sysctl::procSysValue(text); };
+    EXPECT_EQ(call(number("60\n"), 0).length, 3U);
+    EXPECT_EQ(call(number("60\n"), 3).bytes, "60\0"s);
+    EXPECT_EQ(call(number("128"), 0).length, 5U); // 4 would be taken for a number
+    EXPECT_EQ(call(number("128"), 5).bytes, "128\0\0"s);
+    EXPECT_EQ(call(number("128"), 4).bytes, "\x80\0\0\0"s);
+    EXPECT_EQ(call(number("128"), 8), (Call{0, 0, 4, "\x80\0\0\0\xFF\xFF\xFF\xFF"s}));
+    EXPECT_EQ(call(number("128"), 1).error, ENOMEM);
+    EXPECT_EQ(call(number("-1"), 4).bytes, "\xFF\xFF\xFF\xFF");
+    EXPECT_EQ(call(number("-1"), 8).length, 8U); // 4 bytes in a cleared word would be another number
+    EXPECT_EQ(call(number("4294967296"), 4).error, ENOMEM);
+    EXPECT_EQ(call(number("18446744073692774399"), 4).error, ENOMEM);
+    EXPECT_EQ(call(number("18446744073692774399"), 8).bytes, "\xFF\xFF\xFF\xFE\xFF\xFF\xFF\xFF");
+    EXPECT_EQ(number("4096\t131072\t6291456\n").kind, SysctlValue::Kind::text);
+    EXPECT_EQ(number("60\n\n").text, "60\n");
+}
+
+TEST(KernelText, RefusesWhatIsNotOfItsForm) {
+    using namespace linux_sysctl;
+    EXPECT_EQ(parseCpuList("0-2,5,1"), (CpuList{0, 1, 2, 5}));
+    EXPECT_EQ(parseCpuList(""), CpuList{});
+    for (const char* bad : {"-", "2-1", "a", "0-4000000000", "0,,x"}) {
+        EXPECT_EQ(parseCpuList(bad), std::nullopt) << bad;
+    }
+    EXPECT_EQ(parseCacheSize("2M"), 2U << 20);
+    EXPECT_EQ(parseCacheSize("K"), std::nullopt);
+    EXPECT_EQ(parseCacheSize("99999999999999999999K"), std::nullopt);
+    EXPECT_EQ(parseMeminfo("MemTotal: 5 MB\n", "MemTotal"), std::nullopt);
+    EXPECT_EQ(parseMeminfo("MemTotalX: 5 kB\nMemTotal:\t7 kB", "MemTotal"), 7U * 1024);
+    EXPECT_EQ(parseOsRelease("# c\nA=\"x\\\"y\"z\nA='q\\'\n", "A"), "q\\");
+    EXPECT_EQ(parseOsRelease("A=\"x\\\"y\"z\n", "A"), "x\"yz");
+}
+
+} // namespace
+} // namespace vantor::platform
