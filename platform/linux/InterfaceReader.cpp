@@ -37,14 +37,23 @@ bool InterfaceReader::list() {
     m_newLinks = 0;
     std::string_view text = content.text;
     while (const std::optional<LinkCounters> counters = takeLink(text)) {
-        if (const auto known = m_links.find(counters->name); known == m_links.end()) {
+        Links::value_type* const link = find(counters->name, m_listed.size());
+        if (link == nullptr) {
             ++m_newLinks;
-        } else if (std::exchange(known->second.seen, m_pass) == m_pass) {
+        } else if (std::exchange(link->second.seen, m_pass) == m_pass) {
             continue; // listed twice
         }
-        m_listed.push_back(*counters);
+        m_listed.push_back({*counters, link});
     }
     return true;
+}
+
+InterfaceReader::Links::value_type* InterfaceReader::find(std::string_view name, std::size_t place) {
+    if (place < m_order.size() && m_order[place]->first == name) {
+        return m_order[place];
+    }
+    const auto known = m_links.find(name);
+    return known == m_links.end() ? nullptr : &*known;
 }
 
 bool InterfaceReader::countedLinkMissing() const {
@@ -54,6 +63,7 @@ bool InterfaceReader::countedLinkMissing() const {
 }
 
 void InterfaceReader::forgetMissing() {
+    m_order.clear();
     for (auto link = m_links.begin(); link != m_links.end();) {
         if (link->second.seen == m_pass) {
             ++link;
@@ -91,14 +101,16 @@ void InterfaceReader::setKind(Link& link, std::string_view name, LinkKind kind) 
 
 void InterfaceReader::addNew() {
     m_hasClassifier = m_classifier.available();
-    std::erase_if(m_listed, [this](const LinkCounters& counters) {
-        const auto [known, isNew] = m_links.try_emplace(std::string(counters.name));
-        Link& link = known->second;
-        if (isNew) {
-            link.added = link.seen = m_pass;
-            setKind(link, counters.name, kindOf(counters.name));
+    std::erase_if(m_listed, [this](Listed& listed) {
+        if (listed.link != nullptr) {
+            return false;
         }
-        return !isNew && link.added == m_pass; // listed twice
+        const auto [known, isNew] = m_links.try_emplace(std::string(listed.counters.name));
+        listed.link = &*known;
+        if (isNew) {
+            setKind(known->second, known->first, kindOf(known->first));
+        }
+        return !isNew; // listed twice
     });
 }
 
@@ -115,12 +127,12 @@ void InterfaceReader::checkKinds() {
 /// Without a card or a modem the virtual Ethernets are the way out; with one they are not.
 void InterfaceReader::chooseWayOut() {
     const bool needed = m_real == 0 && m_hasClassifier;
-    for (const LinkCounters& counters : m_listed) {
-        Link& link = m_links.find(counters.name)->second;
-        if (needed && link.kind == LinkKind::other && m_classifier.isVirtualEthernet(counters.name)) {
-            setKind(link, counters.name, LinkKind::virtualEthernet);
+    for (const Listed& listed : m_listed) {
+        auto& [name, link] = *listed.link;
+        if (needed && link.kind == LinkKind::other && m_classifier.isVirtualEthernet(name)) {
+            setKind(link, name, LinkKind::virtualEthernet);
         } else if (!needed && link.kind == LinkKind::virtualEthernet) {
-            setKind(link, counters.name, LinkKind::other);
+            setKind(link, name, LinkKind::other);
         }
     }
 }
@@ -128,10 +140,10 @@ void InterfaceReader::chooseWayOut() {
 std::vector<InterfaceAddress> InterfaceReader::entries() const {
     std::vector<InterfaceAddress> result;
     result.reserve(m_listed.size());
-    for (const LinkCounters& counters : m_listed) {
-        result.push_back({m_links.find(counters.name)->second.name, AF_LINK,
-                          static_cast<std::uint32_t>(counters.receivedBytes),
-                          static_cast<std::uint32_t>(counters.sentBytes)});
+    for (const Listed& listed : m_listed) {
+        result.push_back({listed.link->second.name, AF_LINK,
+                          static_cast<std::uint32_t>(listed.counters.receivedBytes),
+                          static_cast<std::uint32_t>(listed.counters.sentBytes)});
     }
     return result;
 }
@@ -160,6 +172,12 @@ std::optional<std::vector<InterfaceAddress>> InterfaceReader::read() {
     }
     if (changed || due) {
         chooseWayOut();
+    }
+    if (changed || m_order.empty()) {
+        m_order.clear();
+        for (const Listed& listed : m_listed) {
+            m_order.push_back(listed.link);
+        }
     }
     return entries();
 }

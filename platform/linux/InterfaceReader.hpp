@@ -39,7 +39,6 @@ private:
         std::optional<std::uint32_t> number; ///< of a link that counts
         std::string name;                    ///< the platform's
         std::uint64_t seen = 0;              ///< the pass that listed it last
-        std::uint64_t added = 0;             ///< and the one that listed it first
     };
     struct HashName {
         using is_transparent = void;
@@ -47,7 +46,13 @@ private:
     };
     using Links = std::unordered_map<std::string, Link, HashName, std::equal_to<>>;
 
+    struct Listed {
+        LinkCounters counters;
+        Links::value_type* link; ///< null for one that is new
+    };
+
     [[nodiscard]] bool list();
+    [[nodiscard]] Links::value_type* find(std::string_view name, std::size_t place);
     [[nodiscard]] bool countedLinkMissing() const;
     void forgetMissing();
     void addNew();
@@ -66,8 +71,9 @@ private:
     KernelFile m_netDev;
     LinkClassifier m_classifier;
     bool m_hasClassifier = false; ///< whether there was a /sys when links were last added
-    std::vector<LinkCounters> m_listed;
-    std::size_t m_newLinks = 0; ///< among the listed
+    std::vector<Listed> m_listed;
+    std::vector<Links::value_type*> m_order; ///< the links as last listed: mostly they are again
+    std::size_t m_newLinks = 0;              ///< among the listed
     Links m_links;
     NumberPool m_cards;
     NumberPool m_modems;

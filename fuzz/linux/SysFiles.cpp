@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "Fuzz.hpp"
+#include "platform/linux/LinkKind.hpp"
+#include "platform/linux/ZramStat.hpp"
+
+using namespace vantor::platform::linux_machine;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text = vantor::fuzz::asText(data, size);
+    (void)parseZramMemoryUsed(text);
+    vantor::fuzz::require(parseDevType(text).find('\n') == std::string_view::npos);
+    vantor::fuzz::require(kindByName(text) != LinkKind::virtualEthernet);
+    return 0;
+}
