@@ -9,6 +9,8 @@ namespace vantor::platform::linux_machine {
 namespace {
 /// A card's kind changes when it becomes another one's fast path; nothing announces that cheaply.
 constexpr std::chrono::minutes checkAgain{1};
+/// So many links may each be looked up in several files of /sys within one refresh.
+constexpr std::size_t fewLinks = 32;
 
 bool isReal(LinkKind kind) {
     return kind == LinkKind::physical || kind == LinkKind::modem;
@@ -101,14 +103,20 @@ void InterfaceReader::setKind(Link& link, std::string_view name, LinkKind kind) 
 
 void InterfaceReader::addNew() {
     m_hasClassifier = m_classifier.available();
-    std::erase_if(m_listed, [this](Listed& listed) {
+    std::unordered_set<std::string> withoutDevice;
+    if (m_newLinks > fewLinks && m_hasClassifier) {
+        withoutDevice = m_classifier.withoutDevice();
+        withoutDevice.erase("lo");
+    }
+    std::erase_if(m_listed, [this, &withoutDevice](Listed& listed) {
         if (listed.link != nullptr) {
             return false;
         }
         const auto [known, isNew] = m_links.try_emplace(std::string(listed.counters.name));
         listed.link = &*known;
         if (isNew) {
-            setKind(known->second, known->first, kindOf(known->first));
+            const bool isOther = withoutDevice.count(known->first) != 0;
+            setKind(known->second, known->first, isOther ? LinkKind::other : kindOf(known->first));
         }
         return !isNew; // listed twice
     });
@@ -124,12 +132,15 @@ void InterfaceReader::checkKinds() {
     }
 }
 
-/// Without a card or a modem the virtual Ethernets are the way out; with one they are not.
+/// Without a card or a modem the virtual Ethernets are the way out; with one they are not. A container's own
+/// links are few and come first: further ones, which would belong to containers inside, are not looked at.
 void InterfaceReader::chooseWayOut() {
     const bool needed = m_real == 0 && m_hasClassifier;
+    std::size_t looked = 0;
     for (const Listed& listed : m_listed) {
         auto& [name, link] = *listed.link;
-        if (needed && link.kind == LinkKind::other && m_classifier.isVirtualEthernet(name)) {
+        if (needed && link.kind == LinkKind::other && ++looked <= fewLinks &&
+            m_classifier.isVirtualEthernet(name)) {
             setKind(link, name, LinkKind::virtualEthernet);
         } else if (!needed && link.kind == LinkKind::virtualEthernet) {
             setKind(link, name, LinkKind::other);

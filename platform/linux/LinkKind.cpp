@@ -4,11 +4,13 @@
 #include "platform/linux/KernelFile.hpp"
 #include "platform/linux/TextScan.hpp"
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <memory>
 
 namespace vantor::platform::linux_machine {
 
@@ -16,6 +18,10 @@ namespace {
 
 // Hardware types of include/uapi/linux/if_arp.h.
 constexpr std::uint64_t typeEthernet = 1, typeFireWire = 24, typeInfiniBand = 32, typeRawIp = 519;
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
 
 bool startsWithOneOf(std::string_view name, std::initializer_list<std::string_view> starts) {
     return std::any_of(starts.begin(), starts.end(), [name](auto start) { return name.starts_with(start); });
@@ -85,6 +91,16 @@ LinkKind LinkClassifier::kind(std::string_view name) const {
     const bool countedElsewhere = devType == "dsa" || exists(name, "/master/device");
     const bool carriesFrames = type == typeEthernet || type == typeFireWire || type == typeInfiniBand;
     return carriesFrames && !countedElsewhere ? LinkKind::physical : LinkKind::other;
+}
+
+std::unordered_set<std::string> LinkClassifier::withoutDevice() const {
+    std::unordered_set<std::string> names;
+    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(m_virtualFolder.c_str()));
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder belongs to this function
+    while (const dirent* const entry = folder ? ::readdir(folder.get()) : nullptr) {
+        names.emplace(entry->d_name);
+    }
+    return names;
 }
 
 bool LinkClassifier::isVirtualEthernet(std::string_view name) const {
