@@ -108,6 +108,9 @@ struct Case {
     const char* file;
     std::string Figures::*section; ///< the only one that may change
     const char* source;
+    friend void PrintTo(const Case& hostile, std::ostream* out) {
+        *out << hostile.tree << ' ' << hostile.file;
+    }
 };
 
 class HostileText : public testing::TestWithParam<Case> {};

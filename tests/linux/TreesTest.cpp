@@ -17,6 +17,7 @@ struct Expected {
     std::optional<Load> sinceBoot;
     Links links;
     const char* failures;
+    friend void PrintTo(const Expected& expected, std::ostream* out) { *out << expected.tree; }
 };
 
 const Expected machines[] = {
