@@ -20,6 +20,7 @@
 #include <optional>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace vantor::platform::linux_machine {
 
@@ -168,11 +169,15 @@ std::uint64_t releasableBytes(const UserFolders& folders, const std::string& doc
     const std::string top = topFolder(documents, about.st_dev);
     const std::string own = std::to_string(user);
     FolderWalk walk(about.st_dev, user, keepGoing);
-    for (const std::string& folder : {folders.cache, folders.data.empty() ? "" : folders.data + "/Trash",
-                                      top + "/.Trash/" + own, top + "/.Trash-" + own}) {
-        if (!folder.empty() && !walk.wasStopped()) {
-            walk.add(folder);
-        }
+    std::vector<std::string> trash{top, top};
+    trash[0].append("/.Trash/").append(own);
+    trash[1].append("/.Trash-").append(own);
+    if (!folders.data.empty()) {
+        trash.push_back(folders.data + "/Trash");
+    }
+    walk.add(folders.cache);
+    for (const std::string& folder : trash) {
+        walk.add(folder);
     }
     return walk.bytes();
 }
