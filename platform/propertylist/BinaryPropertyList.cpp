@@ -5,6 +5,7 @@
 #include "platform/propertylist/PropertyListTable.hpp"
 #include "platform/propertylist/UTF16.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <memory>
 #include <optional>
@@ -263,7 +264,7 @@ std::optional<std::uint64_t> BinaryReader::readCount(std::uint8_t low, std::size
 /// Objects may overlap: without a bound, many of them over the same bytes would multiply a small file's work.
 bool BinaryReader::addText(std::size_t length) {
     m_textBytes += length;
-    return m_textBytes <= 2 * propertyListMostBytes || fail("its texts are too long together", m_at);
+    return m_textBytes <= 2 * bytes().size() || fail("its texts are too long together", m_at);
 }
 
 /// Data, and strings of plain ASCII, stay where they are in the file.
@@ -307,7 +308,9 @@ bool BinaryReader::readContainer(PropertyListNode& node, std::uint8_t low, bool 
     }
     const auto members = static_cast<std::size_t>(*count);
     std::vector<std::uint32_t>& references = m_table->references;
-    if (members * (isDictionary ? 2 : 1) > propertyListMostReferences - references.size()) {
+    // Each takes a byte of its own, unless containers overlap.
+    const std::size_t mostReferences = std::min(propertyListMostReferences, bytes().size());
+    if (members * (isDictionary ? 2 : 1) > mostReferences - references.size()) {
         return fail("its containers have too many members", m_at);
     }
     node.kind = isDictionary ? PropertyListKind::dictionary : PropertyListKind::array;
