@@ -20,8 +20,7 @@ public:
         const std::scoped_lock lock(m_mutex);
         m_asked.emplace_back(key);
         const auto found = m_values.find(key);
-        platform::SysctlAnswer answer =
-            found != m_values.end() ? found->second : platform::SysctlAnswer();
+        platform::SysctlAnswer answer = found != m_values.end() ? found->second : platform::SysctlAnswer();
         if (m_gone == key) {
             m_values.erase(m_gone);
         }
