@@ -20,17 +20,13 @@ void EventDescriptor::wake() const noexcept {
     const int before = errno;
     const std::uint64_t one = 1;
     // It fails only when the count is full; then the descriptor can be read already.
-    while (::write(m_descriptor.number(), &one, sizeof one) < 0 && errno == EINTR) {
-    }
+    (void)uninterrupted([&] { return ::write(m_descriptor.number(), &one, sizeof one); });
     errno = before;
 }
 
 bool EventDescriptor::drain() const noexcept {
     std::uint64_t count = 0;
-    ssize_t got = -1;
-    do {
-        got = ::read(m_descriptor.number(), &count, sizeof count);
-    } while (got < 0 && errno == EINTR);
+    const ssize_t got = uninterrupted([&] { return ::read(m_descriptor.number(), &count, sizeof count); });
     return got == sizeof count;
 }
 

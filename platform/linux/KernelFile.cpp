@@ -54,10 +54,8 @@ std::string errorText(int error) {
 }
 
 int KernelFile::open() {
-    int number = -1;
-    do {
-        number = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    } while (number < 0 && errno == EINTR);
+    const int number = uninterrupted(
+        [this] { return ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
     if (number < 0) {
         return errno;
     }
@@ -74,11 +72,10 @@ int KernelFile::fill(std::size_t wanted) {
             m_buffer.resize(std::min(longest, std::max(m_buffer.size() * 2, firstBuffer)));
         }
         const std::size_t room = std::min(wanted, m_buffer.size()) - m_length;
-        const ssize_t got =
-            ::pread(m_descriptor.number(), m_buffer.data() + m_length, room, static_cast<off_t>(m_length));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t got = uninterrupted([&] {
+            return ::pread(m_descriptor.number(), m_buffer.data() + m_length, room,
+                           static_cast<off_t>(m_length));
+        });
         if (got < 0) {
             return errno;
         }

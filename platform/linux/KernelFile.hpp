@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -30,6 +31,18 @@ private:
 
 /// The English text of an error number: the reasons that hosts show are in one language throughout.
 [[nodiscard]] std::string errorText(int error);
+
+/// Makes a call again that a signal interrupted (EINTR): a few times, so that no storm of signals keeps a
+/// reader forever. `call` gives a negative number where it fails.
+template<class Call>
+[[nodiscard]] auto uninterrupted(const Call& call) {
+    constexpr int attempts = 64;
+    auto result = call();
+    for (int i = 1; i < attempts && result < 0 && errno == EINTR; ++i) {
+        result = call();
+    }
+    return result;
+}
 
 /// How the kernel makes a file's text. Under /proc a read at offset zero formats the text anew. Where the
 /// whole text is one record, one call brings all of it; where it is one record an entry, a call ends between

@@ -19,16 +19,11 @@ constexpr int attempts = 3;
 
 int openQuietly(const std::string& path) {
     constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    int number = -1;
-    int mark = O_NOATIME; // only the owner may ask for that
-    do {
-        number = ::open(path.c_str(), flags | mark);
-        if (number < 0 && errno == EPERM && mark != 0) {
-            mark = 0;
-            errno = EINTR;
-        }
-    } while (number < 0 && errno == EINTR);
-    return number;
+    const auto open = [&path](int mark) {
+        return uninterrupted([&path, mark] { return ::open(path.c_str(), flags | mark); });
+    };
+    const int number = open(O_NOATIME); // only the owner may ask for that
+    return number < 0 && errno == EPERM ? open(0) : number;
 }
 
 bool sameState(const struct stat& a, const struct stat& b) {
@@ -43,10 +38,8 @@ int readAll(int descriptor, std::size_t size, std::string& content) {
     content.resize(size + 1);
     std::size_t length = 0;
     while (length < content.size()) {
-        const ssize_t got = ::read(descriptor, content.data() + length, content.size() - length);
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
+        const ssize_t got = uninterrupted(
+            [&] { return ::read(descriptor, content.data() + length, content.size() - length); });
         if (got < 0) {
             return errno;
         }

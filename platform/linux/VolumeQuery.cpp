@@ -36,13 +36,13 @@ std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
 template<class Call>
 int askNearest(std::string path, const Call& call) {
     while (true) {
-        if (call(path.c_str()) == 0) {
+        if (uninterrupted([&] { return call(path.c_str()); }) == 0) {
             return 0;
         }
         const std::size_t slash = path.find_last_of('/');
         if (errno == ENOENT && slash != std::string::npos && path != "/") {
             path.resize(std::max<std::size_t>(slash, 1));
-        } else if (errno != EINTR) {
+        } else {
             return errno;
         }
     }
