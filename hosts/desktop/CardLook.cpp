@@ -18,12 +18,17 @@ double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// An accent moved away from the card's colour until it stands out as a mark.
-QColor visibleOn(QColor accent, const QColor& card, bool darken) {
-    for (int step = 0; step < 12 && contrast(accent, card) < 3.0; ++step) {
-        accent = darken ? accent.darker(115) : accent.lighter(115);
+/// An accent moved towards the text's colour until it stands out on the card as a mark.
+QColor visibleOn(const QColor& accent, const QColor& card, const QColor& text) {
+    QColor mark = accent;
+    for (float share = 0; contrast(mark, card) < 3.0; share += 0.1F) {
+        const auto mixed = [share](float from, float to) {
+            return from + (to - from) * std::min(share, 1.0F);
+        };
+        mark = QColor::fromRgbF(mixed(accent.redF(), text.redF()), mixed(accent.greenF(), text.greenF()),
+                                mixed(accent.blueF(), text.blueF()));
     }
-    return accent;
+    return mark;
 }
 
 } // namespace
@@ -55,7 +60,7 @@ CardLook CardLook::of(Appearance appearance, double pointScale, const QColor& ac
     look.pressedFill = light ? QColor(0xD8, 0xD8, 0xDF) : QColor(0x48, 0x48, 0x4C);
     look.separator = light ? QColor(0xE5, 0xE5, 0xEA) : QColor(0x32, 0x32, 0x35);
     const QColor blue = light ? QColor(0x00, 0x7A, 0xFF) : QColor(0x0A, 0x84, 0xFF);
-    look.accent = visibleOn(accent.isValid() ? accent : blue, look.card, light);
+    look.accent = visibleOn(accent.isValid() ? accent : blue, look.card, look.text);
     return look;
 }
 

@@ -15,6 +15,12 @@ QString hostText(std::string_view key, std::string_view placeholder, std::string
         platform::textWithValue(platform::NSLocalizedString(key), placeholder, value));
 }
 
+QString valueText(std::string_view name, std::string_view value) {
+    const std::string named =
+        platform::textWithValue(platform::NSLocalizedString("host_VALUE"), "name", name);
+    return QString::fromStdString(platform::textWithValue(named, "value", value));
+}
+
 QString widestFigure() {
     return QString::fromStdString(trafficText(888'880'000'000) + "/s");
 }

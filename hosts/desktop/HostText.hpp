@@ -11,6 +11,9 @@ namespace vantor::desktop {
 /// The same with the one placeholder filled in.
 [[nodiscard]] QString hostText(std::string_view key, std::string_view placeholder, std::string_view value);
 
+/// A name and its value as one is read out: "Used RAM, 34%".
+[[nodiscard]] QString valueText(std::string_view name, std::string_view value);
+
 /// The widest figure that a row has to hold in this language.
 [[nodiscard]] QString widestFigure();
 

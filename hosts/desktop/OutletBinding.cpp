@@ -2,6 +2,7 @@
 #include "hosts/desktop/OutletBinding.hpp"
 
 #include "Controller/Outlets.hpp"
+#include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/RingView.hpp"
 #include "platform/core/FatalStop.hpp"
 
@@ -62,12 +63,25 @@ void OutletBinding::bindUpdate(const std::shared_ptr<UIView>& view, std::functio
     m_updates.emplace(view.get(), std::move(update));
 }
 
+/// The caption beside a figure ("usedRAMLabel" has "usedRAMTitleLabel"); null for a caption.
+const platform::UILabel* OutletBinding::captionOf(std::string_view figure) const {
+    std::string name(figure.substr(0, figure.size() - std::string_view("Label").size()));
+    name += "TitleLabel";
+    const auto found = std::ranges::find(labelOutlets, name, &LabelOutlet::name);
+    return found == labelOutlets.end() ? nullptr : ((*m_controller).*found->label).get();
+}
+
 void OutletBinding::bindLabels() {
     for (const LabelOutlet& outlet : labelOutlets) {
         const auto& label = (*m_controller).*outlet.label;
         auto& shown = widgetNamed<QLabel>(m_form, outlet.name);
         shown.setTextFormat(Qt::PlainText);
-        bindUpdate(label, [&shown, source = label.get()] { shown.setText(shownText(source->text())); });
+        bindUpdate(label, [&shown, source = label.get(), caption = captionOf(outlet.name)] {
+            shown.setText(shownText(source->text()));
+            if (caption != nullptr) {
+                shown.setAccessibleName(valueText(caption->text(), shown.text().toStdString()));
+            }
+        });
     }
 }
 

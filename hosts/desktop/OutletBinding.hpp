@@ -37,6 +37,7 @@ public:
     [[nodiscard]] const std::vector<RingView*>& rings() const { return m_rings; }
 
 private:
+    [[nodiscard]] const platform::UILabel* captionOf(std::string_view figure) const;
     void bindLabels();
     void bindReleasableRow();
     void bindCharts();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/RingAccessible.hpp"
 
+#include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/RingView.hpp"
-#include "platform/foundation/NSLocalizedString.hpp"
 
 #include <QAccessibleWidget>
 
@@ -11,10 +11,7 @@ namespace vantor::desktop {
 namespace {
 
 QString spokenName(const RingView& ring) {
-    using platform::textWithValue;
-    const std::string named =
-        textWithValue(platform::NSLocalizedString("host_VALUE"), "name", ring.caption().toStdString());
-    return QString::fromStdString(textWithValue(named, "value", ring.percentage().toStdString()));
+    return valueText(ring.caption().toStdString(), ring.percentage().toStdString());
 }
 
 class RingAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {

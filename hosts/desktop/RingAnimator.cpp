@@ -14,13 +14,11 @@ constexpr double step = 0.5;               // device pixels a frame
 
 } // namespace
 
-RingAnimator::RingAnimator(std::vector<RingView*> rings) : m_rings(std::move(rings)) {
+RingAnimator::RingAnimator(std::vector<RingView*> rings, Clock clock)
+    : m_rings(std::move(rings)), m_clock(std::move(clock)) {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    m_timer.callOnTimeout(&m_timer, [this] {
-        ++m_frames;
-        advance();
-    });
+    m_timer.callOnTimeout(&m_timer, [this] { advance(); });
 }
 
 void RingAnimator::start() {
@@ -46,7 +44,7 @@ void RingAnimator::settle() {
 }
 
 void RingAnimator::advance() {
-    const platform::Instant now = std::chrono::steady_clock::now();
+    const platform::Instant now = m_clock();
     double fastest = 0;
     for (RingView* ring : m_rings) {
         const double speed = ring->speedAt(now);

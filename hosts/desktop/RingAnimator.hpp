@@ -4,6 +4,8 @@
 #include "hosts/desktop/RingView.hpp"
 
 #include <QTimer>
+#include <chrono>
+#include <functional>
 #include <vector>
 
 namespace vantor::desktop {
@@ -13,7 +15,9 @@ namespace vantor::desktop {
 /// screen or with motion switched off.
 class RingAnimator {
 public:
-    explicit RingAnimator(std::vector<RingView*> rings);
+    using Clock = std::function<platform::Instant()>;
+
+    explicit RingAnimator(std::vector<RingView*> rings, Clock clock = std::chrono::steady_clock::now);
 
     /// A chart changed: shows its new figures at once and sets the ring moving.
     void start();
@@ -23,16 +27,16 @@ public:
     void settle();
 
     [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
-    /// Frames drawn since the start, for measurements and tests.
-    [[nodiscard]] long frames() const { return m_frames; }
+    /// How long until the next frame; only while it runs.
+    [[nodiscard]] std::chrono::milliseconds interval() const { return m_timer.intervalAsDuration(); }
 
 private:
     void advance();
 
     std::vector<RingView*> m_rings;
+    Clock m_clock;
     QTimer m_timer;
     bool m_motion = true;
-    long m_frames = 0;
 };
 
 } // namespace vantor::desktop

@@ -32,7 +32,8 @@ void reportUnusableStore() {
 }
 
 int run(const Options& options, int argc, char** argv) {
-    vantor::hosts::HostMachine machine(options.demo);
+    // Static, so that it outlives the workers, which may be sampling when the window closes.
+    static vantor::hosts::HostMachine machine(options.demo);
     reportUnusableStore();
     if (options.snapshot) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
