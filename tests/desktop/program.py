@@ -1,0 +1,77 @@
+# SPDX-License-Identifier: MIT
+"""What only the whole program shows: signals, exit status, a picture of the real machine, a broken preference file."""
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+program = sys.argv[1]
+folder = tempfile.mkdtemp(prefix="vantor-test-")
+environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=folder, XDG_CONFIG_HOME=folder, LC_ALL="C")
+environment.pop("DISPLAY", None)
+environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
+
+
+def start(*arguments, **changes):
+    return subprocess.Popen([program, *arguments], env=dict(environment, **changes), text=True,
+                            stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+
+def check(condition, what):
+    if not condition:
+        sys.exit(f"failed: {what}")
+
+
+def signals_end_it():
+    running = [(name, start("--demo")) for name in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)]
+    for name, process in running:
+        # It catches the signal once its handler is in place, which /proc tells.
+        for _ in range(200):
+            with open(f"/proc/{process.pid}/status") as status:
+                caught = next(int(line.split()[1], 16) for line in status if line.startswith("SigCgt"))
+            if caught & (1 << (name - 1)):
+                break
+            time.sleep(0.01)
+        process.send_signal(name)
+        check(process.wait(timeout=10) == 0, f"{name.name} does not end it cleanly")
+
+
+def picture_of_this_machine():
+    began = time.monotonic()
+    picture = os.path.join(folder, "real.png")
+    broken = os.path.join(folder, "broken.plist")
+    with open(broken, "w") as file:
+        file.write("<plist><dict>")
+    process = start("--snapshot", picture, DISPLAY=":no-such-display", VANTOR_SUITE_FILE=broken)
+    _, errors = process.communicate(timeout=20)
+    check(process.returncode == 0, f"no picture of the real machine: {errors}")
+    check(time.monotonic() - began < 4, "the picture took four seconds or more")
+    with open(picture, "rb") as file:
+        check(file.read(8) == b"\x89PNG\r\n\x1a\n", "the picture is no PNG file")
+    lines = [line for line in errors.splitlines() if "broken.plist" in line]
+    check(len(lines) == 1, f"the unusable preference file is not named once: {errors!r}")
+
+
+def demonstration_is_the_same_to_the_byte():
+    for ending in ("png", "svg"):
+        bytes_drawn = []
+        for name in ("first", "second"):
+            picture = os.path.join(folder, f"{name}.{ending}")
+            check(start("--demo", "--snapshot", picture).wait(timeout=20) == 0, "no picture of the demonstration")
+            with open(picture, "rb") as file:
+                bytes_drawn.append(file.read())
+        check(bytes_drawn[0] == bytes_drawn[1], f"two {ending} pictures of the demonstration differ")
+
+
+def bad_options():
+    process = start("--scale", "0")
+    _, errors = process.communicate(timeout=20)
+    check(process.returncode == 2 and len(errors.splitlines()) == 1, "a bad option does not end with 2 and a line")
+
+
+signals_end_it()
+picture_of_this_machine()
+demonstration_is_the_same_to_the_byte()
+bad_options()
