@@ -34,6 +34,10 @@ bool InterfaceReader::list() {
         m_failures.fail(Source::network, m_netDev.reason(content.error));
         return false;
     }
+    if (content.text.empty()) { // even a machine without a link has the headings
+        m_failures.fail(Source::network, m_netDev.path() + ": is empty");
+        return false;
+    }
     ++m_pass;
     m_listed.clear();
     m_newLinks = 0;

@@ -16,6 +16,7 @@ namespace vantor::platform::linux_machine {
 namespace {
 
 constexpr std::size_t firstBuffer = 4096;
+constexpr int mostCalls = 16384; // the kernel hands out a page at a time; less is a file that drips for ever
 
 /// True where the kernel makes the text at each read, so that an open descriptor never shows an old one.
 bool madeByTheKernel(int descriptor) {
@@ -67,7 +68,10 @@ int KernelFile::open() {
 /// Reads from the start into the buffer until `wanted` bytes are there or the text ends; an errno value.
 int KernelFile::fill(std::size_t wanted) {
     m_length = 0;
-    while (m_length < wanted) {
+    for (int calls = 0; m_length < wanted; ++calls) {
+        if (calls == mostCalls) {
+            return EFBIG;
+        }
         if (m_buffer.size() < std::min(wanted, m_length + firstBuffer)) {
             m_buffer.resize(std::min(longest, std::max(m_buffer.size() * 2, firstBuffer)));
         }
