@@ -37,6 +37,7 @@ function(vantor_program name)
   target_include_directories(${name} PRIVATE "${VANTOR_FLOOR}")
   target_link_libraries(${name} PRIVATE vantor-options ${ARG_USES} ${ARG_LINKS})
   target_compile_definitions(${name} PRIVATE VANTOR_VERSION="${PROJECT_VERSION}")
+  add_dependencies(programs ${name})
   install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()
 
