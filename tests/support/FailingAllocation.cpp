@@ -13,6 +13,7 @@ struct Watched {
     bool isOn = false;
     std::size_t failing = 0;
     std::size_t allocations = 0;
+    std::size_t bytes = 0;
     std::ptrdiff_t held = 0;
     std::ptrdiff_t most = 0;
 };
@@ -24,6 +25,7 @@ void* allocate(std::size_t size) noexcept {
     }
     void* const memory = std::malloc(size == 0 ? 1 : size);
     if (watched.isOn && memory != nullptr) {
+        watched.bytes += size;
         watched.held += static_cast<std::ptrdiff_t>(malloc_usable_size(memory));
         watched.most = std::max(watched.most, watched.held);
     }
@@ -90,6 +92,12 @@ std::size_t AllocationWatch::allocations() const {
 }
 std::size_t AllocationWatch::mostBytes() const {
     return static_cast<std::size_t>(watched.most);
+}
+std::size_t AllocationWatch::allocatedBytes() const {
+    return watched.bytes;
+}
+std::ptrdiff_t AllocationWatch::heldBytes() const {
+    return watched.held;
 }
 bool AllocationWatch::hasFailed() const {
     return watched.allocations >= watched.failing;

@@ -20,7 +20,9 @@ public:
     AllocationWatch& operator=(const AllocationWatch&) = delete;
 
     [[nodiscard]] std::size_t allocations() const;
-    [[nodiscard]] std::size_t mostBytes() const; ///< the most that was held at once
+    [[nodiscard]] std::size_t mostBytes() const;      ///< the most that was held at once
+    [[nodiscard]] std::size_t allocatedBytes() const; ///< of all allocations together
+    [[nodiscard]] std::ptrdiff_t heldBytes() const;   ///< held now, beyond what was held at the start
     [[nodiscard]] bool hasFailed() const;
 };
 

@@ -12,8 +12,8 @@ namespace vantor::tests {
 /// A folder of files under the system's temporary folder, gone when the test ends.
 class TestTree {
 public:
-    TestTree() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "vantor-test-XXXXXX").string();
+    explicit TestTree(const std::filesystem::path& under = std::filesystem::temp_directory_path()) {
+        std::string pattern = (under / "vantor-test-XXXXXX").string();
         m_root = ::mkdtemp(pattern.data());
     }
     ~TestTree() {
@@ -31,6 +31,12 @@ public:
         std::filesystem::create_directories(whole.parent_path());
         std::ofstream(whole, std::ios::binary) << content;
         return whole;
+    }
+
+    /// Where files that are rewritten thousands of times do not wear a disk, where there is such a place.
+    static std::filesystem::path inMemory() {
+        return std::filesystem::is_directory("/dev/shm") ? "/dev/shm"
+                                                         : std::filesystem::temp_directory_path();
     }
 
 private:

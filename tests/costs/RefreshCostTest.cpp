@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "FailingAllocation.hpp"
+#include "TreeStage.hpp"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+namespace vantor::tests {
+namespace {
+
+void tick(TreeStage& stage) {
+    stage.figures.user += 100;
+    stage.figures.idle += 300;
+    stage.figures.links[1].second += 12'345;
+    stage.advance(2);
+}
+
+// Upper bounds, a little above what was counted: a refresh that allocates more has begun to do something new.
+class RefreshCost : public testing::Test {
+protected:
+    void countRefresh(std::size_t mostAllocations, std::size_t mostBytes) {
+        stage.load();
+        for (int i = 0; i < 4; ++i) {
+            tick(stage);
+        }
+        stage.figures.user += 100;
+        stage.figures.write(stage.tree);
+        const AllocationWatch watch;
+        stage.refresh();
+        const std::size_t allocations = watch.allocations();
+        const std::size_t bytes = watch.allocatedBytes();
+        RecordProperty("allocations", std::to_string(allocations));
+        RecordProperty("bytes", std::to_string(bytes));
+        EXPECT_LE(allocations, mostAllocations);
+        EXPECT_LE(bytes, mostBytes);
+    }
+    TreeStage stage;
+};
+
+TEST_F(RefreshCost, allocationsWithoutAStore) {
+    countRefresh(64, 4096);
+}
+
+TEST_F(RefreshCost, allocationsWithAStore) {
+    stage.tree.write("store.plist",
+                     R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
+    countRefresh(76, 5120);
+}
+
+double threadMilliseconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
+}
+
+TEST(HugeMachine, refreshStaysUnder20Milliseconds) {
+    KernelFigures figures;
+    figures.processors = 1024;
+    for (int i = 0; i < 5000; ++i) {
+        figures.links.emplace_back("veth" + std::to_string(i), 1000);
+    }
+    TreeStage stage(figures);
+    std::string mounts;
+    for (int i = 0; i < 5000; ++i) {
+        mounts +=
+            std::to_string(i) + " 1 0:25 / /mnt/" + std::to_string(i) + " rw shared:1 - nfs4 server:/x rw\n";
+    }
+    stage.tree.write("proc/self/mountinfo", mounts);
+    stage.load();
+    double least = 1e9;
+    for (int i = 0; i < 5; ++i) {
+        tick(stage);
+        stage.figures.user += 100;
+        stage.figures.write(stage.tree);
+        const double start = threadMilliseconds();
+        stage.refresh();
+        least = std::min(least, threadMilliseconds() - start);
+    }
+    RecordProperty("milliseconds", std::to_string(least));
+    EXPECT_LT(least, 20);
+    EXPECT_EQ(stage.controller->records().network->usage.wifiReceived, stage.figures.links[1].second);
+}
+
+} // namespace
+} // namespace vantor::tests

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Controller/ReportInterface.hpp"
+#include "HandTurnedQueue.hpp"
+#include "TestTree.hpp"
+#include "platform/linux/LinuxMachine.hpp"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantor::tests {
+
+/// What the kernel of a made-up machine would tell.
+struct KernelFigures {
+    std::uint64_t user = 1000, nice = 10, system = 300, idle = 9000; ///< ticks since boot
+    std::size_t processors = 4;
+    std::uint64_t memoryTotal = 8'000'000, memoryAvailable = 5'000'000, inactive = 400'000; ///< KiB
+    std::vector<std::pair<std::string, std::uint64_t>> links{{"lo", 500}, {"eth0", 1'000'000}};
+
+    void write(const TestTree& tree) const {
+        const auto number = [](std::uint64_t value) { return std::to_string(value); };
+        std::string stat = "cpu  " + number(user) + ' ' + number(nice) + ' ' + number(system) + ' ' +
+                           number(idle) + " 0 0 0 0 0 0\n";
+        for (std::size_t i = 0; i < processors; ++i) {
+            stat.append("cpu").append(number(i)).append(" 0 0 0 0 0 0 0 0 0 0\n");
+        }
+        tree.write("proc/stat", stat + "ctxt 1\nbtime 1700000000\n");
+        tree.write("proc/meminfo", "MemTotal: " + number(memoryTotal) +
+                                       " kB\nMemFree: 100000 kB\nMemAvailable: " + number(memoryAvailable) +
+                                       " kB\nInactive(anon): " + number(inactive) + " kB\n");
+        std::string net = "Inter-|   Receive\n face |bytes\n";
+        for (const auto& [name, bytes] : links) {
+            net += name + ": " + number(bytes) + " 1 0 0 0 0 0 0 " + number(bytes) + " 1 0 0 0 0 0 0\n";
+        }
+        tree.write("proc/net/dev", net);
+    }
+};
+
+/// The whole widget on the Linux machine, which reads a folder instead of /proc and /sys, on a clock and
+/// queues that only the test turns.
+class TreeStage {
+public:
+    explicit TreeStage(KernelFigures first = {}) : figures(std::move(first)) {
+        figures.write(tree);
+        tree.write("proc/self/mountinfo", ""); // no mount ever comes or goes
+        tree.write("sys/class/net/eth0/type", "1\n");
+        tree.write("sys/class/net/eth0/device/vendor", "0x8086\n");
+    }
+    ~TreeStage() { clock.reset(); } // the timers hold the controller
+
+    void load() {
+        controller->view();
+        play();
+    }
+    /// Lets time pass in one jump; the machine shows the figures as they then are.
+    void advance(double seconds) {
+        figures.write(tree);
+        clock->advance(seconds);
+        play();
+    }
+    /// All four reports, now.
+    void refresh() {
+        controller->makeReports();
+        controller->reportNETWORKStatus();
+        play();
+    }
+    void play() {
+        queue.drain();
+        clock->advance(0);
+        if (queue.waiting() > 0) { // shares that are no numbers are asked for again
+            play();
+        }
+    }
+
+    KernelFigures figures;
+    const TestTree tree{TestTree::inMemory()};
+    std::unique_ptr<HandTurnedClock> clock = std::make_unique<HandTurnedClock>();
+    HandTurnedQueue queue;
+    platform::LinuxMachine machine{options()};
+    platform::MachineScope scope{machine};
+    std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
+
+private:
+    platform::LinuxMachine::Options options() {
+        platform::LinuxMachine::Options options;
+        options.procRoot = tree.root() / "proc";
+        options.sysRoot = tree.root() / "sys";
+        options.folders = {.home = tree.root(),
+                           .config = tree.root() / "config",
+                           .cache = tree.root() / "cache",
+                           .data = tree.root() / "data",
+                           .suiteFile = tree.root() / "store.plist"};
+        options.useLocale = false;
+        options.pageSize = 4096;
+        options.ticksPerSecond = 100;
+        options.clock = [this] { return clock->now().time_since_epoch() + m_paused; };
+        options.pause = [this](std::chrono::nanoseconds time) { m_paused += time; };
+        options.plainMemory = [] { return std::optional<platform::linux_machine::PlainMemory>(); };
+        return options;
+    }
+    std::chrono::nanoseconds m_paused{0};
+};
+
+} // namespace vantor::tests
