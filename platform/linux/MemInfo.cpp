@@ -40,7 +40,8 @@ constexpr std::array<Field, 16> fields{{
 /// Most of the text's sixty lines are none of ours: one bit of a name's length and first letter tells nearly
 /// all of them apart.
 constexpr std::uint64_t bitOf(std::string_view name) {
-    return std::uint64_t{1} << ((static_cast<unsigned char>(name.front()) * 5U + name.size()) % 64);
+    const std::size_t first = static_cast<unsigned char>(name.front());
+    return std::uint64_t{1} << ((first * 5 + name.size()) % 64);
 }
 
 constexpr std::uint64_t bitsOfFields() {
