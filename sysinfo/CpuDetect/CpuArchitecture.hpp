@@ -95,9 +95,11 @@ struct ProcessorNumbers {
 
 } // namespace vantor::CpuDetect
 
+/// @cond
 template<>
 struct std::hash<vantor::CpuDetect::CpuArchitecture> {
     std::size_t operator()(vantor::CpuDetect::CpuArchitecture architecture) const noexcept {
         return std::hash<std::string_view>()(architecture.rawValue());
     }
 };
+/// @endcond
