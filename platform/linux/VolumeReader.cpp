@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeReader.hpp"
 
+#include "platform/time/DispatchQueue.hpp"
+
+#include <algorithm>
 #include <utility>
 
 namespace vantor::platform::linux_machine {
@@ -8,9 +11,29 @@ namespace vantor::platform::linux_machine {
 VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options), m_failures(failures), m_mounts(options.procRoot) {}
 
-bool VolumeReader::continuesReport(std::chrono::nanoseconds now) const {
-    const bool outlasts = now - m_reportBegan >= longestReport;
-    return now - m_lastCall < (outlasts ? shortestGap : sameReport);
+bool VolumeReader::continues(const Report& report, const std::string& path, std::chrono::nanoseconds now) {
+    if (report.path != path) {
+        return false;
+    }
+    const bool outlasts = now - report.began >= longestReport;
+    return report.workItem != 0 || now - report.lastCall < (outlasts ? shortestGap : sameReport);
+}
+
+VolumeReader::Report& VolumeReader::reportOf(std::uint64_t workItem) {
+    if (workItem == 0) {
+        return m_reports.front();
+    }
+    const auto known = std::ranges::find(m_reports, workItem, &Report::workItem);
+    if (known != m_reports.end()) {
+        return *known;
+    }
+    // More places than workers: the one not called for longest is over.
+    Report& oldest =
+        *std::min_element(m_reports.begin() + 1, m_reports.end(),
+                          [](const Report& a, const Report& b) { return a.lastCall < b.lastCall; });
+    oldest = Report{};
+    oldest.workItem = workItem;
+    return oldest;
 }
 
 VolumeAnswer VolumeReader::ask(const std::string& path) {
@@ -25,24 +48,25 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
 std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
     const std::lock_guard lock(m_mutex);
     const std::chrono::nanoseconds now = m_options.clock();
-    const bool continues = path == m_path && continuesReport(now);
-    if (!continues) {
-        m_reportBegan = now;
-        m_path = path;
+    Report& report = reportOf(currentWorkItem());
+    const bool goesOn = continues(report, path, now);
+    if (!goesOn) {
+        report.began = now;
+        report.path = path;
     }
-    if (!continues || (m_figures && now - m_asked >= fresh)) {
+    if (!goesOn || (report.figures && now - report.asked >= fresh)) {
         VolumeAnswer answer = ask(path);
-        m_asked = m_options.clock();
+        report.asked = m_options.clock();
         if (answer.figures) {
-            m_figures = answer.figures;
+            report.figures = answer.figures;
             m_failures.clear(Source::storage);
-        } else if (!continues) {
-            m_figures.reset();
+        } else if (!goesOn) {
+            report.figures.reset();
             m_failures.fail(Source::storage, std::move(answer.reason));
         }
     }
-    m_lastCall = m_options.clock();
-    return m_figures;
+    report.lastCall = m_options.clock();
+    return report.figures;
 }
 
 } // namespace vantor::platform::linux_machine

@@ -6,7 +6,9 @@
 #include "platform/linux/MountWatch.hpp"
 #include "platform/linux/VolumeWaiter.hpp"
 
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -16,10 +18,11 @@ namespace vantor::platform::linux_machine {
 /// Reads a volume's capacities for reports that ask several times in a row and must not see a failure begin
 /// or end in between: a total of zero beside a used figure would be an infinite progress.
 ///
-/// Calls that follow each other within `sameReport` belong together. What the first of them found, an answer
-/// or a failure, holds for the others: figures are asked for again after `fresh`, but while the same report
-/// goes on a failed query leaves them as they are, and a failed volume stays failed. (Reports more frequent
-/// than `sameReport` would run into each other: after `longestReport` a gap of `shortestGap` is enough.)
+/// The calls of one work item of the global queue belong together, however long its worker is held up;
+/// elsewhere those do that follow each other within `sameReport` (after `longestReport` within `shortestGap`,
+/// so that frequent reports do not run into each other for ever). What the first of them found, an answer or
+/// a failure, holds for the others: figures are asked for again after `fresh`, but within a report a failed
+/// query leaves them as they are, and a failed volume stays failed.
 ///
 /// A volume on a local file system is asked on the calling thread as long as no mount comes or goes; any
 /// other is asked through the waiter. Any thread; a second caller waits for the first, at most a second.
@@ -36,7 +39,18 @@ public:
     [[nodiscard]] std::optional<VolumeFigures> read(const std::string& path);
 
 private:
-    [[nodiscard]] bool continuesReport(std::chrono::nanoseconds now) const;
+    struct Report {
+        std::uint64_t workItem = 0;
+        std::string path; ///< empty: no report yet
+        std::optional<VolumeFigures> figures;
+        std::chrono::nanoseconds began{};
+        std::chrono::nanoseconds asked{};
+        std::chrono::nanoseconds lastCall{};
+    };
+
+    [[nodiscard]] static bool continues(const Report& report, const std::string& path,
+                                        std::chrono::nanoseconds now);
+    [[nodiscard]] Report& reportOf(std::uint64_t workItem);
     [[nodiscard]] VolumeAnswer ask(const std::string& path);
 
     const MachineOptions& m_options;
@@ -45,12 +59,8 @@ private:
     MountWatch m_mounts;
     VolumeWaiter m_waiter;
     std::string m_localPath; ///< the path last found to be on a local file system
-
-    std::string m_path; ///< of the last call; empty before the first
-    std::optional<VolumeFigures> m_figures;
-    std::chrono::nanoseconds m_reportBegan{};
-    std::chrono::nanoseconds m_asked{};
-    std::chrono::nanoseconds m_lastCall{};
+    std::array<Report, 8>
+        m_reports; ///< the first for calls from elsewhere, the others for work items under way
 };
 
 } // namespace vantor::platform::linux_machine

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 /// The two queues of the widget: the main queue, whose blocks run in the main loop's turns, and the global
@@ -35,6 +36,10 @@ public:
     GlobalQueueScope(const GlobalQueueScope&) = delete;
     GlobalQueueScope& operator=(const GlobalQueueScope&) = delete;
 };
+
+/// A number of its own for each block that a worker of the global queue runs, seen from inside it; 0
+/// elsewhere. Who answers several questions of one block can tell by it that they belong together.
+[[nodiscard]] std::uint64_t currentWorkItem();
 
 /// True on the thread that started the program (`NSThread` `isMainThread`).
 [[nodiscard]] bool isMainThread();

@@ -1,9 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "platform/time/WorkerPool.hpp"
 
+#include <atomic>
 #include <utility>
 
 namespace vantor::platform {
+
+namespace {
+std::atomic<std::uint64_t> workItems{0};
+thread_local std::uint64_t workItem = 0;
+} // namespace
+
+std::uint64_t currentWorkItem() {
+    return workItem;
+}
 
 WorkerPool::WorkerPool(std::size_t most) : m_most(most) {}
 
@@ -39,8 +49,10 @@ void WorkerPool::work() {
         std::function<void()> block = std::move(m_blocks.front());
         m_blocks.pop_front();
         lock.unlock();
+        workItem = ++workItems;
         block();
         block = nullptr;
+        workItem = 0;
         lock.lock();
     }
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
 #include "hang/HangingStatvfs.hpp"
+#include "platform/time/WorkerPool.hpp"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 
 // Linked with a statvfs that hangs on demand. The reports' pace is the test's clock; only the second that a
@@ -65,6 +67,21 @@ TEST_F(Volume, aFailureDoesNotBeginInsideAReport) {
     EXPECT_EQ(machine.failedSources(), "");
     machine.pass(2s);
     EXPECT_FALSE(answers());
+}
+
+TEST_F(Volume, aWorkersReportEndsAsItBeganHoweverLongItIsHeldUp) {
+    std::atomic<int> right = 0;
+    {
+        platform::WorkerPool pool(1);
+        pool.async([&] {
+            right += answers();
+            hangStatvfs(true);
+            machine.pass(10min);
+            right += answers();
+        });
+        pool.async([&] { right += !answers(); }); // the next report fails from its start
+    }
+    EXPECT_EQ(right, 3);
 }
 
 TEST_F(Volume, quittingDoesNotWaitForAHungMount) {
