@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/CardButton.hpp"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <chrono>
@@ -55,6 +55,20 @@ void paintGlyph(QPainter& painter, Glyph glyph, const QPointF& middle, double sc
 
 } // namespace
 
+bool isKeyboardFocus(const QFocusEvent& event, bool before) {
+    switch (event.reason()) {
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        return true;
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+        return before;
+    default:
+        return false;
+    }
+}
+
 CardButton::CardButton(QWidget* parent) : QPushButton(parent) {
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
@@ -84,12 +98,17 @@ bool CardButton::event(QEvent* event) {
     return QPushButton::event(event);
 }
 
+void CardButton::focusInEvent(QFocusEvent* event) {
+    m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
+    QPushButton::focusInEvent(event);
+}
+
 void CardButton::paintShape(QPainter& painter, double radius) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(isDown() ? m_look.pressedFill : underMouse() ? m_look.hoverFill : m_look.fill);
     painter.drawRoundedRect(rect(), radius, radius);
-    if (hasFocus() && window()->isActiveWindow()) {
+    if (m_keyboardFocus && hasFocus() && window()->isActiveWindow()) {
         painter.setPen(QPen(m_look.accent, 2 * m_look.pointScale));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius - 1, radius - 1);

@@ -9,6 +9,10 @@
 
 namespace vantor::desktop {
 
+/// Whether the focus came by the keyboard and so wants to be seen; with a window that becomes active again it
+/// is as it was.
+[[nodiscard]] bool isKeyboardFocus(const QFocusEvent& event, bool before);
+
 /// What the buttons of the card share: their look, and a short confirmation of a press.
 class CardButton : public QPushButton {
 public:
@@ -26,9 +30,11 @@ protected:
     [[nodiscard]] const QString& confirmation() const { return m_confirmationText; }
     void paintShape(QPainter& painter, double radius) const;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     CardLook m_look;
+    bool m_keyboardFocus = false;
     QTimer m_confirmation;
     QString m_confirmationText;
 };

@@ -64,6 +64,7 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
     connect(m_form->manualInfoRefresh, &QAbstractButton::clicked, this, [this] {
         m_form->manualInfoRefresh->confirm(hostText("host_REFRESHED"));
         m_form->compactRefresh->confirm({});
+        m_message->hide(); // it would lie over the confirmation
     });
     connect(m_form->progressRAMView, &QAbstractButton::clicked, m_form->cleanRam, &QAbstractButton::click);
     connect(m_form->progressSTORAGEView, &QAbstractButton::clicked, m_form->openApp, &QAbstractButton::click);
@@ -192,6 +193,10 @@ void ReportCard::setCanExpand(bool can) {
 
 std::vector<QAbstractButton*> ReportCard::actionButtons() const {
     return {m_form->manualInfoRefresh, m_form->cleanRam, m_form->openApp, m_form->showCpuChart};
+}
+
+QAbstractButton& ReportCard::displayModeButton() const {
+    return *m_form->displayModeButton;
 }
 
 void ReportCard::flush() {

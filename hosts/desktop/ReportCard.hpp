@@ -55,6 +55,8 @@ public:
     void showMessage(const QString& text);
 
     [[nodiscard]] RingAnimator& animator() { return m_animator; }
+    [[nodiscard]] const std::vector<RingView*>& rings() const { return m_binding.rings(); }
+    [[nodiscard]] QAbstractButton& displayModeButton() const;
     /// The buttons of the four actions, refresh first, for menus and keys.
     [[nodiscard]] std::vector<QAbstractButton*> actionButtons() const;
 

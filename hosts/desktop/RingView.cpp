@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/RingView.hpp"
 
+#include "hosts/desktop/CardButton.hpp"
 #include "hosts/desktop/LayerPainter.hpp"
 #include "hosts/desktop/RingAccessible.hpp"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <cmath>
@@ -51,7 +52,7 @@ void RingView::showAt(Instant now) {
 }
 
 void RingView::showAtRest() {
-    replace(layersAt(Instant::max()));
+    replace(restingLayers());
 }
 
 void RingView::replace(Layers layers) {
@@ -108,7 +109,6 @@ bool RingView::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverLeave:
-    case QEvent::FocusIn:
     case QEvent::FocusOut:
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
@@ -120,10 +120,15 @@ bool RingView::event(QEvent* event) {
     return QAbstractButton::event(event);
 }
 
+void RingView::focusInEvent(QFocusEvent* event) {
+    m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
+    update();
+}
+
 /// The card's colour; a soft tile when the pointer is over the ring or holds it, and a frame on the focus.
 void RingView::paintGround(QPainter& painter) const {
     painter.fillRect(rect(), m_look.card);
-    const bool focused = hasFocus() && window()->isActiveWindow();
+    const bool focused = m_keyboardFocus && hasFocus() && window()->isActiveWindow();
     if (!isDown() && !underMouse() && !focused) {
         return;
     }

@@ -28,6 +28,8 @@ public:
     /// than half a pixel, which is not worth a frame.
     [[nodiscard]] double speedAt(platform::Instant now) const;
 
+    /// The picture that all animations end in.
+    [[nodiscard]] platform::Layers restingLayers() const { return layersAt(platform::Instant::max()); }
     [[nodiscard]] QString caption() const;
     [[nodiscard]] QString percentage() const;
     [[nodiscard]] const platform::Layers& layers() const { return m_layers; }
@@ -37,6 +39,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     [[nodiscard]] platform::Layers layersAt(platform::Instant now) const;
@@ -48,6 +51,7 @@ private:
     platform::CGRect m_frame;
     platform::Layers m_layers; // as on screen
     CardLook m_look;
+    bool m_keyboardFocus = false;
 };
 
 } // namespace vantor::desktop

@@ -2,18 +2,22 @@
 #include "hosts/desktop/WidgetWindow.hpp"
 
 #include "Controller/ReportInterface.hpp"
+#include "hosts/desktop/Autostart.hpp"
 #include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/LinkOpener.hpp"
+#include "hosts/desktop/WindowMemory.hpp"
+#include "platform/core/PrintableText.hpp"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 namespace vantor::desktop {
 
@@ -31,6 +35,10 @@ constexpr double greatestTextScale = 3;
 double textScale() {
     const double size = QFontInfo(QApplication::font()).pixelSize();
     return std::clamp(size / usualFontSize, 1.0, greatestTextScale);
+}
+
+bool isWayland() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 /// What the toolkit's theme looks like, for desktops that do not say.
@@ -52,7 +60,7 @@ WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
           })),
       m_controller(ReportInterface::instantiate()),
       m_loop([this] { turned(); }, [this] { resume(); }),
-      m_presence(*this, [this](bool seen) { seenChanged(seen); }) {
+      m_presence(*this, [this](bool) { seenChanged(); }) {
     m_controller->setExtensionContext(m_context);
     m_controller->view();
     m_card = std::make_unique<ReportCard>(m_controller, this);
@@ -61,10 +69,12 @@ WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
     m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
     m_context->setModeHandler([this] { setMode(m_mode); });
     follow(m_settings.wishes());
-    setMode(options.expanded.value_or(true) ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
+    restore();
+    setUpTray();
 }
 
 WidgetWindow::~WidgetWindow() {
+    remember();
     m_loop.stop();
     m_controller->setPreferredContentSizeHandler({});
     m_context->setModeHandler({});
@@ -73,14 +83,61 @@ WidgetWindow::~WidgetWindow() {
 
 void WidgetWindow::setUpWindow() {
     setWindowTitle(QStringLiteral("Vantor"));
-    const bool wayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    const bool frameless = m_options.frameless || m_options.onDesktop || wayland; // see docs/decisions.md
+    const bool frameless = m_options.frameless || m_options.onDesktop || isWayland(); // see docs/decisions.md
     setWindowFlag(Qt::FramelessWindowHint, frameless);
     setWindowFlag(Qt::WindowStaysOnTopHint, m_options.onTop);
     setWindowFlag(Qt::WindowStaysOnBottomHint, m_options.onDesktop);
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     setAttribute(Qt::WA_TranslucentBackground, frameless);
     m_margin = frameless ? 0 : 1;
+}
+
+void WidgetWindow::setUpTray() {
+    if (!m_options.tray || !QSystemTrayIcon::isSystemTrayAvailable()) {
+        return;
+    }
+    QApplication::setQuitOnLastWindowClosed(false); // the ring in the tray stays
+    connect(&m_menu, &QMenu::aboutToShow, this, [this] { fillMenu(); });
+    m_tray = std::make_unique<TrayRing>(m_card->rings(), m_menu, [this] {
+        if (isVisible() && !isMinimized()) {
+            hide();
+        } else {
+            comeForward();
+        }
+    });
+    m_tray->update(m_card->look());
+}
+
+/// As it was left; a position only where that is still on a screen.
+void WidgetWindow::restore() {
+    const WindowState state = rememberedWindow().value_or(WindowState{});
+    setMode(m_options.expanded.value_or(state.expanded) ? NCWidgetDisplayMode::expanded
+                                                        : NCWidgetDisplayMode::compact);
+    if (state.position &&
+        QGuiApplication::screenAt(*state.position + QPoint(width() / 2, height() / 2)) != nullptr) {
+        move(*state.position);
+    }
+}
+
+void WidgetWindow::remember() const {
+    if (!m_started) {
+        return;
+    }
+    WindowState state;
+    state.expanded = m_mode == NCWidgetDisplayMode::expanded;
+    if (!isWayland()) { // there a client is not told where it is
+        state.position = pos();
+    }
+    if (rememberedWindow() != state) {
+        rememberWindow(state);
+    }
+}
+
+void WidgetWindow::comeForward() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
 }
 
 void WidgetWindow::follow(const DesktopWishes& wishes) {
@@ -92,6 +149,7 @@ void WidgetWindow::follow(const DesktopWishes& wishes) {
     setLook(appearance, wishes.accent);
     m_card->animator().setMotion(!wishes.reducedMotion);
     m_presence.setScreenLocked(wishes.locked);
+    seenChanged();
 }
 
 void WidgetWindow::setLook(platform::Appearance appearance, const QColor& accent) {
@@ -141,16 +199,22 @@ void WidgetWindow::fit() {
     setFixedSize(m_card->width() + 2 * margin, m_card->height() + 2 * margin);
 }
 
-void WidgetWindow::seenChanged(bool seen) {
-    if (!seen) {
-        m_loop.stop();
+/// The loop turns for whoever can see the figures: the window, or a ring in the tray.
+void WidgetWindow::seenChanged() {
+    const bool active = m_presence.isSeen() || (m_tray && !m_settings.wishes().locked);
+    if (!m_presence.isSeen()) {
         m_card->animator().settle();
+    }
+    if (std::exchange(m_active, active) == active) {
         return;
     }
-    if (m_started) {
+    if (!active) {
+        m_loop.stop();
+        return;
+    }
+    if (std::exchange(m_started, true)) {
         resume();
     }
-    m_started = true;
     m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
     m_loop.start();
 }
@@ -166,6 +230,9 @@ void WidgetWindow::resume() {
 void WidgetWindow::turned() {
     m_card->flush();
     m_card->showFailures(m_machine.failures());
+    if (m_tray) {
+        m_tray->update(m_card->look());
+    }
 }
 
 void WidgetWindow::open(const platform::NSURL& url, std::function<void(bool)> finished) {
@@ -185,14 +252,49 @@ void WidgetWindow::paintEvent(QPaintEvent* event) {
     }
 }
 
-void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
+void WidgetWindow::addToggle(std::string_view key, bool on, std::function<void(bool)> toggled) {
+    QAction* action = m_menu.addAction(hostText(key));
+    action->setCheckable(true);
+    action->setChecked(on);
+    connect(action, &QAction::toggled, this, std::move(toggled));
+}
+
+void WidgetWindow::fillMenu() {
+    m_menu.clear();
     for (QAbstractButton* button : m_card->actionButtons()) {
-        menu.addAction(button->text(), button, &QAbstractButton::click);
+        m_menu.addAction(button->text(), button, &QAbstractButton::click);
     }
-    menu.addSeparator();
-    menu.addAction(hostText("host_QUIT"), this, &QWidget::close);
-    menu.exec(event->globalPos());
+    m_menu.addSeparator();
+    m_menu.addAction(m_card->displayModeButton().text(), &m_card->displayModeButton(),
+                     &QAbstractButton::click);
+    if (!isWayland() && !m_options.onDesktop) {
+        addToggle("host_ALWAYSONTOP", windowFlags().testFlag(Qt::WindowStaysOnTopHint), [this](bool on) {
+            setWindowFlag(Qt::WindowStaysOnTopHint, on); // hides the window
+            show();
+        });
+    }
+    addToggle("host_AUTOSTART", isAutostarted(), [this](bool on) {
+        if (const std::optional<std::string> problem = setAutostart(on)) {
+            m_card->showMessage(QString::fromStdString(platform::printableText(*problem)));
+        }
+    });
+    m_menu.addSeparator();
+    m_menu.addAction(hostText("host_QUIT"), qApp, &QCoreApplication::quit);
+}
+
+void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
+    fillMenu();
+    m_menu.popup(event->globalPos());
+}
+
+/// With a ring in the tray the window only steps back.
+void WidgetWindow::closeEvent(QCloseEvent* event) {
+    if (m_tray) {
+        event->ignore();
+        hide();
+    } else {
+        QWidget::closeEvent(event);
+    }
 }
 
 void WidgetWindow::mousePressEvent(QMouseEvent* event) {

@@ -7,8 +7,10 @@
 #include "hosts/desktop/Options.hpp"
 #include "hosts/desktop/Presence.hpp"
 #include "hosts/desktop/ReportCard.hpp"
+#include "hosts/desktop/TrayRing.hpp"
 #include "platform/machine/Machine.hpp"
 
+#include <QMenu>
 #include <QWidget>
 #include <memory>
 
@@ -23,21 +25,29 @@ public:
 
     [[nodiscard]] ReportCard& card() { return *m_card; }
     [[nodiscard]] Presence& presence() { return m_presence; }
+    /// Shows the window, whatever it was before, and asks for the focus.
+    void comeForward();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void setUpWindow();
+    void setUpTray();
+    void restore();
+    void remember() const;
+    void fillMenu();
+    void addToggle(std::string_view key, bool on, std::function<void(bool)> toggled);
     void follow(const DesktopWishes& wishes);
     void setLook(platform::Appearance appearance, const QColor& accent);
     void setMode(platform::NCWidgetDisplayMode mode);
     void toggleMode();
     void fit();
-    void seenChanged(bool seen);
+    void seenChanged();
     void resume();
     void turned();
     void open(const platform::NSURL& url, std::function<void(bool)> finished);
@@ -49,11 +59,14 @@ private:
     std::shared_ptr<DesktopContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     std::unique_ptr<ReportCard> m_card;
+    QMenu m_menu;
+    std::unique_ptr<TrayRing> m_tray;
     LoopDriver m_loop;
     Presence m_presence;
     platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;
     int m_margin = 0; // of the backdrop around the card, in logical pixels
     bool m_started = false;
+    bool m_active = false; // the loop turns
 };
 
 } // namespace vantor::desktop

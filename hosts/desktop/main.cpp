@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/desktop/Autostart.hpp"
 #include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/Options.hpp"
+#include "hosts/desktop/SingleInstance.hpp"
 #include "hosts/desktop/Snapshot.hpp"
 #include "hosts/desktop/TerminationSignals.hpp"
 #include "hosts/desktop/WidgetWindow.hpp"
+#include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
 #include "settings/SharedStore.hpp"
 
@@ -31,6 +34,33 @@ void reportUnusableStore() {
     }
 }
 
+/// The toolkit's own remarks are for its developers; whoever sets QT_LOGGING_RULES wants them.
+void quietRemarks(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
+    if (type == QtFatalMsg || type == QtCriticalMsg || qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
+        std::cerr << "vantor-widget: " << text.toStdString() << '\n';
+    }
+}
+
+int changeAutostart(bool on) {
+    if (const std::optional<std::string> problem = setAutostart(on)) {
+        std::cerr << "vantor-widget: " << vantor::platform::printableText(*problem) << '\n';
+        return 1;
+    }
+    return 0;
+}
+
+int showWindow(const Options& options, vantor::platform::Machine& machine) {
+    SingleInstance instance;
+    if (instance.isSecond()) {
+        return 0;
+    }
+    const TerminationSignals ending;
+    WidgetWindow window(options, machine);
+    instance.setRaiseHandler([&window] { window.comeForward(); });
+    window.show();
+    return QApplication::exec();
+}
+
 int run(const Options& options, int argc, char** argv) {
     // Static, so that it outlives the workers, which may be sampling when the window closes.
     static vantor::hosts::HostMachine machine(options.demo);
@@ -44,13 +74,7 @@ int run(const Options& options, int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("vantor-widget"));
     QApplication::setDesktopFileName(QStringLiteral("vantor-widget"));
     QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    if (options.snapshot) {
-        return writeSnapshot(options);
-    }
-    const TerminationSignals ending;
-    WidgetWindow window(options, machine.machine());
-    window.show();
-    return QApplication::exec();
+    return options.snapshot ? writeSnapshot(options) : showWindow(options, machine.machine());
 }
 
 } // namespace
@@ -62,5 +86,10 @@ int main(int argc, char** argv) {
     if (const int* status = std::get_if<int>(&read)) {
         return *status;
     }
-    return run(std::get<Options>(read), argc, argv);
+    const auto& options = std::get<Options>(read);
+    if (options.autostart) {
+        return changeAutostart(*options.autostart);
+    }
+    qInstallMessageHandler(quietRemarks);
+    return run(options, argc, argv);
 }
