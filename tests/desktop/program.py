@@ -25,7 +25,8 @@ def check(condition, what):
 
 
 def signals_end_it():
-    running = [(name, start("--demo")) for name in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)]
+    # On displays of their own, or the second would only raise the first.
+    running = [(name, start("--demo", DISPLAY=f":test-{os.getpid()}-{name}")) for name in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)]
     for name, process in running:
         # It catches the signal once its handler is in place, which /proc tells.
         for _ in range(200):
