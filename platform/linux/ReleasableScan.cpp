@@ -18,6 +18,7 @@
 #include <mutex>
 #include <new>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -141,7 +142,11 @@ ReleasableScan::ReleasableScan(UserFolders folders, std::string documents, ScanP
     m_state->folders = std::move(folders);
     m_state->documents = std::move(documents);
     m_state->pace = pace;
-    std::thread([state = m_state] { state->run(); }).detach();
+    try {
+        std::thread([state = m_state] { state->run(); }).detach();
+    } catch (const std::system_error&) { // no thread to be had: nothing counts as releasable
+        m_state->ended = true;
+    }
 }
 
 ReleasableScan::~ReleasableScan() {

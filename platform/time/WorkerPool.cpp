@@ -2,6 +2,7 @@
 #include "platform/time/WorkerPool.hpp"
 
 #include <atomic>
+#include <system_error>
 #include <utility>
 
 namespace vantor::platform {
@@ -9,6 +10,13 @@ namespace vantor::platform {
 namespace {
 std::atomic<std::uint64_t> workItems{0};
 thread_local std::uint64_t workItem = 0;
+
+void run(std::function<void()> block) {
+    workItem = ++workItems;
+    block();
+    block = nullptr; // what it holds goes while its work is still going on
+    workItem = 0;
+}
 } // namespace
 
 std::uint64_t currentWorkItem() {
@@ -29,12 +37,25 @@ WorkerPool::~WorkerPool() {
 }
 
 void WorkerPool::async(std::function<void()> block) {
-    const std::scoped_lock lock(m_mutex);
-    m_blocks.push_back(std::move(block));
-    if (m_blocks.size() > m_idle && m_threads.size() < m_most) {
-        m_threads.emplace_back([this] { work(); });
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_blocks.size() >= m_idle && m_threads.size() < m_most) {
+            startThread();
+        }
+        if (!m_threads.empty()) {
+            m_blocks.push_back(std::move(block));
+            m_changed.notify_one();
+            return;
+        }
     }
-    m_changed.notify_one();
+    run(std::move(block)); // a user who may have no more threads still gets figures
+}
+
+void WorkerPool::startThread() {
+    try {
+        m_threads.emplace_back([this] { work(); });
+    } catch (const std::system_error&) { // none to be had now (ulimit -u); the next block tries again
+    }
 }
 
 void WorkerPool::work() {
@@ -49,10 +70,7 @@ void WorkerPool::work() {
         std::function<void()> block = std::move(m_blocks.front());
         m_blocks.pop_front();
         lock.unlock();
-        workItem = ++workItems;
-        block();
-        block = nullptr;
-        workItem = 0;
+        run(std::move(block));
         lock.lock();
     }
 }

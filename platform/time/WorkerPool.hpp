@@ -13,8 +13,9 @@
 
 namespace vantor::platform {
 
-/// A concurrent queue on at most `most` threads. A thread is started only when a block finds none idle. The
-/// destructor runs what was submitted and joins.
+/// A concurrent queue on at most `most` threads. A thread is started only when a block finds none idle; where
+/// not even one can be started, the submitting thread runs the block itself. The destructor runs what was
+/// submitted and joins.
 class WorkerPool final : public DispatchQueue {
 public:
     explicit WorkerPool(std::size_t most);
@@ -25,6 +26,7 @@ public:
     void async(std::function<void()> block) override;
 
 private:
+    void startThread();
     void work();
 
     const std::size_t m_most;
