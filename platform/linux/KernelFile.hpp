@@ -74,6 +74,7 @@ public:
 private:
     int open();
     int fill(std::size_t wanted);
+    [[nodiscard]] bool isWhole() const;
 
     std::string m_path;
     Shape m_shape;
@@ -81,6 +82,7 @@ private:
     bool m_keep = false;
     std::vector<char> m_buffer;
     std::size_t m_length = 0;
+    std::size_t m_whole = 0; ///< the length of the last text that was read to its end
 };
 
 } // namespace vantor::platform::linux_machine
