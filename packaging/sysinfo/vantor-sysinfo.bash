@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 _vantor_sysinfo() {
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= each
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command="" each
     for each in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         [[ $each == uname || $each == sysctl ]] && command=$each
     done

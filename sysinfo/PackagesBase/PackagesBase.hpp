@@ -9,6 +9,7 @@
 #include "sysinfo/PackagesBase/DetectProtocol.hpp"
 #include "sysinfo/PackagesBase/FetchProtocol.hpp"
 #include "sysinfo/PackagesBase/Guarded.hpp"
+#include "sysinfo/PackagesBase/Kinds.hpp"
 #include "sysinfo/PackagesBase/Parsed.hpp"
 #include "sysinfo/PackagesBase/RepresentableMixin.hpp"
 #include "sysinfo/PackagesBase/SimulatableDetectable.hpp"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sysinfo/PackagesBase/Representation.hpp"
+#include "sysinfo/PackagesBase/TextRepresentation.hpp"
 
 #include <concepts>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sysinfo/PackagesBase/Conversions.hpp"
+#include "sysinfo/PackagesBase/Kinds.hpp"
 
 namespace vantor::PackagesBase {
 
