@@ -58,7 +58,8 @@ void cpuid(benchmark::State& state) {
     const bool cached = state.range(0) != 0;
     for (auto _ : state) {
         if (!cached) {
-            SystemValues::CPUID::Registers::queryCache = {}; // it would grow with every round
+            SystemValues::CPUID::Registers::queryCache =
+                std::vector<SystemValues::CPUID::Registers>(); // it would grow with every round
         }
         auto registers = SystemValues::CPUID::Registers::from(1, std::nullopt, !cached);
         benchmark::DoNotOptimize(registers);
