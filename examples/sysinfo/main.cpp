@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What a program of one's own does with the libraries: read figures, conform to the protocols, add a namespace,
-// detect with a cache. Ends with 0 where everything went as its checks say.
-#include <iostream>
+// What a program of one's own does with the libraries: read figures, conform to the protocols, add a
+// namespace, detect with a cache. Ends with 0 where everything went as its checks say.
 #include <sysinfo/CpuDetect/CpuDetect.hpp>
 #include <sysinfo/PackagesBase/PackagesBase.hpp>
 #include <sysinfo/SystemValues/SystemValues.hpp>
+
+#include <iostream>
 
 using namespace vantor;
 using CpuDetect::HWInfo;

@@ -162,8 +162,8 @@ CLI::App& declareSysctl(CLI::App& app, Options& options) {
     auto* const below = command.add_option("--tree", options.tree, "Everything at or below a name");
     below->type_name("NAME");
     names->type_name("");
-    command.callback([names, below] {
-        if (names->count() == 0 && below->count() == 0) {
+    command.callback([names, &options] {
+        if (names->count() == 0 && options.tree.empty()) {
             throw CLI::RequiredError("sysctl: a NAME or --tree");
         }
     });

@@ -112,6 +112,7 @@ TEST(FileSystemFetch, AgreesWithTheSystemsOwnTool) {
     for (const std::string key : {"kernel.ostype", "kernel.hostname", "kernel.osrelease", "kernel.version",
                                   "kernel.pid_max", "vm.swappiness", "fs.file-max"}) {
         const std::string own = outputOf("PATH=$PATH:/usr/sbin:/sbin sysctl -n " + key + " 2>/dev/null");
+        EXPECT_EQ(BrigeFetcher("/proc/sys/").getString(key).value_or("") + "\n", own) << key;
         EXPECT_EQ(KernelParameters::getString(key).value_or("") + "\n", own) << key;
     }
 }

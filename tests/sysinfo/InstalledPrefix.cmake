@@ -19,7 +19,8 @@ set(prefix "${WORK}/moved")
 run("${CMAKE_COMMAND}" -S "${SOURCE}/examples/sysinfo" -B "${WORK}/example" "-DCMAKE_PREFIX_PATH=${prefix}"
   "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
 run("${CMAKE_COMMAND}" --build "${WORK}/example")
-run("${WORK}/example/sysinfo-example")
+run("${WORK}/example/sysinfo-main")
+run("${WORK}/example/sysinfo-protocols")
 
 file(GLOB_RECURSE package "${prefix}/*/vantor-sysinfo.pc")
 cmake_path(GET package PARENT_PATH folder)

@@ -93,8 +93,9 @@ TEST(Program, EndsWithTheDocumentedCodes) {
     EXPECT_EQ(program("sysctl hw.ncpu").code, 0);
     EXPECT_EQ(program("sysctl no.such.key hw.pagesize").code, 1);
     EXPECT_EQ(program("sysctl --tree no.such").code, 1);
-    for (const char* bad : {"sysctl", "--bogus", "uname -z", "uname extra", "--replay /nonexistent",
-                            "--record", "--replay /etc/passwd", "--record a --replay b"}) {
+    for (const char* bad :
+         {"sysctl", "--bogus", "uname -z", "uname extra", "sysctl --tree ''", "--replay /nonexistent",
+          "--record", "--replay /etc/passwd", "--record a --replay b"}) {
         EXPECT_EQ(program(bad).code, 2) << bad;
     }
     EXPECT_EQ(program("--record /nonexistent/file uname").code, 2);
