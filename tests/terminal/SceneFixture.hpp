@@ -21,6 +21,7 @@ struct SceneFixture {
 
     SceneFixture() {
         std::setlocale(LC_CTYPE, "C.UTF-8");
+        platform::RunLoop::main().turn(std::chrono::steady_clock::now()); // all rings set out at one instant
         using Action = terminal::Action;
         scene.sections[0] = {"Memory",
                              chart("Used RAM", 0.34),

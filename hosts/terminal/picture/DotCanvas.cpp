@@ -40,9 +40,13 @@ DotCanvas::DotCanvas(Size cells)
     : m_cells(cells),
       m_dots(static_cast<std::size_t>(cells.width) * static_cast<std::size_t>(cells.height)) {}
 
+std::size_t DotCanvas::indexOf(int column, int row) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_cells.width) +
+           static_cast<std::size_t>(column);
+}
+
 void DotCanvas::dot(int x, int y, bool isHairline, const Ink& ink) {
-    DotCell& cell = m_dots[static_cast<std::size_t>(y / down) * static_cast<std::size_t>(m_cells.width) +
-                           static_cast<std::size_t>(x / across)];
+    DotCell& cell = m_dots[indexOf(x / across, y / down)];
     cell.dots |= dotBit(x % across, y % down);
     cell.isHairline = isHairline;
     cell.ink = ink;
@@ -102,7 +106,7 @@ char32_t DotCanvas::glyph(const DotCell& cell, Glyphs glyphs) {
 void DotCanvas::set(Grid& grid, int column, int row, Glyphs glyphs) const {
     for (int y = 0; y < m_cells.height; ++y) {
         for (int x = 0; x < m_cells.width; ++x) {
-            const DotCell& cell = m_dots[static_cast<std::size_t>(y * m_cells.width + x)];
+            const DotCell& cell = m_dots[indexOf(x, y)];
             if (cell.dots != 0) {
                 grid.put(column + x, row + y, glyph(cell, glyphs), cell.ink);
             }

@@ -4,6 +4,7 @@
 #include "hosts/terminal/picture/Look.hpp"
 #include "platform/drawing/Layer.hpp"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -31,6 +32,7 @@ private:
         bool isHairline = false;
         Ink ink;
     };
+    [[nodiscard]] std::size_t indexOf(int column, int row) const;
     void dot(int x, int y, bool isHairline, const Ink& ink);
     void disc(platform::CGPoint center, double radius, bool isHairline, const Ink& ink);
     static char32_t glyph(const DotCell& cell, Glyphs glyphs);

@@ -10,18 +10,37 @@ namespace {
 
 constexpr int gap = 3;
 
-using Wording = std::string Scene::Key::*;
+using Keys = std::vector<const Scene::Key*>;
 
-int widthOf(const Scene::Key& key, Wording wording) {
-    return 1 + (wording != nullptr ? 1 + displayWidth(key.*wording) : 0);
+/// A key with its words, or alone.
+std::string textOf(const Scene::Key& key, bool isShort) {
+    const std::string& words = isShort ? key.shortText : key.text;
+    return std::string(1, key.key) + ' ' + words;
 }
 
-int widthOf(const Scene& scene, Wording wording) {
+int widthOf(const Keys& keys, bool isShort) {
     int width = -gap;
-    for (const Scene::Key& key : scene.keys) {
-        width += gap + widthOf(key, wording);
+    for (const Scene::Key* key : keys) {
+        width += gap + displayWidth(textOf(*key, isShort));
     }
     return width;
+}
+
+/// The keys that fit, in their order; the one to leave and the one to refresh stay longest.
+Keys fitting(const Scene& scene, int width) {
+    Keys keys;
+    for (const Scene::Key& key : scene.keys) {
+        keys.push_back(&key);
+    }
+    static constexpr Action sacrifices[] = {Action::showCpuChart, Action::openApp, Action::cleanRam,
+                                            Action::changeMode, Action::refresh};
+    for (const Action action : sacrifices) {
+        if (widthOf(keys, true) <= width) {
+            break;
+        }
+        std::erase_if(keys, [&](const Scene::Key* key) { return key->action == action; });
+    }
+    return keys;
 }
 
 } // namespace
@@ -31,24 +50,17 @@ void drawKeys(Sheet& sheet, const Scene& scene, const Box& box) {
         sheet.text(box, scene.notice, Align::center, strongInk());
         return;
     }
-    const Wording wordings[] = {&Scene::Key::text, &Scene::Key::shortText};
-    const auto* const fitting =
-        std::ranges::find_if(wordings, [&](Wording wording) { return widthOf(scene, wording) <= box.width; });
-    const Wording wording = fitting != std::end(wordings) ? *fitting : nullptr;
-    int column = box.column + std::max(0, (box.width - widthOf(scene, wording)) / 2);
-    for (const Scene::Key& key : scene.keys) {
-        const int width = widthOf(key, wording);
-        const Box place{column, box.row, std::min(width, box.width - column)};
-        if (place.width < 1) {
-            return;
-        }
-        sheet.text(place, std::string(1, key.key), Align::leading, strongInk());
-        if (wording != nullptr) {
-            sheet.text({column + 2, box.row, width - 2}, key.*wording, Align::leading,
-                       captionInk(sheet.look()));
-        }
-        sheet.clickable(place, key.action);
-        column += width + gap;
+    const Keys keys = fitting(scene, box.width);
+    const bool isShort = keys.size() < scene.keys.size() || widthOf(keys, false) > box.width - 2;
+    int column = box.column + std::max(0, (box.width - widthOf(keys, isShort)) / 2);
+    for (const Scene::Key* key : keys) {
+        const std::string text = textOf(*key, isShort);
+        const Box place{column, box.row, std::min(displayWidth(text), box.column + box.width - column)};
+        sheet.text({column, box.row, 1}, text.substr(0, 1), Align::leading, strongInk());
+        sheet.text({column + 2, box.row, place.width - 2}, text.substr(2), Align::leading,
+                   captionInk(sheet.look()));
+        sheet.clickable(place, key->action);
+        column += place.width + gap;
     }
 }
 

@@ -11,7 +11,6 @@ namespace vantor::terminal {
 
 namespace {
 
-using platform::CGPoint;
 using platform::StrokeLayer;
 using platform::TextLayer;
 

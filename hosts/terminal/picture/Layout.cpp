@@ -16,6 +16,11 @@ constexpr int roomyRing = 7;   // a ring gives up rows for blank lines and headi
 constexpr int usualFigure = 9; // columns that a figure may take without moving anything ("123.45 GB")
 constexpr int gap = 2;
 
+/// A ring is an even number of columns wide, and so is the column in whose middle it stands.
+int even(int width) {
+    return width - width % 2;
+}
+
 int rowWidthOf(const Scene& scene) {
     int width = 0;
     const auto look = [&](const Scene::Section& section) {
@@ -59,11 +64,11 @@ Layout ringsIn(Layout layout, int height, int widest, int lines, int extra) {
 Layout below(Layout layout, Size size) {
     layout.arrangement = Arrangement::below;
     const int widest = (size.width - (columns - 1) * gap) / columns;
-    if (widest < layout.rowWidth) {
+    if (even(widest) < layout.rowWidth) {
         return layout;
     }
     layout = ringsIn(layout, size.height, widest / 2, layout.listRows + 1, 4);
-    layout.columnWidth = std::min(widest, std::max(layout.rowWidth, 2 * layout.ringRows) + 2 * gap);
+    layout.columnWidth = even(std::min(widest, std::max(layout.rowWidth, 2 * layout.ringRows) + 2 * gap));
     return layout;
 }
 
@@ -86,7 +91,7 @@ Layout stacked(Layout layout, Size size, int list) {
     }
     const int widest = (size.width - columns + 1) / columns;
     layout = ringsIn(layout, size.height, widest / 2, list + 1, columns);
-    layout.columnWidth = std::min(widest, 2 * layout.ringRows + 2 * gap);
+    layout.columnWidth = even(std::min(widest, 2 * layout.ringRows + 2 * gap));
     return layout;
 }
 
@@ -94,7 +99,7 @@ Layout rings(Layout layout, Size size) {
     layout.arrangement = Arrangement::rings;
     const int widest = (size.width - columns + 1) / columns;
     layout = ringsIn(layout, size.height, widest / 2, 1, 1);
-    layout.columnWidth = std::min(widest, 2 * layout.ringRows + 2 * gap);
+    layout.columnWidth = even(std::min(widest, 2 * layout.ringRows + 2 * gap));
     return layout;
 }
 

@@ -10,6 +10,7 @@ namespace vantor::terminal {
 namespace {
 
 constexpr int shortestBar = 6; // columns
+constexpr int shortestTitle = 3;
 constexpr int percentWidth = 4;
 
 std::string percentOf(const Scene::Section& section) {
@@ -69,15 +70,19 @@ char32_t levelGlyph(const Scene::Section& section, const Look& look) {
     return U'\u2581' + static_cast<char32_t>(std::min(pinned * 8, 7.0));
 }
 
-std::string networkText(const Scene& scene, bool withCaptions, Glyphs glyphs) {
+enum class Wording : std::uint8_t { captions, arrows, tight };
+
+std::string networkText(const Scene& scene, Wording wording, Glyphs glyphs) {
+    const bool isAscii = glyphs == Glyphs::ascii;
+    const char* const arrows[] = {isAscii ? "v" : "\u2193", isAscii ? "^" : "\u2191"};
+    const char* const gaps[] = {"    ", "  ", " "};
     std::string text;
-    const char* const arrows[] = {glyphs == Glyphs::ascii ? "v " : "\u2193 ",
-                                  glyphs == Glyphs::ascii ? "^ " : "\u2191 "};
     for (std::size_t i = 0; i < scene.network.rows.size(); ++i) {
         const Scene::Row& row = scene.network.rows[i];
-        text += text.empty() ? "" : withCaptions ? "    " : "  ";
+        text += text.empty() ? "" : gaps[static_cast<std::size_t>(wording)];
         text += arrows[i % 2];
-        text += withCaptions ? row.caption + " " : "";
+        text += wording == Wording::tight ? "" : " ";
+        text += wording == Wording::captions ? row.caption + " " : "";
         text += row.figure.empty() ? "-" : row.figure;
     }
     return text;
@@ -97,9 +102,14 @@ std::string chartsText(const Scene& scene, bool withTitles) {
 } // namespace
 
 void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box) {
-    const std::string whole = networkText(scene, true, sheet.look().glyphs);
-    const bool fits = displayWidth(whole) <= box.width;
-    sheet.text(box, fits ? whole : networkText(scene, false, sheet.look().glyphs), Align::center, {});
+    std::string text;
+    for (const Wording wording : {Wording::captions, Wording::arrows, Wording::tight}) {
+        text = networkText(scene, wording, sheet.look().glyphs);
+        if (displayWidth(text) <= box.width) {
+            break;
+        }
+    }
+    sheet.text(box, text, Align::center, {});
 }
 
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box) {
@@ -119,26 +129,22 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) 
     for (const Scene::Section& section : scene.sections) {
         title = std::max(title, displayWidth(titleOf(section)));
     }
+    title = std::min(title, width - percentWidth - 1);
     const int bar = width - title - percentWidth - 2;
+    const bool hasTitle = title >= shortestTitle;
+    const bool hasBar = bar >= shortestBar;
+    const int percent = hasBar ? width - percentWidth : hasTitle ? title + 1 : 0;
     int row = top;
     for (const Scene::Section& section : scene.sections) {
-        const bool hasTitle = width > title + percentWidth;
-        const bool hasPercent = width >= percentWidth - 1;
         if (hasTitle) {
             sheet.text({column, row, title}, titleOf(section), Align::leading, captionInk(sheet.look()));
         }
-        if (bar >= shortestBar && section.chart) {
+        if (hasBar && section.chart) {
             drawBar(sheet, section, {column + title + 1, row, bar}, now);
         }
-        if (hasPercent) {
-            const int start = hasTitle ? std::min(width, title + 1 + std::max(bar + 1, 0)) : 0;
-            const int room = bar >= shortestBar || !hasTitle ? width - start : percentWidth;
-            sheet.text({column + (bar >= shortestBar ? start
-                                  : hasTitle         ? title + 1
-                                                     : 0),
-                        row, room},
-                       percentOf(section), bar >= shortestBar ? Align::trailing : Align::leading,
-                       strongInk());
+        if (width >= percentWidth - 1) {
+            sheet.text({column + percent, row, std::min(percentWidth, width)}, percentOf(section),
+                       hasBar || hasTitle ? Align::trailing : Align::leading, strongInk());
         } else {
             sheet.put({0, row, 1}, 0, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
         }
@@ -153,8 +159,9 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) 
 void drawLine(Sheet& sheet, const Scene& scene, int row) {
     const Box whole{0, row, sheet.size().width};
     const std::string titled = chartsText(scene, true);
-    const std::string network = networkText(scene, false, sheet.look().glyphs);
-    for (const std::string& text : {titled + "   " + network, titled, chartsText(scene, false)}) {
+    std::string everything = titled;
+    everything.append("   ").append(networkText(scene, Wording::arrows, sheet.look().glyphs));
+    for (const std::string& text : {everything, titled, chartsText(scene, false)}) {
         if (displayWidth(text) <= whole.width) {
             sheet.text(whole, text, Align::leading, {});
             return;

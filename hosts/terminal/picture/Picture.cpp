@@ -43,6 +43,10 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
         drawRings(sheet, scene, layout, top, now);
     }
     if (layout.hasKeys) {
+        const int above = size.height - 2;
+        if (top + layout.height <= above) {
+            sheet.text({0, above, size.width}, scene.warning, Align::center, strongInk());
+        }
         drawKeys(sheet, scene, {0, size.height - 1, size.width});
     }
     return picture;

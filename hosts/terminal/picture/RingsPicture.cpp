@@ -49,7 +49,7 @@ void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top
 /// The figures below the rings, each list as wide as its ring unless it needs more.
 void drawLists(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
     constexpr int columns = static_cast<int>(Scene::charts);
-    const int width = std::min(layout.columnWidth, std::max(layout.rowWidth, layout.rowWidth + 4));
+    const int width = std::min(std::max(layout.columnWidth - 2, layout.rowWidth), layout.rowWidth + 4);
     int column = std::max(0, (sheet.size().width - columns * layout.columnWidth - columns + 1) / 2);
     for (const Scene::Section& section : scene.sections) {
         drawRows(sheet, section, {column + (layout.columnWidth - width) / 2, row, width});

@@ -38,7 +38,8 @@ struct Scene {
     std::array<Section, charts> sections; ///< memory, storage, processor
     Section network;                      ///< received, then sent
     std::vector<Key> keys;
-    std::string notice; ///< something to tell, in place of the keys
+    std::string notice;  ///< something to tell, in place of the keys
+    std::string warning; ///< what cannot be read at present, above the keys where there is room
     bool isExpanded = true;
 };
 

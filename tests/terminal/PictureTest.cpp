@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/Picture.hpp"
+
+#include "SceneFixture.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <limits>
+#include <random>
+#include <sstream>
+
+namespace vantor::terminal {
+namespace {
+
+using tests::SceneFixture;
+
+/// What a heading of pictures.txt asks for, such as "80x24 braille expanded": the size, the characters, and
+/// whether compact, mirrored or at the start of the animation.
+struct Wanted {
+    explicit Wanted(const std::string& heading) {
+        std::istringstream words(heading);
+        char by = 0;
+        words >> size.width >> by >> size.height;
+        for (std::string word; words >> word;) {
+            isCompact = isCompact || word == "compact";
+            isMoving = isMoving || word == "moving";
+            look.isRightToLeft = look.isRightToLeft || word == "mirrored";
+            look.glyphs = word == "block" ? Glyphs::block : word == "ascii" ? Glyphs::ascii : look.glyphs;
+        }
+    }
+    Size size;
+    Look look;
+    bool isCompact = false;
+    bool isMoving = false;
+};
+
+Picture drawn(SceneFixture& fixture, const Wanted& wanted) {
+    fixture.scene.isExpanded = !wanted.isCompact;
+    const platform::Instant start = fixture.scene.sections[0].chart->animation().start;
+    return drawPicture(fixture.scene, wanted.size, wanted.look,
+                       wanted.isMoving ? start + std::chrono::milliseconds(500) : SceneFixture::rest());
+}
+
+// The pictures were looked at before they were written down. After a change on purpose, look at the new ones:
+// VANTOR_WRITE_PICTURES=FILE writes them.
+TEST(Pictures, AreThoseWrittenDown) {
+    std::ifstream file(VANTOR_TEST_DATA "/pictures.txt");
+    std::ostringstream anew;
+    std::string line;
+    std::getline(file, line);
+    int pictures = 0;
+    while (file) {
+        ASSERT_THAT(line, testing::StartsWith("== ")) << "a heading is expected";
+        const std::string heading = line.substr(3);
+        std::string expected;
+        while (std::getline(file, line) && !line.starts_with("== ")) {
+            expected += line + '\n';
+        }
+        SceneFixture fixture;
+        std::string actual;
+        for (const std::string& row : drawn(fixture, Wanted(heading)).grid.lines()) {
+            actual += row + "|\n";
+        }
+        EXPECT_EQ(actual, expected) << heading;
+        anew << "== " << heading << '\n' << actual;
+        ++pictures;
+    }
+    EXPECT_GE(pictures, 20);
+    if (const char* const name = std::getenv("VANTOR_WRITE_PICTURES")) {
+        std::ofstream(name) << anew.str();
+    }
+}
+
+TEST(Pictures, EverySizeHasOne) {
+    SceneFixture fixture;
+    fixture.scene.warning = "Storage: Not available";
+    for (const Glyphs glyphs : {Glyphs::braille, Glyphs::ascii}) {
+        for (const bool isExpanded : {true, false}) {
+            fixture.scene.isExpanded = isExpanded;
+            for (int width = 1; width <= 130; width += 1 + width / 12) {
+                for (int height = 1; height <= 60; height += 1 + height / 8) {
+                    const Picture picture =
+                        drawPicture(fixture.scene, {width, height}, {glyphs}, SceneFixture::rest());
+                    std::size_t marks = 0;
+                    for (const std::string& row : picture.grid.lines()) {
+                        marks += row.size();
+                    }
+                    EXPECT_GT(marks, 0U) << width << "x" << height;
+                }
+            }
+        }
+    }
+    const Picture huge = drawPicture(fixture.scene, {500, 200}, {}, SceneFixture::rest());
+    EXPECT_EQ(huge.grid.size(), (Size{500, 200}));
+}
+
+TEST(Pictures, CustomColoursOddFiguresAndNoFiguresAreDrawn) {
+    for (const double progress : {0.0, 1.0, 7.5, std::numeric_limits<double>::quiet_NaN()}) {
+        SceneFixture fixture;
+        fixture.scene.sections[1].chart = SceneFixture::chart("Used", progress);
+        fixture.scene.network.rows[0].figure.clear();
+        for (const Size size : {Size{80, 24}, Size{30, 3}, Size{2, 1}}) {
+            EXPECT_EQ(drawPicture(fixture.scene, size, {}, SceneFixture::rest()).grid.size(), size);
+        }
+    }
+}
+
+TEST(Pictures, WideAndRightToLeftTextsKeepTheirColumns) {
+    SceneFixture fixture;
+    Grid grid({8, 2});
+    EXPECT_EQ(grid.write(5, 0, "\u4F7F\u7528", {}), 9) << "the second half falls outside";
+    EXPECT_EQ(grid.lines()[0], "     \u4F7F");
+    grid.put(6, 0, U'x', {});
+    EXPECT_EQ(grid.lines()[0], "      x") << "half an ideograph is none";
+    grid.write(0, 1, "\u0646\u0651\u0635", {});
+    EXPECT_EQ(grid.at(0, 1).mark, U'\u0651');
+    EXPECT_EQ(grid.at(1, 1).mark, U'\u200E') << "closes the text for terminals that reorder";
+    EXPECT_EQ(clippedTo(U"\u4F7F\u7528\u4E2D", 5, U'\u2026'), U"\u4F7F\u7528\u2026");
+    EXPECT_EQ(clippedTo(U"\u4F7F\u7528\u4E2D", 6, U'\u2026'), U"\u4F7F\u7528\u4E2D");
+}
+
+TEST(Pictures, NothingInATextSteersTheTerminal) {
+    SceneFixture fixture;
+    fixture.scene.notice = "\033]2;owned\a \x9B"
+                           "2J \u202E";
+    fixture.scene.sections[0].rows[0] = {"\033[31m", "\r\n\b\x7F"};
+    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
+    for (int row = 0; row < 24; ++row) {
+        for (int column = 0; column < 80; ++column) {
+            const char32_t c = picture.grid.at(column, row).character;
+            EXPECT_FALSE((c > 0 && c < 0x20) || (c >= 0x7F && c < 0xA0) || (c >= 0x202A && c <= 0x202E));
+        }
+    }
+}
+
+TEST(Pictures, AStepIsDueWhenARingsEndHasMovedByADot) {
+    SceneFixture fixture;
+    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
+    platform::Instant now = fixture.scene.sections[2].chart->animation().start;
+    int steps = 0;
+    int changes = 0;
+    Grid before = drawPicture(fixture.scene, {80, 24}, {}, now).grid;
+    while (const std::optional<platform::Instant> next = nextStep(fixture.scene, picture, now)) {
+        ASSERT_GT(*next, now);
+        now = *next;
+        const Grid after = drawPicture(fixture.scene, {80, 24}, {}, now).grid;
+        changes += after != before ? 1 : 0;
+        before = after;
+        ++steps;
+    }
+    // Three rings, of which the fullest covers 84 percent of an arc some 100 dots long; 60 steps at most
+    // each.
+    EXPECT_GE(steps, 60);
+    EXPECT_LT(steps, 181);
+    EXPECT_GT(changes, steps * 8 / 10) << "hardly a step is without a new dot";
+    EXPECT_EQ(before, drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest()).grid);
+}
+
+TEST(Pictures, ClicksFindRingsAndKeys) {
+    SceneFixture fixture;
+    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
+    EXPECT_EQ(picture.actionAt(14, 8), Action::cleanRam);
+    EXPECT_EQ(picture.actionAt(40, 8), Action::openApp);
+    EXPECT_EQ(picture.actionAt(66, 8), Action::showCpuChart);
+    const std::string keys = picture.grid.lines()[23];
+    EXPECT_EQ(picture.actionAt(static_cast<int>(keys.find("Quit")), 23), Action::quit);
+    EXPECT_EQ(picture.actionAt(0, 0), std::nullopt);
+}
+
+} // namespace
+} // namespace vantor::terminal
