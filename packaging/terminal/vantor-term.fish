@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: MIT
+complete -c vantor-term -f
+complete -c vantor-term -l once -d 'Print one report and end'
+complete -c vantor-term -l watch -d 'Print a report every so many seconds'
+complete -c vantor-term -l format -x -a 'text json waybar prometheus' -d 'How a report is written'
+complete -c vantor-term -l field -x -a 'ram storage cpu network' -d 'Report one section only'
+complete -c vantor-term -l demo -d 'Show a made-up machine'
+complete -c vantor-term -l compact -d 'Start with the rings alone'
+complete -c vantor-term -l expanded -d 'Start with rings and figures'
+complete -c vantor-term -l color -x -a 'auto always never 8 16 256 24bit' -d 'How many colours to use'
+complete -c vantor-term -l appearance -x -a 'auto light dark' -d 'The background of the terminal'
+complete -c vantor-term -l glyphs -x -a 'braille block ascii' -d 'The characters to draw with'
+complete -c vantor-term -l log -r -F -d 'Append the log to a file'
+complete -c vantor-term -l help -d 'Print what there is and end'
+complete -c vantor-term -l version -d 'Print the version and end'
