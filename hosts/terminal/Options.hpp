@@ -3,14 +3,12 @@
 
 #include "hosts/terminal/picture/Look.hpp"
 #include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/screen/Capabilities.hpp"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
 namespace vantor::terminal {
-
-enum class ColorChoice : std::uint8_t { automatic, always, none, eight, sixteen, palette, direct };
 
 /// What the command line asks for.
 struct Options {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/ReportSession.hpp"
+#include "hosts/terminal/TerminalSession.hpp"
 #include "platform/core/StandardOutput.hpp"
 
 #include <malloc.h>
@@ -23,11 +24,14 @@ platform::LinuxMachine::Options machineOptions(const terminal::Options& options)
     return machine;
 }
 
-/// Standard output belongs to the picture or the report, so the log goes elsewhere.
-bool redirectLog(const std::string& file) {
-    std::FILE* const log = file.empty() ? stderr : std::fopen(file.c_str(), "ae");
+/// Standard output belongs to the picture or the report, so the log goes elsewhere. On a terminal with a
+/// picture on it nothing else may be written: without a file, the log is dropped there.
+bool redirectLog(const std::string& file, bool hasPicture) {
+    const char* const name = !file.empty() ? file.c_str() : "/dev/null";
+    const bool usesFile = !file.empty() || (hasPicture && ::isatty(STDERR_FILENO) != 0);
+    std::FILE* const log = usesFile ? std::fopen(name, "ae") : stderr;
     if (log == nullptr) {
-        std::fprintf(stderr, "vantor-term: --log %s: %s\n", file.c_str(), std::strerror(errno));
+        std::fprintf(stderr, "vantor-term: --log %s: %s\n", name, std::strerror(errno));
         return false;
     }
     platform::setStandardOutput(log);
@@ -35,12 +39,18 @@ bool redirectLog(const std::string& file) {
 }
 
 int run(const terminal::Options& options) {
-    if (!redirectLog(options.log)) {
+    const bool hasPicture = !options.wantsReport() && ::isatty(STDOUT_FILENO) != 0;
+    if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
-    hosts::HostMachine host(options.demo, machineOptions(options));
-    return terminal::runReports(options, host);
+    if (!hasPicture) {
+        hosts::HostMachine host(options.demo, machineOptions(options));
+        return terminal::runReports(options, host);
+    }
+    const terminal::Signals signals; // before the machine, whose threads inherit the mask
+    hosts::HostMachine host(options.demo);
+    return terminal::runTerminal(options, host, signals);
 }
 
 } // namespace

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Runs vantor-term's reports as scripts do: report-program.sh PROGRAM SCHEMA. Prints what is wrong and fails.
+# Runs vantor-term as scripts do: report-program.sh PROGRAM SCHEMA PACKAGING. Prints what is wrong and fails.
 set -uo pipefail
 program=$1
 schema=$2
+packaging=$3
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 export HOME=$folder XDG_CONFIG_HOME=$folder XDG_CACHE_HOME=$folder
@@ -51,6 +52,15 @@ grep -q '"failed":{"preferences":' "$folder/failed" || { echo "the failed source
 "$program" --watch 0.1 --format json 2>"$folder/error" | head -n 2 >"$folder/watched"
 statuses=("${PIPESTATUS[@]}")
 [[ ${statuses[0]} == 0 && ! -s $folder/error ]] || { echo "a closed pipe is not the quiet end"; wrong=1; }
+
+# Every option is in the man page and in the completions of the three shells.
+for option in $("$program" --help | grep -oE -- '--[a-z]+' | sort -u); do
+  name=${option#--}
+  for file in vantor-term.1 vantor-term.bash _vantor-term; do
+    sed 's/\\-/-/g' "$packaging/$file" | grep -qE -- "$option\\b" || { echo "$file does not know $option"; wrong=1; }
+  done
+  grep -q -- "-l $name " "$packaging/vantor-term.fish" || { echo "fish's completion does not know $option"; wrong=1; }
+done
 
 if python3 -c 'import jsonschema' 2>/dev/null; then
   python3 - "$schema" "$folder/json" "$folder/failed" "$folder/watched" <<'PY' || wrong=1

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/TerminalHost.hpp"
+
+#include "Controller/ReportInterface.hpp"
+#include "hosts/terminal/SceneReader.hpp"
+#include "hosts/terminal/screen/LinkOpener.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
+
+#include <chrono>
+#include <utility>
+
+namespace vantor::terminal {
+
+using platform::Instant;
+using platform::NCWidgetDisplayMode;
+using platform::NSLocalizedString;
+
+namespace {
+
+constexpr std::chrono::seconds noticeTime{3};
+constexpr platform::CGSize widgetRoom{320, 110}; // points; a terminal's cells are laid out by their own rules
+
+std::string nameOf(const std::string& source) {
+    return source == "memory"      ? NSLocalizedString("host_MEMORY")
+           : source == "storage"   ? NSLocalizedString("host_STORAGE")
+           : source == "processor" ? NSLocalizedString("host_PROCESSOR")
+           : source == "network"   ? NSLocalizedString("host_NETWORK")
+                                   : source;
+}
+
+} // namespace
+
+/// The widget's host as the widget sees it.
+class TerminalHost::Context final : public platform::NSExtensionContext {
+public:
+    explicit Context(TerminalHost& host) : m_host(host) {}
+
+    void openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) override {
+        m_host.m_lastLink = url.absoluteString();
+        const bool opened = openLink(m_host.m_lastLink);
+        if (!opened) {
+            m_host.linkFailed(platform::RunLoop::main().now());
+        }
+        if (completionHandler) {
+            completionHandler(opened);
+        }
+    }
+
+private:
+    TerminalHost& m_host;
+};
+
+TerminalHost::TerminalHost(platform::Machine& machine, bool isExpanded)
+    : m_machine(machine),
+      m_context(std::make_shared<Context>(*this)),
+      m_controller(ReportInterface::instantiate()),
+      m_isExpanded(isExpanded) {
+    m_controller->setExtensionContext(m_context);
+    m_controller->setReportHandler([this](ReportSection) { noteFailures(); });
+    m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
+    m_controller->widgetActiveDisplayModeDidChange(
+        isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
+    m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
+}
+
+TerminalHost::~TerminalHost() {
+    m_controller->setReportHandler({});
+    m_controller->view()->setChangeHandler({});
+    m_controller->setExtensionContext(nullptr);
+}
+
+const Scene& TerminalHost::sceneAt(Instant now) {
+    m_scene = sceneOf(*m_controller, m_isExpanded);
+    if (now < m_noticeEnd) {
+        m_scene.notice = m_notice;
+    }
+    for (const platform::SourceFailure& failure : m_failures) {
+        m_scene.warning += m_scene.warning.empty() ? "" : "   ";
+        m_scene.warning += nameOf(failure.source) + ": " + NSLocalizedString("host_UNAVAILABLE") + " (" +
+                           failure.reason + ")";
+    }
+    return m_scene;
+}
+
+bool TerminalHost::takeChange() {
+    return std::exchange(m_changed, false);
+}
+
+bool TerminalHost::hasFigures() const {
+    const ReportRecords& records = m_controller->records();
+    return records.memory && records.storage && records.processor;
+}
+
+std::optional<Instant> TerminalHost::noticeEnd() const {
+    return m_notice.empty() ? std::nullopt : std::optional(m_noticeEnd);
+}
+
+void TerminalHost::perform(Action action, Instant now) {
+    switch (action) {
+    case Action::refresh:
+        m_controller->manualInfoRefresh(this);
+        tell(NSLocalizedString("host_REFRESHED"), now);
+        break;
+    case Action::cleanRam:
+        m_controller->cleanRam(this);
+        break;
+    case Action::openApp:
+        m_controller->openApp(this);
+        break;
+    case Action::showCpuChart:
+        m_controller->showCpuChart(this);
+        break;
+    case Action::changeMode:
+        m_isExpanded = !m_isExpanded;
+        m_controller->widgetActiveDisplayModeDidChange(
+            m_isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
+        break;
+    case Action::quit:
+        m_hasQuit = true;
+        break;
+    }
+    m_changed = true;
+}
+
+void TerminalHost::linkFailed(Instant now) {
+    tell(platform::textWithValue(NSLocalizedString("host_NOHANDLER"), "link", m_lastLink), now);
+}
+
+void TerminalHost::tell(std::string text, Instant now) {
+    m_notice = std::move(text);
+    m_noticeEnd = now + noticeTime;
+    m_changed = true;
+}
+
+void TerminalHost::noteFailures() {
+    std::vector<platform::SourceFailure> failures = m_machine.failures();
+    if (failures != m_failures) {
+        m_failures = std::move(failures);
+        m_changed = true;
+    }
+}
+
+void TerminalHost::resume(Instant now) {
+    platform::RunLoop::main().restartTimers(now);
+    m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
+    m_controller->makeReports();
+    m_controller->resumeNETWORKStatus(); // the next tick's rate covers a second, not the pause
+    m_changed = true;
+}
+
+} // namespace vantor::terminal

@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/TerminalSession.hpp"
+
+#include "hosts/terminal/TerminalHost.hpp"
+#include "hosts/terminal/screen/Input.hpp"
+#include "hosts/terminal/screen/LinkOpener.hpp"
+#include "hosts/terminal/screen/ScreenWriter.hpp"
+#include "hosts/terminal/screen/TerminalDevice.hpp"
+#include "hosts/terminal/screen/TerminalState.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
+#include "platform/linux/EventDescriptor.hpp"
+
+#include <poll.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <limits>
+
+namespace vantor::terminal {
+
+using platform::Instant;
+using platform::RunLoop;
+
+namespace {
+
+constexpr std::chrono::milliseconds firstPicture{20}; // the longest wait for figures before drawing without
+constexpr std::chrono::milliseconds lastAnswers{100}; // for a terminal that is slow to say what it is
+constexpr std::chrono::seconds longPause{2};
+constexpr const char* mouseOn = "\033[?1000h\033[?1006h";
+constexpr const char* mouseOff = "\033[?1006l\033[?1000l";
+constexpr const char* askForBackground = "\033]11;?\033\\\033[c";
+
+Instant clockNow() {
+    return std::chrono::steady_clock::now();
+}
+
+/// How long the machine has slept so far: the steady clock stands still meanwhile, the boot clock does not.
+std::chrono::nanoseconds sleptSoFar() {
+    const auto read = [](clockid_t clock) {
+        timespec time{};
+        ::clock_gettime(clock, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
+    return read(CLOCK_BOOTTIME) - read(CLOCK_MONOTONIC);
+}
+
+class TerminalSession {
+public:
+    TerminalSession(const Options& options, hosts::HostMachine& host, const Signals& signals)
+        : m_options(options),
+          m_signals(signals),
+          m_environment(TerminalEnvironment::fromProcess()),
+          m_state(m_device.number(), m_terminal.enter + (m_terminal.hasMouse ? mouseOn : ""),
+                  (m_terminal.hasMouse ? mouseOff : "") +
+                      (m_terminal.canAddress ? m_terminal.leave : "\r\n")),
+          m_writer(m_terminal, colorDepthFor(options.color, m_environment, m_terminal)),
+          m_host(host.machine(), !options.compact) {
+        m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
+        m_look.appearance = options.appearance.value_or(
+            appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
+        m_look.isRightToLeft = holdsRightToLeft(harmlessCharacters(m_host.sceneAt({}).network.name));
+    }
+
+    int run() {
+        if (!m_state.enter()) {
+            std::perror("vantor-term: the terminal");
+            return 1;
+        }
+        if (!m_options.appearance && m_environment.colorFgBg.empty() &&
+            answersQueries(m_environment, m_terminal)) {
+            m_device.write(askForBackground);
+            m_awaitsAnswers = true;
+        }
+        RunLoop::main().setWakeHandler([this] { m_wake.wake(); });
+        m_start = clockNow();
+        while (!m_host.hasQuit() && m_endSignal == 0 && m_isThere) {
+            turn(clockNow());
+            wait();
+        }
+        RunLoop::main().setWakeHandler({});
+        awaitLastAnswers();
+        m_device.flush();
+        m_state.leave();
+        return 0;
+    }
+
+    /// The signal that ended the session; 0 when the user did.
+    [[nodiscard]] int endSignal() const { return m_endSignal; }
+
+private:
+    /// What is due now: the loop's work and a picture. While the terminal takes no bytes nothing is due, so
+    /// that a terminal stopped with Ctrl-S costs nothing.
+    void turn(Instant now) {
+        if (m_device.isBlocked()) {
+            return;
+        }
+        const std::chrono::nanoseconds slept = sleptSoFar();
+        if (slept - m_slept > longPause ||
+            (m_lastTurn != Instant() && m_blockedSince != Instant() && now - m_blockedSince > longPause)) {
+            m_host.resume(now);
+        }
+        m_slept = slept;
+        m_blockedSince = {};
+        m_lastTurn = now;
+        RunLoop::main().turn(now);
+        const bool isEarly = now - m_start < firstPicture && !m_host.hasFigures();
+        const bool isStep = m_nextStep && now >= *m_nextStep;
+        const bool noticeEnds = m_noticeEnd && now >= *m_noticeEnd;
+        if (!isEarly && (m_host.takeChange() || m_isStale || isStep || noticeEnds)) {
+            draw(now);
+        }
+    }
+
+    void draw(Instant now) {
+        Size size = m_device.size();
+        if (!m_terminal.canAddress) {
+            size = {std::max(size.width - 1, 1), 1}; // the last column would go on to the next line
+        }
+        const Scene& scene = m_host.sceneAt(now);
+        m_picture = drawPicture(scene, size, m_look, now);
+        m_isThere = m_device.write(m_writer.update(m_picture.grid)) && m_isThere;
+        m_nextStep = m_terminal.canAddress ? nextStep(scene, m_picture, now) : std::nullopt;
+        m_noticeEnd = m_host.noticeEnd();
+        if (m_noticeEnd && *m_noticeEnd <= now) {
+            m_noticeEnd.reset();
+        }
+        m_isStale = false;
+        if (m_device.isBlocked()) {
+            m_blockedSince = now;
+        }
+    }
+
+    [[nodiscard]] timespec untilNext() const {
+        Instant next = Instant::max();
+        for (const std::optional<Instant>& instant :
+             {RunLoop::main().nextDeadline(), m_nextStep, m_noticeEnd}) {
+            next = instant ? std::min(next, *instant) : next;
+        }
+        if (!m_host.hasFigures()) {
+            next = std::min(next, std::max(m_start + firstPicture, m_lastTurn + firstPicture));
+        }
+        const std::chrono::nanoseconds left = std::max<std::chrono::nanoseconds>(next - clockNow(), {});
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(left);
+        return {static_cast<std::time_t>(std::min<std::int64_t>(seconds.count(), 1'000'000'000)),
+                static_cast<long>((left - seconds).count())};
+    }
+
+    void wait() {
+        const bool isBlocked = m_device.isBlocked();
+        std::array<pollfd, 3> ready{{
+            {m_device.number(), static_cast<short>(isBlocked ? POLLIN | POLLOUT : POLLIN), 0},
+            {m_signals.number(), POLLIN, 0},
+            {m_wake.number(), static_cast<short>(isBlocked ? 0 : POLLIN), 0},
+        }};
+        const timespec time = untilNext();
+        ::ppoll(ready.data(), ready.size(), isBlocked ? nullptr : &time, nullptr);
+        m_wake.drain();
+        if (ready[0].revents != 0) {
+            m_isThere = m_device.flush() && takeInput() && m_isThere;
+        }
+        for (const int signal : m_signals.take()) {
+            takeSignal(signal);
+        }
+    }
+
+    bool takeInput() {
+        std::string bytes;
+        const bool isThere = m_device.read(bytes);
+        for (const Input& input : m_parser.parse(bytes)) {
+            std::visit([this](const auto& what) { take(what); }, input);
+        }
+        return isThere;
+    }
+
+    void take(const KeyPress& press) {
+        constexpr char control = 0x1F; // what Ctrl leaves of a letter
+        if (press.key == ('L' & control)) {
+            m_writer.forget();
+            m_isStale = true;
+        } else if (press.key == ' ' || press.key == '\r' || press.key == '\n') {
+            m_host.perform(Action::changeMode, clockNow());
+        } else {
+            for (const Scene::Key& key : m_host.sceneAt(clockNow()).keys) {
+                if (key.key == press.key) {
+                    m_host.perform(key.action, clockNow());
+                    return;
+                }
+            }
+        }
+    }
+    void take(const Click& click) {
+        if (const std::optional<Action> action = m_picture.actionAt(click.column, click.row)) {
+            m_host.perform(*action, clockNow());
+        }
+    }
+    void take(const Background& background) {
+        m_isStale = m_isStale || m_look.appearance != background.appearance;
+        m_look.appearance = background.appearance;
+    }
+    void take(const AnswersEnded& /*ended*/) { m_awaitsAnswers = false; }
+
+    void takeSignal(int signal) {
+        switch (signal) {
+        case SIGWINCH:
+            m_isStale = true;
+            break;
+        case SIGCHLD:
+            if (reapOpeners()) {
+                m_host.linkFailed(clockNow());
+            }
+            break;
+        case SIGTSTP:
+            m_state.leave();
+            Signals::actOn(signal); // stops here until the shell continues it
+            comeBack();
+            break;
+        case SIGCONT: // after a stop that gave no notice
+            comeBack();
+            break;
+        default:
+            m_endSignal = signal;
+        }
+    }
+
+    void comeBack() {
+        m_device.dropWaiting();
+        m_isThere = m_state.enter() && m_isThere;
+        m_writer.forget();
+        m_isStale = true;
+        m_host.resume(clockNow());
+    }
+
+    /// An answer that comes after the end would be typed into the shell.
+    void awaitLastAnswers() {
+        const Instant end = clockNow() + lastAnswers;
+        while (m_awaitsAnswers && m_isThere && clockNow() < end) {
+            pollfd ready{m_device.number(), POLLIN, 0};
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - clockNow());
+            ::poll(&ready, 1, static_cast<int>(left.count()));
+            m_isThere = ready.revents == 0 || takeInput();
+        }
+    }
+
+    const Options& m_options;
+    const Signals& m_signals;
+    const TerminalEnvironment m_environment;
+    const Terminfo m_terminal = Terminfo::fromEnvironment();
+    TerminalDevice m_device;
+    TerminalState m_state;
+    ScreenWriter m_writer;
+    TerminalHost m_host;
+    platform::linux_machine::EventDescriptor m_wake;
+    InputParser m_parser;
+    Look m_look;
+    Picture m_picture;
+    Instant m_start;
+    Instant m_lastTurn;
+    Instant m_blockedSince;
+    std::chrono::nanoseconds m_slept = sleptSoFar();
+    std::optional<Instant> m_nextStep;
+    std::optional<Instant> m_noticeEnd;
+    bool m_isStale = true;
+    bool m_awaitsAnswers = false;
+    bool m_isThere = true;
+    int m_endSignal = 0;
+};
+
+} // namespace
+
+int runTerminal(const Options& options, hosts::HostMachine& host, const Signals& signals) {
+    int status = 0;
+    int signal = 0;
+    {
+        TerminalSession session(options, host, signals);
+        status = session.run();
+        signal = session.endSignal();
+    }
+    if (signal != 0) {
+        Signals::actOn(signal);
+    }
+    return status;
+}
+
+} // namespace vantor::terminal

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/screen/Input.hpp"
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+
+namespace vantor::terminal {
+
+namespace {
+
+constexpr char escape = '\033';
+constexpr char bell = '\a';
+constexpr std::size_t longestSequence = 256; // what is longer is no answer of a terminal
+
+/// A number and the character after it, taken off the front of a text; -1 where there is none.
+int takeNumber(std::string_view& text) {
+    int number = -1;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    if (!text.empty()) {
+        text.remove_prefix(1);
+    }
+    return error == std::errc() ? number : -1;
+}
+
+/// A component of one to four hexadecimal digits as a fraction of its own largest value; -1 if it is none.
+double component(std::string_view digits) {
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    if (error != std::errc() || end != digits.data() + digits.size() || digits.size() > 4) {
+        return -1;
+    }
+    return static_cast<double>(value) / static_cast<double>((1U << (4 * digits.size())) - 1);
+}
+
+} // namespace
+
+std::vector<Input> backgroundIn(std::string_view answer) {
+    constexpr std::string_view head = "11;rgb:";
+    if (!answer.starts_with(head)) {
+        return {};
+    }
+    answer.remove_prefix(head.size());
+    std::array<double, 3> parts{};
+    for (double& part : parts) {
+        const std::size_t end = answer.find('/');
+        part = component(answer.substr(0, end));
+        answer.remove_prefix(end == std::string_view::npos ? answer.size() : end + 1);
+        if (part < 0) {
+            return {};
+        }
+    }
+    const double brightness = 0.299 * parts[0] + 0.587 * parts[1] + 0.114 * parts[2];
+    return {Background{brightness > 0.5 ? platform::Appearance::light : platform::Appearance::dark}};
+}
+
+std::vector<Input> InputParser::parse(std::string_view bytes) {
+    std::vector<Input> inputs;
+    for (const char byte : bytes) {
+        take(byte, inputs);
+    }
+    return inputs;
+}
+
+void InputParser::take(char byte, std::vector<Input>& inputs) {
+    switch (m_state) {
+    case State::ground:
+        if (byte == escape) {
+            m_state = State::escape;
+        } else if (static_cast<unsigned char>(byte) < 0x80) {
+            inputs.emplace_back(KeyPress{byte});
+        }
+        return;
+    case State::escape:
+        m_sequence.clear();
+        m_state = byte == '['                                 ? State::control
+                  : byte == ']' || byte == 'P' || byte == '_' ? State::string
+                  : byte == 'O'                               ? State::single
+                  : byte == escape                            ? State::escape
+                                                              : State::ground;
+        return;
+    case State::single: // a function key: one character follows
+        m_state = State::ground;
+        return;
+    case State::control:
+        if (byte >= '@' && byte <= '~') {
+            endControl(byte, inputs);
+            m_state = State::ground;
+            return;
+        }
+        break;
+    case State::string:
+        if (byte == bell || byte == escape) {
+            endString(inputs);
+            m_state = byte == bell ? State::ground : State::stringEscape;
+            return;
+        }
+        break;
+    case State::stringEscape: // the backslash of the string terminator
+        m_state = State::ground;
+        return;
+    }
+    m_sequence.push_back(byte);
+    if (m_sequence.size() > longestSequence) {
+        m_state = State::ground;
+    }
+}
+
+void InputParser::endControl(char final, std::vector<Input>& inputs) const {
+    std::string_view text = m_sequence;
+    if (final == 'c' && text.starts_with('?')) {
+        inputs.emplace_back(AnswersEnded{});
+    } else if (final == 'M' && text.starts_with('<')) { // a button goes down: <button;column;row
+        text.remove_prefix(1);
+        const int button = takeNumber(text);
+        const int column = takeNumber(text);
+        const int row = takeNumber(text);
+        if (button == 0 && column > 0 && row > 0) {
+            inputs.emplace_back(Click{column - 1, row - 1});
+        }
+    }
+}
+
+void InputParser::endString(std::vector<Input>& inputs) const {
+    for (const Input& input : backgroundIn(m_sequence)) {
+        inputs.push_back(input);
+    }
+}
+
+} // namespace vantor::terminal

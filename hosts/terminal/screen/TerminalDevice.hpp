@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/terminal/picture/Grid.hpp"
+#include "platform/linux/KernelFile.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace vantor::terminal {
+
+/// The terminal's device. It is opened once more under its name, so that it can be written to without
+/// waiting: to set that on the descriptor that the shell gave us would change it for the shell as well.
+class TerminalDevice {
+public:
+    TerminalDevice();
+
+    [[nodiscard]] int number() const { return m_own.number() >= 0 ? m_own.number() : m_given; }
+    [[nodiscard]] Size size() const; ///< from the kernel, else LINES and COLUMNS, else 80x24
+
+    /// Writes as much as the terminal takes now and keeps the rest. False when the terminal is gone.
+    bool write(std::string_view bytes);
+    bool flush() { return write({}); }
+    /// Whether bytes wait for a terminal that takes none: one whose output was stopped with Ctrl-S.
+    [[nodiscard]] bool isBlocked() const { return !m_waiting.empty(); }
+    void dropWaiting() { m_waiting.clear(); }
+
+    /// What the terminal has sent. False at its end.
+    bool read(std::string& bytes) const;
+
+private:
+    int m_given;
+    platform::linux_machine::Descriptor m_own;
+    std::string m_waiting;
+};
+
+} // namespace vantor::terminal

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/screen/TerminalState.hpp"
+
+#include "platform/core/FatalStop.hpp"
+
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <cstddef>
+#include <cstring>
+
+namespace vantor::terminal {
+
+namespace {
+
+/// What a failing program needs to put the terminal back with write(2) and tcsetattr(3) alone. Plain memory,
+/// since the heap may be what broke.
+struct Restoration {
+    std::atomic<bool> isDue{false};
+    int descriptor = -1;
+    termios settings{};
+    std::array<char, 512> bytes{};
+    std::size_t count = 0;
+};
+Restoration restoration;
+
+constexpr std::array<int, 5> failures{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+
+void restore() noexcept {
+    if (!restoration.isDue.exchange(false)) {
+        return;
+    }
+    const char* from = restoration.bytes.data();
+    std::size_t left = restoration.count;
+    while (left > 0) {
+        const ::ssize_t written = ::write(restoration.descriptor, from, left);
+        if (written <= 0) {
+            break; // a terminal that is gone or takes nothing
+        }
+        from += written;
+        left -= static_cast<std::size_t>(written);
+    }
+    ::tcsetattr(restoration.descriptor, TCSANOW, &restoration.settings);
+}
+
+/// For a failure that no fatal stop announces. The default action follows, since the handler is taken away.
+extern "C" void restoreAndFail(int signal) {
+    restore();
+    ::raise(signal);
+}
+
+void watchForFailures(bool on) {
+    struct sigaction action {};
+    action.sa_handler = on ? restoreAndFail : SIG_DFL;
+    action.sa_flags = on ? static_cast<int>(SA_RESETHAND | SA_NODEFER) : 0;
+    ::sigemptyset(&action.sa_mask);
+    for (const int signal : failures) {
+        ::sigaction(signal, &action, nullptr);
+    }
+}
+
+} // namespace
+
+TerminalState::TerminalState(int descriptor, std::string enter, std::string leave)
+    : m_descriptor(descriptor), m_enter(std::move(enter)) {
+    restoration.descriptor = descriptor;
+    restoration.count = std::min(leave.size(), restoration.bytes.size());
+    std::memcpy(restoration.bytes.data(), leave.data(), restoration.count);
+    platform::setFatalStopHook(restore);
+    watchForFailures(true);
+}
+
+TerminalState::~TerminalState() {
+    leave();
+    watchForFailures(false);
+    platform::setFatalStopHook(nullptr);
+}
+
+bool TerminalState::enter() {
+    if (restoration.isDue.load()) {
+        leave(); // someone may have changed the settings while the program was stopped
+    }
+    termios settings{};
+    if (::tcgetattr(m_descriptor, &settings) != 0) {
+        return false;
+    }
+    restoration.settings = settings;
+    restoration.isDue.store(true);
+    settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    settings.c_cc[VMIN] = 1;
+    settings.c_cc[VTIME] = 0;
+    ::tcsetattr(m_descriptor, TCSADRAIN, &settings);
+    std::string_view bytes = m_enter;
+    while (!bytes.empty()) {
+        const ::ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
+        if (written <= 0) {
+            break;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+void TerminalState::leave() const noexcept {
+    restore();
+}
+
+} // namespace vantor::terminal

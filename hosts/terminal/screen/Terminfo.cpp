@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/screen/Terminfo.hpp"
+
+#include <curses.h>
+#include <term.h> // defines macros for short words: only here
+#include <unistd.h>
+
+namespace vantor::terminal {
+
+namespace {
+
+/// A string capability without its padding ("$<5/>"), which no terminal of today needs.
+std::string capability(const char* name) {
+    const char* const value = ::tigetstr(name);
+    if (value == nullptr || value == reinterpret_cast<const char*>(-1)) { // NOLINT(performance-no-int-to-ptr)
+        return {};
+    }
+    std::string text = value;
+    for (std::size_t at = text.find("$<"); at != std::string::npos; at = text.find("$<", at)) {
+        const std::size_t end = text.find('>', at);
+        if (end == std::string::npos) {
+            break;
+        }
+        text.erase(at, end - at + 1);
+    }
+    return text;
+}
+
+std::string filledIn(const std::string& format, int first, int second = 0) {
+    const char* const text = ::tiparm(format.c_str(), first, second);
+    return text != nullptr ? text : "";
+}
+
+} // namespace
+
+Terminfo Terminfo::fromEnvironment() {
+    Terminfo terminal;
+    int error = 0;
+    if (::setupterm(nullptr, STDOUT_FILENO, &error) != 0) {
+        return terminal;
+    }
+    terminal.m_address = capability("cup");
+    terminal.clear = capability("clear");
+    terminal.canAddress = !terminal.m_address.empty() && !terminal.clear.empty();
+    terminal.plain = capability("sgr0");
+    terminal.bold = capability("bold");
+    terminal.dim = capability("dim");
+    terminal.m_foreground = capability("setaf");
+    terminal.colors = terminal.m_foreground.empty() ? 0 : ::tigetnum("colors");
+    terminal.hasDirectColor = ::tigetflag("RGB") > 0 || ::tigetflag("Tc") > 0;
+    terminal.hasMouse = capability("kmous") == "\033[M" || capability("kmous") == "\033[<";
+    const std::string noMargins = capability("rmam");
+    terminal.wrapsAtOnce = ::tigetflag("am") > 0 && ::tigetflag("xenl") <= 0 && noMargins.empty();
+    terminal.enter = capability("smcup") + capability("civis") + noMargins;
+    terminal.leave = terminal.plain + (noMargins.empty() ? "" : capability("smam")) + capability("cnorm") +
+                     capability("rmcup");
+    return terminal;
+}
+
+std::string Terminfo::moveTo(int column, int row) const {
+    return filledIn(m_address, row, column);
+}
+
+std::string Terminfo::foreground(int index) const {
+    if (index < colors) {
+        return filledIn(m_foreground, index);
+    }
+    if (index < 16) {
+        return "\033[" + std::to_string(index < 8 ? 30 + index : 90 + index - 8) + "m";
+    }
+    return "\033[38;5;" + std::to_string(index) + "m";
+}
+
+} // namespace vantor::terminal

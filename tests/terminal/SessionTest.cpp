@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "PseudoTerminal.hpp"
+#include "SimulatedStore.hpp"
+#include "TestTree.hpp"
+#include "hosts/terminal/screen/TerminalState.hpp"
+#include "platform/core/FatalStop.hpp"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+namespace vantor {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using tests::PseudoTerminal;
+
+constexpr std::string_view shown = "\033[?1049h"; // the alternate screen
+constexpr std::string_view putBack = "\033[?1049l";
+constexpr std::string_view mouseOff = "\033[?1000l";
+
+class Session : public testing::Test {
+protected:
+    std::vector<std::string> environment(std::vector<std::string> more = {}) const {
+        more.insert(more.begin(),
+                    {"TERM=xterm-256color", "LC_ALL=C.UTF-8", "COLORTERM=", "COLORFGBG=15;0",
+                     "NO_COLOR=", "DISPLAY=", "WAYLAND_DISPLAY=", "HOME=" + m_home.root().string()});
+        return more;
+    }
+    static std::vector<std::string> demo(std::vector<std::string> more = {}) {
+        more.insert(more.begin(), {VANTOR_TERM, "--demo"});
+        return more;
+    }
+    static void expectPutBack(const PseudoTerminal& terminal) {
+        EXPECT_TRUE(terminal.isRestored());
+        EXPECT_THAT(terminal.output(), HasSubstr(putBack));
+        EXPECT_THAT(terminal.output(), HasSubstr(mouseOff));
+        EXPECT_THAT(terminal.output(), HasSubstr("\033[?25h")) << "the cursor is seen again";
+    }
+
+    tests::TestTree m_home;
+};
+
+TEST_F(Session, KeysAndMouseReachTheWidget) {
+    PseudoTerminal terminal(demo(), environment());
+    ASSERT_TRUE(terminal.waitFor(shown));
+    ASSERT_TRUE(terminal.waitFor("Used RAM"));
+    EXPECT_FALSE(terminal.isRestored()) << "keys come one by one";
+    terminal.send("m");
+    EXPECT_TRUE(terminal.waitFor("More"));
+    terminal.send(
+        "\033[A \033[<65;3;3M"); // an arrow and the wheel do nothing, a blank is the mode's other key
+    EXPECT_TRUE(terminal.waitFor("Less"));
+    terminal.send("r");
+    EXPECT_TRUE(terminal.waitFor("Refreshed"));
+    terminal.send("\033[<0;15;9M"); // the memory's ring
+    EXPECT_TRUE(terminal.waitFor("cleanRam")) << "no desktop opens the link, and the host says so";
+    terminal.send("\014");
+    EXPECT_TRUE(terminal.waitFor("\033[H\033[2J")) << "Ctrl-L draws everything anew";
+    terminal.send("q");
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+    expectPutBack(terminal);
+}
+
+TEST_F(Session, SignalsEndItWithTheTerminalPutBack) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        PseudoTerminal terminal(demo(), environment());
+        ASSERT_TRUE(terminal.waitFor("Used RAM"));
+        number == SIGINT ? terminal.send("\003") : terminal.signal(number);
+        const int status = terminal.waitForEnd();
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == number) << status;
+        expectPutBack(terminal);
+    }
+    PseudoTerminal gone(demo(), environment());
+    ASSERT_TRUE(gone.waitFor("Used RAM"));
+    gone.hangUp();
+    EXPECT_NE(gone.waitForEnd(), -1) << "a terminal that goes away ends it";
+}
+
+TEST_F(Session, AStormOfSizesEndsInAPictureOfTheLast) {
+    PseudoTerminal terminal(demo(), environment());
+    ASSERT_TRUE(terminal.waitFor("Used RAM"));
+    for (int i = 0; i < 300; ++i) {
+        terminal.resize(1 + i * 37 % 211, 1 + i * 17 % 61);
+    }
+    terminal.resize(60, 1);
+    EXPECT_TRUE(terminal.waitFor("CPU load "));
+    terminal.resize(500, 200);
+    EXPECT_TRUE(terminal.waitFor("\033[200;"));
+    terminal.send("q");
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+    expectPutBack(terminal);
+}
+
+TEST_F(Session, AShellCanStopAndContinueIt) {
+    PseudoTerminal shell({"/bin/bash", "--norc", "--noprofile", "-i"},
+                         environment({"PS1=ready> ", "HISTFILE=", "BASH_SILENCE_DEPRECATION_WARNING=1"}));
+    ASSERT_TRUE(shell.waitFor("ready> "));
+    shell.send(VANTOR_TERM " --demo\n");
+    ASSERT_TRUE(shell.waitFor(shown));
+    ASSERT_TRUE(shell.waitFor("Used RAM"));
+    shell.send("\032");
+    ASSERT_TRUE(shell.waitFor(putBack));
+    ASSERT_TRUE(shell.waitFor("Stopped"));
+    ASSERT_TRUE(shell.waitFor("ready> "));
+    shell.send("stty -a | grep -q ' icanon.* echo ' && echo settings $((40 + 2))\n"); // the shell's again
+    EXPECT_TRUE(shell.waitFor("settings 42"));
+    shell.send("fg\n");
+    ASSERT_TRUE(shell.waitFor(shown));
+    EXPECT_TRUE(shell.waitFor("Used RAM")) << "all of it is drawn again";
+    shell.send("q");
+    EXPECT_TRUE(shell.waitFor(putBack));
+    EXPECT_TRUE(shell.waitFor("ready> "));
+}
+
+TEST_F(Session, AStoppedOutputHoldsNothingUp) {
+    PseudoTerminal terminal(demo(), environment());
+    ASSERT_TRUE(terminal.waitFor("Used RAM"));
+    terminal.send("\023"); // Ctrl-S
+    terminal.send("m");
+    terminal.signal(SIGTERM);
+    const int status = terminal.waitForEnd();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
+    EXPECT_TRUE(terminal.isRestored());
+}
+
+TEST_F(Session, AFatalStopPutsTheTerminalBackFirst) {
+    // A ring colour of another class stops the widget at its next refresh.
+    const auto store = m_home.write("store.plist", tests::storeHolding("").content);
+    PseudoTerminal terminal({VANTOR_TERM, "--log", m_home.root() / "log"},
+                            environment({"VANTOR_SUITE_FILE=" + store.string()}));
+    ASSERT_TRUE(terminal.waitFor("Used RAM"));
+    m_home.write("store.plist", tests::storeHolding(tests::storedColor(tests::archivedString)).content);
+    terminal.send("r");
+    const int status = terminal.waitForEnd();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT) << status;
+    expectPutBack(terminal);
+    EXPECT_GT(terminal.output().find("vantor: fatal: "), terminal.output().find(putBack))
+        << "then it says why";
+}
+
+TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {
+    int terminal = -1;
+    int other = -1;
+    ASSERT_EQ(::openpty(&terminal, &other, nullptr, nullptr, nullptr), 0);
+    termios before{};
+    ::tcgetattr(other, &before);
+    for (const bool isCrash : {false, true}) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::close(STDERR_FILENO);
+            terminal::TerminalState state(other, "<enter>", "<leave>");
+            state.enter();
+            std::thread([isCrash] {
+                isCrash ? static_cast<void>(::raise(SIGSEGV)) : platform::fatalStop("test");
+            }).join();
+            ::_exit(0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status));
+        char bytes[64] = {};
+        ASSERT_GT(::read(terminal, bytes, sizeof bytes - 1), 0);
+        EXPECT_STREQ(bytes, "<enter><leave>");
+        termios after{};
+        ::tcgetattr(other, &after);
+        EXPECT_EQ(after.c_lflag, before.c_lflag);
+    }
+    ::close(terminal);
+    ::close(other);
+}
+
+TEST_F(Session, PlainTerminalsAndHostileNamesGetPlainText) {
+    PseudoTerminal dumb(demo(), environment({"TERM=dumb"}));
+    EXPECT_TRUE(dumb.waitFor("\rUsed RAM "));
+    dumb.send("q");
+    EXPECT_EQ(dumb.waitForEnd(), 0);
+    EXPECT_THAT(dumb.output(), Not(HasSubstr("\033")));
+    EXPECT_TRUE(dumb.isRestored());
+
+    PseudoTerminal ascii(demo(), environment({"LC_ALL=C"}));
+    EXPECT_TRUE(ascii.waitFor("##"));
+    ascii.send("q");
+    EXPECT_EQ(ascii.waitForEnd(), 0);
+
+    PseudoTerminal hostile({VANTOR_TERM},
+                           environment({"VANTOR_SUITE_FILE=/\033]2;owned\a/\x9B"
+                                        "31m"}),
+                           100, 40);
+    EXPECT_TRUE(hostile.waitFor("Used RAM"));
+    hostile.send("q");
+    EXPECT_EQ(hostile.waitForEnd(), 0);
+    EXPECT_THAT(hostile.output(), Not(HasSubstr("\033]2;owned")));
+}
+
+TEST_F(Session, TheBackgroundIsAskedForWithoutWaiting) {
+    PseudoTerminal terminal(demo({"--color", "24bit"}), environment({"COLORFGBG="}));
+    ASSERT_TRUE(terminal.waitFor("\033]11;?\033\\"));
+    ASSERT_TRUE(terminal.waitFor("Used RAM")) << "figures come before any answer";
+    ASSERT_TRUE(terminal.waitFor("\033[38;2;255;214;10m")) << "yellow for a dark one";
+    terminal.send("\033]11;rgb:ffff/ffff/ffff\033\\\033[?62c");
+    EXPECT_TRUE(terminal.waitFor("\033[38;2;255;204;0m")) << "yellow for a light background";
+    terminal.send("q");
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+}
+
+} // namespace
+} // namespace vantor
