@@ -37,7 +37,7 @@ std::string checkPicture(const std::string& name) {
 void addWindowOptions(CLI::App& app, Options& options, std::string& autostart) {
     app.add_flag("--frameless", options.frameless, "A card without a window frame; drag it by its ground");
     CLI::Option* top = app.add_flag("--on-top", options.onTop, "Keep the window above others");
-    app.add_flag("--on-desktop", options.onDesktop, "Keep the window below others, on every workspace")
+    app.add_flag("--on-desktop", options.onDesktop, "Keep the window below others, without a frame")
         ->excludes(top);
     app.add_flag("--tray", options.tray, "Show a ring in the tray, where there is one");
     app.add_option("--autostart", autostart, "Start at login from now on, or no longer; then end")

@@ -168,9 +168,16 @@ int ReportCard::figureWidth() const {
     return QFontMetrics(m_look.font(TypeSize::body)).horizontalAdvance(widestFigure());
 }
 
+/// Both columns are as wide as the widest section needs, so that they line up.
 double ReportCard::neededWidth() const {
-    return std::max(leastWidth,
-                    std::ceil(m_form->details->layout()->minimumSize().width() / m_look.pointScale));
+    const QGridLayout& grid = *m_form->sectionGrid;
+    int column = 0;
+    for (int i = 0; i < grid.count(); ++i) {
+        column = std::max(column, grid.itemAt(i)->minimumSize().width());
+    }
+    const QMargins margins = grid.contentsMargins();
+    const int width = 2 * column + grid.horizontalSpacing() + margins.left() + margins.right();
+    return std::max(leastWidth, std::ceil(width / m_look.pointScale));
 }
 
 void ReportCard::setContentSize(platform::CGSize points) {
