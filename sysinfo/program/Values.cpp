@@ -27,6 +27,7 @@ constexpr std::array<const char*, 9> kernelKeys{
 
 std::vector<std::string> namedKeys() {
     std::vector<std::string> keys;
+    keys.reserve(machineKeys.size() + coreKeys.size() + kernelKeys.size());
     for (const char* key : machineKeys) {
         keys.push_back(std::string("hw.") + key);
     }
@@ -61,10 +62,11 @@ void walk(std::map<std::string, std::string>& found, const std::string& folder, 
     for (const auto& [entry, isFolder] : entries.value_or(SystemValues::FileTree::Entries{})) {
         std::string part = entry;
         std::ranges::replace(part, '.', '/');
+        const std::string below = std::string(key).append(".").append(part);
         if (isFolder) {
-            walk(found, folder + entry + "/", key + "." + part);
+            walk(found, std::string(folder).append(entry).append("/"), below);
         } else {
-            store(found, key + "." + part);
+            store(found, below);
         }
     }
 }

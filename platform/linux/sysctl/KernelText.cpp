@@ -60,7 +60,7 @@ std::optional<CpuList> parseCpuList(std::string_view text) {
         std::string_view range = cut(text, ',');
         const auto first = parseNumber(cut(range, '-'));
         const auto last = range.empty() ? first : parseNumber(range);
-        if (!first || !last || *first > *last || *last >= mostProcessors) {
+        if (!first || !last || *first > *last || *last >= mostProcessors || result.size() > mostProcessors) {
             return std::nullopt;
         }
         for (std::uint64_t number = *first; number <= *last; ++number) {
