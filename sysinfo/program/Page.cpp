@@ -85,23 +85,22 @@ Section processorSection(const Report& report) {
     if (report.threadSlots && report.threadSlots != report.threadsInAll) {
         section.line("Room for", std::to_string(*report.threadSlots) + " threads");
     }
-    section.line("Word", std::string(report.is64Bit ? "64 bits" : "32 bits"));
+    section.line("Word size", std::string(report.is64Bit ? "64 bits" : "32 bits"));
     return section;
 }
 
 std::string levelName(std::size_t index, std::size_t count) {
-    if (count == 1) {
-        return "All cores";
-    }
     return index == 0                 ? "Performance"
            : index == 1 && count == 2 ? "Efficiency"
                                       : "Level " + std::to_string(index);
 }
 
-/// One column a level; a row that no level knows is left out.
+/// One column a level; a row that no level knows is left out. A machine with one kind of core has shown its
+/// counts already.
 Section levelSection(const std::vector<CoreLevel>& levels) {
-    std::string heading = padded("Caches and cores", captionWidth + 2);
-    for (std::size_t i = 0; i < levels.size(); ++i) {
+    const bool several = levels.size() > 1;
+    std::string heading = several ? padded("Cores and caches", captionWidth + 2) : "Caches";
+    for (std::size_t i = 0; several && i < levels.size(); ++i) {
         heading += padded(levelName(i, levels.size()), columnWidth);
     }
     heading.erase(heading.find_last_not_of(' ') + 1);
@@ -119,8 +118,10 @@ Section levelSection(const std::vector<CoreLevel>& levels) {
             section.line(caption, cells);
         }
     };
-    row("Cores", [](const CoreLevel& each) { return counted(each.cores, each.coresInAll); });
-    row("Threads", [](const CoreLevel& each) { return counted(each.threads, each.threadsInAll); });
+    if (several) {
+        row("Cores", [](const CoreLevel& each) { return counted(each.cores, each.coresInAll); });
+        row("Threads", [](const CoreLevel& each) { return counted(each.threads, each.threadsInAll); });
+    }
     row("L1 instructions", [](const CoreLevel& each) { return bytes(each.l1Instruction); });
     row("L1 data", [](const CoreLevel& each) { return bytes(each.l1Data); });
     row("L2", [](const CoreLevel& each) { return bytes(each.l2); });
