@@ -115,8 +115,13 @@ private:
     void print() {
         const Report report = reportOf(*m_controller, m_machine.failures(), time());
         tellFailures(report.failures);
-        const int error =
-            writeOut(formatted(report, m_options.format.value_or(Format::text), m_options.field));
+        const Format format = m_options.format.value_or(Format::text);
+        std::string text = formatted(report, format, m_options.field);
+        if (m_printed && format == Format::text && !m_options.field) {
+            text.insert(0, 1, '\n'); // pages are set apart
+        }
+        m_printed = true;
+        const int error = writeOut(text);
         if (error != 0 && error != EPIPE) {
             std::fprintf(stderr, "vantor-term: standard output: %s\n", std::strerror(error));
             m_status = failureStatus;
@@ -145,6 +150,7 @@ private:
     std::array<bool, 3> m_missing{true, true, true}; // memory, storage, processor
     std::vector<SourceFailure> m_told;
     bool m_asked = false; // what came before tells of the time since boot
+    bool m_printed = false;
     bool m_ended = false;
     int m_status = 0;
 };

@@ -139,8 +139,8 @@ private:
              {RunLoop::main().nextDeadline(), m_nextStep, m_noticeEnd}) {
             next = instant ? std::min(next, *instant) : next;
         }
-        if (!m_host.hasFigures()) {
-            next = std::min(next, std::max(m_start + firstPicture, m_lastTurn + firstPicture));
+        if (m_isStale) {
+            next = std::min(next, m_start + firstPicture);
         }
         const std::chrono::nanoseconds left = std::max<std::chrono::nanoseconds>(next - clockNow(), {});
         const auto seconds = std::chrono::floor<std::chrono::seconds>(left);
@@ -176,7 +176,8 @@ private:
     }
 
     void take(const KeyPress& press) {
-        constexpr char control = 0x1F; // what Ctrl leaves of a letter
+        constexpr char control = 0x1F;    // what Ctrl leaves of a letter
+        constexpr char letterCase = 0x20; // what makes a letter small
         if (press.key == ('L' & control)) {
             m_writer.forget();
             m_isStale = true;
@@ -184,7 +185,7 @@ private:
             m_host.perform(Action::changeMode, clockNow());
         } else {
             for (const Scene::Key& key : m_host.sceneAt(clockNow()).keys) {
-                if (key.key == press.key) {
+                if (key.key == (press.key | letterCase)) {
                     m_host.perform(key.action, clockNow());
                     return;
                 }

@@ -123,7 +123,7 @@ TEST_F(Session, AStoppedOutputHoldsNothingUp) {
     terminal.signal(SIGTERM);
     const int status = terminal.waitForEnd();
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
-    EXPECT_TRUE(terminal.isRestored());
+    expectPutBack(terminal);
 }
 
 TEST_F(Session, AFatalStopPutsTheTerminalBackFirst) {

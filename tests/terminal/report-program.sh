@@ -31,6 +31,18 @@ done
 "$program" --demo </dev/null | grep -q 'Received' || { echo "no page without a terminal"; wrong=1; }
 LC_ALL=C demo | LC_ALL=C grep -n '[^ -~]' && { echo "the C locale has ASCII only"; wrong=1; }
 
+# The page is aligned in every language: each line with a figure ends in the same column.
+for locale in de_DE es_ES fr_FR it_IT pt_BR ru_RU ja_JP zh_CN ar_EG; do
+  LC_ALL=$locale.UTF-8 demo | python3 -c '
+import sys, unicodedata
+def columns(text):
+    return sum(0 if unicodedata.category(c) in ("Mn", "Cf") else 2 if unicodedata.east_asian_width(c) in "WF" else 1 for c in text)
+page = [line.rstrip("\n") for line in sys.stdin if line.strip()]
+widths = {columns(line) for line in page[:-3] + page[-2:]}
+assert len(page) == 14 and len(widths) == 1, (sys.argv[1], widths, page)
+' "$locale" || wrong=1
+done
+
 # Exit statuses.
 expect 0 "a good report" demo --format text >/dev/null
 expect 1 "a full disk" demo --format json >/dev/full 2>"$folder/error"

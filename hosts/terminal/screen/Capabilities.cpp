@@ -15,8 +15,8 @@ std::string variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
-/// The first sixteen colours, as xterm has them. Only its third (yellow) is like its eleventh (bright
-/// yellow): most others show an ochre there, which keeps orange and yellow apart.
+/// The first sixteen colours, as xterm has them but for number 3: its yellow is almost the bright yellow of
+/// number 11, where most others show an ochre, which keeps orange and yellow apart.
 constexpr std::array<std::uint32_t, 16> ansiColors{0x000000, 0xCD0000, 0x00CD00, 0xC4A000, 0x0000EE, 0xCD00CD,
                                                    0x00CDCD, 0xE5E5E5, 0x7F7F7F, 0xFF0000, 0x00FF00, 0xFFFF00,
                                                    0x5C5CFF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};

@@ -34,12 +34,16 @@ void restore() noexcept {
     if (!restoration.isDue.exchange(false)) {
         return;
     }
+    // Output that was stopped with Ctrl-S would hold the bytes up: without that key's meaning it runs again.
+    termios flowing = restoration.settings;
+    flowing.c_iflag &= ~static_cast<tcflag_t>(IXON);
+    ::tcsetattr(restoration.descriptor, TCSANOW, &flowing);
     const char* from = restoration.bytes.data();
     std::size_t left = restoration.count;
     while (left > 0) {
         const ::ssize_t written = ::write(restoration.descriptor, from, left);
         if (written <= 0) {
-            break; // a terminal that is gone or takes nothing
+            break; // a terminal that is gone
         }
         from += written;
         left -= static_cast<std::size_t>(written);
