@@ -78,7 +78,7 @@ TEST(HugeMachine, refreshStaysUnder20Milliseconds) {
         least = std::min(least, threadMilliseconds() - start);
     }
     RecordProperty("milliseconds", std::to_string(least));
-    EXPECT_LT(least, 20);
+    EXPECT_LT(least, VANTOR_MOST_MILLISECONDS);
     EXPECT_EQ(stage.controller->records().network->usage.wifiReceived, stage.figures.links[1].second);
 }
 
