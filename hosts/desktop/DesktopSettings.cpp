@@ -70,8 +70,14 @@ DesktopSettings::DesktopSettings(std::function<void(const DesktopWishes&)> chang
 }
 
 void DesktopSettings::listen() {
-    m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                  SLOT(settingChanged(QString, QString, QDBusVariant)));
+    qRegisterMetaType<QDBusVariant>(); // or the slot is not found before the first message has come
+    // The bus library compares signatures letter by letter, blanks included.
+    const QByteArray slot =
+        QMetaObject::normalizedSignature(SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // From whoever owns the portal's path: tracking the owner of its name loses signals when it starts or
+    // restarts.
+    m_bus.connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                  slot.constData());
     for (const auto& locker :
          {QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
           QStringLiteral("org.cinnamon.ScreenSaver"), QStringLiteral("org.mate.ScreenSaver")}) {

@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <clocale>
 #include <iostream>
+#include <utility>
 
 namespace {
 
@@ -26,6 +27,18 @@ void keepMemorySmall() {
     ::mallopt(M_ARENA_MAX, 1);
     ::mallopt(M_TRIM_THRESHOLD, 128 * 1024);
     ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+}
+
+/// The card paints itself in memory: without these the toolkit loads a GL driver of thirty megabytes for
+/// window frames that are never drawn.
+void keepDriversOut() {
+    for (const auto& [name, value] : {std::pair("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none"),
+                                      std::pair("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1"),
+                                      std::pair("QT_XCB_GL_INTEGRATION", "none")}) {
+        if (!qEnvironmentVariableIsSet(name)) {
+            qputenv(name, value);
+        }
+    }
 }
 
 void reportUnusableStore() {
@@ -69,6 +82,7 @@ int run(const Options& options, int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qunsetenv("QT_SCALE_FACTOR"); // --scale alone decides
     }
+    keepDriversOut();
     QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vantor-widget"));

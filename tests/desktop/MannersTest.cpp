@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "TestTree.hpp"
+#include "Eventually.hpp"
 #include "hosts/desktop/Autostart.hpp"
 #include "hosts/desktop/SingleInstance.hpp"
 #include "hosts/desktop/UserFile.hpp"
@@ -23,10 +23,7 @@ TEST(Manners, ASecondStartRaisesTheFirst) {
         const SingleInstance second;
         EXPECT_TRUE(second.isSecond());
     }
-    for (int turn = 0; raised == 0 && turn < 100; ++turn) {
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-    }
-    EXPECT_EQ(raised, 1);
+    EXPECT_TRUE(tests::eventually([&raised] { return raised == 1; }));
     qputenv("DISPLAY", ":another");
     EXPECT_FALSE(SingleInstance().isSecond());
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Eventually.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/desktop/WidgetWindow.hpp"
 
@@ -6,27 +7,18 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 
 namespace vantor::desktop {
 
 namespace {
 
+using tests::eventually;
+
 /// Outlives the workers, as in the program.
 platform::Machine& demoMachine() {
     static hosts::HostMachine machine(true);
     return machine.machine();
-}
-
-/// Lets events happen until something has, for two seconds at most.
-bool eventually(const std::function<bool()>& happened) {
-    QElapsedTimer since;
-    since.start();
-    while (!happened() && since.elapsed() < 2000) {
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-    }
-    return happened();
 }
 
 class Window : public ::testing::Test {
