@@ -6,6 +6,7 @@
 #include "hosts/desktop/RingAccessible.hpp"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <cmath>
@@ -123,6 +124,15 @@ bool RingView::event(QEvent* event) {
 void RingView::focusInEvent(QFocusEvent* event) {
     m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
     update();
+}
+
+/// Return presses as Space does.
+void RingView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+    } else {
+        QAbstractButton::keyPressEvent(event);
+    }
 }
 
 /// The card's colour; a soft tile when the pointer is over the ring or holds it, and a frame on the focus.

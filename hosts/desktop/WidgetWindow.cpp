@@ -113,9 +113,24 @@ void WidgetWindow::restore() {
     const WindowState state = rememberedWindow().value_or(WindowState{});
     setMode(m_options.expanded.value_or(state.expanded) ? NCWidgetDisplayMode::expanded
                                                         : NCWidgetDisplayMode::compact);
-    if (state.position &&
-        QGuiApplication::screenAt(*state.position + QPoint(width() / 2, height() / 2)) != nullptr) {
+    if (state.position && QGuiApplication::screenAt(*state.position) != nullptr) {
         move(*state.position);
+        keepOnScreen();
+    }
+}
+
+/// A card that has grown, by its mode or by larger text, moves back onto the screen it is on.
+void WidgetWindow::keepOnScreen() {
+    const QScreen* on = QGuiApplication::screenAt(pos());
+    if (on == nullptr || isWayland()) {
+        return;
+    }
+    const QRect room = on->availableGeometry();
+    const QSize size = frameGeometry().size();
+    const QPoint inside(std::max(room.left(), std::min(x(), room.right() + 1 - size.width())),
+                        std::max(room.top(), std::min(y(), room.bottom() + 1 - size.height())));
+    if (inside != pos()) {
+        move(inside);
     }
 }
 
@@ -186,6 +201,7 @@ void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
 void WidgetWindow::toggleMode() {
     setMode(m_mode == NCWidgetDisplayMode::expanded ? NCWidgetDisplayMode::compact
                                                     : NCWidgetDisplayMode::expanded);
+    keepOnScreen();
 }
 
 void WidgetWindow::fit() {

@@ -39,6 +39,7 @@ private:
     void setUpWindow();
     void setUpTray();
     void restore();
+    void keepOnScreen();
     void remember() const;
     void fillMenu();
     void addToggle(std::string_view key, bool on, std::function<void(bool)> toggled);

@@ -14,7 +14,10 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <algorithm>
+#include <array>
 #include <clocale>
+#include <cstdlib>
 #include <iostream>
 #include <utility>
 
@@ -52,6 +55,14 @@ void quietRemarks(QtMsgType type, const QMessageLogContext& /*where*/, const QSt
     if (type == QtFatalMsg || type == QtCriticalMsg || qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
         std::cerr << "vantor-widget: " << text.toStdString() << '\n';
     }
+    if (type == QtFatalMsg) { // a display that cannot be reached is no reason for a core file
+        std::_Exit(1);
+    }
+}
+
+bool hasDisplay() {
+    return std::ranges::any_of(std::array{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"},
+                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
 }
 
 int changeAutostart(bool on) {
@@ -103,6 +114,10 @@ int main(int argc, char** argv) {
     const auto& options = std::get<Options>(read);
     if (options.autostart) {
         return changeAutostart(*options.autostart);
+    }
+    if (!options.snapshot && !hasDisplay()) {
+        std::cerr << "vantor-widget: there is no display; --snapshot draws the widget into a file\n";
+        return 1;
     }
     qInstallMessageHandler(quietRemarks);
     return run(options, argc, argv);

@@ -9,7 +9,9 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
+#include <algorithm>
 
 namespace vantor::desktop {
 
@@ -93,6 +95,29 @@ TEST_F(Card, HandsEveryPressToItsAction) {
         EXPECT_NE(m_stage.controller->refreshTime(), before);
         m_stage.play();
     }
+}
+
+TEST_F(Card, CanBeUsedByKeyboardAlone) {
+    std::vector<std::string> reached;
+    widget("progressRAMView").setFocus(Qt::TabFocusReason);
+    for (int step = 0; step < 12; ++step) {
+        QWidget* focused = m_card->focusWidget();
+        const std::string name = focused->objectName().toStdString();
+        if (std::ranges::find(reached, name) != reached.end()) {
+            break;
+        }
+        reached.push_back(name);
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        if (name != "displayModeButton") {
+            QApplication::sendEvent(focused, &press);
+        }
+        QApplication::sendEvent(focused, &tab);
+    }
+    EXPECT_THAT(reached,
+                ElementsAre("progressRAMView", "progressSTORAGEView", "progressCPUView", "displayModeButton",
+                            "cleanRam", "openApp", "showCpuChart", "manualInfoRefresh"));
+    EXPECT_EQ(m_stage.context->opened.size(), 6U); // and the eighth refreshed
 }
 
 TEST_F(Card, KeepsTheRingsInPlaceBetweenItsTwoHeights) {

@@ -72,7 +72,15 @@ def bad_options():
     check(process.returncode == 2 and len(errors.splitlines()) == 1, "a bad option does not end with 2 and a line")
 
 
+def no_display_is_no_crash():
+    for changes in ({"QT_QPA_PLATFORM": ""}, {"QT_QPA_PLATFORM": "xcb", "DISPLAY": ":no-such-display"}):
+        process = start(**changes)
+        _, errors = process.communicate(timeout=20)
+        check(process.returncode == 1 and errors.startswith("vantor-widget: "), f"without a display: {errors!r}")
+
+
 signals_end_it()
 picture_of_this_machine()
 demonstration_is_the_same_to_the_byte()
 bad_options()
+no_display_is_no_crash()
