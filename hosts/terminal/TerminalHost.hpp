@@ -22,6 +22,8 @@ public:
 
     /// The scene to draw at an instant.
     [[nodiscard]] const Scene& sceneAt(platform::Instant now);
+    /// The scene as it was last asked for; its charts move on by themselves.
+    [[nodiscard]] const Scene& scene() const { return m_scene; }
     /// True once after each change of what the scene holds.
     [[nodiscard]] bool takeChange();
     /// Whether each section has figures, so that a first picture is worth drawing.

@@ -109,25 +109,36 @@ private:
         const bool isEarly = now - m_start < firstPicture && !m_host.hasFigures();
         const bool isStep = m_nextStep && now >= *m_nextStep;
         const bool noticeEnds = m_noticeEnd && now >= *m_noticeEnd;
-        if (!isEarly && (m_host.takeChange() || m_isStale || isStep || noticeEnds)) {
+        if (isEarly) {
+            return;
+        }
+        if (m_host.takeChange() || m_isStale || noticeEnds) {
             draw(now);
+        } else if (isStep) {
+            stepPicture(m_picture, m_host.scene(), m_look, m_drawn, now);
+            show(now);
         }
     }
 
     void draw(Instant now) {
-        Size size = m_device.size();
-        if (!m_terminal.canAddress) {
-            size = {std::max(size.width - 1, 1), 1}; // the last column would go on to the next line
+        if (m_isStale) {
+            m_size = m_device.size();
         }
-        const Scene& scene = m_host.sceneAt(now);
-        m_picture = drawPicture(scene, size, m_look, now);
-        m_isThere = m_device.write(m_writer.update(m_picture.grid)) && m_isThere;
-        m_nextStep = m_terminal.canAddress ? nextStep(scene, m_picture, now) : std::nullopt;
+        // The last column of a terminal that only prints would go on to the next line.
+        const Size size = m_terminal.canAddress ? m_size : Size{std::max(m_size.width - 1, 1), 1};
+        m_picture = drawPicture(m_host.sceneAt(now), size, m_look, now);
+        m_isStale = false;
         m_noticeEnd = m_host.noticeEnd();
         if (m_noticeEnd && *m_noticeEnd <= now) {
             m_noticeEnd.reset();
         }
-        m_isStale = false;
+        show(now);
+    }
+
+    void show(Instant now) {
+        m_isThere = m_device.write(m_writer.update(m_picture.grid)) && m_isThere;
+        m_drawn = now;
+        m_nextStep = m_terminal.canAddress ? nextStep(m_host.scene(), m_picture, now) : std::nullopt;
         if (m_device.isBlocked()) {
             m_blockedSince = now;
         }
@@ -157,12 +168,16 @@ private:
         }};
         const timespec time = untilNext();
         ::ppoll(ready.data(), ready.size(), isBlocked ? nullptr : &time, nullptr);
-        m_wake.drain();
+        if (ready[2].revents != 0) {
+            m_wake.drain();
+        }
         if (ready[0].revents != 0) {
             m_isThere = m_device.flush() && takeInput() && m_isThere;
         }
-        for (const int signal : m_signals.take()) {
-            takeSignal(signal);
+        if (ready[1].revents != 0) {
+            for (const int signal : m_signals.take()) {
+                takeSignal(signal);
+            }
         }
     }
 
@@ -184,7 +199,7 @@ private:
         } else if (press.key == ' ' || press.key == '\r' || press.key == '\n') {
             m_host.perform(Action::changeMode, clockNow());
         } else {
-            for (const Scene::Key& key : m_host.sceneAt(clockNow()).keys) {
+            for (const Scene::Key& key : m_host.scene().keys) {
                 if (key.key == (press.key | letterCase)) {
                     m_host.perform(key.action, clockNow());
                     return;
@@ -257,7 +272,9 @@ private:
     InputParser m_parser;
     Look m_look;
     Picture m_picture;
+    Size m_size;
     Instant m_start;
+    Instant m_drawn;
     Instant m_lastTurn;
     Instant m_blockedSince;
     std::chrono::nanoseconds m_slept = sleptSoFar();

@@ -28,6 +28,34 @@ bool isLit(std::uint8_t dots, std::uint8_t half) {
     return std::popcount(static_cast<std::uint8_t>(dots & half)) >= 2;
 }
 
+/// Half the length of the chord that a circle cuts out of a row at a distance from its centre.
+double halfChord(double radius, double distance) {
+    return std::sqrt(std::max(radius * radius - distance * distance, 0.0));
+}
+
+/// The directions from an angle on, as far as a sweep goes. Told by two cross products: a ring has thousands
+/// of dots, and an arc tangent for each would be most of a picture's cost.
+class Wedge {
+public:
+    Wedge(double start, double sweep)
+        : m_startX(std::cos(start)),
+          m_startY(std::sin(start)),
+          m_endX(std::cos(start + sweep)),
+          m_endY(std::sin(start + sweep)),
+          m_isWide(sweep > std::numbers::pi),
+          m_isWhole(sweep >= turn) {}
+
+    [[nodiscard]] bool holds(double x, double y) const {
+        const bool afterStart = m_startX * y - m_startY * x >= 0;
+        const bool beforeEnd = x * m_endY - y * m_endX >= 0;
+        return m_isWhole || (m_isWide ? afterStart || beforeEnd : afterStart && beforeEnd);
+    }
+
+private:
+    double m_startX, m_startY, m_endX, m_endY;
+    bool m_isWide, m_isWhole;
+};
+
 char32_t blockGlyph(std::uint8_t dots) {
     const bool upper = isLit(dots, upperHalf);
     const bool lower = isLit(dots, lowerHalf);
@@ -67,20 +95,22 @@ void DotCanvas::disc(platform::CGPoint center, double radius, bool isHairline, c
 
 void DotCanvas::stroke(const platform::ArcSegment& arc, double width, bool isHairline, const Ink& ink) {
     const double half = std::max(width, 1.0) / 2;
-    const double inner = std::pow(std::max(arc.radius - half, 0.0), 2);
-    const double outer = std::pow(arc.radius + half, 2);
     const double sweep = arc.sweep();
     const double start = sweep < 0 ? arc.startAngle.radians + sweep : arc.startAngle.radians;
-    for (int y = 0; y < m_cells.height * down; ++y) {
+    const Wedge wedge(start, std::abs(sweep));
+    const double outer = arc.radius + half;
+    const double inner = std::max(arc.radius - half, 0.0);
+    const int bottom = std::min(m_cells.height * down, static_cast<int>(arc.center.y + outer) + 1);
+    for (int y = std::max(0, static_cast<int>(arc.center.y - outer)); y < bottom; ++y) {
         const double dy = y + 0.5 - arc.center.y;
-        for (int x = 0; x < m_cells.width * across; ++x) {
+        const double reach = halfChord(outer, dy);
+        const double hole = halfChord(inner, dy);
+        const int right = std::min(m_cells.width * across, static_cast<int>(arc.center.x + reach) + 1);
+        for (int x = std::max(0, static_cast<int>(arc.center.x - reach)); x < right; ++x) {
             const double dx = x + 0.5 - arc.center.x;
-            const double square = dx * dx + dy * dy;
-            if (square < inner || square > outer) {
-                continue; // most dots end here, before the angle is asked for
-            }
-            const double angle = std::atan2(dy, dx) - start;
-            if (angle - turn * std::floor(angle / turn) <= std::abs(sweep)) {
+            if (std::abs(dx) < hole) {
+                x = static_cast<int>(std::ceil(arc.center.x + hole - 0.5)) - 1; // on to the ring's far side
+            } else if (std::abs(dx) <= reach && wedge.holds(dx, dy)) {
                 dot(x, y, isHairline, ink);
             }
         }

@@ -42,24 +42,6 @@ BarGlyphs barGlyphs(const Look& look) {
     return {U'#', U'#', U'-'};
 }
 
-void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
-    const double shown = section.chart->animation().valueAt(now);
-    const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
-    const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
-    const BarGlyphs glyphs = barGlyphs(sheet.look());
-    const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look());
-    const Ink ink = chartInk(section, sheet.look());
-    for (int i = 0; i < box.width; ++i) {
-        const bool isLit = 2 * i < halves;
-        sheet.put(box, i,
-                  2 * i + 1 < halves ? glyphs.full
-                  : isLit            ? glyphs.half
-                                     : glyphs.empty,
-                  isLit ? ink : track);
-    }
-    sheet.needSteps(2 * box.width);
-}
-
 /// One character that is higher the fuller the chart is: what is left when not even a percentage fits.
 char32_t levelGlyph(const Scene::Section& section, const Look& look) {
     const double value = section.chart ? section.chart->arcChartViewModel->progress() : 0;
@@ -101,6 +83,23 @@ std::string chartsText(const Scene& scene, bool withTitles) {
 
 } // namespace
 
+void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
+    const double shown = section.chart->animation().valueAt(now);
+    const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
+    const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
+    const BarGlyphs glyphs = barGlyphs(sheet.look());
+    const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look());
+    const Ink ink = chartInk(section, sheet.look());
+    for (int i = 0; i < box.width; ++i) {
+        const bool isLit = 2 * i < halves;
+        sheet.put(box, i,
+                  2 * i + 1 < halves ? glyphs.full
+                  : isLit            ? glyphs.half
+                                     : glyphs.empty,
+                  isLit ? ink : track);
+    }
+}
+
 void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box) {
     std::string text;
     for (const Wording wording : {Wording::captions, Wording::arrows, Wording::tight}) {
@@ -140,7 +139,9 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) 
             sheet.text({column, row, title}, titleOf(section), Align::leading, captionInk(sheet.look()));
         }
         if (hasBar && section.chart) {
-            drawBar(sheet, section, {column + title + 1, row, bar}, now);
+            const Box box{column + title + 1, row, bar};
+            drawBar(sheet, section, box, now);
+            sheet.chartAt({static_cast<std::size_t>(row - top), box, true}, 2 * bar);
         }
         if (width >= percentWidth - 1) {
             sheet.text({column + percent, row, std::min(percentWidth, width)}, percentOf(section),

@@ -9,8 +9,9 @@
 /// The parts that a picture is put together from. Each draws into its box and registers what can be clicked.
 namespace vantor::terminal {
 
-/// One ring with percentage and caption, centred in a box.
+/// A chart in its place: a ring with percentage and caption, centred in its box, or a bar that fills it.
 void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
+void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
 
 /// The captions and figures of a section, one line each, from a box's first row on.
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box);

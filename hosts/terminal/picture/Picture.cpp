@@ -52,6 +52,26 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
     return picture;
 }
 
+void stepPicture(Picture& picture, const Scene& scene, const Look& look, Instant before, Instant now) {
+    Sheet sheet(picture, look);
+    for (const ChartPlace& place : picture.charts) {
+        const Scene::Section& section = scene.sections[place.section];
+        if (!section.chart || !section.chart->animation().isRunningAt(before)) {
+            continue;
+        }
+        if (place.isBar) {
+            drawBar(sheet, section, place.box, now);
+            continue;
+        }
+        for (int row = 0; row < place.box.height; ++row) {
+            for (int column = 0; column < place.box.width; ++column) {
+                picture.grid.put(sheet.leftOf(place.box) + column, place.box.row + row, U' ', {});
+            }
+        }
+        drawRing(sheet, section, place.box, now);
+    }
+}
+
 std::optional<Instant> nextStep(const Scene& scene, const Picture& picture, Instant now) {
     std::optional<Instant> next;
     for (const Scene::Section& section : scene.sections) {

@@ -5,10 +5,19 @@
 #include "hosts/terminal/picture/Scene.hpp"
 #include "platform/time/RunLoop.hpp"
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
 namespace vantor::terminal {
+
+/// A rectangle of cells, measured from the side at which the script starts.
+struct Box {
+    int column = 0;
+    int row = 0;
+    int width = 0;
+    int height = 1;
+};
 
 /// A rectangle of cells that answers to a click.
 struct HitArea {
@@ -19,10 +28,18 @@ struct HitArea {
     Action action = Action::refresh;
 };
 
+/// Where a chart stands in a picture.
+struct ChartPlace {
+    std::size_t section = 0;
+    Box box;
+    bool isBar = false;
+};
+
 /// One picture of the widget.
 struct Picture {
     Grid grid;
     std::vector<HitArea> areas;
+    std::vector<ChartPlace> charts;
     double stepsPerUnit = 0; ///< how many dots a chart's end passes from 0 to 1
 
     /// What a click on a cell asks for.
@@ -33,6 +50,11 @@ struct Picture {
 /// character widths. The smaller the size, the less is shown: rings with figures, rings, bars, figures, one
 /// line, one character; every size has a picture.
 [[nodiscard]] Picture drawPicture(const Scene& scene, Size size, const Look& look, platform::Instant now);
+
+/// Brings the charts that move to an instant, in a picture of the same scene and look that was complete when
+/// `before` was: the same as drawing it anew, but for the cost.
+void stepPicture(Picture& picture, const Scene& scene, const Look& look, platform::Instant before,
+                 platform::Instant now);
 
 /// The next instant after `now` at which a chart's end has moved on by one dot; absent when none moves.
 [[nodiscard]] std::optional<platform::Instant> nextStep(const Scene& scene, const Picture& picture,

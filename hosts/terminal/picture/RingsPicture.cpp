@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 
 namespace vantor::terminal {
@@ -24,21 +25,29 @@ double rowsOfRegion(int ringRows) {
     return std::min<double>(ringRows, (ringRows - 1) / arcShare);
 }
 
+void placeRing(Sheet& sheet, const Scene& scene, std::size_t index, const Box& box, platform::Instant now) {
+    const Scene::Section& section = scene.sections[index];
+    drawRing(sheet, section, box, now);
+    sheet.clickable(box, section.action);
+    sheet.chartAt({index, box, false},
+                  ringSweep * ringRadius * 4 * rowsOfRegion(box.height) / drawnRegion.size.height);
+}
+
 void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {
     constexpr int columns = static_cast<int>(Scene::charts);
     const bool isBeside = layout.arrangement == Arrangement::beside;
     const int gap = isBeside ? 4 : 1;
     const int whole = columns * layout.columnWidth + (columns - 1) * gap;
     int column = std::max(0, (sheet.size().width - whole) / 2);
-    for (const Scene::Section& section : scene.sections) {
+    for (std::size_t index = 0; index < scene.sections.size(); ++index) {
+        const Scene::Section& section = scene.sections[index];
         const Box box{column, top, layout.columnWidth, layout.ringRows};
         column += layout.columnWidth + gap;
         if (!isBeside) {
-            drawRing(sheet, section, box, now);
+            placeRing(sheet, scene, index, box, now);
             continue;
         }
-        const Box ring{box.column, top, 2 * layout.ringRows, layout.ringRows};
-        drawRing(sheet, section, ring, now);
+        placeRing(sheet, scene, index, {box.column, top, 2 * layout.ringRows, layout.ringRows}, now);
         const int rows = static_cast<int>(section.rows.size());
         drawRows(sheet, section,
                  {box.column + box.width - layout.rowWidth, top + std::max(0, (layout.ringRows - rows) / 2),
@@ -93,8 +102,6 @@ void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platf
     place.textWidth = box.width;
     place.lowestRow = box.row + box.height - 1;
     drawLayers(sheet.grid(), section.chart->body(chartRect, now), place, sheet.look());
-    sheet.clickable(box, section.action);
-    sheet.needSteps(ringSweep * ringRadius * 4 * rows / drawnRegion.size.height);
 }
 
 void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {

@@ -32,8 +32,9 @@ void Sheet::clickable(const Box& box, Action action) {
     m_picture.areas.push_back({leftOf(box), box.row, box.width, box.height, action});
 }
 
-void Sheet::needSteps(double perUnit) {
-    m_picture.stepsPerUnit = std::max(m_picture.stepsPerUnit, perUnit);
+void Sheet::chartAt(const ChartPlace& place, double stepsPerUnit) {
+    m_picture.charts.push_back(place);
+    m_picture.stepsPerUnit = std::max(m_picture.stepsPerUnit, stepsPerUnit);
 }
 
 Ink captionInk(const Look& look) {

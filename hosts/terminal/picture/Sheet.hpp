@@ -8,14 +8,6 @@
 
 namespace vantor::terminal {
 
-/// A rectangle of cells, measured from the side at which the script starts.
-struct Box {
-    int column = 0;
-    int row = 0;
-    int width = 0;
-    int height = 1;
-};
-
 enum class Align : std::uint8_t { leading, center, trailing };
 
 /// A picture in the making. Places are given as if everything ran from left to right; for a script that runs
@@ -35,7 +27,8 @@ public:
     void clickable(const Box& box, Action action);
     /// The column, counted from the left, at which a box stands in the grid.
     [[nodiscard]] int leftOf(const Box& box) const;
-    void needSteps(double perUnit);
+    /// Notes where a chart stands and how many dots its end passes from 0 to 1.
+    void chartAt(const ChartPlace& place, double stepsPerUnit);
 
 private:
     Picture& m_picture;
