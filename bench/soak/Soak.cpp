@@ -78,8 +78,9 @@ void soak(vantor::TEReportTableViewController& controller, double speed, double 
         loop.turn(now);
         layers += draw(controller, now);
         ++turns;
-        std::unique_lock lock(bell.mutex);
+        // Asked before the bell is locked: the loop rings it under its own lock.
         const Instant next = clock.real(loop.nextDeadline().value_or(now + std::chrono::seconds(1)));
+        std::unique_lock lock(bell.mutex);
         bell.changed.wait_until(lock, next, [] { return bell.rung; });
         bell.rung = false;
     }
