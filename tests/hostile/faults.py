@@ -13,7 +13,7 @@ import tempfile
 program, short_reads = sys.argv[1:]
 OPEN = ["openat:error=" + error for error in ("ENOENT", "EACCES", "EIO", "ENODEV", "EMFILE", "EINTR")]
 READ = ["pread64:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ESRCH", "EINTR")]
-ONCE = ["openat:error=EINTR:when=1", "pread64:error=EINTR:when=1", "pread64:error=EIO:when=2"]
+ONCE = ["openat:error=EINTR:when=1", "pread64:error=EINTR:when=1", "pread64:error=EIO:when=3"]  # an open file gone stale is opened anew
 SECTIONS = ("memory", "storage", "cpu", "network")
 
 # (path whose calls fail, or nothing for all calls; faults; the sections that are named; those without figures).

@@ -3,6 +3,7 @@
 
 Folders, the preference file and its strings carry escape sequences, directional overrides, bad UTF-8 and 100 kB. What
 the programs print, draw and log of them must be plain lines of valid text."""
+import concurrent.futures
 import json
 import os
 import re
@@ -70,23 +71,28 @@ def attempt(name, raw, term, widget, folder):
     return problems
 
 
-term, widget = sys.argv[1], (sys.argv[2:] or [None])[0]
-bad = []
-for name, raw in NAMES.items():
+def attempt_both(case):
+    name, raw = case
     with tempfile.TemporaryDirectory() as folder:
         os.chmod(folder, 0o700)
-        bad += attempt(name, raw, term, widget, folder)
-    # The same, and 100 kB more, as a string under a key of the preferences.
+        problems = attempt(name, raw, term, widget, folder)
+    # The same, up to 100 kB of it, as a string under a key of the preferences.
     with tempfile.TemporaryDirectory() as folder:
         store = os.path.join(folder, "store.plist")
+        value = (raw.decode("utf-8", "replace") * 5000).encode()[:100_000].decode("utf-8", "ignore")
+        value = "".join(char for char in value if char >= " ")
         with open(store, "wb") as file:
-            value = (raw.decode("utf-8", "replace") * 5000).encode()[:100_000].decode("utf-8", "ignore")
-            value = "".join(char for char in value if char >= " ")
             file.write(b"<plist><dict><key>refreshSeconds</key><string>" + value.encode() + b"</string></dict></plist>")
         environment = {"HOME": folder, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "VANTOR_SUITE_FILE": store}
         done = run(environment, term, "--once")
-        bad += harmful(name + ", preference", done.stdout + done.stderr)
+        problems += harmful(name + ", preference", done.stdout + done.stderr)
         if done.returncode != 0 or done.stderr:
-            bad.append(f"{name}, preference: {done.returncode} {done.stderr[:300]}")
+            problems.append(f"{name}, preference: {done.returncode} {done.stderr[:300]}")
+    return problems
+
+
+term, widget = sys.argv[1], (sys.argv[2:] or [None])[0]
+with concurrent.futures.ThreadPoolExecutor(len(NAMES)) as pool:  # a report waits for a second to pass
+    bad = [problem for problems in pool.map(attempt_both, NAMES.items()) for problem in problems]
 print(*bad, sep="\n")
 sys.exit(1 if bad else 0)
