@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "Controller/ReportInterface.hpp"
+#include "hosts/common/HeadlessLoop.hpp"
+#include "platform/linux/LinuxMachine.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+namespace vantor::tests {
+namespace {
+
+// The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
+TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
+    platform::LinuxMachine machine;
+    const platform::MachineScope scope(machine);
+    const auto controller = ReportInterface::instantiate();
+    std::array<int, 4> reports{};
+    controller->setReportHandler([&](ReportSection section) {
+        ++reports.at(static_cast<std::size_t>(section));
+        const ReportRecords& records = controller->records();
+        if (section == ReportSection::memory) {
+            EXPECT_EQ(records.memory->at("total"), static_cast<std::int64_t>(machine.physicalMemory()));
+            EXPECT_EQ(records.memory->at("used"), records.memory->at("total") - records.memory->at("free"));
+        } else if (section == ReportSection::storage) {
+            EXPECT_GT(records.storage->total, 0);
+            EXPECT_LE(records.storage->used, records.storage->total);
+        } else if (section == ReportSection::processor) {
+            const CpuUsage& usage = *records.processor;
+            EXPECT_NEAR(usage.user + usage.system + usage.idle + usage.nice, 100, 1e-6);
+        }
+    });
+    controller->view();
+    constexpr int times = 40;
+    for (int i = 0; i < times; ++i) {
+        controller->manualInfoRefresh(nullptr);
+        controller->reportNETWORKStatus();
+    }
+    EXPECT_TRUE(hosts::turnUntil([&] { return *std::ranges::min_element(reports) >= times; }, 60));
+    platform::RunLoop::main().clear(); // the timers hold the controller
+}
+
+} // namespace
+} // namespace vantor::tests
