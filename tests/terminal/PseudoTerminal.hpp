@@ -73,11 +73,15 @@ public:
         }
     }
 
-    /// Reads until `text` has come since the last call that found something; what is before it is dropped.
-    bool waitFor(std::string_view text) {
+    /// Reads until `text` has come since the last call that found something; what is before it goes
+    /// to `before`, or is dropped.
+    bool waitFor(std::string_view text, std::string* before = nullptr) {
         const auto end = std::chrono::steady_clock::now() + patience;
         for (;;) {
             if (const std::size_t at = m_output.find(text); at != std::string::npos) {
+                if (before != nullptr) {
+                    *before = m_output.substr(0, at);
+                }
                 m_output.erase(0, at + text.size());
                 return true;
             }

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <sstream>
 #include <thread>
 
 namespace vantor {
@@ -139,6 +141,29 @@ TEST_F(Session, AFatalStopPutsTheTerminalBackFirst) {
     expectPutBack(terminal);
     EXPECT_GT(terminal.output().find("vantor: fatal: "), terminal.output().find(putBack))
         << "then it says why";
+}
+
+TEST_F(Session, TheLogNeverGetsIntoThePicture) {
+    // A ring colour that cannot be decoded is logged at every refresh.
+    const auto store = m_home.write("store.plist", tests::storeHolding(tests::storedColor("AAAA")).content);
+    const std::string log = m_home.root() / "log";
+    for (const bool intoFile : {false, true}) {
+        std::vector<std::string> command{VANTOR_TERM};
+        if (intoFile) {
+            command.insert(command.end(), {"--log", log});
+        }
+        PseudoTerminal terminal(command, environment({"VANTOR_SUITE_FILE=" + store.string()}));
+        ASSERT_TRUE(terminal.waitFor(shown));
+        terminal.send("r");
+        std::string all;
+        ASSERT_TRUE(terminal.waitFor("Refreshed", &all));
+        terminal.send("q");
+        EXPECT_EQ(terminal.waitForEnd(), 0);
+        EXPECT_THAT(all + terminal.output(), Not(HasSubstr("ERRORE")));
+    }
+    std::stringstream lines;
+    lines << std::ifstream(log).rdbuf();
+    EXPECT_THAT(lines.str(), HasSubstr("ERRORE in funzione fromData() di Config\n"));
 }
 
 TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {
