@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "WidgetStage.hpp"
+#include "hosts/terminal/TerminalHost.hpp"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+namespace vantor::terminal {
+namespace {
+
+using testing::HasSubstr;
+
+/// The terminal's host on a small machine, turned by hand.
+class Host : public testing::Test {
+protected:
+    Host() {
+        ::unsetenv("DISPLAY");
+        ::unsetenv("WAYLAND_DISPLAY");
+        play();
+    }
+    ~Host() override {
+        m_host.reset();
+        m_clock.reset(); // the timers hold the controller
+    }
+
+    void play() {
+        m_queue.drain();
+        m_clock->advance(0);
+    }
+    void advance(double seconds) {
+        m_clock->advance(seconds);
+        play();
+    }
+    void receive(std::uint32_t bytes) {
+        m_machine.change(
+            [&](platform::SimulatedState& state) { state.interfaces->front().receivedBytes += bytes; });
+    }
+    const Scene& scene() { return m_host->sceneAt(m_clock->now()); }
+
+    platform::SimulatedMachine m_machine{tests::smallMachine()};
+    platform::MachineScope m_scope{m_machine};
+    std::unique_ptr<tests::HandTurnedClock> m_clock = std::make_unique<tests::HandTurnedClock>();
+    tests::HandTurnedQueue m_queue;
+    std::optional<TerminalHost> m_host{std::in_place, m_machine, true};
+};
+
+TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
+    EXPECT_TRUE(m_host->hasFigures());
+    EXPECT_TRUE(m_host->takeChange());
+    EXPECT_FALSE(m_host->takeChange());
+    EXPECT_EQ(scene().sections[0].rows[0].figure, "3 GB");
+    EXPECT_EQ(scene().sections[0].chart->arcChartViewModel->progress(), 0.75);
+    EXPECT_EQ(scene().sections[1].rows.size(), 3U);
+    EXPECT_EQ(scene().network.rows[0].figure, "") << "no rate before the second tick";
+    m_machine.change([](platform::SimulatedState& state) {
+        state.suite = tests::storeHolding(tests::storedFlag("isReleasableSTORAGEShow"));
+    });
+    m_host->perform(Action::refresh, m_clock->now());
+    play();
+    EXPECT_TRUE(m_host->takeChange());
+    EXPECT_EQ(scene().sections[1].rows.size(), 4U) << "with what is releasable";
+    EXPECT_EQ(scene().notice, "Refreshed");
+    EXPECT_EQ(m_host->noticeEnd(), m_clock->now() + std::chrono::seconds(3));
+    advance(4);
+    EXPECT_EQ(scene().notice, "");
+}
+
+TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
+    const std::pair<Action, const char*> links[] = {{Action::cleanRam, "vantor://action?cleanRam"},
+                                                    {Action::openApp, "vantor://action?showStorage"},
+                                                    {Action::showCpuChart, "vantor://action?showCpu"}};
+    for (const auto& [action, link] : links) {
+        m_host->perform(action, m_clock->now());
+        EXPECT_THAT(scene().notice, HasSubstr(link));
+    }
+    EXPECT_TRUE(scene().isExpanded);
+    m_host->perform(Action::changeMode, m_clock->now());
+    EXPECT_FALSE(scene().isExpanded);
+    EXPECT_EQ(scene().keys[4].text, "Show More");
+    EXPECT_FALSE(m_host->hasQuit());
+    m_host->perform(Action::quit, m_clock->now());
+    EXPECT_TRUE(m_host->hasQuit());
+}
+
+TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
+    m_machine.change([](platform::SimulatedState& state) {
+        state.volume.reset();
+        state.failures = {{"storage", "/home: no answer"}};
+    });
+    advance(2);
+    EXPECT_EQ(scene().warning, "Storage: Not available (/home: no answer)");
+    m_machine.change([](platform::SimulatedState& state) {
+        state.volume = tests::smallMachine().volume;
+        state.failures.clear();
+    });
+    advance(2);
+    EXPECT_EQ(scene().warning, "");
+}
+
+TEST_F(Host, APauseIsNoRate) {
+    advance(1);
+    receive(2000);
+    advance(1);
+    EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s");
+    receive(900'000'000); // an hour's worth behind a stopped job
+    m_host->resume(m_clock->now() + std::chrono::hours(1));
+    play();
+    EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s") << "what was on screen stays";
+    m_clock->advance(3600);
+    receive(5000);
+    advance(1);
+    EXPECT_EQ(scene().network.rows[0].figure, "5 KB/s");
+}
+
+} // namespace
+} // namespace vantor::terminal
