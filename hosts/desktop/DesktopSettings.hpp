@@ -34,11 +34,9 @@ public:
 
     [[nodiscard]] const DesktopWishes& wishes() const { return m_wishes; }
 
-private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-    void lockChanged(bool active);
-
 private:
+    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    Q_SLOT void lockChanged(bool active);
     void readAll();
     void takeAll(const QDBusMessage& reply);
     void take(const QString& group, const QString& key, const QVariant& value);

@@ -2,15 +2,12 @@
 #include "hosts/desktop/WidgetWindow.hpp"
 
 #include "Controller/ReportInterface.hpp"
-#include "hosts/desktop/Autostart.hpp"
 #include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/LinkOpener.hpp"
 #include "hosts/desktop/WindowMemory.hpp"
-#include "platform/core/PrintableText.hpp"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -90,22 +87,6 @@ void WidgetWindow::setUpWindow() {
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     setAttribute(Qt::WA_TranslucentBackground, frameless);
     m_margin = frameless ? 0 : 1;
-}
-
-void WidgetWindow::setUpTray() {
-    if (!m_options.tray || !QSystemTrayIcon::isSystemTrayAvailable()) {
-        return;
-    }
-    QApplication::setQuitOnLastWindowClosed(false); // the ring in the tray stays
-    connect(&m_menu, &QMenu::aboutToShow, this, [this] { fillMenu(); });
-    m_tray = std::make_unique<TrayRing>(m_card->rings(), m_menu, [this] {
-        if (isVisible() && !isMinimized()) {
-            hide();
-        } else {
-            comeForward();
-        }
-    });
-    m_tray->update(m_card->look());
 }
 
 /// As it was left; a position only where that is still on a screen.
@@ -266,41 +247,6 @@ void WidgetWindow::paintEvent(QPaintEvent* event) {
     if (m_margin != 0) {
         QPainter(this).fillRect(event->rect(), m_card->look().backdrop);
     }
-}
-
-void WidgetWindow::addToggle(std::string_view key, bool on, std::function<void(bool)> toggled) {
-    QAction* action = m_menu.addAction(hostText(key));
-    action->setCheckable(true);
-    action->setChecked(on);
-    connect(action, &QAction::toggled, this, std::move(toggled));
-}
-
-void WidgetWindow::fillMenu() {
-    m_menu.clear();
-    for (QAbstractButton* button : m_card->actionButtons()) {
-        m_menu.addAction(button->text(), button, &QAbstractButton::click);
-    }
-    m_menu.addSeparator();
-    m_menu.addAction(m_card->displayModeButton().text(), &m_card->displayModeButton(),
-                     &QAbstractButton::click);
-    if (!isWayland() && !m_options.onDesktop) {
-        addToggle("host_ALWAYSONTOP", windowFlags().testFlag(Qt::WindowStaysOnTopHint), [this](bool on) {
-            setWindowFlag(Qt::WindowStaysOnTopHint, on); // hides the window
-            show();
-        });
-    }
-    addToggle("host_AUTOSTART", isAutostarted(), [this](bool on) {
-        if (const std::optional<std::string> problem = setAutostart(on)) {
-            m_card->showMessage(QString::fromStdString(platform::printableText(*problem)));
-        }
-    });
-    m_menu.addSeparator();
-    m_menu.addAction(hostText("host_QUIT"), qApp, &QCoreApplication::quit);
-}
-
-void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
-    fillMenu();
-    m_menu.popup(event->globalPos());
 }
 
 /// With a ring in the tray the window only steps back.
