@@ -59,42 +59,49 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-/// A folder with a preference file as the app writes it, or without one.
+/// A folder for a preference file as the app writes it.
 class Home {
 public:
-    explicit Home(bool withStore) {
+    Home() {
         std::string pattern = (std::filesystem::temp_directory_path() / "vantor-bench-XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        if (withStore) {
+        m_folder = ::mkdtemp(pattern.data());
+    }
+    ~Home() { std::filesystem::remove_all(m_folder); }
+    Home(const Home&) = delete;
+    Home& operator=(const Home&) = delete;
+
+    [[nodiscard]] const std::string& folder() const { return m_folder; }
+    [[nodiscard]] std::string storeFile() const { return m_folder + "/store.plist"; }
+    [[nodiscard]] vantor::platform::LinuxMachine::Options options() const {
+        vantor::platform::LinuxMachine::Options options;
+        options.folders.home = options.folders.config = options.folders.cache = m_folder;
+        options.folders.suiteFile = storeFile();
+        return options;
+    }
+    void putStore(bool there) const {
+        std::filesystem::remove(storeFile());
+        if (there) {
             std::ofstream(storeFile())
                 << R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)"
                 << "<key>isInactiveRAMHide</key><true/><key>refreshSeconds</key>"
                 << "<string>2</string></dict></plist>";
         }
     }
-    ~Home() { std::filesystem::remove_all(folder); }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
 
-    [[nodiscard]] std::string storeFile() const { return folder + "/store.plist"; }
-    [[nodiscard]] vantor::platform::LinuxMachine::Options options() const {
-        vantor::platform::LinuxMachine::Options options;
-        options.folders.home = options.folders.config = folder;
-        options.folders.suiteFile = storeFile();
-        return options;
-    }
-    std::string folder;
+private:
+    std::string m_folder;
 };
 
 /// Both in turns, so that whatever else the machine does hits them alike.
 void refreshBesideBareCalls(benchmark::State& state, bool withStore) {
-    const Home home(withStore);
-    FullRefresh widget(home.options());
-    const BareCalls calls(home.folder, home.storeFile());
+    static const Home home;
+    static FullRefresh widget(home.options()); // one a process: its processor ticks never fall
+    const BareCalls calls(home.folder(), home.storeFile());
+    home.putStore(withStore);
     std::vector<double> full;
     std::vector<double> bare;
     for ([[maybe_unused]] const auto iteration : state) {
-        full.push_back(secondsOf([&widget] { widget.refresh(); }));
+        full.push_back(secondsOf([] { widget.refresh(); }));
         bare.push_back(secondsOf([&calls] { calls.refresh(); }));
         state.SetIterationTime(full.back());
     }
