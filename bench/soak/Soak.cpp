@@ -101,7 +101,8 @@ int main(int count, char** words) {
         return 2;
     }
     std::setlocale(LC_ALL, "");
-    vantor::hosts::HostMachine host(machine == "simulated");
+    [[maybe_unused]] static const auto& host =
+        *new vantor::hosts::HostMachine(machine == "simulated"); // workers may outlive main
     const auto controller = vantor::ReportInterface::instantiate();
     soak(*controller, speed, seconds);
     return 0;

@@ -86,8 +86,8 @@ int showWindow(const Options& options, vantor::platform::Machine& machine) {
 }
 
 int run(const Options& options, int argc, char** argv) {
-    // Static, so that it outlives the workers, which may be sampling when the window closes.
-    static vantor::hosts::HostMachine machine(options.demo);
+    // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
+    static vantor::hosts::HostMachine& machine = *new vantor::hosts::HostMachine(options.demo);
     reportUnusableStore();
     if (options.snapshot) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

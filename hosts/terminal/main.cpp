@@ -45,11 +45,12 @@ int run(const terminal::Options& options) {
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     if (!hasPicture) {
-        hosts::HostMachine host(options.demo, machineOptions(options));
+        auto& host = *new hosts::HostMachine(options.demo, machineOptions(options)); // as below
         return terminal::runReports(options, host);
     }
     const terminal::Signals signals; // before the machine, whose threads inherit the mask
-    hosts::HostMachine host(options.demo);
+    // Never destroyed: workers may be asking it while the program ends.
+    auto& host = *new hosts::HostMachine(options.demo);
     return terminal::runTerminal(options, host, signals);
 }
 
