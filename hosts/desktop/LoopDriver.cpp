@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/LoopDriver.hpp"
 
+#include "platform/linux/SleptTime.hpp"
 #include "platform/time/RunLoop.hpp"
-
-#include <time.h>
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -21,15 +20,8 @@ namespace {
 constexpr auto wakeEvent = static_cast<QEvent::Type>(QEvent::User + 1);
 constexpr double noticeableSleep = 0.5; // seconds
 
-double seconds(clockid_t clock) {
-    timespec now{};
-    ::clock_gettime(clock, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-/// The boot clock goes on while the machine sleeps, the monotonic one does not.
 double sleepTime() {
-    return seconds(CLOCK_BOOTTIME) - seconds(CLOCK_MONOTONIC);
+    return std::chrono::duration<double>(platform::sleptTime()).count();
 }
 
 } // namespace

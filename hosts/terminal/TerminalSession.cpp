@@ -9,6 +9,7 @@
 #include "hosts/terminal/screen/TerminalState.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/linux/EventDescriptor.hpp"
+#include "platform/linux/SleptTime.hpp"
 
 #include <poll.h>
 
@@ -35,16 +36,6 @@ constexpr const char* askForBackground = "\033]11;?\033\\\033[c";
 
 Instant clockNow() {
     return std::chrono::steady_clock::now();
-}
-
-/// How long the machine has slept so far: the steady clock stands still meanwhile, the boot clock does not.
-std::chrono::nanoseconds sleptSoFar() {
-    const auto read = [](clockid_t clock) {
-        timespec time{};
-        ::clock_gettime(clock, &time);
-        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-    };
-    return read(CLOCK_BOOTTIME) - read(CLOCK_MONOTONIC);
 }
 
 class TerminalSession {
@@ -97,7 +88,7 @@ private:
         if (m_device.isBlocked()) {
             return;
         }
-        const std::chrono::nanoseconds slept = sleptSoFar();
+        const std::chrono::nanoseconds slept = platform::sleptTime();
         if (slept - m_slept > longPause ||
             (m_lastTurn != Instant() && m_blockedSince != Instant() && now - m_blockedSince > longPause)) {
             m_host.resume(now);
@@ -277,7 +268,7 @@ private:
     Instant m_drawn;
     Instant m_lastTurn;
     Instant m_blockedSince;
-    std::chrono::nanoseconds m_slept = sleptSoFar();
+    std::chrono::nanoseconds m_slept = platform::sleptTime();
     std::optional<Instant> m_nextStep;
     std::optional<Instant> m_noticeEnd;
     bool m_isStale = true;
