@@ -9,7 +9,8 @@
 namespace vantor::platform {
 
 RunLoop& RunLoop::main() {
-    static RunLoop loop;
+    // Never destroyed: a worker may still post while the process ends.
+    static RunLoop& loop = *new RunLoop;
     return loop;
 }
 
