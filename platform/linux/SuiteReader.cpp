@@ -26,11 +26,14 @@ int openQuietly(const std::string& path) {
     return number < 0 && errno == EPERM ? open(0) : number;
 }
 
+/// A file that another took the place of meanwhile loses a name, which moves its change time, but not its
+/// content: what was read of it is the whole of what stood there when it was opened.
 bool sameState(const struct stat& a, const struct stat& b) {
     const auto same = [](const timespec& x, const timespec& y) {
         return x.tv_sec == y.tv_sec && x.tv_nsec == y.tv_nsec;
     };
-    return a.st_size == b.st_size && same(a.st_mtim, b.st_mtim) && same(a.st_ctim, b.st_ctim);
+    const bool replaced = b.st_nlink < a.st_nlink;
+    return a.st_size == b.st_size && same(a.st_mtim, b.st_mtim) && (replaced || same(a.st_ctim, b.st_ctim));
 }
 
 /// The bytes up to the file's size and one more, which tells a file that grew; an errno value.
