@@ -5,7 +5,8 @@
     bench/terminal/compare.py [--seconds 60] [--size 100x40] [PROGRAM]
 
 All three refresh every two seconds in the same minute on the same machine. Processor time is user and system time
-from /proc/PID/stat, memory is /proc/PID/smaps_rollup at the end. A program that is not installed is left out. Then
+from /proc/PID/stat, memory is /proc/PID/smaps_rollup at the end: private pages that were written, and all that nobody else maps, which counts the
+libraries of the only program of its kind in full. A program that is not installed is left out. Then
 vantor-term is started several times more, to see how long after exec its first figures are on the terminal.
 """
 import argparse, fcntl, os, pty, select, shutil, signal, statistics, struct, sys, termios, time
@@ -66,12 +67,12 @@ def run_side_by_side(commands, seconds, columns, rows):
         for terminal in select.select([terminal for _, terminal in programs.values()], [], [], left)[0]:
             name = next(name for name, program in programs.items() if program[1] == terminal)
             written[name] += len(os.read(terminal, 65536))
-    print(f"{seconds} s at {columns}x{rows}   processor    precisely        Pss    private     written")
+    print(f"{seconds} s at {columns}x{rows}   processor    precisely        Pss      dirty    private     written")
     for name, (pid, _) in programs.items():
         figures = memory(pid)
         private = figures["Private_Clean"] + figures["Private_Dirty"]
         print(f"{name:12} {processor_seconds(pid):12.2f} s {precise_seconds(pid):10.4f} s {figures['Pss']:7} KiB"
-              f" {private:6} KiB {written[name] / 1024:8.1f} KiB")
+              f" {figures['Private_Dirty']:6} KiB {private:6} KiB {written[name] / 1024:8.1f} KiB")
     for pid, terminal in programs.values():
         end(pid, terminal)
 
