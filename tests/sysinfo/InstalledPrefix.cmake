@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Installs the libraries into a fresh prefix and uses them from outside, through CMake and through pkg-config; and
-# compiles each installed header alone. Run with -DBUILD=, -DSOURCE=, -DWORK=, -DCOMPILER= and -DFLAGS=.
+# compiles each installed header alone. Run with -DBUILD=, -DSOURCE=, -DWORK=, -DCOMPILER=, -DGENERATOR= and -DFLAGS=.
 set(prefix "${WORK}/prefix")
 file(REMOVE_RECURSE "${WORK}")
 
@@ -16,7 +16,7 @@ run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${prefix}" --component sys
 file(RENAME "${prefix}" "${WORK}/moved") # nothing may remember where it was installed
 set(prefix "${WORK}/moved")
 
-run("${CMAKE_COMMAND}" -S "${SOURCE}/examples/sysinfo" -B "${WORK}/example" "-DCMAKE_PREFIX_PATH=${prefix}"
+run("${CMAKE_COMMAND}" -G "${GENERATOR}" -S "${SOURCE}/examples/sysinfo" -B "${WORK}/example" "-DCMAKE_PREFIX_PATH=${prefix}"
   "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
 run("${CMAKE_COMMAND}" --build "${WORK}/example")
 run("${WORK}/example/sysinfo-main")
