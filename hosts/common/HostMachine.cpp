@@ -8,6 +8,9 @@ namespace vantor::hosts {
 HostMachine::HostMachine(bool demo, platform::LinuxMachine::Options options) : m_linux(std::move(options)) {
     if (demo) {
         m_demo.emplace(m_linux);
+    } else {
+        m_linux.startReleasableScan(); // before anybody samples; a short run only takes up what an earlier
+                                       // one found
     }
     m_scope.emplace(machine());
 }

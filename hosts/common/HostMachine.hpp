@@ -16,8 +16,6 @@ public:
 
     /// The machine in place.
     [[nodiscard]] platform::Machine& machine();
-    /// The real machine behind it, whose words both use.
-    [[nodiscard]] platform::LinuxMachine& linuxMachine() { return m_linux; }
 
 private:
     platform::LinuxMachine m_linux;

@@ -31,7 +31,7 @@ CASES = [
     ("/sys/block", OPEN, None, None),
     ("STORE", OPEN[1:-1] + ["read:error=EIO", "fstat,newfstatat:error=EIO", "read:retval=0"], "preferences", None),
     ("STORE", ["openat:error=ENOENT", "openat:error=EINTR:when=1", "read:error=EINTR:when=1"], None, None),
-    (None, ["clone,clone3:error=EAGAIN:when=2+"], None, None),
+    (None, ["clone,clone3:error=EAGAIN:when=3+"], None, None),  # after the scan and the first worker
     ("SHORT", ["1", "7", "4095"], None, None),  # reads bring no more than this many bytes
     (None, ["sched_setscheduler,setpriority,ioprio_set:error=EPERM"], None, None),
 ]
