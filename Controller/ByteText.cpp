@@ -12,10 +12,14 @@ namespace {
 using platform::NSByteCountFormatter;
 using platform::NSByteCountFormatterCountStyle;
 
-std::string replaced(const std::string& text, std::string_view word, std::string_view with) {
+std::string replaced(std::string text, std::string_view word, std::string_view with) {
+    std::size_t at = text.find(word);
+    if (at == std::string::npos) {
+        return text;
+    }
     std::string result;
     std::size_t from = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, from)) {
+    for (; at != std::string::npos; at = text.find(word, from)) {
         result.append(text, from, at - from).append(with);
         from = at + word.size();
     }

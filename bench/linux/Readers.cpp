@@ -95,7 +95,7 @@ void links(benchmark::State& state) {
 }
 
 void volumeBare(benchmark::State& state) {
-    const std::string folder = machine().documentDirectories().at(0);
+    const std::string folder = machine().documentDirectories()->at(0);
     for (auto _ : state) {
         for (int i = 0; i < 6; ++i) {
             struct statvfs about {};
@@ -110,7 +110,7 @@ void volume(benchmark::State& state) {
     options.useLocale = false;
     options.clock = [&now] { return now; };
     LinuxMachine reported(std::move(options));
-    const std::string folder = reported.documentDirectories().at(0);
+    const std::string folder = reported.documentDirectories()->at(0);
     for (auto _ : state) {
         now += std::chrono::seconds(2);
         for (int i = 0; i < 6; ++i) {
@@ -155,7 +155,7 @@ void suite(benchmark::State& state) {
     const File file;
     std::string reason;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(readSuiteFile(file.path(), reason));
+        benchmark::DoNotOptimize(readSuiteFile(file.path().c_str(), reason));
     }
 }
 

@@ -7,7 +7,7 @@ namespace vantor::platform {
 
 std::optional<NSURLResourceValues>
 NSFileURL::resourceValuesForKeys(std::initializer_list<NSURLResourceKey> keys) const {
-    const std::optional<VolumeCapacities> capacities = currentMachine().volumeCapacities(m_path);
+    const std::optional<VolumeCapacities> capacities = currentMachine().volumeCapacities(*m_path);
     if (!capacities) {
         return std::nullopt;
     }
@@ -21,9 +21,11 @@ NSFileURL::resourceValuesForKeys(std::initializer_list<NSURLResourceKey> keys) c
 
 std::vector<NSFileURL> NSFileManager::URLsForDirectory(NSSearchPathDirectory /*directory*/,
                                                        NSSearchPathDomainMask /*domainMask*/) const {
+    const std::shared_ptr<const std::vector<std::string>> paths = currentMachine().documentDirectories();
     std::vector<NSFileURL> urls;
-    for (std::string& path : currentMachine().documentDirectories()) {
-        urls.emplace_back(std::move(path));
+    urls.reserve(paths->size());
+    for (const std::string& path : *paths) {
+        urls.emplace_back(std::shared_ptr<const std::string>(paths, &path));
     }
     return urls;
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -35,9 +36,9 @@ private:
 /// The place of a file or folder.
 class NSFileURL {
 public:
-    explicit NSFileURL(std::string path) : m_path(std::move(path)) {}
+    explicit NSFileURL(std::shared_ptr<const std::string> path) : m_path(std::move(path)) {}
 
-    [[nodiscard]] const std::string& path() const { return m_path; }
+    [[nodiscard]] const std::string& path() const { return *m_path; }
 
     /// Values of the volume that holds this place, asked for in one query; absent when the query failed. Any
     /// thread.
@@ -45,7 +46,7 @@ public:
     resourceValuesForKeys(std::initializer_list<NSURLResourceKey> keys) const;
 
 private:
-    std::string m_path;
+    std::shared_ptr<const std::string> m_path;
 };
 
 class NSFileManager {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -31,7 +32,9 @@ LinuxMachine::LinuxMachine(Options options)
       m_processor(m_options, m_failures),
       m_interfaces(m_options, m_failures),
       m_volume(m_options, m_failures),
-      m_documents(documentsFolder(m_options.folders)) {
+      m_documents(documentsFolder(m_options.folders)),
+      m_documentFolders(
+          std::make_shared<const std::vector<std::string>>(m_documents.empty() ? 0 : 1, m_documents)) {
     if (m_options.useLocale) {
         adoptUserLocale();
         m_signs = currentLocaleSigns();
@@ -94,8 +97,8 @@ std::optional<std::vector<InterfaceAddress>> LinuxMachine::interfaceAddresses() 
     return m_interfaces.read();
 }
 
-std::vector<std::string> LinuxMachine::documentDirectories() {
-    return m_documents.empty() ? std::vector<std::string>() : std::vector<std::string>{m_documents};
+std::shared_ptr<const std::vector<std::string>> LinuxMachine::documentDirectories() {
+    return m_documentFolders;
 }
 
 std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string& path) {
@@ -109,15 +112,20 @@ std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string
                             figures->available + std::min(releasable, room)};
 }
 
-SuiteFile LinuxMachine::readSuite(std::string_view suiteName) {
+SuiteFile LinuxMachine::readSuite(std::string_view suiteName) try {
     std::string reason;
-    std::string path = suitePath(m_options.folders, suiteName);
-    SuiteFile file = path.empty() ? SuiteFile() : readSuiteFile(std::move(path), reason);
+    const std::string path = suitePath(m_options.folders, suiteName);
+    SuiteFile file = path.empty() ? SuiteFile() : readSuiteFile(path.c_str(), reason);
     if (reason.empty()) {
         m_failures.clear(Source::preferences);
     } else {
         m_failures.fail(Source::preferences, std::move(reason));
     }
+    return file;
+} catch (const std::bad_alloc&) {
+    m_failures.failForMemory(Source::preferences);
+    SuiteFile file;
+    file.exists = true;
     return file;
 }
 

@@ -41,7 +41,7 @@ public:
     std::uint64_t physicalMemory() override;
     bool isiOSAppOnMac() override;
     std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
-    std::vector<std::string> documentDirectories() override;
+    std::shared_ptr<const std::vector<std::string>> documentDirectories() override;
     std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
     SuiteFile readSuite(std::string_view suiteName) override;
     std::optional<std::string> localizedString(std::string_view key) override;
@@ -56,6 +56,7 @@ private:
     linux_machine::InterfaceReader m_interfaces;
     linux_machine::VolumeReader m_volume;
     std::string m_documents;
+    std::shared_ptr<const std::vector<std::string>> m_documentFolders; ///< none or `m_documents`
     std::unique_ptr<linux_machine::ReleasableScan> m_releasable;
     std::optional<linux_machine::Translations> m_translations;
     LocaleSigns m_signs;

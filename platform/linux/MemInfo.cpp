@@ -62,32 +62,43 @@ std::optional<std::uint64_t> bytesFrom(std::string_view text) {
     return *kibibytes * 1024;
 }
 
+/// The place of a name among ours, looked for from where the kernel would have it.
+std::optional<std::size_t> placeOf(std::string_view name, std::size_t from) {
+    static constexpr std::uint64_t ours = bitsOfFields();
+    if (name.empty() || (bitOf(name) & ours) == 0) {
+        return std::nullopt;
+    }
+    for (std::size_t tried = 0; tried < fields.size(); ++tried) {
+        const std::size_t at = (from + tried) % fields.size();
+        if (fields[at].name == name) {
+            return at;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 MemInfo parseMemInfo(std::string_view text) {
-    static constexpr std::uint64_t ours = bitsOfFields();
     MemInfo info;
     std::size_t next = 0;
-    while (const std::optional<Line> line = takeLine(text)) {
-        const std::size_t colon = line->text.find(':');
-        if (colon == std::string_view::npos || colon == 0) {
+    std::size_t missing = fields.size();
+    while (missing > 0) { // a third of the text comes after the last of ours
+        const std::optional<Line> line = takeLine(text);
+        if (!line) {
+            break;
+        }
+        const std::string_view name = line->text.substr(0, line->text.find(':'));
+        const std::optional<std::size_t> place = placeOf(name, next);
+        if (!place || name.size() == line->text.size()) {
             continue;
         }
-        const std::string_view name = line->text.substr(0, colon);
-        if ((bitOf(name) & ours) == 0) {
-            continue;
+        std::optional<std::uint64_t>& value = info.*fields[*place].member;
+        if (!value) {
+            value = bytesFrom(line->text.substr(name.size() + 1));
+            missing -= value ? 1 : 0;
         }
-        for (std::size_t tried = 0; tried < fields.size(); ++tried) {
-            const std::size_t at = (next + tried) % fields.size();
-            if (fields[at].name == name) {
-                std::optional<std::uint64_t>& value = info.*fields[at].member;
-                if (!value) {
-                    value = bytesFrom(line->text.substr(colon + 1));
-                }
-                next = at + 1;
-                break;
-            }
-        }
+        next = *place + 1;
     }
     return info;
 }

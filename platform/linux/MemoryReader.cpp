@@ -3,6 +3,8 @@
 
 #include "platform/linux/TextScan.hpp"
 
+#include <new>
+
 namespace vantor::platform::linux_machine {
 
 namespace {
@@ -43,7 +45,13 @@ std::optional<MemoryFigures> MemoryReader::readFiles() {
 }
 
 std::optional<MemoryFigures> MemoryReader::readLocked() {
-    if (const std::optional<MemoryFigures> figures = readFiles()) {
+    std::optional<MemoryFigures> figures;
+    try {
+        figures = readFiles();
+    } catch (const std::bad_alloc&) {
+        m_failures.failForMemory(Source::memory);
+    }
+    if (figures) {
         m_failures.clear(Source::memory);
         m_last = figures;
     } else if (const std::optional<PlainMemory> plain = m_options.plainMemory();

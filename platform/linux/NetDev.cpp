@@ -3,6 +3,8 @@
 
 #include "platform/linux/TextScan.hpp"
 
+#include <algorithm>
+
 namespace vantor::platform::linux_machine {
 
 namespace {
@@ -10,16 +12,20 @@ namespace {
 constexpr std::size_t longestName = 15; // IFNAMSIZ with its NUL is 16
 constexpr int columnsBetween = 7;       // packets errs drop fifo frame compressed multicast
 
+bool noNameHas(char sign) {
+    return sign == '/' || sign == '\0' || isBlank(sign);
+}
+
 std::optional<LinkCounters> parseLink(std::string_view line) {
-    const std::size_t colon = line.rfind(':'); // old kernels allow a colon in the name
+    skipBlanks(line);
+    const std::size_t colon = line.rfind(':', longestName); // old kernels allow a colon in the name
     if (colon == std::string_view::npos) {
         return std::nullopt;
     }
     LinkCounters link;
     link.name = line.substr(0, colon);
-    skipBlanks(link.name);
-    if (link.name.empty() || link.name.size() > longestName || link.name == "." || link.name == ".." ||
-        link.name.find_first_of(std::string_view("/\0 \t", 4)) != std::string_view::npos) {
+    if (link.name.empty() || link.name == "." || link.name == ".." ||
+        std::ranges::any_of(link.name, noNameHas)) {
         return std::nullopt;
     }
     std::string_view rest = line.substr(colon + 1);

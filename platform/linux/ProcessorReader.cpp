@@ -2,6 +2,7 @@
 #include "platform/linux/ProcessorReader.hpp"
 
 #include <algorithm>
+#include <new>
 
 namespace vantor::platform::linux_machine {
 
@@ -20,7 +21,7 @@ ProcessorReader::ProcessorReader(const MachineOptions& options, FailureBoard& fa
       m_stat(options.procRoot + "/stat", Shape::oneRecord),
       m_account(options.ticksPerSecond) {}
 
-std::optional<ProcessorTimes> ProcessorReader::readTimes() {
+std::optional<ProcessorTimes> ProcessorReader::readTimes() try {
     const KernelFile::Content content = m_stat.read(firstLine);
     if (content.error != 0) {
         m_failures.fail(Source::processor, m_stat.reason(content.error));
@@ -33,6 +34,9 @@ std::optional<ProcessorTimes> ProcessorReader::readTimes() {
     }
     m_failures.clear(Source::processor);
     return times;
+} catch (const std::bad_alloc&) {
+    m_failures.failForMemory(Source::processor);
+    return std::nullopt;
 }
 
 /// A reading that differs from the last one, if the machine gives one within the wait.
@@ -46,7 +50,11 @@ std::optional<ProcessorTimes> ProcessorReader::readMovedTimes() {
 }
 
 void ProcessorReader::countOnline() {
-    m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
+    try {
+        m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
+    } catch (const std::bad_alloc&) {
+        m_processors = std::max<std::size_t>(1, m_processors);
+    }
 }
 
 host_cpu_load_info ProcessorReader::read() {

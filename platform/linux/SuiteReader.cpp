@@ -17,10 +17,10 @@ namespace {
 
 constexpr int attempts = 3;
 
-int openQuietly(const std::string& path) {
+int openQuietly(const char* path) {
     constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    const auto open = [&path](int mark) {
-        return uninterrupted([&path, mark] { return ::open(path.c_str(), flags | mark); });
+    const auto open = [path](int mark) {
+        return uninterrupted([path, mark] { return ::open(path, flags | mark); });
     };
     const int number = open(O_NOATIME); // only the owner may ask for that
     return number < 0 && errno == EPERM ? open(0) : number;
@@ -89,17 +89,21 @@ Outcome readOnce(int descriptor, std::string& content, std::string& reason) {
 
 } // namespace
 
-SuiteFile readSuiteFile(std::string path, std::string& reason) {
+SuiteFile readSuiteFile(const char* path, std::string& reason) {
     SuiteFile file;
-    file.path = std::move(path);
     for (int i = 0; i < attempts; ++i) {
-        const Descriptor descriptor(openQuietly(file.path));
-        if (!descriptor.isOpen()) {
-            file.exists = errno != ENOENT && errno != ENOTDIR;
-            reason = file.exists ? file.path + ": " + errorText(errno) : "";
-            return file;
+        const Descriptor descriptor(openQuietly(path));
+        const int error = errno;
+        if (!descriptor.isOpen() && (error == ENOENT || error == ENOTDIR)) {
+            reason.clear();
+            return {};
         }
         file.exists = true;
+        file.path = path;
+        if (!descriptor.isOpen()) {
+            reason = file.path + ": " + errorText(error);
+            return file;
+        }
         const Outcome outcome = readOnce(descriptor.number(), file.content, reason);
         if (outcome == Outcome::whole) {
             reason.clear();

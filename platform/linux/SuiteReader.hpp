@@ -18,7 +18,7 @@ inline constexpr std::size_t suiteFileLimit = std::size_t{1} << 20;
 /// one that changes while it is read is read again, then given up. Opened without blocking and without
 /// leaving a mark; never written. An absent file is no failure. Otherwise `reason` receives what is wrong.
 /// Any thread.
-[[nodiscard]] SuiteFile readSuiteFile(std::string path, std::string& reason);
+[[nodiscard]] SuiteFile readSuiteFile(const char* path, std::string& reason);
 
 /// Where a suite's file is: the file that VANTOR_SUITE_FILE names, else vantor/<suite>.plist in the
 /// configuration folder; empty without a home.

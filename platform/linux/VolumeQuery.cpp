@@ -34,18 +34,23 @@ std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
 /// Makes the call for the path, or for the nearest folder above it that is there; an errno value. A documents
 /// folder may have been deleted, and its volume is still the one that it would be on.
 template<class Call>
-int askNearest(std::string path, const Call& call) {
-    while (true) {
-        if (uninterrupted([&] { return call(path.c_str()); }) == 0) {
-            return 0;
-        }
-        const std::size_t slash = path.find_last_of('/');
-        if (errno == ENOENT && slash != std::string::npos && path != "/") {
-            path.resize(std::max<std::size_t>(slash, 1));
-        } else {
-            return errno;
-        }
+int askNearest(const std::string& path, const Call& call) {
+    const auto ask = [&call](const std::string& at) {
+        return uninterrupted([&] { return call(at.c_str()); }) == 0 ? 0 : errno;
+    };
+    int error = ask(path);
+    if (error != ENOENT) {
+        return error;
     }
+    for (std::string above = path; error == ENOENT && above != "/";) {
+        const std::size_t slash = above.find_last_of('/');
+        if (slash == std::string::npos) {
+            break;
+        }
+        above.resize(std::max<std::size_t>(slash, 1));
+        error = ask(above);
+    }
+    return error;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "platform/time/DispatchQueue.hpp"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace vantor::platform::linux_machine {
@@ -47,8 +48,19 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
 
 std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
     const std::lock_guard lock(m_mutex);
-    const std::chrono::nanoseconds now = m_options.clock();
     Report& report = reportOf(currentWorkItem());
+    try {
+        return readFor(report, path);
+    } catch (const std::bad_alloc&) {
+        report.path.clear();
+        m_localPath.clear(); // a change of mounts may have been noticed, and not yet looked at
+        m_failures.failForMemory(Source::storage);
+        return std::nullopt;
+    }
+}
+
+std::optional<VolumeFigures> VolumeReader::readFor(Report& report, const std::string& path) {
+    std::chrono::nanoseconds now = m_options.clock();
     const bool goesOn = continues(report, path, now);
     if (!goesOn) {
         report.began = now;
@@ -56,7 +68,8 @@ std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
     }
     if (!goesOn || (report.figures && now - report.asked >= fresh)) {
         VolumeAnswer answer = ask(path);
-        report.asked = m_options.clock();
+        now = m_options.clock(); // a volume on a network takes its time
+        report.asked = now;
         if (answer.figures) {
             report.figures = answer.figures;
             m_failures.clear(Source::storage);
@@ -65,7 +78,7 @@ std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
             m_failures.fail(Source::storage, std::move(answer.reason));
         }
     }
-    report.lastCall = m_options.clock();
+    report.lastCall = now;
     return report.figures;
 }
 

@@ -50,6 +50,7 @@ private:
 
     [[nodiscard]] static bool continues(const Report& report, const std::string& path,
                                         std::chrono::nanoseconds now);
+    [[nodiscard]] std::optional<VolumeFigures> readFor(Report& report, const std::string& path);
     [[nodiscard]] Report& reportOf(std::uint64_t workItem);
     [[nodiscard]] VolumeAnswer ask(const std::string& path);
 

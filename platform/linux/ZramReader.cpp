@@ -36,8 +36,9 @@ void ZramReader::findDisks() {
 
 std::uint64_t ZramReader::used(std::chrono::nanoseconds now) {
     if (!m_looked || now - *m_looked >= lookAgain) {
-        m_looked = now;
+        m_looked.reset(); // until the list is whole
         findDisks();
+        m_looked = now;
     }
     constexpr std::uint64_t most = std::uint64_t{1} << 56; // a disk that claims more is not believed
     std::uint64_t bytes = 0;

@@ -7,6 +7,7 @@
 #include "platform/machine/VolumeCapacities.hpp"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,7 +25,7 @@ struct SourceFailure {
 
 /// A preference file's content, or why there is none.
 struct SuiteFile {
-    std::string path;    ///< where it was looked for
+    std::string path;    ///< where it is; empty when nothing is there
     std::string content; ///< the bytes; empty when absent
     bool exists = false; ///< false: nothing is there, which is no failure
     bool usable = false; ///< true: `content` holds the whole file
@@ -47,8 +48,8 @@ public:
     /// The interface address entries; absent when the system cannot list them.
     virtual std::optional<std::vector<InterfaceAddress>> interfaceAddresses() = 0;
 
-    /// The user's document folders, as paths; usually one.
-    virtual std::vector<std::string> documentDirectories() = 0;
+    /// The user's document folders, as paths; usually one. Shared, since a report asks eight times.
+    virtual std::shared_ptr<const std::vector<std::string>> documentDirectories() = 0;
     /// The capacities of the volume that holds a path; absent when the query failed.
     virtual std::optional<VolumeCapacities> volumeCapacities(const std::string& path) = 0;
 

@@ -49,9 +49,10 @@ std::optional<std::vector<InterfaceAddress>> SimulatedMachine::interfaceAddresse
     return answer(MachineQuery::interfaces, [](const SimulatedState& state) { return state.interfaces; });
 }
 
-std::vector<std::string> SimulatedMachine::documentDirectories() {
-    return answer(MachineQuery::documentDirectories,
-                  [](const SimulatedState& state) { return state.documentDirectories; });
+std::shared_ptr<const std::vector<std::string>> SimulatedMachine::documentDirectories() {
+    return answer(MachineQuery::documentDirectories, [](const SimulatedState& state) {
+        return std::make_shared<const std::vector<std::string>>(state.documentDirectories);
+    });
 }
 
 std::optional<VolumeCapacities> SimulatedMachine::volumeCapacities(const std::string& /*path*/) {

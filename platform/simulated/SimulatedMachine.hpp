@@ -61,7 +61,7 @@ public:
     std::uint64_t physicalMemory() override;
     bool isiOSAppOnMac() override;
     std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
-    std::vector<std::string> documentDirectories() override;
+    std::shared_ptr<const std::vector<std::string>> documentDirectories() override;
     std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
     SuiteFile readSuite(std::string_view suiteName) override;
     std::optional<std::string> localizedString(std::string_view key) override;

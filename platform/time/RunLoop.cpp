@@ -39,9 +39,13 @@ void RunLoop::runPosted() {
 
 void RunLoop::fireDue() {
     const Instant now = *m_now;
+    const auto isDue = [now](const auto& timer) { return timer->isValid() && timer->fireDate() <= now; };
+    if (std::ranges::none_of(m_timers, isDue)) {
+        return; // most turns are there for posted blocks
+    }
     const std::vector<std::shared_ptr<NSTimer>> scheduled = m_timers; // an action may add and remove timers
     for (const std::shared_ptr<NSTimer>& timer : scheduled) {
-        if (timer->isValid() && timer->fireDate() <= now) {
+        if (isDue(timer)) {
             timer->fire(now);
         }
     }

@@ -39,13 +39,13 @@ protected:
 };
 
 TEST_F(RefreshCost, allocationsWithoutAStore) {
-    countRefresh(64, 4096);
+    countRefresh(36, 2048);
 }
 
 TEST_F(RefreshCost, allocationsWithAStore) {
     stage.tree.write("store.plist",
                      R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
-    countRefresh(76, 5120);
+    countRefresh(60, 3584);
 }
 
 double threadMilliseconds() {

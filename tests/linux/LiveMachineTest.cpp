@@ -56,7 +56,7 @@ TEST(LiveMachine, memoryAgreesWithFree) {
 
 TEST(LiveMachine, volumeAgreesWithDf) {
     LinuxMachine machine;
-    const std::vector<std::string> folders = machine.documentDirectories();
+    const std::vector<std::string> folders = *machine.documentDirectories();
     if (folders.empty()) {
         GTEST_SKIP() << "a user without a home";
     }

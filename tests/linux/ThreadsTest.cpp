@@ -37,7 +37,7 @@ TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
                 platform::host_cpu_load_info ticks{};
                 EXPECT_EQ(machine.hostCpuLoad(ticks), platform::KERN_SUCCESS);
                 machine.interfaceAddresses();
-                EXPECT_TRUE(machine.volumeCapacities(machine.documentDirectories().at(0)));
+                EXPECT_TRUE(machine.volumeCapacities(machine.documentDirectories()->at(0)));
                 machine.readSuite("group.vantor");
                 machine.failures();
             }
