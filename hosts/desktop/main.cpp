@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/common/Complaints.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/desktop/Autostart.hpp"
 #include "hosts/desktop/HostText.hpp"
@@ -8,8 +9,6 @@
 #include "hosts/desktop/TerminationSignals.hpp"
 #include "hosts/desktop/WidgetWindow.hpp"
 #include "platform/core/PrintableText.hpp"
-#include "platform/foundation/NSUserDefaults.hpp"
-#include "settings/SharedStore.hpp"
 
 #include <malloc.h>
 
@@ -41,12 +40,6 @@ void keepDriversOut() {
         if (!qEnvironmentVariableIsSet(name)) {
             qputenv(name, value);
         }
-    }
-}
-
-void reportUnusableStore() {
-    if (const std::optional<std::string> problem = vantor::platform::suiteProblem(vantor::sharedSuiteName)) {
-        std::cerr << "vantor-widget: " << *problem << '\n';
     }
 }
 
@@ -88,7 +81,8 @@ int showWindow(const Options& options, vantor::platform::Machine& machine) {
 int run(const Options& options, int argc, char** argv) {
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
     static vantor::hosts::HostMachine& machine = *new vantor::hosts::HostMachine(options.demo);
-    reportUnusableStore();
+    vantor::hosts::Complaints complaints("vantor-widget");
+    complaints.tellStore();
     if (options.snapshot) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qunsetenv("QT_SCALE_FACTOR"); // --scale alone decides
@@ -99,7 +93,12 @@ int run(const Options& options, int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("vantor-widget"));
     QApplication::setDesktopFileName(QStringLiteral("vantor-widget"));
     QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    return options.snapshot ? writeSnapshot(options) : showWindow(options, machine.machine());
+    if (!options.snapshot) {
+        return showWindow(options, machine.machine());
+    }
+    const int status = writeSnapshot(options);
+    complaints.tell(machine.machine().failures());
+    return status;
 }
 
 } // namespace

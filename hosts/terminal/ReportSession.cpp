@@ -2,9 +2,9 @@
 #include "hosts/terminal/ReportSession.hpp"
 
 #include "Controller/ReportInterface.hpp"
+#include "hosts/common/Complaints.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/terminal/reports/Formats.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "settings/SharedStore.hpp"
 
 #include <unistd.h>
@@ -24,7 +24,6 @@ namespace vantor::terminal {
 
 using platform::NSTimer;
 using platform::RunLoop;
-using platform::SourceFailure;
 
 namespace {
 
@@ -55,6 +54,7 @@ public:
         : m_options(options), m_machine(machine), m_turnUntil(std::move(turnUntil)) {}
 
     int run() {
+        m_complaints.tellStore();
         RunLoop::main().turn(std::chrono::steady_clock::now()); // all of the start counts as one instant
         m_controller->setReportHandler([this](ReportSection section) { took(section); });
         m_controller->view();
@@ -114,7 +114,8 @@ private:
 
     void print() {
         const Report report = reportOf(*m_controller, m_machine.failures(), time());
-        tellFailures(report.failures);
+        m_complaints.tell(report.failures);
+        m_status = report.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
         std::string text = formatted(report, format, m_options.field);
         if (m_printed && format == Format::text && !m_options.field) {
@@ -129,27 +130,14 @@ private:
         m_ended = error != 0 || !m_options.watch;
     }
 
-    /// Each failure is told once, when it comes up.
-    void tellFailures(const std::vector<SourceFailure>& failures) {
-        m_status = failures.empty() ? 0 : failureStatus;
-        if (failures == m_told) {
-            return;
-        }
-        for (const SourceFailure& failure : failures) {
-            std::fprintf(stderr, "vantor-term: %s: %s\n", platform::printableText(failure.source).c_str(),
-                         platform::printableText(failure.reason).c_str());
-        }
-        m_told = failures;
-    }
-
     const Options& m_options;
     platform::Machine& m_machine;
     TurnUntil m_turnUntil;
+    hosts::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     platform::Instant m_start;
     std::array<bool, 3> m_missing{true, true, true}; // memory, storage, processor
-    std::vector<SourceFailure> m_told;
-    bool m_asked = false; // what came before tells of the time since boot
+    bool m_asked = false;                            // what came before tells of the time since boot
     bool m_printed = false;
     bool m_ended = false;
     int m_status = 0;

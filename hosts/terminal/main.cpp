@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/common/Complaints.hpp"
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/ReportSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
@@ -51,6 +52,7 @@ int run(const terminal::Options& options) {
     const terminal::Signals signals; // before the machine, whose threads inherit the mask
     // Never destroyed: workers may be asking it while the program ends.
     auto& host = *new hosts::HostMachine(options.demo);
+    hosts::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
     return terminal::runTerminal(options, host, signals);
 }
 

@@ -109,7 +109,8 @@ std::optional<std::string> suiteProblem(std::string_view suiteName) {
     // A path may be long; its end is what tells files apart, but a cut in the middle of one would mislead.
     const std::string path = printableText(file.path, 4096) + ": ";
     if (!file.usable) {
-        return path + printableText(reasonOfMachine());
+        const std::string reason = printableText(reasonOfMachine(), 4096);
+        return reason.starts_with(path) ? reason : path + reason;
     }
     const PropertyListResult list = readPropertyList(std::move(file.content));
     if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {

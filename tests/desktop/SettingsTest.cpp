@@ -37,6 +37,15 @@ public:
     }
 };
 
+/// Red, green and blue as the portal packs them.
+QVariant colour(double red, double green, double blue) {
+    QDBusArgument packed;
+    packed.beginStructure();
+    packed << red << green << blue;
+    packed.endStructure();
+    return QVariant::fromValue(packed);
+}
+
 class Settings : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -98,13 +107,19 @@ TEST_F(Settings, AreReadFirstAndThenFollowed) {
     tellSetting(QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"),
                 QStringLiteral("0"));
     EXPECT_TRUE(eventually([&] { return settings.wishes().reducedMotion; }));
-    tellSetting(appearanceGroup, QStringLiteral("accent-color"), QStringLiteral("no colour")); // survived
+    tellSetting(appearanceGroup, QStringLiteral("accent-color"), colour(0.2, 0.4, 0.6));
+    EXPECT_TRUE(eventually([&] { return settings.wishes().accent == QColor::fromRgbF(0.2F, 0.4F, 0.6F); }));
+    for (const QVariant& none : {colour(0.2, 0.4, 1.6), QVariant(QStringLiteral("no colour"))}) {
+        tellSetting(appearanceGroup, QStringLiteral("accent-color"), colour(0.2, 0.4, 0.6));
+        EXPECT_TRUE(eventually([&] { return settings.wishes().accent.isValid(); }));
+        tellSetting(appearanceGroup, QStringLiteral("accent-color"), none);
+        EXPECT_TRUE(eventually([&] { return !settings.wishes().accent.isValid(); }));
+    }
 
     tell(QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("org.freedesktop.ScreenSaver"),
          QStringLiteral("ActiveChanged"), {true});
     EXPECT_TRUE(eventually([&] { return settings.wishes().locked; }));
-    EXPECT_FALSE(settings.wishes().accent.isValid());
-    EXPECT_EQ(changes, 6);
+    EXPECT_EQ(changes, 10);
 }
 
 } // namespace

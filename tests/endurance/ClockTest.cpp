@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <filesystem>
 
 namespace vantor::tests {
 namespace {
@@ -40,6 +41,27 @@ TEST_F(ClockTest, aLongGapBringsOneReportOfEachAndThenTheUsualPace) {
         EXPECT_EQ(reports, (Reports{5, 5, 5, 10}));
         reports.fill(0);
     }
+}
+
+TEST_F(ClockTest, aBrokenSourceDoesNotChangeThePaceOfAnySection) {
+    for (const char* file : {"proc/meminfo", "proc/stat", "proc/net/dev", "proc/self/mountinfo"}) {
+        stage.advance(0); // all files are there again
+        std::filesystem::remove(stage.tree.root() / file);
+        reports.fill(0);
+        for (int second = 0; second < 10; ++second) {
+            stage.clock->advance(1);
+            stage.play();
+        }
+        EXPECT_EQ(reports, (Reports{5, 5, 5, 10})) << file;
+    }
+    std::filesystem::create_directory(stage.tree.root() / "store.plist");
+    stage.clock->advance(1);
+    stage.play();
+    reports.fill(0);
+    stage.clock->advance(2);
+    stage.play();
+    EXPECT_EQ(reports, (Reports{1, 1, 1, 1}));
+    EXPECT_EQ(stage.machine.failures().back().source, "preferences");
 }
 
 TEST_F(ClockTest, aClockThatIsSetBackStopsNothing) {

@@ -1,16 +1,18 @@
 # SPDX-License-Identifier: MIT
-"""Lets system calls of the real program fail: faults.py VANTOR-TERM SHORT-READS-LIBRARY.
+"""Lets system calls of the real programs fail: faults.py BAD-READS-LIBRARY VANTOR-TERM [VANTOR-WIDGET].
 
 Each source is broken in several ways, one run each. The program must come to its end, name the broken source once and
-no other, and show the other sections as if nothing were. Leaves with 77 (skipped) where tracing is not allowed."""
+no other, and show the other sections as if nothing were; the widget, which takes longer, is tried with one fault of each
+kind. Leaves with 77 (skipped) where tracing is not allowed."""
 import concurrent.futures
+import errno
 import json
 import os
 import subprocess
 import sys
 import tempfile
 
-program, short_reads = sys.argv[1:]
+bad_reads, *programs = sys.argv[1:]
 OPEN = ["openat:error=" + error for error in ("ENOENT", "EACCES", "EIO", "ENODEV", "EMFILE", "EINTR")]
 READ = ["pread64:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ESRCH", "EINTR")]
 ONCE = ["openat:error=EINTR:when=1", "pread64:error=EINTR:when=1", "pread64:error=EIO:when=3"]  # an open file gone stale is opened anew
@@ -20,7 +22,8 @@ SECTIONS = ("memory", "storage", "cpu", "network")
 CASES = [
     ("/proc/meminfo", OPEN + READ + ["pread64:retval=0"], "memory", None),  # sysinfo(2) still tells total and free
     ("/proc/stat", OPEN + READ + ["pread64:retval=0"], "processor", "cpu"),
-    ("/proc/net/dev", OPEN, "network", "network"),  # an open one has another path, so its reads cannot be picked out
+    ("/proc/net/dev", OPEN, "network", "network"),
+    ("FAILING", [f"/net/dev:{error}" for error in (errno.EIO, errno.EACCES, errno.ENODEV, errno.EINTR)], "network", "network"),
     (None, ["statfs:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ENOSYS", "EINTR")], "storage", "storage"),
     ("/proc/meminfo", ONCE, None, None),
     ("/proc/stat", ONCE, None, None),
@@ -37,39 +40,44 @@ CASES = [
 ]
 
 
-def run(case):
+def run(program, case):
     path, fault, named, absent = case
+    is_widget = os.path.basename(program) == "vantor-widget"
     with tempfile.TemporaryDirectory() as home:
         store = home + "/store.plist"
         with open(store, "w", encoding="ascii") as file:
             file.write("<plist version='1.0'><dict><key>isInactiveRAMHide</key><false/></dict></plist>")
-        calls = fault.split(":")[0]
-        command = ["strace", "-f", "-o", "/dev/null", "-e", "trace=" + calls, "-e", "inject=" + fault]
-        if path and path != "SHORT":
-            command += ["-P", store if path == "STORE" else path]
-        if path == "SHORT":
+        environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C", "VANTOR_SUITE_FILE": store,
+                       "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": home}
+        if path in ("SHORT", "FAILING"):
             command = []
-        command += [program, "--once", "--format", "json"]
-        environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C", "VANTOR_SUITE_FILE": store}
-        if path == "SHORT":
-            environment.update(LD_PRELOAD=short_reads, VANTOR_TEST_SHORT_READS=fault)
+            environment.update({"LD_PRELOAD": bad_reads, f"VANTOR_TEST_{path}_READS": fault})
+        else:
+            command = ["strace", "-f", "-o", "/dev/null", "-e", "trace=" + fault.split(":")[0], "-e", "inject=" + fault]
+            command += ["-P", store if path == "STORE" else path] if path else []
+        command += [program] + (["--snapshot", home + "/picture.png"] if is_widget else ["--once", "--format", "json"])
         done = subprocess.run(command, env=environment, capture_output=True, text=True, timeout=110, check=False)
+        picture = os.path.exists(home + "/picture.png")
     problems = []
     if done.returncode not in (0, 1):
         problems.append(f"ended with {done.returncode}: {done.stderr[-300:]}")
-    lines = [line.split(": ")[1] for line in done.stderr.splitlines() if line.startswith("vantor-term: ")]
+    lines = [line.split(": ")[1] for line in done.stderr.splitlines() if line.startswith(os.path.basename(program) + ": ")]
     if lines != (named or "").split():
         problems.append(f"named {lines} instead of {named}")
+    if is_widget and not picture:
+        problems.append("drew no picture")
+    if not is_widget:
+        problems += wrong_figures(done.stdout, (absent or "").split())
+    return f"{os.path.basename(program)}: {path or 'any'} {fault}", problems
+
+
+def wrong_figures(text, absent):
     try:
-        report = json.loads(done.stdout)
-        for section in SECTIONS:
-            figures = report.get(section)
-            hollow = figures is None or all(value is None for value in figures.values())
-            if hollow != (section in (absent or "").split()):
-                problems.append(f"{section} is {figures}")
+        report = json.loads(text)
     except ValueError as error:
-        problems.append(f"no report: {error}")
-    return f"{path or 'any'} {fault}", problems
+        return [f"no report: {error}"]
+    hollow = {name: report.get(name) is None or all(value is None for value in report[name].values()) for name in SECTIONS}
+    return [f"{name} is {report.get(name)}" for name in SECTIONS if hollow[name] != (name in absent)]
 
 
 try:
@@ -81,10 +89,12 @@ if probe.returncode != 0:
     print("skipped: tracing is not allowed here:", probe.stderr.strip())
     sys.exit(77)
 
-cases = [(path, fault, named, absent) for path, faults, named, absent in CASES for fault in faults]
+cases = [(program, (path, fault, named, absent)) for program in programs for path, faults, named, absent in CASES
+         for fault in (faults[:1] if "widget" in program else faults)
+         if not ("widget" in program and "clone" in fault)]  # Qt waits for ever for a thread of its own to start
 bad = 0
 with concurrent.futures.ThreadPoolExecutor(4 * (os.cpu_count() or 1)) as pool: # each mostly waits for a second to pass
-    for name, problems in pool.map(run, cases):
+    for name, problems in pool.map(lambda case: run(*case), cases):
         if problems:
             bad += 1
             print(name, *problems, sep="\n    ")

@@ -32,6 +32,11 @@ std::vector<std::size_t> lineStarts(const std::string& text) {
     return starts;
 }
 
+std::string content(const fs::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 /// Every number replaced by the same text.
 std::string withNumbers(const std::string& text, const std::string& number) {
     std::string result;
@@ -71,7 +76,7 @@ std::vector<Mutation> mutationsOf(const std::string& text) {
 
 /// The sections' figures in one text, to be compared.
 struct Figures {
-    std::string memory, ticks, network;
+    std::string memory, ticks, network, documents;
     bool operator==(const Figures&) const = default;
 };
 
@@ -100,6 +105,8 @@ Figures read(TreeMachine& machine) {
     for (const auto& [name, counters] : machine.countedLinks()) {
         figures.network += name + ' ' + std::to_string(counters.first) + ' ';
     }
+    const std::string home = machine->documentDirectories()->at(0);
+    figures.documents = home.substr(home.rfind("/home"));
     return figures;
 }
 
@@ -108,6 +115,8 @@ struct Case {
     const char* file;
     std::string Figures::*section; ///< the only one that may change
     const char* source;
+    const char* text = nullptr;    ///< given to a tree that has no such file
+    bool withoutAvailable = false; ///< an old kernel's, on which that figure is made up from others
     friend void PrintTo(const Case& hostile, std::ostream* out) {
         *out << hostile.tree << ' ' << hostile.file;
     }
@@ -120,10 +129,20 @@ TEST_P(HostileText, harmsOnlyItsOwnSection) {
     const fs::path original = fs::path(VANTOR_TEST_DATA) / "trees" / hostile.tree;
     const TestTree copy;
     fs::copy(original, copy.root(), fs::copy_options::recursive);
-    std::ifstream stream(original / hostile.file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (!fs::exists(copy.root() / "proc/stat")) {
+        copy.write("proc/stat", "cpu  100 0 50 900 0 0 0 0 0 0\ncpu0 100 0 50 900 0 0 0 0 0 0\n");
+    }
+    if (hostile.text != nullptr) {
+        copy.write(hostile.file, hostile.text);
+    }
+    if (hostile.withoutAvailable) {
+        const std::string memory = content(copy.root() / "proc/meminfo");
+        const std::size_t line = memory.find("MemAvailable");
+        copy.write("proc/meminfo", memory.substr(0, line) + memory.substr(memory.find('\n', line) + 1));
+    }
+    const std::string text = content(copy.root() / hostile.file);
     ASSERT_FALSE(text.empty());
-    TreeMachine healthy(original);
+    TreeMachine healthy(copy.root());
     const Figures expected = read(healthy);
     for (const Mutation& mutation : mutationsOf(text)) {
         SCOPED_TRACE(mutation.name);
@@ -158,7 +177,12 @@ INSTANTIATE_TEST_SUITE_P(Files, HostileText, testing::Values(
     Case{"laptop", "proc/net/dev", &Figures::network, "network "},
     Case{"laptop", "sys/class/net/wlp0s20f3/type", &Figures::network, ""},
     Case{"laptop", "sys/class/net/wlp0s20f3/uevent", &Figures::network, ""},
-    Case{"phone", "sys/class/net/rmnet_ipa0/type", &Figures::network, ""}));
+    Case{"phone", "sys/class/net/rmnet_ipa0/type", &Figures::network, ""},
+    Case{"container", "sys/class/net/eth0/ifindex", &Figures::network, ""},
+    Case{"container", "sys/class/net/eth0/iflink", &Figures::network, ""},
+    Case{"laptop", "proc/sys/vm/min_free_kbytes", &Figures::memory, "", "67584\n", true},
+    Case{"laptop", "home/.config/user-dirs.dirs", &Figures::documents, "",
+         "# by hand\nXDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_MUSIC_DIR=\"$HOME/8\"\n"}));
 // clang-format on
 
 TEST(HostileText, aFileThatIsAFolderOrUnreadableIsNamed) {

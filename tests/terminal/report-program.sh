@@ -64,8 +64,12 @@ expect 0 "--version" "$program" --version >/dev/null
 
 # A failed source is told and makes status 1; the rest is there. Preferences are the source that a test can break.
 expect 1 "a failed source" env VANTOR_SUITE_FILE=/etc "$program" --once --format json >"$folder/failed" 2>"$folder/error"
-grep -q 'vantor-term: preferences: ' "$folder/error" || { echo "the failed source is not told"; wrong=1; }
+[[ $(grep -c '^vantor-term: preferences: /etc: is ' "$folder/error") == 1 ]] || { echo "the failed source is not told"; wrong=1; }
 grep -q '"failed":{"preferences":' "$folder/failed" || { echo "the failed source is not in the report"; wrong=1; }
+echo '<plist><dict>' >"$folder/broken.plist"
+expect 0 "a broken list" env VANTOR_SUITE_FILE="$folder/broken.plist" "$program" --once >/dev/null 2>"$folder/error"
+[[ $(grep -c "^vantor-term: preferences: $folder/broken.plist: no property list" "$folder/error") == 1 ]] ||
+  { echo "the broken list is not told once"; wrong=1; }
 
 # A reader that goes away ends it quietly. (Its last report is one that nobody reads.)
 "$program" --watch 0.1 --format json 2>"$folder/error" | head -n 2 >"$folder/watched"
