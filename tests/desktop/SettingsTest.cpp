@@ -71,7 +71,7 @@ protected:
         m_thread.quit();
         m_thread.wait();
         QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
-        m_daemon.kill();
+        m_daemon.terminate(); // it takes its socket away
         m_daemon.waitForFinished();
     }
 

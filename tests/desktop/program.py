@@ -8,7 +8,8 @@ import tempfile
 import time
 
 program = sys.argv[1]
-folder = tempfile.mkdtemp(prefix="vantor-test-")
+home = tempfile.TemporaryDirectory(prefix="vantor-test-")  # gone with this program
+folder = home.name
 environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=folder, XDG_CONFIG_HOME=folder, LC_ALL="C")
 environment.pop("DISPLAY", None)
 environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
