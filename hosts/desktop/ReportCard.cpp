@@ -4,11 +4,13 @@
 #include "Controller/ByteText.hpp"
 #include "hosts/desktop/HostText.hpp"
 #include "hosts/desktop/MessageLine.hpp"
+#include "platform/core/PrintableText.hpp"
 #include "ui_ReportForm.h"
 
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
@@ -38,6 +40,12 @@ void setTextColor(QLabel& label, const QColor& color) {
     QPalette palette = label.palette();
     palette.setColor(QPalette::WindowText, color);
     label.setPalette(palette);
+}
+
+/// A reason may hold a folder's name, and a tip that looks like markup is taken for it, pictures and all.
+QString literal(const std::string& reason) {
+    const QString text = QString::fromStdString(platform::printableText(reason));
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 } // namespace
@@ -248,7 +256,7 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
             setTip(*section.heading, {});
         } else {
             section.heading->setText(name + QStringLiteral(" · ") + hostText("host_UNAVAILABLE"));
-            setTip(*section.heading, QString::fromStdString(failed->reason));
+            setTip(*section.heading, literal(failed->reason));
         }
     }
 }

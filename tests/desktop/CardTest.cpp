@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QTextDocumentFragment>
 #include <algorithm>
 
 namespace vantor::desktop {
@@ -174,6 +175,10 @@ TEST_F(Card, NamesFailedSourcesAtTheirHeading) {
     m_card->showFailures({{"network", "/proc/net/dev cannot be read"}});
     EXPECT_TRUE(text("networkHeading").contains("Not available"));
     EXPECT_EQ(widget("networkHeading").toolTip(), "/proc/net/dev cannot be read");
+    m_card->showFailures(
+        {{"storage", "/home/<img src='/etc/x'>\u202e: gone"}}); // a folder's name is no markup
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(widget("storageHeading").toolTip()).toPlainText(),
+              QStringLiteral("/home/<img src='/etc/x'>\uFFFD: gone"));
     m_card->showFailures({});
     EXPECT_EQ(text("networkHeading"), "Network");
 }
