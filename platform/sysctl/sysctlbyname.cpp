@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <string>
 
 namespace vantor::platform {
@@ -91,7 +92,8 @@ SysctlSourceScope::~SysctlSourceScope() {
     sourceInPlace.store(m_before);
 }
 
-int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, const void* newp, std::size_t newlen) {
+int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, const void* newp,
+                 std::size_t newlen) try {
     if (newp != nullptr || newlen != 0) {
         return failed(EPERM);
     }
@@ -114,6 +116,8 @@ int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, const void*
     }
     *oldlenp = bytes.content.size();
     return 0;
+} catch (const std::bad_alloc&) {
+    return failed(ENOMEM);
 }
 
 } // namespace vantor::platform

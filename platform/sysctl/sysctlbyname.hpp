@@ -9,7 +9,7 @@ namespace vantor::platform {
 ///
 /// - unknown name: ENOENT, `*oldlenp` untouched;
 /// - `oldp` null: 0, and `*oldlenp` is the size needed (of a text with its NUL);
-/// - buffer too small: ENOMEM, nothing copied;
+/// - buffer too small, or no memory left to make the value in: ENOMEM, nothing copied;
 /// - buffer larger: only the value's bytes are written, and `*oldlenp` becomes their number;
 /// - 4 bytes for an 8-byte number: the 32-bit integer or ERANGE for most keys, ENOMEM for the cache sizes.
 ///
