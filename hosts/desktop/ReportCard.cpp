@@ -44,7 +44,7 @@ void setTextColor(QLabel& label, const QColor& color) {
 
 /// A reason may hold a folder's name, and a tip that looks like markup is taken for it, pictures and all.
 QString literal(const std::string& reason) {
-    const QString text = QString::fromStdString(platform::printableText(reason));
+    const QString text = QString::fromStdString(platform::printableText(reason, 4096));
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 

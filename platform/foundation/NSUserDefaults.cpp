@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <new>
 #include <utility>
 #include <variant>
 
@@ -57,14 +58,19 @@ PropertyListResult listIn(std::string bytes) {
     if (!latest.list || latest.bytes != bytes) {
         latest.list.reset();
         latest.bytes = bytes;
-        latest.list = readPropertyList(std::move(bytes));
+        PropertyListResult list = readPropertyList(std::move(bytes));
+        const auto* const failure = std::get_if<PropertyListFailure>(&list);
+        if (failure != nullptr && std::string_view(failure->reason) == noMemoryForList) {
+            return list; // not kept
+        }
+        latest.list = std::move(list);
     }
     return *latest.list;
 }
 
 } // namespace
 
-std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) {
+std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) try {
     SuiteFile file = currentMachine().readSuite(suiteName);
     if (!file.usable) {
         return std::nullopt;
@@ -75,6 +81,8 @@ std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view
         return std::nullopt;
     }
     return NSUserDefaults(std::move(*top));
+} catch (const std::bad_alloc&) {
+    return std::nullopt; // the defaults hold until there is memory again
 }
 
 bool NSUserDefaults::boolForKey(std::string_view key) const {
@@ -110,7 +118,7 @@ std::optional<std::string> suiteProblem(std::string_view suiteName) {
     const std::string path = printableText(file.path, 4096) + ": ";
     if (!file.usable) {
         const std::string reason = printableText(reasonOfMachine(), 4096);
-        return reason.starts_with(path) ? reason : path + reason;
+        return file.path.empty() || reason.starts_with(path) ? reason : path + reason;
     }
     const PropertyListResult list = readPropertyList(std::move(file.content));
     if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {

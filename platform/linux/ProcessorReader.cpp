@@ -52,8 +52,7 @@ std::optional<ProcessorTimes> ProcessorReader::readMovedTimes() {
 void ProcessorReader::countOnline() {
     try {
         m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
-    } catch (const std::bad_alloc&) {
-        m_processors = std::max<std::size_t>(1, m_processors);
+    } catch (const std::bad_alloc&) { // counted with the next reading
     }
 }
 

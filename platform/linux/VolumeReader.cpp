@@ -13,7 +13,7 @@ VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures
     : m_options(options), m_failures(failures), m_mounts(options.procRoot) {}
 
 bool VolumeReader::continues(const Report& report, const std::string& path, std::chrono::nanoseconds now) {
-    if (report.path != path) {
+    if (!report.outOfMemory && report.path != path) {
         return false;
     }
     const bool outlasts = now - report.began >= longestReport;
@@ -46,39 +46,45 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
     return std::move(result.answer);
 }
 
-std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
-    const std::lock_guard lock(m_mutex);
-    Report& report = reportOf(currentWorkItem());
-    try {
-        return readFor(report, path);
-    } catch (const std::bad_alloc&) {
-        report.path.clear();
-        m_localPath.clear(); // a change of mounts may have been noticed, and not yet looked at
-        m_failures.failForMemory(Source::storage);
-        return std::nullopt;
-    }
+void VolumeReader::begin(Report& report, const std::string& path, std::chrono::nanoseconds now) {
+    report.began = now;
+    report.figures.reset();
+    report.outOfMemory = true; // until the path is there to tell the report by
+    report.path = path;
+    report.outOfMemory = false;
 }
 
-std::optional<VolumeFigures> VolumeReader::readFor(Report& report, const std::string& path) {
-    std::chrono::nanoseconds now = m_options.clock();
+/// Asks where it is time to; what comes of it is in the report.
+void VolumeReader::refresh(Report& report, const std::string& path, std::chrono::nanoseconds now) {
     const bool goesOn = continues(report, path, now);
-    if (!goesOn) {
-        report.began = now;
-        report.path = path;
-    }
-    if (!goesOn || (report.figures && now - report.asked >= fresh)) {
+    report.lastCall = now;
+    try {
+        if (!goesOn) {
+            begin(report, path, now);
+        }
+        if (goesOn && (!report.figures || now - report.asked < fresh)) {
+            return;
+        }
         VolumeAnswer answer = ask(path);
-        now = m_options.clock(); // a volume on a network takes its time
-        report.asked = now;
+        report.lastCall = report.asked = m_options.clock(); // a volume on a network takes its time
         if (answer.figures) {
             report.figures = answer.figures;
             m_failures.clear(Source::storage);
         } else if (!goesOn) {
-            report.figures.reset();
             m_failures.fail(Source::storage, std::move(answer.reason));
         }
+    } catch (const std::bad_alloc&) {
+        m_localPath.clear(); // a change of mounts may have been noticed, and not yet looked at
+        if (!goesOn) {
+            m_failures.failForMemory(Source::storage);
+        }
     }
-    report.lastCall = now;
+}
+
+std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
+    const std::lock_guard lock(m_mutex);
+    Report& report = reportOf(currentWorkItem());
+    refresh(report, path, m_options.clock());
     return report.figures;
 }
 

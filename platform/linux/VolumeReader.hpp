@@ -41,7 +41,8 @@ public:
 private:
     struct Report {
         std::uint64_t workItem = 0;
-        std::string path; ///< empty: no report yet
+        std::string path;         ///< empty: no report yet
+        bool outOfMemory = false; ///< there was none for the path: the whole report has failed
         std::optional<VolumeFigures> figures;
         std::chrono::nanoseconds began{};
         std::chrono::nanoseconds asked{};
@@ -50,8 +51,9 @@ private:
 
     [[nodiscard]] static bool continues(const Report& report, const std::string& path,
                                         std::chrono::nanoseconds now);
-    [[nodiscard]] std::optional<VolumeFigures> readFor(Report& report, const std::string& path);
     [[nodiscard]] Report& reportOf(std::uint64_t workItem);
+    static void begin(Report& report, const std::string& path, std::chrono::nanoseconds now);
+    void refresh(Report& report, const std::string& path, std::chrono::nanoseconds now);
     [[nodiscard]] VolumeAnswer ask(const std::string& path);
 
     const MachineOptions& m_options;

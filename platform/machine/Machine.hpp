@@ -25,7 +25,7 @@ struct SourceFailure {
 
 /// A preference file's content, or why there is none.
 struct SuiteFile {
-    std::string path;    ///< where it is; empty when nothing is there
+    std::string path;    ///< where it is; empty when nothing is there, or no memory to say so
     std::string content; ///< the bytes; empty when absent
     bool exists = false; ///< false: nothing is there, which is no failure
     bool usable = false; ///< true: `content` holds the whole file

@@ -20,7 +20,7 @@ PropertyListResult readPropertyList(std::string bytes) noexcept {
         return bytes.starts_with(binaryPropertyListMagic) ? readBinaryPropertyList(std::move(bytes))
                                                           : readXMLPropertyList(bytes);
     } catch (const std::exception&) { // bad_alloc, or length_error on a machine with a small size type
-        return PropertyListFailure{"there is no memory for it", 0};
+        return PropertyListFailure{noMemoryForList, 0};
     }
 }
 

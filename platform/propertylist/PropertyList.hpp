@@ -22,6 +22,9 @@ struct PropertyListFailure {
     std::size_t at = 0;
 };
 
+/// The reason where memory ran out: the same bytes may well be read another time.
+inline constexpr const char* noMemoryForList = "there is no memory for it";
+
 /// The top object, or why there is none.
 using PropertyListResult = std::variant<PropertyListObject, PropertyListFailure>;
 

@@ -114,7 +114,7 @@ void XMLReader::guarded(Step step) {
         }
     } catch (const std::bad_alloc&) {
         m_isOutOfMemory = true;
-        fail("there is no memory for it");
+        fail(noMemoryForList);
     }
 }
 

@@ -30,10 +30,10 @@ def lower():
         os.setresuid(NOBODY, NOBODY, NOBODY)
 
 
-def immodest(program, trace, home, may_listen):
+def immodest(program, trace, home, sockets):
     listening = len(re.findall(r"^\d+ +listen\(", trace, re.MULTILINE))
-    if listening > may_listen:
-        yield f"{program} listens {listening} times"
+    if listening != sockets:
+        yield f"{program} listens {listening} times instead of {sockets}"
     for line in trace.splitlines()[1:]:  # the first starts the program
         call = line.split(None, 1)[1]
         if re.match(r"bind\(", call) and "sa_family=AF_UNIX" not in call:
@@ -57,17 +57,21 @@ def immodest(program, trace, home, may_listen):
 def run(program, arguments, home):
     copy = shutil.copy(program, home)  # the build folder may be closed to others
     environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen",
-                   "XDG_RUNTIME_DIR": home + "/run"}
+                   "XDG_RUNTIME_DIR": home + "/run", "DISPLAY": f":test-{os.getpid()}"}  # no other start's window is met
     words = [word.replace("HOME", home) for word in arguments or []]
     process = subprocess.Popen(["strace", "-f", "-o", home + "/trace", copy, *words], env=environment, cwd="/",
                                preexec_fn=lower, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
-    if arguments is None:
-        end = time.monotonic() + 60
-        while trace_of(home).count("statfs(") < 4 and process.poll() is None and time.monotonic() < end:
-            time.sleep(0.05)
-        if process.poll() is None:
+    try:
+        if arguments is None:
+            refreshes = f' statfs("{home}"'  # the documents' volume: asked once a refresh, and once for what it is
+            end = time.monotonic() + 60
+            while trace_of(home).count(refreshes) < 4:
+                assert process.poll() is None and time.monotonic() < end, f"{program} does not refresh its window"
+                time.sleep(0.05)
             os.kill(int(trace_of(home).split()[0]), signal.SIGTERM)
-    _, errors = process.communicate(timeout=100)
+        _, errors = process.communicate(timeout=100)
+    finally:
+        process.kill()
     return process.returncode, errors
 
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Preloaded into a program, makes its reads of files bad in one of two ways:
-//   VANTOR_TEST_SHORT_READS=7          a read brings so many bytes at most, as a kernel may;
-//   VANTOR_TEST_FAILING_READS=/net/dev:5  reads of files whose path ends so fail with that error number. A
-//   tracer cannot
-//                                      pick these out: an open file's path has the process's number in it.
+// Preloaded into a program, makes its reads of files bad in one of two ways. VANTOR_TEST_SHORT_READS=7: a
+// read brings so many bytes at most, as a kernel may. VANTOR_TEST_FAILING_READS=/net/dev:5: reads of files
+// whose path ends so fail with that error number. (A tracer cannot pick these out: an open file's path has
+// the process's number in it.)
 #include <dlfcn.h>
 #include <sys/stat.h>
 #include <unistd.h>

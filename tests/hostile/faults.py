@@ -40,9 +40,12 @@ CASES = [
 ]
 
 
+def is_widget(program):
+    return os.path.basename(program) == "vantor-widget"
+
+
 def run(program, case):
     path, fault, named, absent = case
-    is_widget = os.path.basename(program) == "vantor-widget"
     with tempfile.TemporaryDirectory() as home:
         store = home + "/store.plist"
         with open(store, "w", encoding="ascii") as file:
@@ -55,7 +58,7 @@ def run(program, case):
         else:
             command = ["strace", "-f", "-o", "/dev/null", "-e", "trace=" + fault.split(":")[0], "-e", "inject=" + fault]
             command += ["-P", store if path == "STORE" else path] if path else []
-        command += [program] + (["--snapshot", home + "/picture.png"] if is_widget else ["--once", "--format", "json"])
+        command += [program] + (["--snapshot", home + "/picture.png"] if is_widget(program) else ["--once", "--format", "json"])
         done = subprocess.run(command, env=environment, capture_output=True, text=True, timeout=110, check=False)
         picture = os.path.exists(home + "/picture.png")
     problems = []
@@ -64,9 +67,9 @@ def run(program, case):
     lines = [line.split(": ")[1] for line in done.stderr.splitlines() if line.startswith(os.path.basename(program) + ": ")]
     if lines != (named or "").split():
         problems.append(f"named {lines} instead of {named}")
-    if is_widget and not picture:
+    if is_widget(program) and not picture:
         problems.append("drew no picture")
-    if not is_widget:
+    if not is_widget(program):
         problems += wrong_figures(done.stdout, (absent or "").split())
     return f"{os.path.basename(program)}: {path or 'any'} {fault}", problems
 
@@ -90,8 +93,8 @@ if probe.returncode != 0:
     sys.exit(77)
 
 cases = [(program, (path, fault, named, absent)) for program in programs for path, faults, named, absent in CASES
-         for fault in (faults[:1] if "widget" in program else faults)
-         if not ("widget" in program and "clone" in fault)]  # Qt waits for ever for a thread of its own to start
+         for fault in (faults[:1] if is_widget(program) else faults)
+         if not (is_widget(program) and "clone" in fault)]  # Qt waits for ever for a thread of its own to start
 bad = 0
 with concurrent.futures.ThreadPoolExecutor(4 * (os.cpu_count() or 1)) as pool: # each mostly waits for a second to pass
     for name, problems in pool.map(lambda case: run(*case), cases):

@@ -13,30 +13,29 @@ namespace vantor::tests {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::LinuxMachine;
 
 /// One reader's figures as a number, so that the test itself takes no memory; 0 where it has none.
 struct Reader {
     const char* source;
-    std::uint64_t (*read)(LinuxMachine& machine);
+    std::uint64_t (*read)(TreeMachine& machine);
     friend void PrintTo(const Reader& reader, std::ostream* out) { *out << reader.source; }
 };
 
-std::uint64_t memory(LinuxMachine& machine) {
+std::uint64_t memory(TreeMachine& machine) {
     platform::vm_statistics64 record{};
-    return machine.hostVirtualMemory(record) == platform::KERN_SUCCESS
+    return machine->hostVirtualMemory(record) == platform::KERN_SUCCESS
                ? std::uint64_t{record.free_count} << 32U | record.compressor_page_count
                : 0;
 }
 
-std::uint64_t processor(LinuxMachine& machine) {
+std::uint64_t processor(TreeMachine& machine) {
     platform::host_cpu_load_info ticks{};
-    machine.hostCpuLoad(ticks);
+    machine->hostCpuLoad(ticks);
     return ticks.user > 0 ? 1 : 0; // how many is a matter of the clock
 }
 
-std::uint64_t network(LinuxMachine& machine) {
-    const auto links = machine.interfaceAddresses();
+std::uint64_t network(TreeMachine& machine) {
+    const auto links = machine->interfaceAddresses();
     std::uint64_t figures = 0;
     for (std::size_t i = 0; links && i < links->size(); ++i) {
         figures = figures * 31 + std::hash<std::string>()(*(*links)[i].name) + (*links)[i].receivedBytes;
@@ -44,12 +43,18 @@ std::uint64_t network(LinuxMachine& machine) {
     return figures;
 }
 
-std::uint64_t volume(LinuxMachine& machine) {
-    return machine.volumeCapacities("/") ? 1 : 0;
+/// The calls of one report tell the same, or a used figure would stand beside a total of nothing.
+std::uint64_t volume(TreeMachine& machine) {
+    std::uint64_t told = 0;
+    for (int i = 0; i < 3; ++i) {
+        told += machine->volumeCapacities(machine->documentDirectories()->at(0)) ? 1 : 0;
+        machine.pass(std::chrono::milliseconds(20)); // long enough for them to be asked for again
+    }
+    return told == 1 || told == 2 ? 99 : told;
 }
 
-std::uint64_t preferences(LinuxMachine& machine) {
-    return machine.readSuite("group.vantor").content.size();
+std::uint64_t preferences(TreeMachine& machine) {
+    return machine->readSuite("group.vantor").content.size();
 }
 
 class OutOfMemory : public testing::TestWithParam<Reader> {};
@@ -60,14 +65,14 @@ TEST_P(OutOfMemory, failsTheSourceAndNothingElse) {
     fs::copy(fs::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(), fs::copy_options::recursive);
     tree.write("home/.config/vantor/group.vantor.plist", std::string(2000, 'x'));
     TreeMachine healthy(tree.root());
-    const std::uint64_t expected = reader.read(healthy.machine());
+    const std::uint64_t expected = reader.read(healthy);
     ASSERT_NE(expected, 0U);
 
     using Outcome = std::pair<std::unique_ptr<TreeMachine>, std::uint64_t>;
     const std::size_t failed = failEachAllocation(
         [&] { return std::make_unique<TreeMachine>(tree.root()); },
         [&](std::unique_ptr<TreeMachine> machine) {
-            const std::uint64_t figures = reader.read(machine->machine());
+            const std::uint64_t figures = reader.read(*machine);
             return Outcome(std::move(machine), figures);
         },
         [&](const Outcome& outcome, bool hasFailed) {
@@ -78,7 +83,8 @@ TEST_P(OutOfMemory, failsTheSourceAndNothingElse) {
                 EXPECT_EQ(machine->machine().failures(),
                           std::vector{platform::SourceFailure({reader.source, "out of memory"})});
             }
-            EXPECT_EQ(reader.read(machine->machine()), expected);
+            machine->pass(std::chrono::seconds(2));
+            EXPECT_EQ(reader.read(*machine), expected);
             EXPECT_EQ(machine->failedSources(), "");
         });
     EXPECT_GT(failed, 0U);

@@ -187,7 +187,9 @@ TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {
         ::waitpid(child, &status, 0);
         EXPECT_TRUE(WIFSIGNALED(status));
         std::string written; // in as many pieces as the terminal likes
-        for (char byte = 0; !written.ends_with("<leave>") && ::read(terminal, &byte, 1) == 1;) {
+        pollfd more{terminal, POLLIN, 0};
+        for (char byte = 0; !written.ends_with("<leave>") && ::poll(&more, 1, 5000) == 1 &&
+                            ::read(terminal, &byte, 1) == 1;) {
             written += byte;
         }
         EXPECT_EQ(written, "<enter><leave>");
