@@ -16,25 +16,26 @@ using platform::SourceFailure;
 
 void Complaints::tellStore() {
     if (std::optional<std::string> problem = platform::suiteProblem(sharedSuiteName)) {
-        m_told.push_back({"preferences", std::move(*problem)});
-        write(m_told.back());
+        m_told.emplace_back("preferences");
+        write({"preferences", std::move(*problem)});
     }
 }
 
 void Complaints::tell(const std::vector<SourceFailure>& failures) {
-    std::vector<SourceFailure> told;
+    std::vector<std::string> failing;
     for (const SourceFailure& failure : failures) {
-        // A path may be long, and its end is what tells files apart.
-        told.push_back({failure.source, platform::printableText(failure.reason, 4096)});
-        if (std::ranges::find(m_told, told.back()) == m_told.end()) {
-            write(told.back());
+        failing.push_back(failure.source);
+        if (std::ranges::find(m_told, failure.source) == m_told.end()) {
+            write(failure);
         }
     }
-    m_told = std::move(told);
+    m_told = std::move(failing);
 }
 
 void Complaints::write(const SourceFailure& failure) const {
-    std::fprintf(stderr, "%s: %s: %s\n", m_program.c_str(), failure.source.c_str(), failure.reason.c_str());
+    // A path may be long, and its end is what tells files apart.
+    std::fprintf(stderr, "%s: %s: %s\n", m_program.c_str(), failure.source.c_str(),
+                 platform::printableText(failure.reason, 4096).c_str());
 }
 
 } // namespace vantor::hosts

@@ -9,8 +9,9 @@
 
 namespace vantor::hosts {
 
-/// What a program says on standard error about its sources: each failure once, when it comes up, as one line
-/// of harmless text in English, "vantor-term: memory: /proc/meminfo: …". Main thread.
+/// What a program says on standard error about its sources: each once when it fails, and again only after it
+/// worked in between, whatever becomes of the reason (a mount that did not answer in time does not answer);
+/// one line of harmless text in English, "vantor-term: memory: /proc/meminfo: …". Main thread.
 class Complaints {
 public:
     explicit Complaints(std::string program) : m_program(std::move(program)) {}
@@ -18,14 +19,14 @@ public:
     /// A preference file that is there but cannot be used, be it that it cannot be read or that it holds no
     /// list. Asks the current machine.
     void tellStore();
-    /// The failures that were not among those of the last call.
+    /// Those whose source was not failing at the last call.
     void tell(const std::vector<platform::SourceFailure>& failures);
 
 private:
     void write(const platform::SourceFailure& failure) const;
 
     std::string m_program;
-    std::vector<platform::SourceFailure> m_told;
+    std::vector<std::string> m_told; ///< the sources that were failing at the last call
 };
 
 } // namespace vantor::hosts
