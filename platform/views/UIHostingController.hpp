@@ -15,12 +15,13 @@ namespace vantor::platform {
 
 /// What a declarative view must offer to be hosted.
 template<class Content>
-concept DeclarativeView = std::copy_constructible<Content> &&
+concept DeclarativeView =
+    std::copy_constructible<Content> &&
     requires(const Content& content, const CGRect& rect, Instant now, std::function<void()> changed) {
-    { content.body(rect, now) } -> std::same_as<Layers>;
-    { content.animation() } -> std::same_as<LinearAnimation>;
-    { content.observe(std::move(changed)) } -> std::same_as<std::shared_ptr<void>>; // ends when released
-};
+        { content.body(rect, now) } -> std::same_as<Layers>;
+        { content.animation() } -> std::same_as<LinearAnimation>;
+        { content.observe(std::move(changed)) } -> std::same_as<std::shared_ptr<void>>; // ends when released
+    };
 
 /// A view that is drawn from layers. Hosts look for these in the tree.
 class UIHostingView : public UIView {

@@ -52,28 +52,14 @@ public:
     /// cases.
     [[nodiscard]] static std::optional<std::vector<CpuArchitecture>> currentExecutableArchitectures();
 
-    [[nodiscard]] constexpr bool isPPC() const {
-        return m_case <= ppc64le;
-    }
-    [[nodiscard]] constexpr bool isPPC32() const {
-        return m_case <= ppcG4;
-    }
-    [[nodiscard]] constexpr bool isPPC64() const {
-        return m_case == ppc64 || m_case == ppc64le;
-    }
-    [[nodiscard]] constexpr bool isIntel() const {
-        return m_case == intel32 || m_case == intel64;
-    }
-    [[nodiscard]] constexpr bool isArm() const {
-        return m_case == arm || m_case == arm64;
-    }
+    [[nodiscard]] constexpr bool isPPC() const { return m_case <= ppc64le; }
+    [[nodiscard]] constexpr bool isPPC32() const { return m_case <= ppcG4; }
+    [[nodiscard]] constexpr bool isPPC64() const { return m_case == ppc64 || m_case == ppc64le; }
+    [[nodiscard]] constexpr bool isIntel() const { return m_case == intel32 || m_case == intel64; }
+    [[nodiscard]] constexpr bool isArm() const { return m_case == arm || m_case == arm64; }
     /// On the platform, 64-bit ARM is one maker's.
-    [[nodiscard]] constexpr bool isAppleSilicon() const {
-        return m_case == arm64;
-    }
-    [[nodiscard]] constexpr bool is64Bit() const {
-        return isPPC64() || m_case == intel64 || m_case == arm64;
-    }
+    [[nodiscard]] constexpr bool isAppleSilicon() const { return m_case == arm64; }
+    [[nodiscard]] constexpr bool is64Bit() const { return isPPC64() || m_case == intel64 || m_case == arm64; }
     /// The family's plain member: `ppc`, `intel32` or `arm`.
     [[nodiscard]] CpuArchitecture genericProcessorType() const;
 

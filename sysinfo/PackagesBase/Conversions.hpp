@@ -20,8 +20,8 @@ namespace vantor::PackagesBase {
 
 /// `cStyleBoolValue` as a Boolean (`cBoolValue(x)`) or as C code passes it on (`cBoolValue<CBool>(x)`).
 template<class B = bool>
-requires(std::same_as<B, bool> || std::same_as<B, CBool>)
-    [[nodiscard]] std::optional<B> cBoolValue(const CBoolRepresentable auto& value) {
+    requires(std::same_as<B, bool> || std::same_as<B, CBool>)
+[[nodiscard]] std::optional<B> cBoolValue(const CBoolRepresentable auto& value) {
     const std::optional<bool> truth = cStyleBoolValue(value);
     return truth ? std::optional<B>(*truth ? 1 : 0) : std::nullopt;
 }
@@ -29,13 +29,13 @@ requires(std::same_as<B, bool> || std::same_as<B, CBool>)
 /// From an integer: checked, and fatal where I cannot hold it. From a floating-point number: rounded, halves
 /// away from zero. From a Boolean: inverted. From a text: its lossless parse.
 template<FixedWidthInteger I, class T>
-requires ConvertsToInteger<T, I>
+    requires ConvertsToInteger<T, I>
 [[nodiscard]] std::optional<I> intValue(const T& value) {
     return Representation<T>::template intValue<I>(value);
 }
 
 template<SignedFixedWidthInteger I, class T>
-requires ConvertsToInteger<T, I>
+    requires ConvertsToInteger<T, I>
 [[nodiscard]] std::optional<I> sIntValue(const T& value) {
     return intValue<I>(value);
 }
@@ -50,7 +50,7 @@ requires ConvertsToInteger<T, I>
 
 /// From an integer: exact or absent. From a floating-point number: the nearest. From a Boolean: inverted.
 template<BinaryFloatingPoint F, class T>
-requires ConvertsToFloatingPoint<T, F>
+    requires ConvertsToFloatingPoint<T, F>
 [[nodiscard]] std::optional<F> floatingPointValue(const T& value) {
     return Representation<T>::template floatingPointValue<F>(value);
 }

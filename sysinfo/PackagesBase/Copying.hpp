@@ -15,16 +15,16 @@
 namespace vantor::PackagesBase {
 
 template<class T>
-requires(std::same_as<T, bool> || FixedWidthInteger<T> || BinaryFloatingPoint<T>) [[nodiscard]] constexpr T
-    copy(T value) {
+    requires(std::same_as<T, bool> || FixedWidthInteger<T> || BinaryFloatingPoint<T>)
+[[nodiscard]] constexpr T copy(T value) {
     return value;
 }
 
 template<class T>
-requires requires(const T& value) {
-    { value.copy() } -> std::same_as<T>;
-} &&(!requires { typename T::traits_type; }) // a string's own copy() is another thing
-    [[nodiscard]] T copy(const T& value) {
+    requires requires(const T& value) {
+        { value.copy() } -> std::same_as<T>;
+    } && (!requires { typename T::traits_type; }) // a string's own copy() is another thing
+[[nodiscard]] T copy(const T& value) {
     return value.copy();
 }
 

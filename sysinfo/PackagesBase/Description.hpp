@@ -53,7 +53,7 @@ std::string description(const T& item) {
         return "[" + list + "]";
     } else {
         static_assert(
-            requires(std::ostream & out) { out << item; },
+            requires(std::ostream& out) { out << item; },
             "a printed value needs a `description()` or an `operator<<`");
         std::ostringstream out;
         out.imbue(std::locale::classic());

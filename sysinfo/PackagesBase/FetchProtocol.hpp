@@ -27,21 +27,21 @@ concept FetchesIntegerInstance = requires(const F& source, std::string_view name
 
 /// Everything but `getBool`, which the mixins of BoolFromInt.hpp supply.
 template<class F>
-concept FetchesTextAndIntegers = requires(std::string_view name) {
-    { F::getString(name) } -> std::same_as<std::optional<std::string>>;
-}
-&&FetchesInteger<F, std::int8_t>&& FetchesInteger<F, std::uint8_t>&& FetchesInteger<F, std::int16_t>&&
-    FetchesInteger<F, std::uint16_t>&& FetchesInteger<F, std::int32_t>&& FetchesInteger<F, std::uint32_t>&&
-        FetchesInteger<F, std::int64_t>&& FetchesInteger<F, std::uint64_t>;
+concept FetchesTextAndIntegers =
+    requires(std::string_view name) {
+        { F::getString(name) } -> std::same_as<std::optional<std::string>>;
+    } && FetchesInteger<F, std::int8_t> && FetchesInteger<F, std::uint8_t> &&
+    FetchesInteger<F, std::int16_t> && FetchesInteger<F, std::uint16_t> && FetchesInteger<F, std::int32_t> &&
+    FetchesInteger<F, std::uint32_t> && FetchesInteger<F, std::int64_t> && FetchesInteger<F, std::uint64_t>;
 
 template<class F>
-concept FetchesTextAndIntegersInstance = requires(const F& source, std::string_view name) {
-    { source.getString(name) } -> std::same_as<std::optional<std::string>>;
-}
-&&FetchesIntegerInstance<F, std::int8_t>&& FetchesIntegerInstance<F, std::uint8_t>&&
-    FetchesIntegerInstance<F, std::int16_t>&& FetchesIntegerInstance<F, std::uint16_t>&&
-        FetchesIntegerInstance<F, std::int32_t>&& FetchesIntegerInstance<F, std::uint32_t>&&
-            FetchesIntegerInstance<F, std::int64_t>&& FetchesIntegerInstance<F, std::uint64_t>;
+concept FetchesTextAndIntegersInstance =
+    requires(const F& source, std::string_view name) {
+        { source.getString(name) } -> std::same_as<std::optional<std::string>>;
+    } && FetchesIntegerInstance<F, std::int8_t> && FetchesIntegerInstance<F, std::uint8_t> &&
+    FetchesIntegerInstance<F, std::int16_t> && FetchesIntegerInstance<F, std::uint16_t> &&
+    FetchesIntegerInstance<F, std::int32_t> && FetchesIntegerInstance<F, std::uint32_t> &&
+    FetchesIntegerInstance<F, std::int64_t> && FetchesIntegerInstance<F, std::uint64_t>;
 
 /// `getString(name)`, `getInteger<T>(name)` for every fixed-width integer, `getBool(name)`; all static and
 /// all optional.
@@ -58,16 +58,16 @@ concept FetchProtocolData = FetchProtocol<F> && requires(std::string_view name) 
 
 /// The operations of `FetchProtocol` on a value.
 template<class F>
-concept FetchProtocolInstance = FetchesTextAndIntegersInstance<F> &&
-    requires(const F& source, std::string_view name) {
-    { source.getBool(name) } -> std::same_as<std::optional<bool>>;
-};
+concept FetchProtocolInstance =
+    FetchesTextAndIntegersInstance<F> && requires(const F& source, std::string_view name) {
+        { source.getBool(name) } -> std::same_as<std::optional<bool>>;
+    };
 
 /// The operations of `FetchProtocolData` on a value.
 template<class F>
-concept FetchProtocolDataInstance = FetchProtocolInstance<F> &&
-    requires(const F& source, std::string_view name) {
-    { source.getData(name) } -> std::same_as<std::optional<Data>>;
-};
+concept FetchProtocolDataInstance =
+    FetchProtocolInstance<F> && requires(const F& source, std::string_view name) {
+        { source.getData(name) } -> std::same_as<std::optional<Data>>;
+    };
 
 } // namespace vantor::PackagesBase

@@ -21,7 +21,7 @@ namespace vantor::PackagesBase {
 
 /// `example` only names the type: `isIntOfType(value, std::uint8_t{})`.
 template<class T, FixedWidthInteger I>
-requires ConvertsToInteger<T, I>
+    requires ConvertsToInteger<T, I>
 [[nodiscard]] bool isIntOfType(const T& value, I /*example*/) {
     if constexpr (FixedWidthInteger<T>) {
         return std::in_range<I>(value); // asking intValue would be fatal
@@ -30,12 +30,12 @@ requires ConvertsToInteger<T, I>
     }
 }
 template<class T, UnsignedFixedWidthInteger I>
-requires ConvertsToInteger<T, I>
+    requires ConvertsToInteger<T, I>
 [[nodiscard]] bool isUIntOfType(const T& value, I example) {
     return isIntOfType(value, example);
 }
 template<class T, SignedFixedWidthInteger I>
-requires ConvertsToInteger<T, I>
+    requires ConvertsToInteger<T, I>
 [[nodiscard]] bool isSIntOfType(const T& value, I example) {
     return isIntOfType(value, example);
 }

@@ -39,8 +39,8 @@ template<StringProtocol T, TextMap Map>
 
 /// The same in place.
 template<class C, TextMap Map>
-requires(std::same_as<C, char> || std::same_as<C, char8_t>) void parse(std::basic_string<C>& text,
-                                                                       const Map& usingKeys) {
+    requires(std::same_as<C, char> || std::same_as<C, char8_t>)
+void parse(std::basic_string<C>& text, const Map& usingKeys) {
     text = parsed(text, usingKeys);
 }
 

@@ -79,6 +79,6 @@ concept FloatingPointRepresentable =
 /// All of them together.
 template<class T>
 concept Representable = StringRepresentable<T> && BoolRepresentable<T> && CBoolRepresentable<T> &&
-    IntegerRepresentable<T> && FloatingPointRepresentable<T>;
+                        IntegerRepresentable<T> && FloatingPointRepresentable<T>;
 
 } // namespace vantor::PackagesBase

@@ -22,47 +22,25 @@ public:
     [[nodiscard]] std::optional<float> floatValue() const { return PackagesBase::floatValue(self()); }
     [[nodiscard]] std::optional<double> doubleValue() const { return PackagesBase::doubleValue(self()); }
 #if VANTOR_HAS_FLOAT16
-    [[nodiscard]] std::optional<Float16> float16Value() const {
-        return PackagesBase::float16Value(self());
-    }
-    [[nodiscard]] bool isFloat16() const {
-        return PackagesBase::isFloat16(self());
-    }
+    [[nodiscard]] std::optional<Float16> float16Value() const { return PackagesBase::float16Value(self()); }
+    [[nodiscard]] bool isFloat16() const { return PackagesBase::isFloat16(self()); }
 #endif
 #if VANTOR_HAS_FLOAT80
-    [[nodiscard]] std::optional<Float80> float80Value() const {
-        return PackagesBase::float80Value(self());
-    }
+    [[nodiscard]] std::optional<Float80> float80Value() const { return PackagesBase::float80Value(self()); }
 #endif
     template<class B = bool>
     [[nodiscard]] std::optional<B> cBoolValue() const {
         return PackagesBase::cBoolValue<B>(self());
     }
 
-    [[nodiscard]] bool isString() const {
-        return PackagesBase::isString(self());
-    }
-    [[nodiscard]] bool isBool() const {
-        return PackagesBase::isBool(self());
-    }
-    [[nodiscard]] bool isCBool() const {
-        return PackagesBase::isCBool(self());
-    }
-    [[nodiscard]] bool isInt() const {
-        return PackagesBase::isInt(self());
-    }
-    [[nodiscard]] bool isUInt() const {
-        return PackagesBase::isUInt(self());
-    }
-    [[nodiscard]] bool isSInt() const {
-        return PackagesBase::isSInt(self());
-    }
-    [[nodiscard]] bool isInt64() const {
-        return PackagesBase::isInt64(self());
-    }
-    [[nodiscard]] bool isUInt64() const {
-        return PackagesBase::isUInt64(self());
-    }
+    [[nodiscard]] bool isString() const { return PackagesBase::isString(self()); }
+    [[nodiscard]] bool isBool() const { return PackagesBase::isBool(self()); }
+    [[nodiscard]] bool isCBool() const { return PackagesBase::isCBool(self()); }
+    [[nodiscard]] bool isInt() const { return PackagesBase::isInt(self()); }
+    [[nodiscard]] bool isUInt() const { return PackagesBase::isUInt(self()); }
+    [[nodiscard]] bool isSInt() const { return PackagesBase::isSInt(self()); }
+    [[nodiscard]] bool isInt64() const { return PackagesBase::isInt64(self()); }
+    [[nodiscard]] bool isUInt64() const { return PackagesBase::isUInt64(self()); }
     [[nodiscard]] bool isIntOfType(FixedWidthInteger auto example) const {
         return PackagesBase::isIntOfType(self(), example);
     }
@@ -72,12 +50,8 @@ public:
     [[nodiscard]] bool isSIntOfType(SignedFixedWidthInteger auto example) const {
         return PackagesBase::isSIntOfType(self(), example);
     }
-    [[nodiscard]] bool isFloatingPoint() const {
-        return PackagesBase::isFloatingPoint(self());
-    }
-    [[nodiscard]] bool isFloat() const {
-        return PackagesBase::isFloat(self());
-    }
+    [[nodiscard]] bool isFloatingPoint() const { return PackagesBase::isFloatingPoint(self()); }
+    [[nodiscard]] bool isFloat() const { return PackagesBase::isFloat(self()); }
 
 private:
     [[nodiscard]] const Self& self() const {

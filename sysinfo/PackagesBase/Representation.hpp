@@ -19,19 +19,33 @@ struct Representation;
 
 /// A class of the user's own: its members of the same names.
 template<class T>
-requires(std::is_class_v<T> && !StringProtocol<T>) struct Representation<T> {
-    static auto stringValue(const T& value) requires requires { value.stringValue(); }
-    { return value.stringValue(); }
-    static auto boolValue(const T& value) requires requires { value.boolValue(); }
-    { return value.boolValue(); }
-    static auto cStyleBoolValue(const T& value) requires requires { value.cStyleBoolValue(); }
-    { return value.cStyleBoolValue(); }
+    requires(std::is_class_v<T> && !StringProtocol<T>)
+struct Representation<T> {
+    static auto stringValue(const T& value)
+        requires requires { value.stringValue(); }
+    {
+        return value.stringValue();
+    }
+    static auto boolValue(const T& value)
+        requires requires { value.boolValue(); }
+    {
+        return value.boolValue();
+    }
+    static auto cStyleBoolValue(const T& value)
+        requires requires { value.cStyleBoolValue(); }
+    {
+        return value.cStyleBoolValue();
+    }
     template<FixedWidthInteger I>
-    requires requires(const T& value) { value.template intValue<I>(); }
-    static auto intValue(const T& value) { return value.template intValue<I>(); }
+        requires requires(const T& value) { value.template intValue<I>(); }
+    static auto intValue(const T& value) {
+        return value.template intValue<I>();
+    }
     template<BinaryFloatingPoint F>
-    requires requires(const T& value) { value.template floatingPointValue<F>(); }
-    static auto floatingPointValue(const T& value) { return value.template floatingPointValue<F>(); }
+        requires requires(const T& value) { value.template floatingPointValue<F>(); }
+    static auto floatingPointValue(const T& value) {
+        return value.template floatingPointValue<F>();
+    }
 };
 
 /// `bool`. Into numbers it converts inverted: true is 0 and false is 1, as the success and failure codes of

@@ -32,7 +32,7 @@ concept HasCachedStatus = HasStatusStorage<S> && requires {
 };
 template<class S>
 concept HasRefreshInterval = HasCachedStatus<S> && requires {
-    {S::lastStatusUpdate.time_since_epoch()};
+    { S::lastStatusUpdate.time_since_epoch() };
     { S::statusRefreshInterval } -> std::convertible_to<double>;
 };
 

@@ -24,10 +24,11 @@ using CBool = int;
 /// The integers that numbers are read into: 8 to 64 bits, signed and unsigned. Characters and `bool` are not
 /// numbers here.
 template<class T>
-concept FixedWidthInteger = std::same_as<T, signed char> || std::same_as<T, unsigned char> ||
-    std::same_as<T, short> || std::same_as<T, unsigned short> || std::same_as<T, int> ||
-    std::same_as<T, unsigned int> || std::same_as<T, long> || std::same_as<T, unsigned long> ||
-    std::same_as<T, long long> || std::same_as<T, unsigned long long>;
+concept FixedWidthInteger =
+    std::same_as<T, signed char> || std::same_as<T, unsigned char> || std::same_as<T, short> ||
+    std::same_as<T, unsigned short> || std::same_as<T, int> || std::same_as<T, unsigned int> ||
+    std::same_as<T, long> || std::same_as<T, unsigned long> || std::same_as<T, long long> ||
+    std::same_as<T, unsigned long long>;
 
 template<class T>
 concept SignedFixedWidthInteger = FixedWidthInteger<T> && std::is_signed_v<T>;
@@ -54,6 +55,6 @@ using Float80 = long double;
 
 /// The binary floating-point types, half floats among them.
 template<class T>
-concept BinaryFloatingPoint = std::floating_point<T> ||(VANTOR_HAS_FLOAT16 == 1 && std::same_as<T, Float16>);
+concept BinaryFloatingPoint = std::floating_point<T> || (VANTOR_HAS_FLOAT16 == 1 && std::same_as<T, Float16>);
 
 } // namespace vantor::PackagesBase

@@ -75,8 +75,7 @@ public:
         static_assert(
             requires {
                 { Self::index } -> std::convertible_to<std::uint8_t>;
-            },
-            "a performance level needs a static `std::uint8_t index`");
+            }, "a performance level needs a static `std::uint8_t index`");
         return "hw.perflevel" + std::to_string(static_cast<std::uint8_t>(Self::index)) + ".";
     }
     /// Threads that share one second-level cache.
