@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/linux/SuiteReader.hpp"
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/figures/TickScale.hpp"
+#include "platform/linux/user/SuiteReader.hpp"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -18,8 +18,8 @@
 // Each reader of the live machine beside the bare system calls that its figures need.
 namespace {
 
-using vantor::platform::LinuxMachine;
-using namespace vantor::platform::linux_machine;
+using vantor::platform::linux::LinuxMachine;
+using namespace vantor::platform::linux;
 
 LinuxMachine& machine() {
     static LinuxMachine theMachine;

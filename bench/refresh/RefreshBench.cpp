@@ -70,8 +70,8 @@ public:
 
     [[nodiscard]] const std::string& folder() const { return m_folder; }
     [[nodiscard]] std::string storeFile() const { return m_folder + "/store.plist"; }
-    [[nodiscard]] vantor::platform::LinuxMachine::Options options() const {
-        vantor::platform::LinuxMachine::Options options;
+    [[nodiscard]] vantor::platform::linux::LinuxMachine::Options options() const {
+        vantor::platform::linux::LinuxMachine::Options options;
         options.folders.home = options.folders.config = options.folders.cache = m_folder;
         options.folders.suiteFile = storeFile();
         return options;

@@ -2,7 +2,7 @@
 // The whole widget without a screen, on a clock that may run faster than time does: vantor-soak MACHINE SPEED
 // SECONDS. MACHINE is `simulated` or `real`; after SECONDS of real time the program says what it did and
 // ends. scripts/soak watches it from outside.
-#include "Controller/ReportInterface.hpp"
+#include "controller/ReportInterface.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "platform/time/RunLoop.hpp"
 
@@ -102,7 +102,7 @@ int main(int count, char** words) {
     }
     std::setlocale(LC_ALL, "");
     [[maybe_unused]] static const auto& host =
-        *new vantor::hosts::HostMachine(machine == "simulated"); // workers may outlive main
+        *new vantor::hosts::common::HostMachine(machine == "simulated"); // workers may outlive main
     const auto controller = vantor::ReportInterface::instantiate();
     soak(*controller, speed, seconds);
     return 0;

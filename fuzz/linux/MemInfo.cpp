@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
-#include "platform/linux/MemoryFigures.hpp"
+#include "platform/linux/figures/MemoryFigures.hpp"
 
-using namespace vantor::platform::linux_machine;
+using namespace vantor::platform::linux;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const MemInfo info = parseMemInfo(vantor::fuzz::asText(data, size));

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/NetDev.hpp"
+#include "platform/linux/figures/NetDev.hpp"
 
 #include "Fuzz.hpp"
-#include "platform/linux/LinkNames.hpp"
+#include "platform/linux/figures/LinkNames.hpp"
 
-using namespace vantor::platform::linux_machine;
+using namespace vantor::platform::linux;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string_view text = vantor::fuzz::asText(data, size);

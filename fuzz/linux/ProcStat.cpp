@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
-#include "platform/linux/TickAccount.hpp"
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/figures/TickAccount.hpp"
+#include "platform/linux/figures/TickScale.hpp"
 
 using namespace vantor::platform;
-using namespace vantor::platform::linux_machine;
+using namespace vantor::platform::linux;
 
 /// Each line is taken for the first one of a /proc/stat, two seconds after the one before.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
-#include "platform/linux/LinkKind.hpp"
-#include "platform/linux/ZramStat.hpp"
+#include "platform/linux/LinkClassifier.hpp"
+#include "platform/linux/figures/ZramStat.hpp"
 
-using namespace vantor::platform::linux_machine;
+using namespace vantor::platform::linux;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text = vantor::fuzz::asText(data, size);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
 #include "platform/linux/KeptReleasable.hpp"
-#include "platform/linux/UserDirs.hpp"
-#include "platform/linux/UserLocale.hpp"
+#include "platform/linux/user/UserDirs.hpp"
+#include "platform/linux/user/UserLocale.hpp"
 
-using namespace vantor::platform::linux_machine;
+using namespace vantor::platform::linux;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text = vantor::fuzz::asText(data, size);

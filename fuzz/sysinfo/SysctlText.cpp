@@ -15,7 +15,7 @@ using vantor::fuzz::require;
 namespace {
 
 void requirePathsStayBelow(std::string_view key) {
-    const std::optional<std::string> path = linux_sysctl::procSysPath(key);
+    const std::optional<std::string> path = linux::sysctl::procSysPath(key);
     if (path) {
         const std::string framed = "/" + *path + "/";
         require(framed.find("/../") == std::string::npos && framed.find("//") == std::string::npos);
@@ -26,19 +26,19 @@ void requirePathsStayBelow(std::string_view key) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text = vantor::fuzz::asText(data, size);
-    const auto list = linux_sysctl::parseCpuList(text);
+    const auto list = linux::sysctl::parseCpuList(text);
     require(!list || std::ranges::adjacent_find(*list, std::greater_equal<>()) == list->end());
-    (void)linux_sysctl::parseCacheSize(text);
-    (void)linux_sysctl::parseMeminfo(text, "MemTotal");
-    (void)linux_sysctl::parseOsRelease(text, "VERSION_ID");
-    const auto cpuinfo = linux_sysctl::parseCpuinfo(text);
+    (void)linux::sysctl::parseCacheSize(text);
+    (void)linux::sysctl::parseMeminfo(text, "MemTotal");
+    (void)linux::sysctl::parseOsRelease(text, "VERSION_ID");
+    const auto cpuinfo = linux::sysctl::parseCpuinfo(text);
     for (const char* machine : {"x86_64", "aarch64", "ppc64"}) {
-        require(linux_sysctl::ProcessorNumbers::from(machine, cpuinfo).type.has_value());
+        require(linux::sysctl::ProcessorNumbers::from(machine, cpuinfo).type.has_value());
     }
     requirePathsStayBelow(text);
-    const SysctlValue value = linux_sysctl::procSysValue(std::string(text));
+    const SysctlValue value = linux::sysctl::procSysValue(std::string(text));
     require(value.text == text || value.text + "\n" == text);
-    (void)linux_gpu::pciName(text, "1002", "73ff");
-    (void)linux_gpu::decoded(text);
+    (void)linux::gpu::pciName(text, "1002", "73ff");
+    (void)linux::gpu::decoded(text);
     return 0;
 }

@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
 using platform::SourceFailure;
 
@@ -38,4 +38,4 @@ void Complaints::write(const SourceFailure& failure) const {
                  platform::printableText(failure.reason, 4096).c_str());
 }
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

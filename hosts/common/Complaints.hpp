@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
 /// What a program says on standard error about its sources: each once when it fails, and again only after it
 /// worked in between, whatever becomes of the reason (a mount that did not answer in time does not answer);
@@ -29,4 +29,4 @@ private:
     std::vector<std::string> m_told; ///< the sources that were failing at the last call
 };
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

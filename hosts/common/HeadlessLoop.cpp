@@ -8,7 +8,7 @@
 #include <mutex>
 #include <utility>
 
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
 using platform::Instant;
 using platform::RunLoop;
@@ -86,4 +86,4 @@ bool VirtualTime::turnUntil(const std::function<bool()>& done, double atMost) {
     }
 }
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

@@ -8,7 +8,7 @@
 #include <functional>
 
 /// Turning the main loop without a screen: for pictures into files and for reports.
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
 /// Turns the loop on the real clock until `done` says so, asked after each turn, or `atMost` seconds have
 /// passed; false in that case. Sleeps between turns. Sets the loop's wake handler and takes it away again.
@@ -31,4 +31,4 @@ private:
     platform::GlobalQueueScope m_scope{*this};
 };
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

@@ -3,9 +3,10 @@
 
 #include <utility>
 
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
-HostMachine::HostMachine(bool demo, platform::LinuxMachine::Options options) : m_linux(std::move(options)) {
+HostMachine::HostMachine(bool demo, platform::linux::LinuxMachine::Options options)
+    : m_linux(std::move(options)) {
     if (demo) {
         m_demo.emplace(m_linux);
     } else {
@@ -22,4 +23,4 @@ platform::Machine& HostMachine::machine() {
     return m_linux;
 }
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

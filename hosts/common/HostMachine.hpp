@@ -6,21 +6,21 @@
 
 #include <optional>
 
-namespace vantor::hosts {
+namespace vantor::hosts::common {
 
 /// The machine that a host shows, in place while this lives: the one it runs on, or the demonstration's in
 /// the same language. Make it first in main, after setlocale.
 class HostMachine {
 public:
-    explicit HostMachine(bool demo, platform::LinuxMachine::Options options = {});
+    explicit HostMachine(bool demo, platform::linux::LinuxMachine::Options options = {});
 
     /// The machine in place.
     [[nodiscard]] platform::Machine& machine();
 
 private:
-    platform::LinuxMachine m_linux;
+    platform::linux::LinuxMachine m_linux;
     std::optional<platform::DemoMachine> m_demo;
     std::optional<platform::MachineScope> m_scope;
 };
 
-} // namespace vantor::hosts
+} // namespace vantor::hosts::common

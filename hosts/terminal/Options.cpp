@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -149,4 +149,4 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
     return parsed;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

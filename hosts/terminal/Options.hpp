@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What the command line asks for.
 struct Options {
@@ -36,4 +36,4 @@ struct ParsedOptions {
 };
 [[nodiscard]] ParsedOptions parseOptions(int count, const char* const* arguments);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

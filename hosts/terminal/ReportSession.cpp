@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/ReportSession.hpp"
 
-#include "Controller/ReportInterface.hpp"
+#include "controller/ReportInterface.hpp"
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/terminal/reports/Formats.hpp"
@@ -20,7 +20,7 @@
 #include <memory>
 #include <utility>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::NSTimer;
 using platform::RunLoop;
@@ -133,7 +133,7 @@ private:
     const Options& m_options;
     platform::Machine& m_machine;
     TurnUntil m_turnUntil;
-    hosts::Complaints m_complaints{"vantor-term"};
+    hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     platform::Instant m_start;
     std::array<bool, 3> m_missing{true, true, true}; // memory, storage, processor
@@ -145,13 +145,13 @@ private:
 
 } // namespace
 
-int runReports(const Options& options, hosts::HostMachine& host) {
+int runReports(const Options& options, hosts::common::HostMachine& host) {
     if (options.demo && !options.watch) {
-        hosts::VirtualTime time;
+        hosts::common::VirtualTime time;
         const auto turn = [&](const auto& done, double atMost) { return time.turnUntil(done, atMost); };
         return ReportSession(options, host.machine(), turn).run();
     }
-    return ReportSession(options, host.machine(), hosts::turnUntil).run();
+    return ReportSession(options, host.machine(), hosts::common::turnUntil).run();
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

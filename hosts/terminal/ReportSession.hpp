@@ -4,11 +4,11 @@
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/terminal/Options.hpp"
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// Prints one report or one per interval on standard output. The exit status: 0, or 1 when the output could
 /// not be written or a source could not be read, which is told on standard error. A reader that goes away
 /// ends it quietly. Main thread; the loop is turned until the end.
-[[nodiscard]] int runReports(const Options& options, hosts::HostMachine& host);
+[[nodiscard]] int runReports(const Options& options, hosts::common::HostMachine& host);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::NSLocalizedString;
 using Label = TEReportTableViewController::Label;
@@ -71,4 +71,4 @@ Scene sceneOf(const TEReportTableViewController& controller, bool isExpanded) {
     return scene;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

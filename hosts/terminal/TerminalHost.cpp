@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/TerminalHost.hpp"
 
-#include "Controller/ReportInterface.hpp"
+#include "controller/ReportInterface.hpp"
 #include "hosts/terminal/SceneReader.hpp"
 #include "hosts/terminal/screen/LinkOpener.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
@@ -9,7 +9,7 @@
 #include <chrono>
 #include <utility>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::Instant;
 using platform::NCWidgetDisplayMode;
@@ -148,4 +148,4 @@ void TerminalHost::resume(Instant now) {
     m_changed = true;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Controller/TEReportTableViewController.hpp"
+#include "controller/TEReportTableViewController.hpp"
 #include "hosts/terminal/picture/Picture.hpp"
 #include "platform/machine/Machine.hpp"
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The widget as this host runs it: the controller, the display mode, what the actions do and what there is
 /// to tell beside the figures. Knows nothing of the terminal. Main thread.
@@ -56,4 +56,4 @@ private:
     bool m_hasQuit = false;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -8,8 +8,8 @@
 #include "hosts/terminal/screen/TerminalDevice.hpp"
 #include "hosts/terminal/screen/TerminalState.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
-#include "platform/linux/EventDescriptor.hpp"
-#include "platform/linux/SleptTime.hpp"
+#include "platform/posix/EventDescriptor.hpp"
+#include "platform/posix/SleptTime.hpp"
 
 #include <poll.h>
 
@@ -20,7 +20,7 @@
 #include <ctime>
 #include <limits>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::Instant;
 using platform::RunLoop;
@@ -40,7 +40,7 @@ Instant clockNow() {
 
 class TerminalSession {
 public:
-    TerminalSession(const Options& options, hosts::HostMachine& host, const Signals& signals)
+    TerminalSession(const Options& options, hosts::common::HostMachine& host, const Signals& signals)
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
@@ -88,7 +88,7 @@ private:
         if (m_device.isBlocked()) {
             return;
         }
-        const std::chrono::nanoseconds slept = platform::sleptTime();
+        const std::chrono::nanoseconds slept = platform::posix::sleptTime();
         if (slept - m_slept > longPause ||
             (m_lastTurn != Instant() && m_blockedSince != Instant() && now - m_blockedSince > longPause)) {
             m_host.resume(now);
@@ -259,7 +259,7 @@ private:
     TerminalState m_state;
     ScreenWriter m_writer;
     TerminalHost m_host;
-    platform::linux_machine::EventDescriptor m_wake;
+    platform::posix::EventDescriptor m_wake;
     InputParser m_parser;
     Look m_look;
     Picture m_picture;
@@ -268,7 +268,7 @@ private:
     Instant m_drawn;
     Instant m_lastTurn;
     Instant m_blockedSince;
-    std::chrono::nanoseconds m_slept = platform::sleptTime();
+    std::chrono::nanoseconds m_slept = platform::posix::sleptTime();
     std::optional<Instant> m_nextStep;
     std::optional<Instant> m_noticeEnd;
     bool m_isStale = true;
@@ -279,7 +279,7 @@ private:
 
 } // namespace
 
-int runTerminal(const Options& options, hosts::HostMachine& host, const Signals& signals) {
+int runTerminal(const Options& options, hosts::common::HostMachine& host, const Signals& signals) {
     int status = 0;
     int signal = 0;
     {
@@ -293,4 +293,4 @@ int runTerminal(const Options& options, hosts::HostMachine& host, const Signals&
     return status;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -19,9 +19,10 @@ namespace {
 using namespace vantor;
 
 /// What machines read is the same everywhere: those formats run without the user's locale.
-platform::LinuxMachine::Options machineOptions(const terminal::Options& options) {
-    platform::LinuxMachine::Options machine;
-    machine.useLocale = options.format.value_or(terminal::Format::text) == terminal::Format::text;
+platform::linux::LinuxMachine::Options machineOptions(const hosts::terminal::Options& options) {
+    platform::linux::LinuxMachine::Options machine;
+    machine.useLocale =
+        options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
     return machine;
 }
 
@@ -39,28 +40,28 @@ bool redirectLog(const std::string& file, bool hasPicture) {
     return true;
 }
 
-int run(const terminal::Options& options) {
+int run(const hosts::terminal::Options& options) {
     const bool hasPicture = !options.wantsReport() && ::isatty(STDOUT_FILENO) != 0;
     if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     if (!hasPicture) {
-        auto& host = *new hosts::HostMachine(options.demo, machineOptions(options)); // as below
-        return terminal::runReports(options, host);
+        auto& host = *new hosts::common::HostMachine(options.demo, machineOptions(options)); // as below
+        return hosts::terminal::runReports(options, host);
     }
-    const terminal::Signals signals; // before the machine, whose threads inherit the mask
+    const hosts::terminal::Signals signals; // before the machine, whose threads inherit the mask
     // Never destroyed: workers may be asking it while the program ends.
-    auto& host = *new hosts::HostMachine(options.demo);
-    hosts::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
-    return terminal::runTerminal(options, host, signals);
+    auto& host = *new hosts::common::HostMachine(options.demo);
+    hosts::common::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
+    return hosts::terminal::runTerminal(options, host, signals);
 }
 
 } // namespace
 
 int main(int count, char** arguments) {
     ::mallopt(M_ARENA_MAX, 1); // the workers allocate a handful of bytes: one heap is enough for all threads
-    const terminal::ParsedOptions parsed = terminal::parseOptions(count, arguments);
+    const hosts::terminal::ParsedOptions parsed = hosts::terminal::parseOptions(count, arguments);
     const int status = parsed.exitStatus ? *parsed.exitStatus : run(parsed.options);
     std::fflush(nullptr);
     // Not through the destructors of static objects: a worker may still be inside a file system that hangs.

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 unsigned bitOf(Source source) {
@@ -39,4 +39,4 @@ std::vector<SourceFailure> FailureBoard::list() const {
     return failures;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

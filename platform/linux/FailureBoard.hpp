@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// The sources of a Linux machine, in the order of the sections that show them.
 enum class Source { memory, storage, processor, network, preferences };
@@ -32,4 +32,4 @@ private:
     std::array<std::optional<std::string>, count> m_reasons;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

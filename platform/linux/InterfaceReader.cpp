@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 /// A card's kind changes when it becomes another one's fast path; nothing announces that cheaply.
@@ -219,4 +219,4 @@ std::optional<std::vector<InterfaceAddress>> InterfaceReader::readLocked() {
     return entries();
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

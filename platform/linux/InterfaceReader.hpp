@@ -2,10 +2,11 @@
 #pragma once
 
 #include "platform/linux/FailureBoard.hpp"
-#include "platform/linux/KernelFile.hpp"
-#include "platform/linux/LinkNames.hpp"
+#include "platform/linux/LinkClassifier.hpp"
 #include "platform/linux/MachineOptions.hpp"
-#include "platform/linux/NetDev.hpp"
+#include "platform/linux/figures/LinkNames.hpp"
+#include "platform/linux/figures/NetDev.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
 
 #include <chrono>
@@ -19,7 +20,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Lists the machine's network links from /proc/net/dev under the platform's names, with the low 32 bits of
 /// their byte counters. What a link is comes from /sys and is kept while the link exists. Links may come and
@@ -84,4 +85,4 @@ private:
     std::optional<std::chrono::nanoseconds> m_checked;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/KeptReleasable.hpp"
 
-#include "platform/linux/KernelFile.hpp"
-#include "platform/linux/TextScan.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/TextScan.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 #include <limits>
 #include <system_error>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 constexpr std::string_view heading = "vantor-releasable 1";
@@ -50,7 +50,8 @@ void saveKeptReleasable(const std::string& path, const KeptReleasable& kept) {
     const std::string fresh = path + '.' + std::to_string(::getpid());
     ::unlink(fresh.c_str());
     const std::string text = formatKeptReleasable(kept);
-    const Descriptor file(::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    const posix::Descriptor file(
+        ::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!file.isOpen()) {
         return;
     }
@@ -60,4 +61,4 @@ void saveKeptReleasable(const std::string& path, const KeptReleasable& kept) {
     }
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

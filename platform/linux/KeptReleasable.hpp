@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// The last scan's result as it is kept between runs.
 struct KeptReleasable {
@@ -27,4 +27,4 @@ struct KeptReleasable {
 /// a full or read-only disk is no failure.
 void saveKeptReleasable(const std::string& path, const KeptReleasable& kept);
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
 
-#include "platform/linux/SuiteReader.hpp"
-#include "platform/linux/UserDirs.hpp"
-#include "platform/linux/UserLocale.hpp"
+#include "platform/linux/user/SuiteReader.hpp"
+#include "platform/linux/user/UserDirs.hpp"
+#include "platform/linux/user/UserLocale.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -11,9 +11,7 @@
 #include <system_error>
 #include <utility>
 
-namespace vantor::platform {
-
-using namespace linux_machine;
+namespace vantor::platform::linux {
 
 namespace {
 
@@ -141,4 +139,4 @@ std::vector<SourceFailure> LinuxMachine::failures() {
     return m_failures.list();
 }
 
-} // namespace vantor::platform
+} // namespace vantor::platform::linux

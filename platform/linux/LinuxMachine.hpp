@@ -7,14 +7,14 @@
 #include "platform/linux/MemoryReader.hpp"
 #include "platform/linux/ProcessorReader.hpp"
 #include "platform/linux/ReleasableScan.hpp"
-#include "platform/linux/Translations.hpp"
 #include "platform/linux/VolumeReader.hpp"
+#include "platform/linux/user/Translations.hpp"
 #include "platform/machine/Machine.hpp"
 
 #include <memory>
 #include <optional>
 
-namespace vantor::platform {
+namespace vantor::platform::linux {
 
 /// The Linux machine that the program runs on. Everything it tells is read afresh, by readers that keep what
 /// is costly to find (open descriptors, which link is what). A source that cannot be read is listed by
@@ -22,7 +22,7 @@ namespace vantor::platform {
 /// user's locale for the whole process, so make it on the main thread before others run.
 class LinuxMachine final : public Machine {
 public:
-    using Options = linux_machine::MachineOptions;
+    using Options = MachineOptions;
 
     LinuxMachine() : LinuxMachine(Options()) {}
     explicit LinuxMachine(Options options);
@@ -33,7 +33,7 @@ public:
     /// Starts to look now and then, on a thread of the lowest priority, for what the user could release at
     /// once on the documents' volume (caches and trash); what an earlier run found is known at once. Until a
     /// host calls this, nothing counts as releasable. Call it once, before others sample.
-    void startReleasableScan(linux_machine::ScanPace pace = {});
+    void startReleasableScan(ScanPace pace = {});
 
     kern_return_t hostPageSize(std::uint64_t& size) override;
     kern_return_t hostVirtualMemory(vm_statistics64& record) override;
@@ -50,16 +50,16 @@ public:
 
 private:
     const Options m_options;
-    linux_machine::FailureBoard m_failures;
-    linux_machine::MemoryReader m_memory;
-    linux_machine::ProcessorReader m_processor;
-    linux_machine::InterfaceReader m_interfaces;
-    linux_machine::VolumeReader m_volume;
+    FailureBoard m_failures;
+    MemoryReader m_memory;
+    ProcessorReader m_processor;
+    InterfaceReader m_interfaces;
+    VolumeReader m_volume;
     std::string m_documents;
     std::shared_ptr<const std::vector<std::string>> m_documentFolders; ///< none or `m_documents`
-    std::unique_ptr<linux_machine::ReleasableScan> m_releasable;
-    std::optional<linux_machine::Translations> m_translations;
+    std::unique_ptr<ReleasableScan> m_releasable;
+    std::optional<Translations> m_translations;
     LocaleSigns m_signs;
 };
 
-} // namespace vantor::platform
+} // namespace vantor::platform::linux

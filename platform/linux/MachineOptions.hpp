@@ -1,26 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/posix/UserFolders.hpp"
+
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 
-namespace vantor::platform::linux_machine {
-
-/// Where the user's files are, after the XDG base directory rules: a variable that is unset, empty or no
-/// absolute path counts as unset. Any of them may be empty on a machine without a home.
-struct UserFolders {
-    std::string home;
-    std::string config;    ///< $XDG_CONFIG_HOME, else ~/.config
-    std::string cache;     ///< $XDG_CACHE_HOME, else ~/.cache
-    std::string data;      ///< $XDG_DATA_HOME, else ~/.local/share
-    std::string suiteFile; ///< $VANTOR_SUITE_FILE: the preference file itself
-
-    /// From this process's environment; without HOME the home is the one in the user database.
-    static UserFolders fromEnvironment();
-};
+namespace vantor::platform::linux {
 
 /// The least that the kernel says of its memory without any file: sysinfo(2). Bytes.
 struct PlainMemory {
@@ -33,7 +22,7 @@ struct PlainMemory {
 struct MachineOptions {
     std::string procRoot = "/proc";
     std::string sysRoot = "/sys";
-    UserFolders folders = UserFolders::fromEnvironment();
+    posix::UserFolders folders = posix::UserFolders::fromEnvironment();
     /// The real locale and catalogues (process-wide, see Translations.hpp); off, there are no translations.
     bool useLocale = true;
 
@@ -51,4 +40,4 @@ struct MachineOptions {
     static std::optional<PlainMemory> livePlainMemory();
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

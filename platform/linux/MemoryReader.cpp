@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/MemoryReader.hpp"
 
-#include "platform/linux/TextScan.hpp"
+#include "platform/linux/kernel/TextScan.hpp"
 
 #include <new>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 /// The text has some 60 lines of at most 28 bytes; what comes after this much is none of ours.
@@ -71,4 +71,4 @@ std::uint64_t MemoryReader::total() {
     return m_last || readLocked() ? m_last->total : 0;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

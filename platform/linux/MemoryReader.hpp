@@ -2,15 +2,15 @@
 #pragma once
 
 #include "platform/linux/FailureBoard.hpp"
-#include "platform/linux/KernelFile.hpp"
 #include "platform/linux/MachineOptions.hpp"
-#include "platform/linux/MemoryFigures.hpp"
 #include "platform/linux/ZramReader.hpp"
+#include "platform/linux/figures/MemoryFigures.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <mutex>
 #include <optional>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Reads the machine's memory figures: /proc/meminfo and the compressed memory disks under /sys. Where that
 /// fails the answer is what sysinfo(2) knows, and where that fails too, the last good figures; either way the
@@ -41,4 +41,4 @@ private:
     std::optional<MemoryFigures> m_last;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

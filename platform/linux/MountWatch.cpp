@@ -4,12 +4,12 @@
 #include <fcntl.h>
 #include <poll.h>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 bool MountWatch::changed() {
     const bool first = !m_descriptor.isOpen();
     if (first) {
-        m_descriptor = Descriptor(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC));
+        m_descriptor = posix::Descriptor(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC));
     }
     struct pollfd question {};
     question.fd = m_descriptor.number();
@@ -20,4 +20,4 @@ bool MountWatch::changed() {
     return first || (question.revents & (POLLPRI | POLLERR | POLLNVAL)) != 0;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

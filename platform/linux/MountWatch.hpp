@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <string>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Tells whether file systems were mounted or unmounted since it was last asked. The kernel flags that on an
 /// open /proc/self/mountinfo (proc_pid_mountinfo(5)), so that nothing needs to be read. Not for several
@@ -19,7 +19,7 @@ public:
 
 private:
     std::string m_path;
-    Descriptor m_descriptor;
+    posix::Descriptor m_descriptor;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <new>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 /// The first line holds ten numbers of at most 20 digits. The kernel formats the whole file for each read,
@@ -79,4 +79,4 @@ host_cpu_load_info ProcessorReader::read() {
     return m_scale.add(passed, elapsed);
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -2,16 +2,16 @@
 #pragma once
 
 #include "platform/linux/FailureBoard.hpp"
-#include "platform/linux/KernelFile.hpp"
 #include "platform/linux/MachineOptions.hpp"
-#include "platform/linux/TickAccount.hpp"
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/figures/TickAccount.hpp"
+#include "platform/linux/figures/TickScale.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/machine/HostStatistics.hpp"
 
 #include <mutex>
 #include <optional>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Reads the processor's ticks from /proc/stat. Between two answers some time always passes: where the
 /// kernel's ticks have not moved since the last one, the call waits for them, at most 20 ms. A file that
@@ -40,4 +40,4 @@ private:
     std::optional<std::chrono::nanoseconds> m_lastAnswer;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ReleasableScan.hpp"
 
-#include "platform/linux/FolderWalk.hpp"
 #include "platform/linux/KeptReleasable.hpp"
 #include "platform/linux/VolumeQuery.hpp"
+#include "platform/linux/kernel/FolderWalk.hpp"
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -23,7 +23,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 
@@ -72,7 +72,7 @@ std::optional<std::uint64_t> volumeIdentity(const std::string& path) {
 } // namespace
 
 struct ReleasableScan::State {
-    UserFolders folders;
+    posix::UserFolders folders;
     std::string documents;
     ScanPace pace;
     std::string file;
@@ -136,7 +136,7 @@ void ReleasableScan::State::run() {
     changed.notify_all();
 }
 
-ReleasableScan::ReleasableScan(UserFolders folders, std::string documents, ScanPace pace)
+ReleasableScan::ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace)
     : m_state(std::make_shared<State>()) {
     m_state->file = folders.cache + "/vantor/releasable";
     m_state->folders = std::move(folders);
@@ -164,7 +164,7 @@ std::uint64_t ReleasableScan::scans() const {
     return m_state->scans;
 }
 
-std::uint64_t releasableBytes(const UserFolders& folders, const std::string& documents,
+std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
                               const std::function<bool()>& keepGoing) {
     struct stat about {};
     if (!isOnLocalFileSystem(documents) || ::stat(documents.c_str(), &about) != 0) {
@@ -187,4 +187,4 @@ std::uint64_t releasableBytes(const UserFolders& folders, const std::string& doc
     return walk.bytes();
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

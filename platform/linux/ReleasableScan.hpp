@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// How often a scan runs and how it is paced.
 struct ScanPace {
@@ -28,7 +28,7 @@ class ReleasableScan {
 public:
     /// Reads what an earlier run kept, unless it is older than a week, and starts the thread. Throws
     /// std::system_error where there is none to be had.
-    ReleasableScan(UserFolders folders, std::string documents, ScanPace pace);
+    ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace);
     ~ReleasableScan();
     ReleasableScan(const ReleasableScan&) = delete;
     ReleasableScan& operator=(const ReleasableScan&) = delete;
@@ -44,7 +44,7 @@ private:
 };
 
 /// One scan now, unpaced, for the volume of the documents folder; 0 where that is not local. May block.
-[[nodiscard]] std::uint64_t releasableBytes(const UserFolders& folders, const std::string& documents,
+[[nodiscard]] std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
                                             const std::function<bool()>& keepGoing);
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeQuery.hpp"
 
-#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <linux/magic.h>
 #include <sys/statvfs.h>
@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <limits>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 
@@ -36,7 +36,7 @@ std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
 template<class Call>
 int askNearest(const std::string& path, const Call& call) {
     const auto ask = [&call](const std::string& at) {
-        return uninterrupted([&] { return call(at.c_str()); }) == 0 ? 0 : errno;
+        return posix::uninterrupted([&] { return call(at.c_str()); }) == 0 ? 0 : errno;
     };
     int error = ask(path);
     if (error != ENOENT) {
@@ -84,7 +84,7 @@ VolumeAnswer queryVolume(const std::string& path) {
     struct statvfs about {};
     const auto call = [&about](const char* name) { return ::statvfs(name, &about); };
     if (const int error = askNearest(path, call); error != 0) {
-        answer.reason = path + ": " + errorText(error);
+        answer.reason = path + ": " + posix::errorText(error);
         return answer;
     }
     answer.figures = figuresFrom(about);
@@ -94,4 +94,4 @@ VolumeAnswer queryVolume(const std::string& path) {
     return answer;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// A volume's capacities as `df` shows them to a user who is not root.
 struct VolumeFigures {
@@ -28,4 +28,4 @@ struct VolumeAnswer {
 /// again cannot hang. May itself block as the query does.
 [[nodiscard]] bool isOnLocalFileSystem(const std::string& path);
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options), m_failures(failures), m_mounts(options.procRoot) {}
@@ -88,4 +88,4 @@ std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
     return report.figures;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -13,7 +13,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Reads a volume's capacities for reports that ask several times in a row and must not see a failure begin
 /// or end in between: a total of zero beside a used figure would be an infinite progress.
@@ -66,4 +66,4 @@ private:
         m_reports; ///< the first for calls from elsewhere, the others for work items under way
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

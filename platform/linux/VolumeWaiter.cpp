@@ -8,7 +8,7 @@
 #include <thread>
 #include <utility>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 struct VolumeWaiter::Query {
     std::mutex mutex;
@@ -52,4 +52,4 @@ VolumeWaiter::Result VolumeWaiter::ask(const std::string& path) {
     return std::move(query->result);
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

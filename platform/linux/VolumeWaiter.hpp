@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// Asks for a volume on a thread of its own, so that a mount that never answers costs its asker a second and
 /// not the widget. At most one query is under way: while it hangs, further ones fail at once. The end of this
@@ -28,4 +28,4 @@ private:
     std::shared_ptr<Query> m_hanging;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ZramReader.hpp"
 
-#include "platform/linux/ZramStat.hpp"
+#include "platform/linux/figures/ZramStat.hpp"
 
 #include <dirent.h>
 
@@ -9,7 +9,7 @@
 #include <memory>
 #include <string_view>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 namespace {
 constexpr std::chrono::minutes lookAgain{1};
@@ -48,4 +48,4 @@ std::uint64_t ZramReader::used(std::chrono::nanoseconds now) {
     return bytes;
 }
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <chrono>
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vantor::platform::linux_machine {
+namespace vantor::platform::linux {
 
 /// The RAM that the machine's compressed memory disks (zram) take. Not for several threads at once.
 class ZramReader {
@@ -28,4 +28,4 @@ private:
     std::optional<std::chrono::nanoseconds> m_looked;
 };
 
-} // namespace vantor::platform::linux_machine
+} // namespace vantor::platform::linux

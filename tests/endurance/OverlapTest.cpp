@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Controller/ReportInterface.hpp"
+#include "controller/ReportInterface.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
@@ -14,7 +14,7 @@ namespace {
 // The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
 TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
     // Neither is destroyed: the timers' last reports may still be under way when the test ends.
-    static platform::LinuxMachine& machine = *new platform::LinuxMachine;
+    static platform::linux::LinuxMachine& machine = *new platform::linux::LinuxMachine;
     [[maybe_unused]] static const platform::MachineScope& scope = *new platform::MachineScope(machine);
     const auto controller = ReportInterface::instantiate();
     std::array<int, 4> reports{};
@@ -38,7 +38,7 @@ TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
         controller->manualInfoRefresh(nullptr);
         controller->reportNETWORKStatus();
     }
-    EXPECT_TRUE(hosts::turnUntil([&] { return *std::ranges::min_element(reports) >= times; }, 60));
+    EXPECT_TRUE(hosts::common::turnUntil([&] { return *std::ranges::min_element(reports) >= times; }, 60));
     platform::RunLoop::main().clear(); // the timers hold the controller
 }
 

@@ -9,7 +9,7 @@ breach() {
   breaches=$((breaches + 1))
 }
 
-mapfile -t files < <(find CMakeLists.txt cmake .ci scripts platform logging settings metrics charts Controller sysinfo \
+mapfile -t files < <(find CMakeLists.txt cmake .ci scripts platform logging settings metrics charts controller sysinfo \
   hosts resources packaging tests bench fuzz examples -type f \
   \( -name '*.?pp' -o -name CMakeLists.txt -o -name '*.cmake' -o -name '*.sh' -o -name '*.py' -o -path '.ci/*' -o -path 'scripts/*' \) \
   2>/dev/null | sort)
@@ -35,13 +35,13 @@ standard=' algorithm any array atomic bit cassert cctype cerrno cfenv cfloat cha
 standard=${standard//$'\n'/}
 while IFS=: read -r file header; do
   [[ $standard == *" $header "* ]] || breach "$file: <$header> is no header of the standard library"
-done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts Controller sysinfo --include='*.?pp' |
-  grep -vE '^(platform/linux|sysinfo/program)/' |
+done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller sysinfo --include='*.?pp' |
+  grep -vE '^(platform/linux|platform/posix|sysinfo/program)/' |
   grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
 
-grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts Controller sysinfo hosts &&
+grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller sysinfo hosts &&
   breach "includes are written from the root of the tree"
-grep -rnE '\b(system|popen|execlp|execvp|wordexp) ?\(' --include='*.?pp' platform logging settings metrics charts Controller \
+grep -rnE '\b(system|popen|execlp|execvp|wordexp) ?\(' --include='*.?pp' platform logging settings metrics charts controller \
   sysinfo hosts && breach "no shell, and no search for programs by name, anywhere"
 ((breaches == 0))

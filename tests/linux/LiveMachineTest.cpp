@@ -12,7 +12,7 @@
 #include <string>
 
 // Relations with what the machine's own tools say, never values: the machine moves on between two readings.
-namespace vantor::platform {
+namespace vantor::platform::linux {
 namespace {
 
 /// The words that a command prints.
@@ -111,4 +111,4 @@ TEST(LiveMachine, listsTheLoopbackUnderThePlatformsName) {
 }
 
 } // namespace
-} // namespace vantor::platform
+} // namespace vantor::platform::linux

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/linux/UserLocale.hpp"
+#include "platform/linux/user/UserLocale.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace vantor::tests {
 namespace {
 
-using namespace platform::linux_machine;
+using namespace platform::linux;
 
 void environment(const char* all, const char* language) {
     ::setenv("LC_ALL", all, 1);
@@ -32,7 +32,7 @@ TEST(Locale, languageTags) {
 
 TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
     environment("it_IT.ISO-8859-15", "");
-    platform::LinuxMachine machine;
+    platform::linux::LinuxMachine machine;
     EXPECT_EQ(machine.localeSigns().language, "it");
     const std::optional<std::string> text = machine.localizedString("home_FREE");
     if (!text) {
@@ -46,18 +46,18 @@ TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
 TEST(Locale, languageGoesBeforeTheLocaleButForC) {
     environment("C.UTF-8", "ru:de");
     {
-        platform::LinuxMachine machine;
+        platform::linux::LinuxMachine machine;
         EXPECT_EQ(machine.localeSigns().language, "ru");
     }
     environment("C", "ru");
-    platform::LinuxMachine machine;
+    platform::linux::LinuxMachine machine;
     EXPECT_EQ(machine.localeSigns(), platform::LocaleSigns());
     EXPECT_FALSE(machine.localizedString("home_FREE"));
 }
 
 TEST(Locale, englishIsNotPassedOverForTheNextLanguage) {
     environment("C.UTF-8", "en:de");
-    platform::LinuxMachine machine;
+    platform::linux::LinuxMachine machine;
     EXPECT_FALSE(machine.localizedString("home_FREE"));
 }
 

@@ -15,15 +15,15 @@ TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
     const TestTree tree;
     std::filesystem::copy(std::filesystem::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(),
                           std::filesystem::copy_options::recursive);
-    platform::LinuxMachine::Options options;
+    platform::linux::LinuxMachine::Options options;
     options.procRoot = tree.root() / "proc";
     options.sysRoot = tree.root() / "sys";
     options.folders = {};
     options.folders.home = options.folders.cache = tree.root();
     options.useLocale = false;
     options.pause = [](std::chrono::nanoseconds) {};
-    platform::LinuxMachine machine(std::move(options));
-    platform::linux_machine::ScanPace pace;
+    platform::linux::LinuxMachine machine(std::move(options));
+    platform::linux::ScanPace pace;
     pace.firstDelay = std::chrono::milliseconds(0);
     machine.startReleasableScan(pace);
     std::atomic<bool> going{true};

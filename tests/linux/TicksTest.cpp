@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
-#include "platform/linux/TickAccount.hpp"
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/figures/TickAccount.hpp"
+#include "platform/linux/figures/TickScale.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace vantor::tests {
 namespace {
 
 using namespace std::chrono_literals;
-using namespace platform::linux_machine;
+using namespace platform::linux;
 using platform::host_cpu_load_info;
 
 /// A machine with a /proc/stat that the test rewrites, and the loads between its readings.

@@ -21,8 +21,8 @@ class TreeMachine {
 public:
     explicit TreeMachine(const std::filesystem::path& root) : m_machine(options(root)) {}
 
-    platform::LinuxMachine* operator->() { return &m_machine; }
-    platform::LinuxMachine& machine() { return m_machine; }
+    platform::linux::LinuxMachine* operator->() { return &m_machine; }
+    platform::linux::LinuxMachine& machine() { return m_machine; }
     void pass(std::chrono::nanoseconds time) { *m_now += time; }
 
     /// The names of the links that count, with their counters.
@@ -46,8 +46,8 @@ public:
     }
 
 private:
-    platform::LinuxMachine::Options options(const std::filesystem::path& root) {
-        platform::LinuxMachine::Options options;
+    platform::linux::LinuxMachine::Options options(const std::filesystem::path& root) {
+        platform::linux::LinuxMachine::Options options;
         options.procRoot = root / "proc";
         options.sysRoot = root / "sys";
         options.folders = {.home = root / "home",
@@ -60,13 +60,13 @@ private:
         options.ticksPerSecond = 100;
         options.clock = [now = m_now] { return *now; };
         options.pause = [now = m_now](std::chrono::nanoseconds time) { *now += time; };
-        options.plainMemory = [] { return std::optional<platform::linux_machine::PlainMemory>(); };
+        options.plainMemory = [] { return std::optional<platform::linux::PlainMemory>(); };
         return options;
     }
 
     std::shared_ptr<std::chrono::nanoseconds> m_now =
         std::make_shared<std::chrono::nanoseconds>(std::chrono::hours(1));
-    platform::LinuxMachine m_machine;
+    platform::linux::LinuxMachine m_machine;
 };
 
 /// What an interval's counters make of the processors' time, in percent.

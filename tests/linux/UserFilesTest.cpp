@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
-#include "platform/linux/EventDescriptor.hpp"
-#include "platform/linux/FolderWalk.hpp"
 #include "platform/linux/KeptReleasable.hpp"
 #include "platform/linux/ReleasableScan.hpp"
-#include "platform/linux/SuiteReader.hpp"
-#include "platform/linux/UserDirs.hpp"
+#include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/linux/user/SuiteReader.hpp"
+#include "platform/linux/user/UserDirs.hpp"
+#include "platform/posix/EventDescriptor.hpp"
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -18,7 +18,8 @@ namespace vantor::tests {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace platform::linux_machine;
+using namespace platform::linux;
+using namespace platform::posix;
 
 TEST(Suite, isWholeOrUnusableAndNeverMarked) {
     const TestTree tree;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Controller/ReportInterface.hpp"
+#include "controller/ReportInterface.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/time/RunLoop.hpp"
@@ -15,7 +15,8 @@ namespace vantor::tests {
 /// and timed. Only one at a time.
 class FullRefresh {
 public:
-    explicit FullRefresh(platform::LinuxMachine::Options options = {}) : m_machine(std::move(options)) {
+    explicit FullRefresh(platform::linux::LinuxMachine::Options options = {})
+        : m_machine(std::move(options)) {
         m_controller->setReportHandler([this](ReportSection /*section*/) { ++m_reports; });
         m_controller->view(); // its own first refresh finds what is costly to find
         finish(3);
@@ -31,7 +32,7 @@ public:
         finish(4);
     }
     [[nodiscard]] TEReportTableViewController& controller() { return *m_controller; }
-    [[nodiscard]] platform::LinuxMachine& machine() { return m_machine; }
+    [[nodiscard]] platform::linux::LinuxMachine& machine() { return m_machine; }
 
 private:
     void finish(unsigned reports) {
@@ -39,9 +40,9 @@ private:
         m_loop.turnUntil([this, reports] { return m_reports >= reports; }, 0);
     }
 
-    platform::LinuxMachine m_machine;
+    platform::linux::LinuxMachine m_machine;
     platform::MachineScope m_scope{m_machine};
-    hosts::VirtualTime m_loop;
+    hosts::common::VirtualTime m_loop;
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     unsigned m_reports = 0;
 };

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Controller/ReportInterface.hpp"
 #include "HandTurnedQueue.hpp"
 #include "TestTree.hpp"
+#include "controller/ReportInterface.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
 #include <chrono>
@@ -82,13 +82,13 @@ public:
     const TestTree tree{TestTree::inMemory()};
     std::unique_ptr<HandTurnedClock> clock = std::make_unique<HandTurnedClock>();
     HandTurnedQueue queue;
-    platform::LinuxMachine machine{options()};
+    platform::linux::LinuxMachine machine{options()};
     platform::MachineScope scope{machine};
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
 
 private:
-    platform::LinuxMachine::Options options() {
-        platform::LinuxMachine::Options options;
+    platform::linux::LinuxMachine::Options options() {
+        platform::linux::LinuxMachine::Options options;
         options.procRoot = tree.root() / "proc";
         options.sysRoot = tree.root() / "sys";
         options.folders = {.home = tree.root(),
@@ -101,7 +101,7 @@ private:
         options.ticksPerSecond = 100;
         options.clock = [this] { return clock->now().time_since_epoch() + m_paused; };
         options.pause = [this](std::chrono::nanoseconds time) { m_paused += time; };
-        options.plainMemory = [] { return std::optional<platform::linux_machine::PlainMemory>(); };
+        options.plainMemory = [] { return std::optional<platform::linux::PlainMemory>(); };
         return options;
     }
     std::chrono::nanoseconds m_paused{0};

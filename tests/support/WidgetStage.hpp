@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Controller/ReportInterface.hpp"
 #include "HandTurnedQueue.hpp"
 #include "SimulatedStore.hpp"
+#include "controller/ReportInterface.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
 #include <functional>

@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 namespace {
 
 using std::chrono::milliseconds;
@@ -110,4 +110,4 @@ TEST(DeviceCode, ComesBackFromThePipe) {
 }
 
 } // namespace
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

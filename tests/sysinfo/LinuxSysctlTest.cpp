@@ -19,14 +19,14 @@
 namespace vantor::platform {
 namespace {
 
-using linux_sysctl::LinuxSysctlSource;
-using linux_sysctl::ProcessorNumbers;
+using linux::sysctl::LinuxSysctlSource;
+using linux::sysctl::ProcessorNumbers;
 using tests::Tree;
 
 LinuxSysctlSource sourceOn(const Tree& tree, const std::string& machine) {
     return {tree.root(),
             {[machine] {
-                 return linux_sysctl::SystemCalls::Names{"Linux", "n", "r", "v", machine};
+                 return linux::sysctl::SystemCalls::Names{"Linux", "n", "r", "v", machine};
              },
              [] { return std::uint64_t{16384}; }}};
 }
@@ -180,7 +180,7 @@ TEST(LinuxSysctl, ContainerWithoutSys) {
 
 TEST(LinuxSysctl, ProcessorNumbersOfOtherMachines) {
     const auto ofBlock = [](const char* machine, const char* cpuinfo) {
-        const ProcessorNumbers found = ProcessorNumbers::from(machine, linux_sysctl::parseCpuinfo(cpuinfo));
+        const ProcessorNumbers found = ProcessorNumbers::from(machine, linux::sysctl::parseCpuinfo(cpuinfo));
         return std::vector<std::uint32_t>{found.type.value_or(0), found.subtype.value_or(0),
                                           found.family.value_or(0)};
     };
@@ -256,7 +256,7 @@ TEST(Sysctlbyname, AnswersInTheWidthsOfTheKeys) {
 }
 
 TEST(Sysctlbyname, NumbersFoundAsTextAnswerBothWays) {
-    const auto number = [](const char* text) { return linux_sysctl::procSysValue(text); };
+    const auto number = [](const char* text) { return linux::sysctl::procSysValue(text); };
     EXPECT_EQ(call(number("60\n"), 0).length, 3U);
     EXPECT_EQ(call(number("60\n"), 3).bytes, "60\0"s);
     EXPECT_EQ(call(number("128"), 0).length, 5U); // 4 would be taken for a number
@@ -274,7 +274,7 @@ TEST(Sysctlbyname, NumbersFoundAsTextAnswerBothWays) {
 }
 
 TEST(KernelText, RefusesWhatIsNotOfItsForm) {
-    using namespace linux_sysctl;
+    using namespace linux::sysctl;
     EXPECT_EQ(parseCpuList("0-2,5,1"), (CpuList{0, 1, 2, 5}));
     EXPECT_EQ(parseCpuList(""), CpuList{});
     for (const char* bad : {"-", "2-1", "a", "0-4000000000", "0,,x"}) {

@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 namespace {
 
 using testing::HasSubstr;
@@ -114,4 +114,4 @@ TEST_F(Host, APauseIsNoRate) {
 }
 
 } // namespace
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

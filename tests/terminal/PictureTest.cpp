@@ -12,7 +12,7 @@
 #include <random>
 #include <sstream>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 namespace {
 
 using tests::SceneFixture;
@@ -173,4 +173,4 @@ TEST(Pictures, ClicksFindRingsAndKeys) {
 }
 
 } // namespace
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

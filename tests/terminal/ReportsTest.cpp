@@ -10,7 +10,7 @@
 #include <limits>
 #include <sstream>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 namespace {
 
 using nlohmann::json;
@@ -139,4 +139,4 @@ TEST_F(Reports, TheTextPageIsAlignedByTheWidthOnScreen) {
 }
 
 } // namespace
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

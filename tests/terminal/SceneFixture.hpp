@@ -17,12 +17,12 @@ namespace vantor::tests {
 struct SceneFixture {
     platform::SimulatedMachine machine;
     platform::MachineScope scope{machine};
-    terminal::Scene scene;
+    hosts::terminal::Scene scene;
 
     SceneFixture() {
         std::setlocale(LC_CTYPE, "C.UTF-8");
         platform::RunLoop::main().turn(std::chrono::steady_clock::now()); // all rings set out at one instant
-        using Action = terminal::Action;
+        using Action = hosts::terminal::Action;
         scene.sections[0] = {"Memory",
                              chart("Used RAM", 0.34),
                              {{"Used RAM", "5.2 GB"}, {"Free RAM", "10.8 GB"}},

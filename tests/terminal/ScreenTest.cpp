@@ -7,7 +7,7 @@
 #include <clocale>
 #include <cstdlib>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 namespace {
 
 using platform::Appearance;
@@ -125,4 +125,4 @@ TEST(Capabilities, TheFourBandsStayApartInSmallPalettes) {
 }
 
 } // namespace
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -176,7 +176,7 @@ TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {
         const pid_t child = ::fork();
         if (child == 0) {
             ::close(STDERR_FILENO);
-            terminal::TerminalState state(other, "<enter>", "<leave>");
+            hosts::terminal::TerminalState state(other, "<enter>", "<leave>");
             state.enter();
             std::thread([isCrash] {
                 isCrash ? static_cast<void>(::raise(SIGSEGV)) : platform::fatalStop("test");

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -144,4 +144,4 @@ void DotCanvas::set(Grid& grid, int column, int row, Glyphs glyphs) const {
     }
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

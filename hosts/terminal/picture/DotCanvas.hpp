@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// A sheet of dots over a rectangle of cells, two by four in each: since a cell is about twice as high as
 /// wide, the dots are square. Strokes are laid on it back to front and then set as characters.
@@ -41,4 +41,4 @@ private:
     std::vector<DotCell> m_dots;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -3,7 +3,7 @@
 
 #include "hosts/terminal/text/DisplayText.hpp"
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 constexpr char32_t leftToRightMark = 0x200E;
@@ -80,4 +80,4 @@ std::vector<std::string> Grid::lines() const {
     return lines;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

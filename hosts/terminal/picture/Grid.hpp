@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What a cell's character is drawn with. Colours are sRGB; how many of them the terminal can show is
 /// settled when the picture is written out.
@@ -71,4 +71,4 @@ private:
     std::vector<Cell> m_cells;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -64,4 +64,4 @@ void drawKeys(Sheet& sheet, const Scene& scene, const Box& box) {
     }
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -83,4 +83,4 @@ void drawLayers(Grid& grid, const platform::Layers& layers, const LayerPlace& pl
     }
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

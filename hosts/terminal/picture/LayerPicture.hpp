@@ -4,7 +4,7 @@
 #include "hosts/terminal/picture/Look.hpp"
 #include "platform/drawing/Layer.hpp"
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// Where a rectangle of layers comes to stand among the cells.
 struct LayerPlace {
@@ -19,4 +19,4 @@ struct LayerPlace {
 /// Draws layers back to front: strokes as dots, each text as one line of cells at the middle of its frame.
 void drawLayers(Grid& grid, const platform::Layers& layers, const LayerPlace& place, const Look& look);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -130,4 +130,4 @@ Layout layoutFor(const Scene& scene, Size size) {
     return start;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

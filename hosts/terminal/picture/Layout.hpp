@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// How the parts of a scene are arranged.
 enum class Arrangement : std::uint8_t {
@@ -33,4 +33,4 @@ struct Layout {
 /// The richest arrangement that fits; of those that show the same, the one with the largest rings.
 [[nodiscard]] Layout layoutFor(const Scene& scene, Size size);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -174,4 +174,4 @@ void drawLine(Sheet& sheet, const Scene& scene, int row) {
     }
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

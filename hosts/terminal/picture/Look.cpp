@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -28,4 +28,4 @@ Ink inkOf(const platform::UIColor& color, double opacity, const Look& look) {
     return ink;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

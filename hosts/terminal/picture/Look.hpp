@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The characters that a terminal can be trusted to have.
 enum class Glyphs : std::uint8_t {
@@ -29,4 +29,4 @@ struct Look {
 /// foreground; what lets the background through is mixed with black or white and counts as faint.
 [[nodiscard]] Ink inkOf(const platform::UIColor& color, double opacity, const Look& look);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -7,7 +7,7 @@
 #include "platform/time/RunLoop.hpp"
 
 /// The parts that a picture is put together from. Each draws into its box and registers what can be clicked.
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// A chart in its place: a ring with percentage and caption, centred in its box, or a bar that fills it.
 void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
@@ -31,4 +31,4 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now);
 /// Everything in one line, or what of it fits.
 void drawLine(Sheet& sheet, const Scene& scene, int row);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

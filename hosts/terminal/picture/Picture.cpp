@@ -8,7 +8,7 @@
 #include <chrono>
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::Instant;
 using platform::LinearAnimation;
@@ -92,4 +92,4 @@ std::optional<Instant> nextStep(const Scene& scene, const Picture& picture, Inst
     return next;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// A rectangle of cells, measured from the side at which the script starts.
 struct Box {
@@ -60,4 +60,4 @@ void stepPicture(Picture& picture, const Scene& scene, const Look& look, platfor
 [[nodiscard]] std::optional<platform::Instant> nextStep(const Scene& scene, const Picture& picture,
                                                         platform::Instant now);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <numbers>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -125,4 +125,4 @@ void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, 
     drawNetwork(sheet, scene, {0, row + (layout.isRoomy ? 1 : 0), sheet.size().width});
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

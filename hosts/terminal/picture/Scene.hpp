@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What the user can ask for with a key or a click.
 enum class Action : std::uint8_t { refresh, cleanRam, openApp, showCpuChart, changeMode, quit };
@@ -43,4 +43,4 @@ struct Scene {
     bool isExpanded = true;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 int Sheet::leftOf(const Box& box) const {
     return m_look.isRightToLeft ? size().width - box.column - box.width : box.column;
@@ -47,4 +47,4 @@ Ink strongInk() {
     return ink;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

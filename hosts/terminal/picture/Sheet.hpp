@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 enum class Align : std::uint8_t { leading, center, trailing };
 
@@ -39,4 +39,4 @@ private:
 [[nodiscard]] Ink captionInk(const Look& look);
 [[nodiscard]] Ink strongInk();
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -3,7 +3,7 @@
 
 #include "hosts/terminal/text/DisplayText.hpp"
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 std::string formatted(const Report& report, Format format, std::optional<Field> field) {
     switch (format) {
@@ -29,4 +29,4 @@ std::string networkLine(const Report& report, bool withArrows) {
            part("\u2191", "dataSentNETWORKTitleLabel", "dataSentNETWORKLabel");
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

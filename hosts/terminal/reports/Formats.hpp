@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 enum class Format : std::uint8_t { text, json, waybar, prometheus };
 
@@ -35,4 +35,4 @@ enum class Format : std::uint8_t { text, json, waybar, prometheus };
 /// The network's two figures in one line; with arrows or, for a screen without them, with captions.
 [[nodiscard]] std::string networkLine(const Report& report, bool withArrows);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

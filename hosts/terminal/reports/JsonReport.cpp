@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstdio>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -122,4 +122,4 @@ std::string jsonReport(const Report& report) {
     return object.dump() + '\n';
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -133,4 +133,4 @@ std::string prometheusReport(const Report& report) {
     return exposition.text();
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/reports/Report.hpp"
 
-#include "Controller/Outlets.hpp"
 #include "charts/LevelColor.hpp"
+#include "controller/Outlets.hpp"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include <ctime>
 #include <utility>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -90,4 +90,4 @@ std::string_view chartName(Field field) {
     return index < chartNames.size() ? chartNames[index] : std::string_view();
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

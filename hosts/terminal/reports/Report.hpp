@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Controller/TEReportTableViewController.hpp"
+#include "controller/TEReportTableViewController.hpp"
 #include "platform/machine/Machine.hpp"
 
 #include <chrono>
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What the widget showed at one moment, as values: the source of every report format.
 struct Report {
@@ -59,4 +59,4 @@ enum class Field : std::uint8_t { ram, storage, cpu, network };
 /// The name of a field's chart; empty for the network, which has none.
 [[nodiscard]] std::string_view chartName(Field field);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 using platform::NSLocalizedString;
 
@@ -100,4 +100,4 @@ std::string textReport(const Report& report, Field field) {
     return (chart != nullptr ? percentText(chart->progress) : "-") + '\n';
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

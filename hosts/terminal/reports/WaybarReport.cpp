@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -93,4 +93,4 @@ std::string waybarReport(const Report& report, std::optional<Field> field) {
     return object.dump() + '\n';
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -130,4 +130,4 @@ int nearestColor(std::uint32_t rgb, ColorDepth depth) {
     return nearest;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What the user wants: as many as there are, colours in any case, none, or a certain number of them.
 enum class ColorChoice : std::uint8_t { automatic, always, none, eight, sixteen, palette, direct };
@@ -45,4 +45,4 @@ struct TerminalEnvironment {
 /// The nearest colour of the terminal's palette to 0xRRGGBB. Depth `direct` has none.
 [[nodiscard]] int nearestColor(std::uint32_t rgb, ColorDepth depth);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

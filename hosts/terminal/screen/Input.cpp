@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstddef>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -128,4 +128,4 @@ void InputParser::endString(std::vector<Input>& inputs) const {
     }
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What a terminal sends.
 struct KeyPress {
@@ -49,4 +49,4 @@ private:
 /// The background in an answer such as "11;rgb:ffff/ffff/dddd": light when it is brighter than half.
 [[nodiscard]] std::vector<Input> backgroundIn(std::string_view answer);
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

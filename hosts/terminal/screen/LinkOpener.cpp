@@ -12,7 +12,7 @@
 
 extern char** environ; // NOLINT(readability-redundant-declaration): not every libc declares it
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -69,4 +69,4 @@ bool reapOpeners() {
     return anyFailed;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// Hands a link to the desktop's opener (xdg-open), without a shell and without waiting. False where there is
 /// no desktop to open it in, or no opener.
@@ -12,4 +12,4 @@ bool openLink(const std::string& link);
 /// Clears away openers that have ended, at SIGCHLD. True when one of them could not open its link.
 bool reapOpeners();
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -3,7 +3,7 @@
 
 #include "hosts/terminal/text/DisplayText.hpp"
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -107,4 +107,4 @@ std::string ScreenWriter::colorOf(const Ink& ink) const {
     return m_depth == ColorDepth::none ? "" : m_terminal.foreground(nearestColor(ink.rgb, m_depth));
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// Turns pictures into bytes for the terminal. It knows what the terminal shows and writes only the cells
 /// that are different. Every byte comes from the terminal database, a number or a cell's character.
@@ -32,4 +32,4 @@ private:
     Ink m_ink; ///< what the terminal writes with at present
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

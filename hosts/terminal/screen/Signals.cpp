@@ -6,7 +6,7 @@
 
 #include <csignal>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -52,4 +52,4 @@ void Signals::actOn(int signal) {
     ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

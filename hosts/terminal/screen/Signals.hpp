@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <vector>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The signals that concern a terminal's program (INT, QUIT, TERM, HUP, TSTP, CONT, WINCH, CHLD), taken as
 /// input instead of as interruptions: signalfd(2). Make it before other threads start, which inherit the
@@ -24,7 +24,7 @@ public:
     static void actOn(int signal);
 
 private:
-    platform::linux_machine::Descriptor m_descriptor;
+    platform::posix::Descriptor m_descriptor;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

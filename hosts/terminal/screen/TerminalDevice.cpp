@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -84,4 +84,4 @@ bool TerminalDevice::read(std::string& bytes) const {
     return true;
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

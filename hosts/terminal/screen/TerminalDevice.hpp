@@ -2,12 +2,12 @@
 #pragma once
 
 #include "hosts/terminal/picture/Grid.hpp"
-#include "platform/linux/KernelFile.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
 
 #include <string>
 #include <string_view>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The terminal's device. It is opened once more under its name, so that it can be written to without
 /// waiting: to set that on the descriptor that the shell gave us would change it for the shell as well.
@@ -30,8 +30,8 @@ public:
 
 private:
     int m_given;
-    platform::linux_machine::Descriptor m_own;
+    platform::posix::Descriptor m_own;
     std::string m_waiting;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

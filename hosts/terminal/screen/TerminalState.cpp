@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstring>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -113,4 +113,4 @@ void TerminalState::leave() const noexcept {
     restore();
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The terminal's line settings and modes, changed while a picture is on it and put back afterwards, whatever
 /// happens: at the end, before a stop, when the program fails in any thread. One at a time.
@@ -26,4 +26,4 @@ private:
     const std::string m_enter;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

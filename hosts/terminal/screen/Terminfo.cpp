@@ -5,7 +5,7 @@
 #include <term.h> // defines macros for short words: only here
 #include <unistd.h>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::string Terminfo::foreground(int index) const {
     return "\033[38;5;" + std::to_string(index) + "m";
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

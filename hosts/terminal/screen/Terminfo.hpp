@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// What the terminal database (terminfo) knows of the terminal that TERM names.
 ///
@@ -35,4 +35,4 @@ private:
     std::string m_foreground;
 };
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -10,7 +10,7 @@
 #include <cwchar>
 #include <limits>
 
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 namespace {
 
@@ -130,4 +130,4 @@ bool localeIsUtf8() {
     return std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
 }
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

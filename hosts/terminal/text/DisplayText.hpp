@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Texts as a terminal shows them: in columns of fixed width, of which a character takes none, one or two.
-namespace vantor::terminal {
+namespace vantor::hosts::terminal {
 
 /// The columns of a character by the C library's tables (wcwidth) for the process's locale: 0 for marks that
 /// sit on the character before, 2 for ideographs. A character that the locale does not know takes 1.
@@ -33,4 +33,4 @@ void appendUtf8(std::string& text, char32_t character);
 /// Whether the process's locale writes UTF-8.
 [[nodiscard]] bool localeIsUtf8();
 
-} // namespace vantor::terminal
+} // namespace vantor::hosts::terminal

@@ -14,7 +14,7 @@
 #include <mutex>
 #include <vector>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 namespace {
 
@@ -118,4 +118,4 @@ std::optional<std::string> runInChild(const std::function<std::string()>& work,
     return answer && !answer->empty() ? answer : std::nullopt;
 }
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 /// Runs `work` in a child process without a terminal to write to and gives back the bytes that it returned,
 /// 64 KiB at most. Absent where it crashes, gives nothing, or takes longer than `limit`: it is killed then.
@@ -15,4 +15,4 @@ namespace vantor::platform::linux_gpu {
 [[nodiscard]] std::optional<std::string> runInChild(const std::function<std::string()>& work,
                                                     std::chrono::milliseconds limit);
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cstdint>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 std::string encoded(const MTLDevice& device) {
     return std::to_string(device.maxBufferLength) + ' ' + std::to_string(device.currentAllocatedSize) + ' ' +
@@ -25,4 +25,4 @@ std::optional<MTLDevice> decoded(std::string_view bytes) {
     return MTLDevice{std::string(bytes), numbers[0], numbers[1], numbers[2] != 0};
 }
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <system_error>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 namespace fs = std::filesystem;
 
@@ -122,4 +122,4 @@ std::optional<std::string> pciName(std::string_view list, std::string_view vendo
     return std::nullopt;
 }
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 /// A graphics card as /sys/class/drm shows it. Reading these files wakes no card.
 struct DrmDevice {
@@ -27,4 +27,4 @@ struct DrmDevice {
 [[nodiscard]] std::optional<std::string> pciName(std::string_view list, std::string_view vendor,
                                                  std::string_view device);
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -11,7 +11,7 @@
 
 namespace vantor::platform {
 
-namespace linux_gpu {
+namespace linux::gpu {
 
 std::optional<MTLDevice> LinuxDeviceSource::systemDefaultDevice() {
     const std::vector<DrmDevice> cards = readDrmDevices(m_root);
@@ -37,11 +37,11 @@ std::optional<MTLDevice> boundedVulkanDevice() {
     return answer ? decoded(*answer) : std::nullopt;
 }
 
-} // namespace linux_gpu
+} // namespace linux::gpu
 
 MTLDeviceSource& defaultMTLDeviceSource() {
     // Never destroyed: threads may still ask while the process ends.
-    static auto& source = *new linux_gpu::LinuxDeviceSource("/", linux_gpu::boundedVulkanDevice);
+    static auto& source = *new linux::gpu::LinuxDeviceSource("/", linux::gpu::boundedVulkanDevice);
     return source;
 }
 

@@ -7,7 +7,7 @@
 #include <functional>
 #include <utility>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 /// The default device through Vulkan; but where a card is powered down, from the kernel's files alone, since
 /// a Vulkan driver would wake it. The kernel's figures are those of the card with the firmware's screen, else
@@ -29,4 +29,4 @@ private:
 /// `firstVulkanDevice` in a child process, with two seconds to answer.
 [[nodiscard]] std::optional<MTLDevice> boundedVulkanDevice();
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -2,10 +2,10 @@
 // Takes the place of VulkanDevice.cpp where Vulkan's headers were not there to build it.
 #include "platform/linux/gpu/VulkanDevice.hpp"
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 std::optional<MTLDevice> firstVulkanDevice() {
     return std::nullopt;
 }
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -9,7 +9,7 @@
 #define VK_NO_PROTOTYPES
 #include <vulkan/vulkan.h>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 namespace {
 
@@ -129,4 +129,4 @@ std::optional<MTLDevice> firstVulkanDevice() {
     return result;
 }
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantor::platform::linux_gpu {
+namespace vantor::platform::linux::gpu {
 
 /// The first device that the Vulkan loader lists, software renderers last. Opens the loader and every driver:
 /// only for a process that may crash or hang. Absent without a loader, a driver or a device.
@@ -17,4 +17,4 @@ namespace vantor::platform::linux_gpu {
 [[nodiscard]] std::string encoded(const MTLDevice& device);
 [[nodiscard]] std::optional<MTLDevice> decoded(std::string_view bytes);
 
-} // namespace vantor::platform::linux_gpu
+} // namespace vantor::platform::linux::gpu

@@ -8,7 +8,7 @@ namespace vantor::platform {
 
 namespace {
 
-linux_sysctl::SystemCalls::Names names() {
+linux::sysctl::SystemCalls::Names names() {
     utsname found{};
     if (::uname(&found) != 0) {
         return {};
@@ -24,7 +24,7 @@ std::uint64_t pageSize() {
 
 SysctlSource& defaultSysctlSource() {
     // Never destroyed: threads may still ask while the process ends.
-    static auto& source = *new linux_sysctl::LinuxSysctlSource("/", {names, pageSize});
+    static auto& source = *new linux::sysctl::LinuxSysctlSource("/", {names, pageSize});
     return source;
 }
 

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <limits>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -136,4 +136,4 @@ bool hasWord(std::string_view words, std::string_view word) {
     return false;
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -9,7 +9,7 @@
 #include <vector>
 
 /// Readers of the texts that the kernel and the system publish. Pure; absent where a text is not of its form.
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 /// The numbers of processors, ascending.
 using CpuList = std::vector<unsigned>;
@@ -37,4 +37,4 @@ using CpuinfoBlock = std::map<std::string, std::string, std::less<>>;
 /// Whether a list of words separated by blanks ("flags" of /proc/cpuinfo) holds a word.
 [[nodiscard]] bool hasWord(std::string_view words, std::string_view word);
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -7,7 +7,7 @@
 #include <array>
 #include <cerrno>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -67,4 +67,4 @@ std::optional<std::string> KernelTree::line(std::string_view path) const {
     return std::move(content.text);
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 /// Small files below a root folder: "/" on the running machine, a folder of captured files in tests.
 class KernelTree {
@@ -29,4 +29,4 @@ private:
     std::filesystem::path m_root;
 };
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -8,7 +8,7 @@
 
 #include <utility>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -199,4 +199,4 @@ SysctlAnswer LinuxSysctlSource::procSys(std::string_view key) const {
     return procSysValue(std::move(content.text));
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 class ProcessorTopology;
 
@@ -50,4 +50,4 @@ private:
     SystemCalls m_calls;
 };
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

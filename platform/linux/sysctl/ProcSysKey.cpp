@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -49,4 +49,4 @@ SysctlValue procSysValue(std::string text) {
     return SysctlValue::ofTextNumber(std::move(text), negative ? 0 - *magnitude : *magnitude);
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 /// The path below /proc/sys of a key. Points lead down and slashes stand for points inside a name
 /// ("net.ipv4.conf.eth0/100.forwarding"); a key whose first separator is a slash is a path already. Absent
@@ -18,4 +18,4 @@ namespace vantor::platform::linux_sysctl {
 /// that 64 bits hold, else a text.
 [[nodiscard]] SysctlValue procSysValue(std::string text);
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <string>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -134,4 +134,4 @@ ProcessorNumbers ProcessorNumbers::from(std::string_view machine, const std::vec
     return {};
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 /// The numbers by which the phone's platform tells processors apart. Absent for processors that it has no
 /// number for (RISC-V, s390…).
@@ -23,4 +23,4 @@ struct ProcessorNumbers {
                                                const std::vector<CpuinfoBlock>& cpuinfo);
 };
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 namespace {
 
@@ -171,4 +171,4 @@ ProcessorCaches ProcessorCaches::read(const KernelTree& tree, const PerformanceL
     }
 }
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

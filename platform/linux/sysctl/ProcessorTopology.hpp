@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantor::platform::linux_sysctl {
+namespace vantor::platform::linux::sysctl {
 
 /// The processors (hardware threads) of one speed.
 struct PerformanceLevel {
@@ -63,4 +63,4 @@ struct ProcessorCaches {
     [[nodiscard]] static ProcessorCaches read(const KernelTree& tree, const PerformanceLevel& level);
 };
 
-} // namespace vantor::platform::linux_sysctl
+} // namespace vantor::platform::linux::sysctl

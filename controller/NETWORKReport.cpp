@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "controller/ByteText.hpp"
+#include "controller/Outlet.hpp"
+#include "controller/ReportSteps.hpp"
+#include "controller/TEReportTableViewController.hpp"
+
+namespace vantor {
+
+namespace {
+
+std::uint64_t sum(std::uint64_t wifi, std::uint64_t wirelessWan) {
+    return platform::checkedAdd(wifi, wirelessWan, "the sum of the traffic counters overflows");
+}
+
+std::uint64_t sentBytes(const DataUsageInfo& usage) {
+    return sum(usage.wifiSent, usage.wirelessWanDataSent);
+}
+
+std::uint64_t receivedBytes(const DataUsageInfo& usage) {
+    return sum(usage.wifiReceived, usage.wirelessWanDataReceived);
+}
+
+} // namespace
+
+NetworkFigures TEReportTableViewController::sampleNETWORK() const {
+    NetworkFigures figures;
+    figures.usage = NetworkStatus::getDataUsage();
+    figures.sentDelta = distance(m_oldDataSent.load(), sentBytes(figures.usage));
+    figures.receivedDelta = distance(m_oldDataReceived.load(), receivedBytes(figures.usage));
+    return figures;
+}
+
+void TEReportTableViewController::reportNETWORKStatus() {
+    report([controller = self()] { return controller->sampleNETWORK(); },
+           [controller = self()](const NetworkFigures& figures) { controller->displayNETWORK(figures); });
+}
+
+void TEReportTableViewController::resumeNETWORKStatus() {
+    report([] { return NetworkStatus::getDataUsage(); },
+           [controller = self()](const DataUsageInfo& usage) { controller->keepCounters(usage); });
+}
+
+void TEReportTableViewController::displayNETWORK(const NetworkFigures& figures) {
+    const std::string sent = trafficText(figures.sentDelta);
+    const std::string received = trafficText(figures.receivedDelta);
+    m_records.network = figures;
+    m_records.network->isFirst = m_isFirstNetworkDataLoad;
+    if (m_isFirstNetworkDataLoad) {
+        m_isFirstNetworkDataLoad = false; // its delta counts from 0, not from a second ago
+    } else {
+        outlet(dataSentNETWORKLabel)->setText(sent + "/s");
+        outlet(dataReceivedNETWORKLabel)->setText(received + "/s");
+    }
+    keepCounters(figures.usage);
+    reported(ReportSection::network);
+}
+
+void TEReportTableViewController::keepCounters(const DataUsageInfo& usage) {
+    m_oldDataSent = sentBytes(usage);
+    m_oldDataReceived = receivedBytes(usage);
+}
+
+} // namespace vantor

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "controller/ByteText.hpp"
+#include "controller/Outlet.hpp"
+#include "controller/ReportSteps.hpp"
+#include "controller/TEReportTableViewController.hpp"
+#include "metrics/DiskStatus.hpp"
+#include "settings/SharedStore.hpp"
+
+#include <utility>
+
+namespace vantor {
+
+namespace {
+
+using StorageReport = std::pair<StorageFigures, StorageTexts>;
+
+/// Total and used are asked for twice, once for the text and once for the ring, so that each is what the file
+/// system said when it was made.
+StorageReport sampleStorage() {
+    StorageReport report;
+    auto& [figures, texts] = report;
+    texts.total = storageText(DiskStatus::getTotalDiskSpace());
+    figures.total = DiskStatus::getTotalDiskSpace();
+    texts.used = storageText(DiskStatus::getUsedDiskSpace());
+    figures.used = DiskStatus::getUsedDiskSpace();
+    figures.free = DiskStatus::getFreeDiskSpace();
+    texts.free = storageText(figures.free);
+    figures.releasable = DiskStatus::getReleasableDiskSpace();
+    texts.releasable = storageText(figures.releasable);
+    return report;
+}
+
+} // namespace
+
+void TEReportTableViewController::reportSTORAGEStatus() {
+    report(sampleStorage, [controller = self()](const StorageReport& sampled) {
+        controller->displaySTORAGE(sampled.first, sampled.second);
+    });
+}
+
+void TEReportTableViewController::displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts) {
+    outlet(totalSTORAGELabel)->setText(texts.total);
+    outlet(usedSTORAGELabel)->setText(texts.used);
+    outlet(freeSTORAGELabel)->setText(texts.free);
+    outlet(releasableSTORAGELabel)->setText(texts.releasable);
+    outlet(releasableSTORAGEStackView)->setHidden(!sharedFlag(SettingsKey::isReleasableSTORAGEShow));
+    m_records.storage = figures;
+    showProgress(m_storateChartView, static_cast<double>(figures.used) / static_cast<double>(figures.total));
+    reported(ReportSection::storage);
+}
+
+} // namespace vantor

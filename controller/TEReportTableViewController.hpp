@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "charts/ArcChartView.hpp"
+#include "charts/HostingContainer.hpp"
+#include "controller/ReportRecords.hpp"
+#include "platform/time/NSTimer.hpp"
+#include "platform/views/UILabel.hpp"
+#include "platform/views/UIViewController.hpp"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vantor {
+
+/// The widget's one view controller: it labels the sections, samples on the global queue, shows on the main
+/// queue, keeps three rings and two timers, and answers the host. Held by std::shared_ptr; its timers hold it
+/// as well, so it lives until the run loop is cleared. Main thread only, except for the sampling steps.
+class TEReportTableViewController final : public platform::UIViewController,
+                                          public platform::NCWidgetProviding {
+public:
+    using ChartContainer = HostingContainer<ArcChartView>;
+    using Label = std::shared_ptr<platform::UILabel>;
+    using View = std::shared_ptr<platform::UIView>;
+    using Sender = const void*; ///< the control behind an action; never looked at
+
+    TEReportTableViewController(const std::string& nibName, const platform::NSBundle* bundle);
+    explicit TEReportTableViewController(const platform::NSCoder& coder);
+
+    /// The outlets. The interface file connects them all (see ReportInterface); one that is null when a step
+    /// needs it is fatal.
+    View progressRAMView;
+    Label freeRAMTitleLabel, usedRAMTitleLabel, freeRAMLabel, usedRAMLabel;
+    View progressSTORAGEView;
+    Label totalSTORAGETitleLabel, usedSTORAGETitleLabel, freeSTORAGETitleLabel, releasableSTORAGETitleLabel;
+    Label totalSTORAGELabel, usedSTORAGELabel, freeSTORAGELabel, releasableSTORAGELabel;
+    std::shared_ptr<platform::UIStackView> releasableSTORAGEStackView;
+    View progressCPUView;
+    Label userCPUTitleLabel, systemCPUTitleLabel, inactiveCPUTitleLabel;
+    Label userCPULabel, systemCPULabel, inactiveCPULabel;
+    Label dataSentNETWORKTitleLabel, dataReceivedNETWORKTitleLabel, dataSentNETWORKLabel,
+        dataReceivedNETWORKLabel;
+
+    void viewDidLoad() override;
+    void widgetPerformUpdateWithCompletionHandler(
+        const std::function<void(platform::NCUpdateResult)>& handler) override;
+    void widgetActiveDisplayModeDidChange(platform::NCWidgetDisplayMode mode,
+                                          platform::CGSize maximumSize) override;
+
+    /// Timer targets. The network report counts on being run once a second.
+    void makeReports();
+    void reportNETWORKStatus();
+
+    /// For a host that comes back from a pause (off screen, or the machine slept) and has just restarted the
+    /// timers: samples the network counters without showing them, so that the next tick's rate covers one
+    /// second and not the whole pause. The labels keep their snapshot until then.
+    void resumeNETWORKStatus();
+
+    /// Button actions: refresh now and take up a changed interval; or open a page of the Vantor app, which
+    /// needs an extension context and is silently nothing without one.
+    void manualInfoRefresh(Sender sender);
+    void cleanRam(Sender sender);
+    void openApp(Sender sender);
+    void showCpuChart(Sender sender);
+
+    /// What the figures on screen were made of.
+    [[nodiscard]] const ReportRecords& records() const { return m_records; }
+    /// Called on the main thread after each display step: a host that prints reports listens here.
+    void setReportHandler(std::function<void(ReportSection)> handler) { m_reported = std::move(handler); }
+
+    [[nodiscard]] const std::shared_ptr<platform::NSTimer>& refreshTime() const { return m_refreshTime; }
+    [[nodiscard]] const std::shared_ptr<ChartContainer>& ramChartView() const { return m_ramChartView; }
+    [[nodiscard]] const std::shared_ptr<ChartContainer>& storateChartView() const {
+        return m_storateChartView;
+    }
+    [[nodiscard]] const std::shared_ptr<ChartContainer>& cpuChartView() const { return m_cpuChartView; }
+
+private:
+    void setupTitleLabels();
+    void refreshInfo();
+    void reportSTORAGEStatus();
+    void reportRAMStatus();
+    void reportCPUStatus();
+    void displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts);
+    void displayRAM(const MemoryFigures& figures);
+    void displayCPU(const CpuUsage& usage);
+    [[nodiscard]] NetworkFigures sampleNETWORK() const;
+    void displayNETWORK(const NetworkFigures& figures);
+    void keepCounters(const DataUsageInfo& usage);
+    void reported(ReportSection section);
+    void openLink(std::string_view link);
+    std::shared_ptr<ChartContainer> placeChart(const View& placeholder, std::string_view titleKey);
+    std::shared_ptr<platform::NSTimer> repeat(double seconds,
+                                              void (TEReportTableViewController::*selector)());
+    std::shared_ptr<TEReportTableViewController> self();
+
+    std::shared_ptr<platform::NSTimer> m_refreshTime;
+    std::atomic<std::uint64_t> m_oldDataSent{0}; // read by the sampling step
+    std::atomic<std::uint64_t> m_oldDataReceived{0};
+    bool m_isFirstNetworkDataLoad = true;
+    std::shared_ptr<ChartContainer> m_ramChartView;
+    std::shared_ptr<ChartContainer> m_storateChartView;
+    std::shared_ptr<ChartContainer> m_cpuChartView;
+    ReportRecords m_records;
+    std::function<void(ReportSection)> m_reported;
+};
+
+} // namespace vantor

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/CardButton.hpp"
+
+#include <QFocusEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <chrono>
+
+namespace vantor::hosts::qt {
+
+namespace {
+
+constexpr double pillHeight = 26;
+constexpr double pillMargin = 12; // left and right of the text
+constexpr double glyphSize = 32;
+constexpr double glyphLine = 1.6;
+
+/// A sign about the origin, within seven points to each side.
+QPainterPath glyphPath(Glyph glyph) {
+    QPainterPath path;
+    switch (glyph) {
+    case Glyph::refresh:
+        path.arcMoveTo(QRectF(-6, -6, 12, 12), 25);
+        path.arcTo(QRectF(-6, -6, 12, 12), 25, 310);
+        path.moveTo(6, -6.5);
+        path.lineTo(6, -2.4);
+        path.lineTo(1.9, -2.4);
+        break;
+    case Glyph::more:
+        path.moveTo(-5.5, -2.5);
+        path.lineTo(0, 3);
+        path.lineTo(5.5, -2.5);
+        break;
+    case Glyph::less:
+        path.moveTo(-5.5, 2.5);
+        path.lineTo(0, -3);
+        path.lineTo(5.5, 2.5);
+        break;
+    case Glyph::tick:
+        path.moveTo(-5, 0.5);
+        path.lineTo(-1.5, 4);
+        path.lineTo(5, -3.5);
+        break;
+    }
+    return path;
+}
+
+void paintGlyph(QPainter& painter, Glyph glyph, const QPointF& middle, double scale, const QColor& color) {
+    painter.save();
+    painter.translate(middle);
+    painter.scale(scale, scale);
+    painter.strokePath(glyphPath(glyph), QPen(color, glyphLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.restore();
+}
+
+} // namespace
+
+bool isKeyboardFocus(const QFocusEvent& event, bool before) {
+    switch (event.reason()) {
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        return true;
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+        return before;
+    default:
+        return false;
+    }
+}
+
+CardButton::CardButton(QWidget* parent) : QPushButton(parent) {
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    m_confirmation.setSingleShot(true);
+    m_confirmation.callOnTimeout(this, [this] { update(); });
+}
+
+void CardButton::setLook(const CardLook& look) {
+    m_look = look;
+    setFont(look.font(TypeSize::body));
+    updateGeometry();
+    update();
+}
+
+void CardButton::confirm(const QString& text) {
+    m_confirmationText = text;
+    m_confirmation.start(std::chrono::milliseconds(1200));
+    update();
+}
+
+/// Return presses a focused button, as Space does: this is no dialogue with a default button.
+bool CardButton::event(QEvent* event) {
+    if (event->type() == QEvent::Polish) {
+        setAutoDefault(true);
+    }
+    return QPushButton::event(event);
+}
+
+void CardButton::focusInEvent(QFocusEvent* event) {
+    m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
+    QPushButton::focusInEvent(event);
+}
+
+void CardButton::paintShape(QPainter& painter, double radius) const {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() ? m_look.pressedFill : underMouse() ? m_look.hoverFill : m_look.fill);
+    painter.drawRoundedRect(rect(), radius, radius);
+    if (m_keyboardFocus && hasFocus() && window()->isActiveWindow()) {
+        painter.setPen(QPen(m_look.accent, 2 * m_look.pointScale));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+    }
+}
+
+QSize PillButton::sizeHint() const {
+    const int text = fontMetrics().horizontalAdvance(this->text());
+    return {text + 2 * look().pixels(pillMargin), look().pixels(pillHeight)};
+}
+
+void PillButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintShape(painter, height() / 2.0);
+    painter.setPen(look().text);
+    if (!isConfirming()) {
+        painter.drawText(rect(), Qt::AlignCenter, text());
+        return;
+    }
+    const double sign = 18 * look().pointScale;
+    const double width = fontMetrics().horizontalAdvance(confirmation());
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    const double left = (this->width() - width - sign) / 2;
+    const double glyphX = mirrored ? left + width + sign / 2 + 4 : left + sign / 2 - 4;
+    paintGlyph(painter, Glyph::tick, {glyphX, height() / 2.0}, look().pointScale, look().text);
+    painter.drawText(QRectF(mirrored ? left : left + sign, 0, width + 1, height()), Qt::AlignCenter,
+                     confirmation());
+}
+
+void GlyphButton::setGlyph(Glyph glyph) {
+    m_glyph = glyph;
+    update();
+}
+
+QSize GlyphButton::sizeHint() const {
+    return {look().pixels(glyphSize), look().pixels(glyphSize)};
+}
+
+void GlyphButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintShape(painter, height() / 2.0);
+    paintGlyph(painter, isConfirming() ? Glyph::tick : m_glyph, QRectF(rect()).center(), look().pointScale,
+               look().text);
+}
+
+} // namespace vantor::hosts::qt

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/qt/CardLook.hpp"
+
+#include <QPushButton>
+#include <QTimer>
+#include <cstdint>
+
+namespace vantor::hosts::qt {
+
+/// Whether the focus came by the keyboard and so wants to be seen; with a window that becomes active again it
+/// is as it was.
+[[nodiscard]] bool isKeyboardFocus(const QFocusEvent& event, bool before);
+
+/// What the buttons of the card share: their look, and a short confirmation of a press.
+class CardButton : public QPushButton {
+public:
+    explicit CardButton(QWidget* parent);
+
+    void setLook(const CardLook& look);
+    /// Shows a tick (and, where there is room, `text`) for a moment in place of what is there.
+    void confirm(const QString& text);
+
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    [[nodiscard]] const CardLook& look() const { return m_look; }
+    [[nodiscard]] bool isConfirming() const { return m_confirmation.isActive(); }
+    [[nodiscard]] const QString& confirmation() const { return m_confirmationText; }
+    void paintShape(QPainter& painter, double radius) const;
+    bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    CardLook m_look;
+    bool m_keyboardFocus = false;
+    QTimer m_confirmation;
+    QString m_confirmationText;
+};
+
+/// A wide button with a text.
+class PillButton final : public CardButton {
+public:
+    explicit PillButton(QWidget* parent = nullptr) : CardButton(parent) {}
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+enum class Glyph : std::uint8_t { refresh, more, less, tick };
+
+/// A round button with a drawn sign; its text is what it is called by screen readers and its tooltip.
+class GlyphButton final : public CardButton {
+public:
+    explicit GlyphButton(QWidget* parent = nullptr) : CardButton(parent) {}
+    void setGlyph(Glyph glyph);
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Glyph m_glyph = Glyph::refresh;
+};
+
+} // namespace vantor::hosts::qt

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/CardLook.hpp"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <cmath>
+
+namespace vantor::hosts::qt {
+
+using platform::Appearance;
+
+namespace {
+
+double luminance(const QColor& color) {
+    const auto linear = [](double component) {
+        return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// An accent moved towards the text's colour until it stands out on the card as a mark.
+QColor visibleOn(const QColor& accent, const QColor& card, const QColor& text) {
+    QColor mark = accent;
+    for (float share = 0; contrast(mark, card) < 3.0; share += 0.1F) {
+        const auto mixed = [share](float from, float to) {
+            return from + (to - from) * std::min(share, 1.0F);
+        };
+        mark = QColor::fromRgbF(mixed(accent.redF(), text.redF()), mixed(accent.greenF(), text.greenF()),
+                                mixed(accent.blueF(), text.blueF()));
+    }
+    return mark;
+}
+
+} // namespace
+
+double contrast(const QColor& a, const QColor& b) {
+    const double first = luminance(a);
+    const double second = luminance(b);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+QColor painted(const platform::UIColor& color, Appearance appearance, double opacity) {
+    const platform::RGBA rgba = color.resolved(appearance);
+    const auto component = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
+    return QColor::fromRgbF(component(rgba.red), component(rgba.green), component(rgba.blue),
+                            component(rgba.alpha * opacity));
+}
+
+CardLook CardLook::of(Appearance appearance, double pointScale, const QColor& accent) {
+    CardLook look;
+    look.appearance = appearance;
+    look.pointScale = pointScale;
+    const bool light = appearance == Appearance::light;
+    look.backdrop = light ? QColor(0xE9, 0xE9, 0xEE) : QColor(0x0B, 0x0B, 0x0C);
+    look.card = light ? QColor(0xFF, 0xFF, 0xFF) : QColor(0x1C, 0x1C, 0x1E);
+    look.text = painted(platform::UIColor::labelColor(), appearance);
+    look.secondaryText = light ? QColor(0x63, 0x63, 0x68) : QColor(0xAE, 0xAE, 0xB2);
+    look.fill = light ? QColor(0xF2, 0xF2, 0xF6) : QColor(0x2C, 0x2C, 0x2E);
+    look.hoverFill = light ? QColor(0xE7, 0xE7, 0xEC) : QColor(0x38, 0x38, 0x3B);
+    look.pressedFill = light ? QColor(0xD8, 0xD8, 0xDF) : QColor(0x48, 0x48, 0x4C);
+    look.separator = light ? QColor(0xE5, 0xE5, 0xEA) : QColor(0x32, 0x32, 0x35);
+    const QColor blue = light ? QColor(0x00, 0x7A, 0xFF) : QColor(0x0A, 0x84, 0xFF);
+    look.accent = visibleOn(accent.isValid() ? accent : blue, look.card, look.text);
+    return look;
+}
+
+QFont CardLook::font(double points, QFont::Weight weight) const {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(std::max(1, pixels(points)));
+    font.setWeight(weight);
+    return font;
+}
+
+int CardLook::pixels(double points) const {
+    return static_cast<int>(std::lround(points * pointScale));
+}
+
+} // namespace vantor::hosts::qt

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/drawing/UIColor.hpp"
+
+#include <QColor>
+#include <QFont>
+
+namespace vantor::hosts::qt {
+
+/// The sizes of the one type scale, in points.
+namespace TypeSize {
+inline constexpr double number = 17; ///< the percentage within a ring
+inline constexpr double body = 13;   ///< captions, figures, buttons
+inline constexpr double small = 11;  ///< headings, ring captions, messages
+} // namespace TypeSize
+
+/// How the card is painted: colours for light or dark, the desktop's accent, and how many logical pixels a
+/// point has (1, or more where the desktop asks for larger text).
+struct CardLook {
+    platform::Appearance appearance = platform::Appearance::light;
+    double pointScale = 1;
+    QColor backdrop; ///< behind the card, in a window with a frame
+    QColor card;
+    QColor text;
+    QColor secondaryText; ///< readable (4.5:1) on the card
+    QColor fill;          ///< a button at rest
+    QColor hoverFill;
+    QColor pressedFill;
+    QColor separator;
+    QColor accent; ///< focus and pressed marks; at least 3:1 on the card
+
+    /// The look of an appearance. `accent` may be invalid: then it is the platform's blue.
+    static CardLook of(platform::Appearance appearance, double pointScale, const QColor& accent);
+
+    [[nodiscard]] QFont font(double points, QFont::Weight weight = QFont::Normal) const;
+    [[nodiscard]] int pixels(double points) const; ///< whole logical pixels
+};
+
+[[nodiscard]] QColor painted(const platform::UIColor& color, platform::Appearance appearance,
+                             double opacity = 1);
+
+/// The contrast ratio of two opaque colours (WCAG), 1...21.
+[[nodiscard]] double contrast(const QColor& a, const QColor& b);
+
+} // namespace vantor::hosts::qt

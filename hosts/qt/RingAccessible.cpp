@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/RingAccessible.hpp"
+
+#include "hosts/qt/HostText.hpp"
+#include "hosts/qt/RingView.hpp"
+
+#include <QAccessibleWidget>
+
+namespace vantor::hosts::qt {
+
+namespace {
+
+QString spokenName(const RingView& ring) {
+    return valueText(ring.caption().toStdString(), ring.percentage().toStdString());
+}
+
+class RingAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit RingAccessible(RingView& ring) : QAccessibleWidget(&ring, QAccessible::Button), m_ring(ring) {}
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        switch (kind) {
+        case QAccessible::Name:
+            return spokenName(m_ring);
+        case QAccessible::Description:
+            return m_ring.text();
+        case QAccessible::Value:
+            return m_ring.percentage();
+        default:
+            return QAccessibleWidget::text(kind);
+        }
+    }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) {
+            return static_cast<QAccessibleValueInterface*>(this);
+        }
+        return QAccessibleWidget::interface_cast(type);
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    void doAction(const QString& name) override {
+        if (name == pressAction()) {
+            m_ring.animateClick();
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+
+    [[nodiscard]] QVariant currentValue() const override {
+        return m_ring.percentage().remove(QLatin1Char('%')).toDouble();
+    }
+    void setCurrentValue(const QVariant& /*value*/) override {} // a ring shows, it is not set
+    [[nodiscard]] QVariant maximumValue() const override { return 100.0; }
+    [[nodiscard]] QVariant minimumValue() const override { return 0.0; }
+    [[nodiscard]] QVariant minimumStepSize() const override { return 1.0; }
+
+private:
+    RingView& m_ring;
+};
+
+QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
+    auto* ring = dynamic_cast<RingView*>(object);
+    return ring != nullptr ? new RingAccessible(*ring) : nullptr; // the accessibility cache owns it
+}
+
+} // namespace
+
+void installRingAccessibility() {
+    QAccessible::installFactory(makeInterface); // keeps one entry, however often it is called
+}
+
+void announceRingValue(RingView& ring) {
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent changed(&ring, ring.percentage());
+        QAccessible::updateAccessibility(&changed);
+        QAccessibleEvent renamed(&ring, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
+    }
+}
+
+} // namespace vantor::hosts::qt

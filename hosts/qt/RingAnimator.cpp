@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/RingAnimator.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace vantor::hosts::qt {
+
+namespace {
+
+constexpr double shortestFrame = 1.0 / 60; // seconds
+constexpr double step = 0.5;               // device pixels a frame
+
+} // namespace
+
+RingAnimator::RingAnimator(std::vector<RingView*> rings, Clock clock)
+    : m_rings(std::move(rings)), m_clock(std::move(clock)) {
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.callOnTimeout(&m_timer, [this] { advance(); });
+}
+
+void RingAnimator::start() {
+    if (m_motion) {
+        advance();
+    } else {
+        settle();
+    }
+}
+
+void RingAnimator::setMotion(bool on) {
+    m_motion = on;
+    if (!on) {
+        settle();
+    }
+}
+
+void RingAnimator::settle() {
+    m_timer.stop();
+    for (RingView* ring : m_rings) {
+        ring->showAtRest();
+    }
+}
+
+void RingAnimator::advance() {
+    const platform::Instant now = m_clock();
+    double fastest = 0;
+    for (RingView* ring : m_rings) {
+        const double speed = ring->speedAt(now);
+        if (speed > 0) {
+            ring->showAt(now);
+        } else {
+            ring->showAtRest();
+        }
+        fastest = std::max(fastest, speed);
+    }
+    if (fastest > 0) {
+        const std::chrono::duration<double> frame(std::max(shortestFrame, step / fastest));
+        m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(frame));
+    } else {
+        m_timer.stop();
+    }
+}
+
+} // namespace vantor::hosts::qt

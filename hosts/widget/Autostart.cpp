@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/widget/Autostart.hpp"
+
+#include "hosts/qt/UserFile.hpp"
+
+#include <filesystem>
+#include <system_error>
+
+namespace vantor::hosts::widget {
+
+namespace {
+
+std::filesystem::path entryPath() {
+    return qt::userFolder("XDG_CONFIG_HOME", ".config") / "autostart" / "vantor-widget.desktop";
+}
+
+std::string entryText() {
+    std::error_code ignored;
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+    return "[Desktop "
+           "Entry]\nType=Application\nName=Vantor\nIcon=vantor\nX-GNOME-Autostart-enabled=true\nExec=" +
+           execArgument(program.empty() ? "vantor-widget" : program) + "\n";
+}
+
+} // namespace
+
+std::string execArgument(const std::string& path) {
+    std::string quoted = "\"";
+    for (const char c : path) {
+        if (c == '\\') { // once for the quotes and once for the entry's own strings
+            quoted += "\\\\\\\\";
+        } else if (c == '"' || c == '`' || c == '$') {
+            quoted += "\\\\";
+            quoted += c;
+        } else if (c == '%') {
+            quoted += "%%";
+        } else {
+            quoted += c;
+        }
+    }
+    return quoted + '"';
+}
+
+bool isAutostarted() {
+    std::error_code ignored;
+    return std::filesystem::exists(entryPath(), ignored);
+}
+
+std::optional<std::string> setAutostart(bool on) {
+    if (on) {
+        return qt::writeUserFile(entryPath(), entryText());
+    }
+    std::error_code error;
+    std::filesystem::remove(entryPath(), error);
+    return error ? std::optional(entryPath().string() + ": " + error.message()) : std::nullopt;
+}
+
+} // namespace vantor::hosts::widget

@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/widget/ReportCard.hpp"
+
+#include "controller/ByteText.hpp"
+#include "hosts/qt/HostText.hpp"
+#include "hosts/qt/MessageLine.hpp"
+#include "platform/core/PrintableText.hpp"
+#include "ui_ReportForm.h"
+
+#include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QTextDocument>
+#include <algorithm>
+#include <cmath>
+
+namespace vantor::hosts::widget {
+
+namespace {
+
+constexpr double cornerRadius = 18; // points
+constexpr double rowHeight = 18;
+constexpr double leastWidth = 400;
+
+std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
+    auto form = std::make_unique<Ui::ReportForm>();
+    form->setupUi(&card);
+    return form;
+}
+
+bool isCaption(const QLabel& label) {
+    return label.objectName().endsWith(QLatin1String("TitleLabel"));
+}
+
+bool isHeading(const QLabel& label) {
+    return label.objectName().endsWith(QLatin1String("Heading"));
+}
+
+void setTextColor(QLabel& label, const QColor& color) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, color);
+    label.setPalette(palette);
+}
+
+/// A reason may hold a folder's name, and a tip that looks like markup is taken for it, pictures and all.
+QString literal(const std::string& reason) {
+    const QString text = QString::fromStdString(platform::printableText(reason, 4096));
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}
+
+} // namespace
+
+ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent)
+    : QWidget(parent),
+      m_form(filledForm(*this)),
+      m_binding(*this, std::move(controller)),
+      m_animator(m_binding.rings()),
+      m_message(new qt::MessageLine(this)) {
+    noteLayouts();
+    nameButtons();
+    for (qt::RingView* ring : m_binding.rings()) {
+        ring->installEventFilter(this);
+    }
+    m_form->displayModeButton->setVisible(false);
+    connect(m_form->displayModeButton, &QAbstractButton::clicked, this, [this] {
+        if (m_toggle) {
+            m_toggle();
+        }
+    });
+    connect(m_form->compactRefresh, &QAbstractButton::clicked, m_form->manualInfoRefresh,
+            [this] { m_form->manualInfoRefresh->click(); });
+    connect(m_form->manualInfoRefresh, &QAbstractButton::clicked, this, [this] {
+        m_form->manualInfoRefresh->confirm(qt::hostText("host_REFRESHED"));
+        m_form->compactRefresh->confirm({});
+        m_message->hide(); // it would lie over the confirmation
+    });
+    connect(m_form->progressRAMView, &QAbstractButton::clicked, m_form->cleanRam, &QAbstractButton::click);
+    connect(m_form->progressSTORAGEView, &QAbstractButton::clicked, m_form->openApp, &QAbstractButton::click);
+    connect(m_form->progressCPUView, &QAbstractButton::clicked, m_form->showCpuChart,
+            &QAbstractButton::click);
+}
+
+ReportCard::~ReportCard() = default;
+
+void ReportCard::nameButtons() {
+    const std::pair<QAbstractButton*, std::string_view> names[] = {
+        {m_form->cleanRam, "host_CLEANRAM"},        {m_form->openApp, "host_OPENSTORAGE"},
+        {m_form->showCpuChart, "host_SHOWCPU"},     {m_form->manualInfoRefresh, "host_REFRESH"},
+        {m_form->progressRAMView, "host_CLEANRAM"}, {m_form->progressSTORAGEView, "host_OPENSTORAGE"},
+        {m_form->progressCPUView, "host_SHOWCPU"},  {m_form->compactRefresh, "host_REFRESH"},
+    };
+    for (const auto& [button, key] : names) {
+        button->setText(qt::hostText(key));
+    }
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{m_form->progressRAMView, m_form->progressSTORAGEView,
+                                         m_form->progressCPUView, m_form->compactRefresh}) {
+        setTip(*widget, dynamic_cast<QAbstractButton*>(widget)->text());
+    }
+    m_form->memoryHeading->setText(qt::hostText("host_MEMORY"));
+    m_form->storageHeading->setText(qt::hostText("host_STORAGE"));
+    m_form->processorHeading->setText(qt::hostText("host_PROCESSOR"));
+    m_form->networkHeading->setText(qt::hostText("host_NETWORK"));
+}
+
+void ReportCard::noteLayouts() {
+    for (QLayout* layout : findChildren<QLayout*>()) {
+        auto* grid = dynamic_cast<QGridLayout*>(layout);
+        m_lengths.push_back({layout, layout->contentsMargins(),
+                             grid != nullptr ? grid->horizontalSpacing() : layout->spacing(),
+                             grid != nullptr ? grid->verticalSpacing() : 0});
+    }
+}
+
+void ReportCard::scaleLayouts() {
+    for (const LayoutLengths& lengths : m_lengths) {
+        lengths.layout->setContentsMargins(
+            m_look.pixels(lengths.margins.left()), m_look.pixels(lengths.margins.top()),
+            m_look.pixels(lengths.margins.right()), m_look.pixels(lengths.margins.bottom()));
+        if (auto* grid = dynamic_cast<QGridLayout*>(lengths.layout)) {
+            grid->setHorizontalSpacing(m_look.pixels(lengths.spacing));
+            grid->setVerticalSpacing(m_look.pixels(lengths.verticalSpacing));
+        } else {
+            lengths.layout->setSpacing(m_look.pixels(lengths.spacing));
+        }
+    }
+    m_form->ringRow->setFixedHeight(m_look.pixels(110));
+    for (qt::GlyphButton* button : {m_form->compactRefresh, m_form->displayModeButton}) {
+        button->setFixedSize(button->sizeHint());
+    }
+}
+
+void ReportCard::styleLabels() {
+    for (QLabel* label : findChildren<QLabel*>()) {
+        if (label == m_message) {
+            continue;
+        }
+        const bool heading = isHeading(*label);
+        label->setFont(m_look.font(heading ? qt::TypeSize::small : qt::TypeSize::body,
+                                   heading ? QFont::DemiBold : QFont::Normal));
+        setTextColor(*label, heading || isCaption(*label) ? m_look.secondaryText : m_look.text);
+        label->setFixedHeight(m_look.pixels(rowHeight));
+        if (!heading && !isCaption(*label)) {
+            label->setMinimumWidth(figureWidth());
+            // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
+            label->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter |
+                                (layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight));
+        }
+    }
+}
+
+void ReportCard::setLook(const qt::CardLook& look) {
+    m_look = look;
+    scaleLayouts();
+    styleLabels();
+    for (qt::CardButton* button :
+         {static_cast<qt::CardButton*>(m_form->cleanRam), static_cast<qt::CardButton*>(m_form->openApp),
+          static_cast<qt::CardButton*>(m_form->showCpuChart),
+          static_cast<qt::CardButton*>(m_form->manualInfoRefresh),
+          static_cast<qt::CardButton*>(m_form->compactRefresh),
+          static_cast<qt::CardButton*>(m_form->displayModeButton)}) {
+        button->setLook(look);
+    }
+    for (qt::RingView* ring : m_binding.rings()) {
+        ring->setLook(look);
+    }
+    m_message->setLook(look);
+    update();
+}
+
+void ReportCard::setRounded(bool rounded) {
+    m_rounded = rounded;
+    update();
+}
+
+int ReportCard::figureWidth() const {
+    return QFontMetrics(m_look.font(qt::TypeSize::body)).horizontalAdvance(qt::widestFigure());
+}
+
+/// Both columns are as wide as the widest section needs, so that they line up.
+double ReportCard::neededWidth() const {
+    const QGridLayout& grid = *m_form->sectionGrid;
+    int column = 0;
+    for (int i = 0; i < grid.count(); ++i) {
+        column = std::max(column, grid.itemAt(i)->minimumSize().width());
+    }
+    const QMargins margins = grid.contentsMargins();
+    const int width = 2 * column + grid.horizontalSpacing() + margins.left() + margins.right();
+    return std::max(leastWidth, std::ceil(width / m_look.pointScale));
+}
+
+void ReportCard::setContentSize(platform::CGSize points) {
+    setFixedSize(m_look.pixels(points.width), m_look.pixels(points.height));
+}
+
+void ReportCard::setExpanded(bool expanded) {
+    m_expanded = expanded;
+    m_form->details->setVisible(expanded);
+    m_form->compactRefresh->setVisible(!expanded);
+    m_form->displayModeButton->setGlyph(expanded ? qt::Glyph::less : qt::Glyph::more);
+    const QString name = qt::hostText(expanded ? "host_SHOWLESS" : "host_SHOWMORE");
+    m_form->displayModeButton->setText(name);
+    setTip(*m_form->displayModeButton, name);
+}
+
+void ReportCard::setCanExpand(bool can) {
+    m_form->displayModeButton->setVisible(can);
+}
+
+std::vector<QAbstractButton*> ReportCard::actionButtons() const {
+    return {m_form->manualInfoRefresh, m_form->cleanRam, m_form->openApp, m_form->showCpuChart};
+}
+
+QAbstractButton& ReportCard::displayModeButton() const {
+    return *m_form->displayModeButton;
+}
+
+void ReportCard::flush() {
+    if (m_binding.flush()) {
+        m_animator.start();
+    }
+    showReleasableTip();
+}
+
+/// Free space counts what could be released; the tooltip says how much that is.
+void ReportCard::showReleasableTip() {
+    const std::optional<StorageFigures>& storage = m_binding.controller().records().storage;
+    const bool some = storage && storage->releasable > 0;
+    setTip(*m_form->freeSTORAGELabel,
+           some ? qt::hostText("host_RELEASABLETIP", "size", storageText(storage->releasable)) : QString());
+}
+
+void ReportCard::setTip(QWidget& widget, const QString& text) {
+    if (widget.toolTip() != text) {
+        widget.setToolTip(text);
+    }
+}
+
+void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failures) {
+    if (failures == m_failures) {
+        return;
+    }
+    m_failures = failures;
+    const struct {
+        std::string_view source;
+        QLabel* heading;
+        std::string_view name;
+    } sections[] = {{"memory", m_form->memoryHeading, "host_MEMORY"},
+                    {"storage", m_form->storageHeading, "host_STORAGE"},
+                    {"processor", m_form->processorHeading, "host_PROCESSOR"},
+                    {"network", m_form->networkHeading, "host_NETWORK"}};
+    for (const auto& section : sections) {
+        const auto failed = std::ranges::find(failures, section.source, &platform::SourceFailure::source);
+        const QString name = qt::hostText(section.name);
+        if (failed == failures.end()) {
+            section.heading->setText(name);
+            setTip(*section.heading, {});
+        } else {
+            section.heading->setText(name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));
+            setTip(*section.heading, literal(failed->reason));
+        }
+    }
+}
+
+void ReportCard::showMessage(const QString& text) {
+    m_message->showText(text);
+}
+
+void ReportCard::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (m_rounded) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(m_look.card);
+        const double radius = cornerRadius * m_look.pointScale;
+        painter.drawRoundedRect(rect(), radius, radius);
+    } else {
+        painter.fillRect(event->rect(), m_look.card);
+    }
+    if (m_expanded) {
+        const int inset = m_look.pixels(20);
+        painter.fillRect(inset, m_look.pixels(110), width() - 2 * inset, 1, m_look.separator);
+    }
+}
+
+void ReportCard::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_message->place();
+}
+
+/// A ring's place is known when the layout has given it its size.
+bool ReportCard::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Resize) {
+        m_binding.placeCharts(m_look.pointScale);
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+} // namespace vantor::hosts::widget

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/RingAnimator.hpp"
+#include "hosts/widget/OutletBinding.hpp"
+#include "platform/machine/Machine.hpp"
+
+#include <QMargins>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+class QAbstractButton;
+class QGridLayout;
+class QLabel;
+class QLayout;
+namespace Ui {
+class ReportForm;
+}
+
+namespace vantor::hosts::qt {
+class MessageLine;
+}
+
+namespace vantor::hosts::widget {
+
+/// The widget's content: the form in a look, in one of two heights, bound to a controller.
+class ReportCard final : public QWidget {
+public:
+    explicit ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent = nullptr);
+    ~ReportCard() override;
+
+    void setLook(const qt::CardLook& look);
+    [[nodiscard]] const qt::CardLook& look() const { return m_look; }
+    /// Rounded over a transparent ground, or plain to the edges.
+    void setRounded(bool rounded);
+
+    /// The width, in points, that every text of this language fits into.
+    [[nodiscard]] double neededWidth() const;
+    /// Takes the size that the controller prefers, in points.
+    void setContentSize(platform::CGSize points);
+    /// Whether the sections below the rings are within the content's height.
+    void setExpanded(bool expanded);
+    /// Whether "Show More" and "Show Less" are offered, and what a press does.
+    void setCanExpand(bool can);
+    void setToggleHandler(std::function<void()> handler) { m_toggle = std::move(handler); }
+
+    /// Brings the widgets of all views that changed since the last call up to date.
+    void flush();
+    /// Marks the headings of sections whose source cannot be read, with the reason as tooltip.
+    void showFailures(const std::vector<platform::SourceFailure>& failures);
+    /// A line that goes away by itself.
+    void showMessage(const QString& text);
+
+    [[nodiscard]] qt::RingAnimator& animator() { return m_animator; }
+    [[nodiscard]] const std::vector<qt::RingView*>& rings() const { return m_binding.rings(); }
+    [[nodiscard]] QAbstractButton& displayModeButton() const;
+    /// The buttons of the four actions, refresh first, for menus and keys.
+    [[nodiscard]] std::vector<QAbstractButton*> actionButtons() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    /// A layout's lengths as the form gives them, in points.
+    struct LayoutLengths {
+        QLayout* layout;
+        QMargins margins;
+        int spacing;
+        int verticalSpacing; // of a grid
+    };
+    void noteLayouts();
+    void scaleLayouts();
+    void styleLabels();
+    void nameButtons();
+    void showReleasableTip();
+    void setTip(QWidget& widget, const QString& text);
+    [[nodiscard]] int figureWidth() const;
+
+    std::unique_ptr<Ui::ReportForm> m_form;
+    OutletBinding m_binding;
+    qt::RingAnimator m_animator;
+    qt::MessageLine* m_message;
+    qt::CardLook m_look;
+    std::vector<LayoutLengths> m_lengths;
+    std::vector<platform::SourceFailure> m_failures;
+    std::function<void()> m_toggle;
+    bool m_expanded = true;
+    bool m_rounded = true;
+};
+
+} // namespace vantor::hosts::widget

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/widget/Options.hpp"
+
+namespace vantor::hosts::widget {
+
+/// Draws the widget into the file of `options.snapshot`: waits until every section holds figures and the
+/// rings stand still (under four seconds), then writes the picture in one piece, so that there is never half
+/// a file. The exit status of the program: 1, with a line on standard error, when the file cannot be written.
+/// An application object exists.
+[[nodiscard]] int writeSnapshot(const Options& options);
+
+} // namespace vantor::hosts::widget

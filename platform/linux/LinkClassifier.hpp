@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/figures/LinkKind.hpp"
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace vantor::platform::linux {
+
+/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Holds only the
+/// folder's name; any thread.
+class LinkClassifier {
+public:
+    explicit LinkClassifier(const std::string& sysRoot)
+        : m_folder(sysRoot + "/class/net/"), m_virtualFolder(sysRoot + "/devices/virtual/net") {}
+
+    /// False where the machine shows no /sys: then names are all there is.
+    [[nodiscard]] bool available() const;
+
+    /// Never `virtualEthernet`: to tell that takes more calls, which only a machine without physical links
+    /// needs.
+    [[nodiscard]] LinkKind kind(std::string_view name) const;
+
+    /// The names of the links that have no device, for when many are to be told apart: one folder lists them
+    /// all. Empty where it cannot be read.
+    [[nodiscard]] std::unordered_set<std::string> withoutDevice() const;
+
+    /// Whether a link of kind `other` is a virtual Ethernet.
+    [[nodiscard]] bool isVirtualEthernet(std::string_view name) const;
+
+private:
+    [[nodiscard]] bool exists(std::string_view name, const char* file) const;
+    [[nodiscard]] std::string content(std::string_view name, const char* file) const;
+
+    std::string m_folder;
+    std::string m_virtualFolder;
+};
+
+} // namespace vantor::platform::linux

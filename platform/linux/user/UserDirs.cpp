@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/user/UserDirs.hpp"
+
+#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/TextScan.hpp"
+
+namespace vantor::platform::linux {
+
+namespace {
+
+/// The text between a line's double quotes; absent without the closing one.
+std::optional<std::string> unquoted(std::string_view text) {
+    if (!text.starts_with('"')) {
+        return std::nullopt;
+    }
+    std::string value;
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (text[i] == '"') {
+            return value;
+        }
+        if (text[i] == '\\' && i + 1 < text.size()) {
+            ++i;
+        }
+        if (text[i] == '\0') {
+            return std::nullopt;
+        }
+        value += text[i];
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> folderFrom(std::string_view text, std::string_view home) {
+    constexpr std::string_view variable = "$HOME";
+    std::optional<std::string> value = unquoted(text);
+    if (!value) {
+        return std::nullopt;
+    }
+    if (value->starts_with(variable) &&
+        (value->size() == variable.size() || (*value)[variable.size()] == '/')) {
+        value->replace(0, variable.size(), home);
+    }
+    while (value->size() > 1 && value->ends_with('/')) {
+        value->pop_back();
+    }
+    return value->starts_with('/') ? value : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> parseUserDir(std::string_view text, std::string_view key, std::string_view home) {
+    std::optional<std::string> folder;
+    while (const std::optional<Line> line = takeLine(text)) {
+        std::string_view rest = line->text;
+        skipBlanks(rest);
+        if (!rest.starts_with(key)) {
+            continue;
+        }
+        rest.remove_prefix(key.size());
+        skipBlanks(rest);
+        if (!rest.starts_with('=')) {
+            continue;
+        }
+        rest.remove_prefix(1);
+        skipBlanks(rest);
+        if (std::optional<std::string> value = folderFrom(rest, home)) {
+            folder = std::move(value);
+        }
+    }
+    return folder;
+}
+
+std::string documentsFolder(const posix::UserFolders& folders) {
+    constexpr std::size_t longestFile = 65536;
+    if (!folders.config.empty()) {
+        KernelFile file(folders.config + "/user-dirs.dirs", Shape::oneRecord);
+        const std::optional<std::string> folder =
+            parseUserDir(file.read(longestFile).text, "XDG_DOCUMENTS_DIR", folders.home);
+        if (folder) { // not looked for: it may be on a mount that hangs
+            return *folder;
+        }
+    }
+    return folders.home;
+}
+
+} // namespace vantor::platform::linux

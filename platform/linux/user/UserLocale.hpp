@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/machine/LocaleSigns.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace vantor::platform::linux {
+
+/// The locale that the environment asks for in one category (LC_ALL, then the category's variable, then
+/// LANG); empty where it asks for none.
+[[nodiscard]] std::string requestedLocale(const char* category);
+
+/// Puts the environment's locale in place for the whole process. Where it was not generated on this machine
+/// the texts still follow it: gettext looks at LANGUAGE in any locale but "C", so that "C.UTF-8" and a
+/// LANGUAGE made of the request stand in. Call it on the main thread before others run: it changes the
+/// process's locale, and LANGUAGE where that was not set.
+void adoptUserLocale();
+
+/// The language tag of a locale's name: "pt_BR.UTF-8" is "pt-BR", "zh_CN" "zh-Hans", "zh_TW" "zh-Hant", other
+/// regions fall away ("de_AT@euro" is "de"). "C", "POSIX" and what is no language are "en". Pure.
+[[nodiscard]] std::string languageTag(std::string_view locale);
+
+/// The language that texts are in (the first of LANGUAGE, else the requested message locale), and the signs
+/// of the numeric locale in place now, in UTF-8. In the "C" locale the signs are English.
+[[nodiscard]] LocaleSigns currentLocaleSigns();
+
+} // namespace vantor::platform::linux

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "WidgetStage.hpp"
+#include "controller/Outlets.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace vantor;
+using namespace vantor::tests;
+using platform::CGSize;
+using platform::NCWidgetDisplayMode;
+using platform::RunLoop;
+
+namespace {
+
+TEST(Lifecycle, LoadingBuildsTheWidgetInOrder) {
+    WidgetStage stage;
+    stage.machine.change([](platform::SimulatedState& state) {
+        state.texts = {
+            {"home_USEDRAM", "RAM usata"}, {"home_DATASENT", "Inviati"}, {"home_USEDCPU", "CPU usata"}};
+    });
+    stage.controller->view();
+    EXPECT_EQ(stage.controller->usedRAMTitleLabel->text(), "RAM usata");
+    EXPECT_EQ(stage.controller->dataSentNETWORKTitleLabel->text(), "Inviati");
+    EXPECT_EQ(stage.controller->inactiveCPUTitleLabel->text(), platform::NSLocalizedString("home_INACTIVE"));
+    EXPECT_EQ(stage.controller->cpuChartView()->hostingController()->rootView()->title, "CPU usata");
+    EXPECT_EQ(stage.controller->freeRAMLabel->text(), ""); // the first reports are still on their way
+    EXPECT_EQ(stage.queue.waiting(), 3U);
+    EXPECT_EQ(RunLoop::main().timers().size(), 2U);
+    EXPECT_EQ(stage.context->widgetLargestAvailableDisplayMode(), NCWidgetDisplayMode::expanded);
+    for (const LabelOutlet& outlet : labelOutlets) {
+        EXPECT_NE((*stage.controller).*outlet.label, nullptr) << outlet.name;
+    }
+    EXPECT_EQ(stage.controller->childViewControllers().size(), 3U);
+}
+
+TEST(Lifecycle, ChartsArePinnedIntoTheirPlaceholders) {
+    WidgetStage stage;
+    stage.load();
+    for (const ViewOutlet& outlet : chartOutlets) {
+        const auto& placeholder = (*stage.controller).*outlet.view;
+        placeholder->setFrame({{50, 60}, {100, 113}});
+        placeholder->layoutIfNeeded();
+        const auto& chart = ((*stage.controller).*outlet.chart)();
+        EXPECT_EQ(chart->frame(), (platform::CGRect{{0, 5}, {100, 100}})) << outlet.name;
+        EXPECT_EQ(chart->subviews().front()->frame(), (platform::CGRect{{0, 0}, {100, 100}}));
+    }
+}
+
+TEST(Lifecycle, DisplayModesSetThePreferredSize) {
+    WidgetStage stage;
+    auto& controller = *stage.controller;
+    controller.widgetActiveDisplayModeDidChange(NCWidgetDisplayMode::expanded, CGSize{320, 500});
+    EXPECT_EQ(controller.preferredContentSize(), (CGSize{320, 360}));
+    controller.widgetActiveDisplayModeDidChange(static_cast<NCWidgetDisplayMode>(2), CGSize{1, 1});
+    EXPECT_EQ(controller.preferredContentSize(), (CGSize{320, 360}));
+    controller.widgetActiveDisplayModeDidChange(NCWidgetDisplayMode::compact, CGSize{320, 110});
+    EXPECT_EQ(controller.preferredContentSize(), (CGSize{320, 110}));
+    int answers = 0; // even before the view is loaded
+    controller.widgetPerformUpdateWithCompletionHandler([&](platform::NCUpdateResult result) {
+        answers += result == platform::NCUpdateResult::newData ? 1 : 100;
+    });
+    EXPECT_EQ(answers, 1);
+    EXPECT_FALSE(controller.isViewLoaded());
+}
+
+TEST(Lifecycle, AManualRefreshReplacesTheOneReportTimer) {
+    WidgetStage stage;
+    stage.load();
+    EXPECT_EQ(stage.controller->refreshTime()->timeInterval(), 2.0);
+    const auto first = stage.controller->refreshTime();
+    stage.setStore(storedText("refreshSeconds", "5"));
+    stage.controller->manualInfoRefresh(nullptr);
+    stage.setStore(storedText("refreshSeconds", "0.5"));
+    stage.controller->manualInfoRefresh(&stage);
+    EXPECT_FALSE(first->isValid());
+    EXPECT_EQ(stage.queue.waiting(), 6U);
+    EXPECT_EQ(stage.controller->refreshTime()->timeInterval(), 0.5);
+    EXPECT_EQ(RunLoop::main().timers().size(), 2U); // it and the network's
+}
+
+TEST(Lifecycle, TheTimersKeepTheControllerAlive) {
+    WidgetStage stage;
+    stage.load();
+    const std::weak_ptr<TEReportTableViewController> weak = stage.controller;
+    stage.controller.reset();
+    EXPECT_FALSE(weak.expired());
+    RunLoop::main().clear();
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST(Lifecycle, WithoutAnOutletTheWidgetStops) {
+    WidgetStage stage(false);
+    auto bare = std::make_shared<TEReportTableViewController>("Report", nullptr);
+    EXPECT_DEATH(bare->view(), "outlet of the report interface");
+    stage.load(); // and without a context it loads and asks for nothing
+    EXPECT_EQ(stage.context->widgetLargestAvailableDisplayMode(), NCWidgetDisplayMode::compact);
+    stage.controller->usedRAMLabel.reset();
+    EXPECT_DEATH(stage.advance(2), "outlet of the report interface");
+}
+
+TEST(Actions, OpenTheirLinksWhateverTheSender) {
+    WidgetStage stage;
+    auto& controller = *stage.controller;
+    controller.cleanRam(nullptr);
+    stage.setStore(storedFlag("preventCleanRAMFromWidget"));
+    controller.cleanRam(&stage);
+    controller.openApp(&stage);
+    controller.showCpuChart(nullptr);
+    const std::vector<std::string> links{"vantor://action?cleanRam", "vantor://action?showRam",
+                                         "vantor://action?showStorage", "vantor://action?showCpu"};
+    EXPECT_EQ(stage.context->opened, links);
+    EXPECT_FALSE(stage.context->hadCompletionHandler);
+}
+
+TEST(Actions, WithoutAHostAreSilentAndDoNotEvenReadTheStore) {
+    int storeReads = 0;
+    WidgetStage stage(false, [&](platform::SimulatedState&, platform::MachineQuery query) {
+        storeReads += query == platform::MachineQuery::suite;
+    });
+    stage.controller->cleanRam(nullptr);
+    stage.controller->openApp(nullptr);
+    EXPECT_EQ(storeReads, 0);
+}
+
+} // namespace

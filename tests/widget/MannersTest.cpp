@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "Eventually.hpp"
+#include "hosts/qt/SingleInstance.hpp"
+#include "hosts/qt/UserFile.hpp"
+#include "hosts/widget/Autostart.hpp"
+#include "hosts/widget/WindowMemory.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+namespace vantor::hosts::widget {
+
+using namespace qt;
+
+namespace {
+
+TEST(Manners, ASecondStartRaisesTheFirst) {
+    qputenv("DISPLAY", ":test-" + QByteArray::number(QCoreApplication::applicationPid()));
+    int raised = 0;
+    SingleInstance first;
+    first.setRaiseHandler([&raised] { ++raised; });
+    EXPECT_FALSE(first.isSecond());
+    {
+        const SingleInstance second;
+        EXPECT_TRUE(second.isSecond());
+    }
+    EXPECT_TRUE(tests::eventually([&raised] { return raised == 1; }));
+    qputenv("DISPLAY", ":another");
+    EXPECT_FALSE(SingleInstance().isSecond());
+}
+
+TEST(Manners, AWindowComesBackAsItWas) {
+    for (const WindowState& state : {WindowState{QPoint(-40, 300), false}, WindowState{std::nullopt, true}}) {
+        rememberWindow(state);
+        EXPECT_EQ(rememberedWindow(), state);
+    }
+    for (const char* foreign : {"", "wide 1 2", "expandedness", "\xff\xfe", "1 2 expanded"}) {
+        EXPECT_EQ(parseState(foreign), std::nullopt) << foreign;
+    }
+    for (const char* halfway : {"compact 1", "compact 1 2x", "compact 99999999999 2", "compact 1 2 3"}) {
+        EXPECT_EQ(parseState(halfway), (WindowState{std::nullopt, false})) << halfway;
+    }
+}
+
+TEST(Manners, AutostartIsAnEntryThatComesAndGoes) {
+    EXPECT_FALSE(isAutostarted());
+    EXPECT_EQ(setAutostart(true), std::nullopt);
+    EXPECT_TRUE(isAutostarted());
+    const auto entry = userFolder("XDG_CONFIG_HOME", ".config") / "autostart" / "vantor-widget.desktop";
+    EXPECT_NE(readUserFile(entry).find("\nExec=\"/"), std::string::npos);
+    EXPECT_EQ(setAutostart(false), std::nullopt);
+    EXPECT_FALSE(isAutostarted());
+    EXPECT_EQ(setAutostart(false), std::nullopt);
+
+    EXPECT_EQ(execArgument("/opt/my tools/$x%y"), R"("/opt/my tools/\\$x%%y")");
+    EXPECT_EQ(execArgument(R"(/a\b"c)"), R"("/a\\\\b\\"c")");
+}
+
+TEST(Manners, FoldersFollowTheBaseDirectoryRules) {
+    qputenv("XDG_CONFIG_HOME", "relative");
+    qputenv("HOME", "/home/someone");
+    EXPECT_EQ(userFolder("XDG_CONFIG_HOME", ".config"), "/home/someone/.config");
+    qunsetenv("HOME");
+    EXPECT_NE(writeUserFile(userFolder("XDG_CONFIG_HOME", ".config") / "x", ""), std::nullopt);
+}
+
+} // namespace
+
+} // namespace vantor::hosts::widget

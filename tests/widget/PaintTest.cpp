@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "charts/ArcChartStyle.hpp"
+#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/LayerPainter.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <cstdlib>
+#include <numbers>
+#include <vector>
+
+namespace vantor::hosts::widget {
+
+using namespace qt;
+
+namespace {
+
+using platform::Appearance;
+
+constexpr double pi = std::numbers::pi;
+constexpr int side = 100;
+
+platform::Layers ring(double shown, double said, const platform::UIColor& color) {
+    ArcChartStyle style;
+    style.startAngle = {3 * pi / 4};
+    style.endAngle = {pi / 4};
+    style.outerRingLineWidth = 2;
+    style.outerRingOpacity = 0.3;
+    style.innerRingLineWidth = 10;
+    style.innerRingColor = color;
+    style.title = "Used";
+    style.titleTopPadding = 8;
+    return style.body({said, shown}, {{8, 8}, {80, 80}});
+}
+
+platform::Layers ring(double fraction) {
+    return ring(fraction, fraction, platform::UIColor::systemGreenColor());
+}
+
+void paintOnto(QImage& image, const platform::Layers& layers, const QRect& clip, const CardLook& look) {
+    QPainter painter(&image);
+    painter.setClipRect(clip);
+    painter.fillRect(clip, look.card);
+    paintLayers(painter, layers, look, clip);
+}
+
+QImage wholePicture(const platform::Layers& layers, const CardLook& look) {
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    paintOnto(image, layers, image.rect(), look);
+    return image;
+}
+
+/// Of any pixel's brightness.
+int greatestDifference(const QImage& a, const QImage& b) {
+    int greatest = 0;
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            greatest = std::max(greatest, std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))));
+        }
+    }
+    return greatest;
+}
+
+/// Repainting only what changed must leave the same pixels as painting everything.
+TEST(Paint, TheChangedAreaHoldsEveryChange) {
+    const CardLook look = CardLook::of(Appearance::light, 1, {});
+    const std::vector<platform::Layers> pictures{
+        ring(0),
+        ring(0.005),
+        ring(0.3),
+        ring(0.31),
+        ring(0.74),
+        ring(1),
+        ring(0.5, 0.52, platform::UIColor::systemRedColor()),
+        ring(0.51, 0.52, platform::UIColor::systemRedColor()),
+        {},
+    };
+    for (const auto& before : pictures) {
+        for (const auto& after : pictures) {
+            QImage image = wholePicture(before, look);
+            const QRect area = changedArea(before, after).toAlignedRect();
+            if (!area.isEmpty()) {
+                paintOnto(image, after, area, look);
+            }
+            // Clipped edges are rounded differently; a piece left out would differ by more than a hundred.
+            EXPECT_LE(greatestDifference(image, wholePicture(after, look)), 24);
+        }
+    }
+}
+
+TEST(Paint, AMovingEndRepaintsOnlyItsNeighbourhood) {
+    const auto at = [](double shown) { return ring(shown, 0.6, platform::UIColor::systemGreenColor()); };
+    const QRectF area = changedArea(at(0.5), at(0.51));
+    EXPECT_LT(area.width() * area.height(), 0.06 * side * side);
+    EXPECT_TRUE(changedArea(at(0.5), at(0.5)).isEmpty());
+}
+
+TEST(Paint, ArcsRunClockwiseFromTheLowerLeft) {
+    const CardLook look = CardLook::of(Appearance::light, 1, {});
+    const QImage image = wholePicture(ring(0.25, 0.25, platform::UIColor::systemRedColor()), look);
+    const QColor red = painted(platform::UIColor::systemRedColor(), Appearance::light);
+    EXPECT_EQ(image.pixelColor(8, 48), red);  // the left: a sixth of the way
+    EXPECT_NE(image.pixelColor(48, 8), red);  // the top: half of it
+    EXPECT_NE(image.pixelColor(88, 48), red); // the right
+}
+
+/// Every text can be read on what lies below it, in both appearances and with any accent.
+TEST(Paint, TextsAndMarksStandOut) {
+    for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+        for (const QColor& accent : {QColor(), QColor(Qt::yellow), QColor(Qt::white), QColor(Qt::black)}) {
+            const CardLook look = CardLook::of(appearance, 1, accent);
+            for (const QColor& ground : {look.card, look.fill, look.hoverFill, look.pressedFill}) {
+                EXPECT_GE(contrast(look.text, ground), 4.5);
+            }
+            EXPECT_GE(contrast(look.secondaryText, look.card), 4.5);
+            EXPECT_GE(contrast(look.accent, look.card), 3.0) << look.accent.name().toStdString();
+        }
+    }
+}
+
+} // namespace
+
+} // namespace vantor::hosts::widget

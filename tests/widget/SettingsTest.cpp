@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "Eventually.hpp"
+#include "hosts/qt/DesktopSettings.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QThread>
+
+namespace vantor::hosts::widget {
+
+using namespace qt;
+
+namespace {
+
+using tests::eventually;
+
+const auto portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const auto settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const auto appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+
+/// A settings portal that answers what the test says, on a thread of its own as a real one would.
+class Portal final : public QDBusVirtualObject {
+public:
+    QMap<QString, QVariantMap> settings;
+
+    [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        return message.member() == QLatin1String("ReadAll") &&
+               connection.send(message.createReply(QVariant::fromValue(settings)));
+    }
+};
+
+/// Red, green and blue as the portal packs them.
+QVariant colour(double red, double green, double blue) {
+    QDBusArgument packed;
+    packed.beginStructure();
+    packed << red << green << blue;
+    packed.endStructure();
+    return QVariant::fromValue(packed);
+}
+
+class Settings : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty()) {
+            GTEST_SKIP() << "dbus-daemon is not installed";
+        }
+        m_daemon.start(
+            QStringLiteral("dbus-daemon"),
+            {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+        ASSERT_TRUE(m_daemon.waitForReadyRead(5000));
+        const QByteArray address = m_daemon.readAllStandardOutput().trimmed();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        m_bus = QDBusConnection::connectToBus(QString::fromUtf8(address), QStringLiteral("portal"));
+        m_portal.settings = {
+            {appearanceGroup, {{QStringLiteral("color-scheme"), 1U}}},
+            {QStringLiteral("org.gnome.desktop.interface"), {{QStringLiteral("enable-animations"), false}}}};
+        m_portal.moveToThread(&m_thread);
+        m_thread.start();
+        ASSERT_TRUE(m_bus.registerVirtualObject(portalPath, &m_portal));
+        ASSERT_TRUE(m_bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    }
+    void TearDown() override {
+        m_thread.quit();
+        m_thread.wait();
+        QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
+        m_daemon.terminate(); // it takes its socket away
+        m_daemon.waitForFinished();
+    }
+
+    void tell(const QString& path, const QString& interface, const QString& name,
+              const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createSignal(path, interface, name);
+        message.setArguments(arguments);
+        m_bus.send(message);
+    }
+    void tellSetting(const QString& group, const QString& key, const QVariant& value) {
+        tell(portalPath, settingsInterface, QStringLiteral("SettingChanged"),
+             {group, key, QVariant::fromValue(QDBusVariant(value))});
+    }
+    QProcess m_daemon;
+    QThread m_thread;
+    Portal m_portal;
+    QDBusConnection m_bus{QString()};
+};
+
+TEST_F(Settings, AreReadFirstAndThenFollowed) {
+    qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
+    int changes = 0;
+    const DesktopSettings settings([&changes](const DesktopWishes&) { ++changes; });
+    EXPECT_EQ(settings.wishes().appearance, platform::Appearance::dark); // known before the first picture
+    EXPECT_TRUE(settings.wishes().reducedMotion);
+
+    tellSetting(appearanceGroup, QStringLiteral("color-scheme"), 2U);
+    EXPECT_TRUE(eventually([&] { return settings.wishes().appearance == platform::Appearance::light; }));
+    tellSetting(appearanceGroup, QStringLiteral("color-scheme"), 0U);
+    EXPECT_TRUE(eventually([&] { return !settings.wishes().appearance; }));
+    tellSetting(QStringLiteral("org.gnome.desktop.interface"), QStringLiteral("enable-animations"), true);
+    EXPECT_TRUE(eventually([&] { return !settings.wishes().reducedMotion; }));
+    tellSetting(QStringLiteral("org.kde.kdeglobals.KDE"), QStringLiteral("AnimationDurationFactor"),
+                QStringLiteral("0"));
+    EXPECT_TRUE(eventually([&] { return settings.wishes().reducedMotion; }));
+    tellSetting(appearanceGroup, QStringLiteral("accent-color"), colour(0.2, 0.4, 0.6));
+    EXPECT_TRUE(eventually([&] { return settings.wishes().accent == QColor::fromRgbF(0.2F, 0.4F, 0.6F); }));
+    for (const QVariant& none : {colour(0.2, 0.4, 1.6), QVariant(QStringLiteral("no colour"))}) {
+        tellSetting(appearanceGroup, QStringLiteral("accent-color"), colour(0.2, 0.4, 0.6));
+        EXPECT_TRUE(eventually([&] { return settings.wishes().accent.isValid(); }));
+        tellSetting(appearanceGroup, QStringLiteral("accent-color"), none);
+        EXPECT_TRUE(eventually([&] { return !settings.wishes().accent.isValid(); }));
+    }
+
+    tell(QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("org.freedesktop.ScreenSaver"),
+         QStringLiteral("ActiveChanged"), {true});
+    EXPECT_TRUE(eventually([&] { return settings.wishes().locked; }));
+    EXPECT_EQ(changes, 10);
+}
+
+} // namespace
+
+} // namespace vantor::hosts::widget

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "Eventually.hpp"
+#include "hosts/common/HostMachine.hpp"
+#include "hosts/widget/WidgetWindow.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+
+namespace vantor::hosts::widget {
+
+using namespace qt;
+
+namespace {
+
+using tests::eventually;
+
+/// Outlives the workers, as in the program.
+platform::Machine& demoMachine() {
+    static hosts::common::HostMachine machine(true);
+    return machine.machine();
+}
+
+class Window : public ::testing::Test {
+protected:
+    bool hasFigures() {
+        return m_window.findChild<QLabel*>(QStringLiteral("usedRAMLabel"))->text() != QStringLiteral("–");
+    }
+    WidgetWindow m_window{Options{}, demoMachine()};
+};
+
+TEST_F(Window, ShowsFiguresAtOnceAndRestsWhileHidden) {
+    EXPECT_FALSE(hasFigures());
+    m_window.show();
+    ASSERT_TRUE(eventually([this] { return hasFigures(); }));
+    EXPECT_TRUE(m_window.presence().isSeen());
+    m_window.hide();
+    ASSERT_TRUE(eventually([this] { return !m_window.presence().isSeen(); }));
+    const platform::Instant lastTurn = platform::RunLoop::main().now();
+    platform::RunLoop::main().post([] {}); // nobody is woken by it
+    QApplication::processEvents();
+    EXPECT_EQ(platform::RunLoop::main().now(), lastTurn);
+    EXPECT_FALSE(m_window.card().animator().isRunning());
+
+    m_window.show();
+    ASSERT_TRUE(eventually([this] { return m_window.presence().isSeen(); }));
+    for (const auto& timer : platform::RunLoop::main().timers()) {
+        EXPECT_GT(timer->fireDate(), platform::RunLoop::main().now()); // none fires for the pause
+    }
+}
+
+TEST_F(Window, RestsBehindALockedScreen) {
+    m_window.show();
+    ASSERT_TRUE(eventually([this] { return m_window.presence().isSeen(); }));
+    m_window.presence().setScreenLocked(true);
+    EXPECT_FALSE(m_window.presence().isSeen());
+    m_window.presence().setScreenLocked(false);
+    EXPECT_TRUE(m_window.presence().isSeen());
+}
+
+TEST_F(Window, GoesFromOneHeightToTheOther) {
+    m_window.show();
+    EXPECT_EQ(m_window.card().height(), 360);
+    m_window.findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
+    EXPECT_EQ(m_window.card().height(), 110);
+    m_window.findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
+    EXPECT_EQ(m_window.card().height(), 360);
+}
+
+} // namespace
+
+} // namespace vantor::hosts::widget
