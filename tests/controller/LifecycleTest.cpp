@@ -25,7 +25,7 @@ TEST(Lifecycle, LoadingBuildsTheWidgetInOrder) {
     EXPECT_EQ(stage.controller->inactiveCPUTitleLabel->text(), platform::NSLocalizedString("home_INACTIVE"));
     EXPECT_EQ(stage.controller->cpuChartView()->hostingController()->rootView()->title, "CPU usata");
     EXPECT_EQ(stage.controller->freeRAMLabel->text(), ""); // the first reports are still on their way
-    EXPECT_EQ(stage.queue.waiting(), 3U);
+    EXPECT_EQ(stage.loop.queue.waiting(), 3U);
     EXPECT_EQ(RunLoop::main().timers().size(), 2U);
     EXPECT_EQ(stage.context->widgetLargestAvailableDisplayMode(), NCWidgetDisplayMode::expanded);
     for (const LabelOutlet& outlet : labelOutlets) {
@@ -74,7 +74,7 @@ TEST(Lifecycle, AManualRefreshReplacesTheOneReportTimer) {
     stage.setStore(storedText("refreshSeconds", "0.5"));
     stage.controller->manualInfoRefresh(&stage);
     EXPECT_FALSE(first->isValid());
-    EXPECT_EQ(stage.queue.waiting(), 6U);
+    EXPECT_EQ(stage.loop.queue.waiting(), 6U);
     EXPECT_EQ(stage.controller->refreshTime()->timeInterval(), 0.5);
     EXPECT_EQ(RunLoop::main().timers().size(), 2U); // it and the network's
 }

@@ -65,11 +65,11 @@ TEST(Reports, ShowProcessorSharesAndAskAgainWhenNoTickPassed) {
     stage.play();
     EXPECT_EQ(controller.userCPULabel->text(), "nan %");
     EXPECT_TRUE(std::isnan(stage.model(controller.cpuChartView()).progress()));
-    EXPECT_EQ(stage.queue.waiting(), 1U); // one more report
+    EXPECT_EQ(stage.loop.queue.waiting(), 1U); // one more report
     stage.machine.change([](platform::SimulatedState& state) { state.cpuLoad.user += 4; });
     stage.play();
     EXPECT_EQ(controller.userCPULabel->text(), "100.00 %");
-    EXPECT_EQ(stage.queue.waiting(), 0U);
+    EXPECT_EQ(stage.loop.queue.waiting(), 0U);
 }
 
 TEST(Reports, ShowNetworkRatesFromTheSecondTickOn) {
@@ -100,7 +100,7 @@ TEST(Reports, ShowNetworkRatesFromTheSecondTickOn) {
     // After a pause the counters are taken up again without a rate over the whole of it.
     stage.machine.change(
         [](platform::SimulatedState& s) { s.interfaces->front().receivedBytes += 900'000'000; });
-    platform::RunLoop::main().restartTimers(stage.clock->now());
+    platform::RunLoop::main().restartTimers(stage.loop.clock.now());
     controller.resumeNETWORKStatus();
     stage.play();
     EXPECT_EQ(shown(), "-2 KB/s|0 KB/s");
@@ -129,7 +129,7 @@ TEST(Reports, AskTheVolumeAndTheStoreInOrder) {
     });
     stage.controller->view();
     asked.clear();
-    stage.queue.drain();
+    stage.loop.queue.drain();
     // Storage: total twice, used twice (the store for itself, total, free with the store), free, releasable.
     EXPECT_EQ(asked, "vv"
                      "svvs"
@@ -140,7 +140,7 @@ TEST(Reports, AskTheVolumeAndTheStoreInOrder) {
                      "zpsp"
                      "c");
     asked.clear();
-    stage.clock->advance(0); // display: the row's flag, the inactive flag, and the colour of each ring
+    stage.loop.clock.advance(0); // display: the row's flag, the inactive flag, and the colour of each ring
     EXPECT_EQ(asked, "ss"
                      "ss"
                      "s");

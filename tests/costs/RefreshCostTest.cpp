@@ -39,13 +39,13 @@ protected:
 };
 
 TEST_F(RefreshCost, allocationsWithoutAStore) {
-    countRefresh(36, 2048);
+    countRefresh(44, 3072);
 }
 
 TEST_F(RefreshCost, allocationsWithAStore) {
-    stage.tree.write("store.plist",
+    stage.tree.write(storeFile,
                      R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
-    countRefresh(60, 3584);
+    countRefresh(66, 4608);
 }
 
 double threadMilliseconds() {

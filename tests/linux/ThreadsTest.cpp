@@ -15,31 +15,24 @@ TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
     const TestTree tree;
     std::filesystem::copy(std::filesystem::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(),
                           std::filesystem::copy_options::recursive);
-    platform::linux::LinuxMachine::Options options;
-    options.procRoot = tree.root() / "proc";
-    options.sysRoot = tree.root() / "sys";
-    options.folders = {};
-    options.folders.home = options.folders.cache = tree.root();
-    options.useLocale = false;
-    options.pause = [](std::chrono::nanoseconds) {};
-    platform::linux::LinuxMachine machine(std::move(options));
+    TreeMachine machine(tree.root());
     platform::linux::ScanPace pace;
     pace.firstDelay = std::chrono::milliseconds(0);
-    machine.startReleasableScan(pace);
+    machine->startReleasableScan(pace);
     std::atomic<bool> going{true};
     std::vector<std::thread> reports;
     for (int i = 0; i < 3; ++i) {
         reports.emplace_back([&machine] {
             for (int round = 0; round < 30; ++round) {
                 platform::vm_statistics64 memory{};
-                EXPECT_EQ(machine.hostVirtualMemory(memory), platform::KERN_SUCCESS);
-                EXPECT_GT(machine.physicalMemory(), 0U);
+                EXPECT_EQ(machine->hostVirtualMemory(memory), platform::KERN_SUCCESS);
+                EXPECT_GT(machine->physicalMemory(), 0U);
                 platform::host_cpu_load_info ticks{};
-                EXPECT_EQ(machine.hostCpuLoad(ticks), platform::KERN_SUCCESS);
-                machine.interfaceAddresses();
-                EXPECT_TRUE(machine.volumeCapacities(machine.documentDirectories()->at(0)));
-                machine.readSuite("group.vantor");
-                machine.failures();
+                EXPECT_EQ(machine->hostCpuLoad(ticks), platform::KERN_SUCCESS);
+                machine->interfaceAddresses();
+                EXPECT_TRUE(machine->volumeCapacities(machine->documentDirectories()->at(0)));
+                machine->readSuite("group.vantor");
+                machine->failures();
             }
         });
     }

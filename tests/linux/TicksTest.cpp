@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Load.hpp"
 #include "TreeMachine.hpp"
 #include "platform/linux/figures/TickAccount.hpp"
 #include "platform/linux/figures/TickScale.hpp"

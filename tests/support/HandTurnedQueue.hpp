@@ -52,4 +52,21 @@ private:
     platform::Instant m_now{std::chrono::hours(1)};
 };
 
+/// Both together: what a controller needs to be played through by hand. Declared after its machine, and
+/// before the controller.
+struct HandTurnedLoop {
+    HandTurnedClock clock;
+    HandTurnedQueue queue;
+
+    /// Runs the sampling steps that wait, and then their display steps.
+    void play() {
+        queue.drain();
+        clock.advance(0);
+    }
+    void advance(double seconds) {
+        clock.advance(seconds);
+        play();
+    }
+};
+
 } // namespace vantor::tests

@@ -2,14 +2,11 @@
 #pragma once
 
 #include "HandTurnedQueue.hpp"
-#include "TestTree.hpp"
+#include "TreeMachine.hpp"
 #include "controller/ReportInterface.hpp"
-#include "platform/linux/LinuxMachine.hpp"
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,11 +45,11 @@ class TreeStage {
 public:
     explicit TreeStage(KernelFigures first = {}) : figures(std::move(first)) {
         figures.write(tree);
+        std::filesystem::create_directories((tree.root() / storeFile).parent_path());
         tree.write("proc/self/mountinfo", ""); // no mount ever comes or goes
         tree.write("sys/class/net/eth0/type", "1\n");
         tree.write("sys/class/net/eth0/device/vendor", "0x8086\n");
     }
-    ~TreeStage() { clock.reset(); } // the timers hold the controller
 
     void load() {
         controller->view();
@@ -61,7 +58,12 @@ public:
     /// Lets time pass in one jump; the machine shows the figures as they then are.
     void advance(double seconds) {
         figures.write(tree);
-        clock->advance(seconds);
+        pass(seconds);
+    }
+    /// Lets time pass, and the machine's files be what they are.
+    void pass(double seconds) {
+        machine.pass(std::chrono::nanoseconds(static_cast<std::int64_t>(1e9 * seconds)));
+        loop.clock.advance(seconds);
         play();
     }
     /// All four reports, now.
@@ -71,40 +73,17 @@ public:
         play();
     }
     void play() {
-        queue.drain();
-        clock->advance(0);
-        if (queue.waiting() > 0) { // shares that are no numbers are asked for again
-            play();
-        }
+        do {
+            loop.play();
+        } while (loop.queue.waiting() > 0); // shares that are no numbers are asked for again
     }
 
     KernelFigures figures;
     const TestTree tree{TestTree::inMemory()};
-    std::unique_ptr<HandTurnedClock> clock = std::make_unique<HandTurnedClock>();
-    HandTurnedQueue queue;
-    platform::linux::LinuxMachine machine{options()};
-    platform::MachineScope scope{machine};
+    TreeMachine machine{tree.root()};
+    platform::MachineScope scope{machine.machine()};
+    HandTurnedLoop loop;
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
-
-private:
-    platform::linux::LinuxMachine::Options options() {
-        platform::linux::LinuxMachine::Options options;
-        options.procRoot = tree.root() / "proc";
-        options.sysRoot = tree.root() / "sys";
-        options.folders = {.home = tree.root(),
-                           .config = tree.root() / "config",
-                           .cache = tree.root() / "cache",
-                           .data = tree.root() / "data",
-                           .suiteFile = tree.root() / "store.plist"};
-        options.useLocale = false;
-        options.pageSize = 4096;
-        options.ticksPerSecond = 100;
-        options.clock = [this] { return clock->now().time_since_epoch() + m_paused; };
-        options.pause = [this](std::chrono::nanoseconds time) { m_paused += time; };
-        options.plainMemory = [] { return std::optional<platform::linux::PlainMemory>(); };
-        return options;
-    }
-    std::chrono::nanoseconds m_paused{0};
 };
 
 } // namespace vantor::tests

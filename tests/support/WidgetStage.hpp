@@ -46,24 +46,14 @@ struct WidgetStage {
             controller->setExtensionContext(context);
         }
     }
-    ~WidgetStage() {
-        clock.reset(); // the timers hold the controller
-    }
 
     /// Loads the view and plays the reports that this starts.
     void load() {
         controller->view();
-        play();
+        loop.play();
     }
-    /// Runs the sampling steps that wait and then their display steps.
-    void play() {
-        queue.drain();
-        clock->advance(0);
-    }
-    void advance(double seconds) {
-        clock->advance(seconds);
-        play();
-    }
+    void play() { loop.play(); }
+    void advance(double seconds) { loop.advance(seconds); }
     void setStore(const std::string& entries) {
         machine.change([&](platform::SimulatedState& state) { state.suite = storeHolding(entries); });
     }
@@ -73,8 +63,7 @@ struct WidgetStage {
 
     platform::SimulatedMachine machine;
     platform::MachineScope scope{machine};
-    std::unique_ptr<HandTurnedClock> clock = std::make_unique<HandTurnedClock>();
-    HandTurnedQueue queue;
+    HandTurnedLoop loop;
     std::shared_ptr<RecordingContext> context = std::make_shared<RecordingContext>();
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
 };

@@ -17,31 +17,17 @@ protected:
     Host() {
         ::unsetenv("DISPLAY");
         ::unsetenv("WAYLAND_DISPLAY");
-        play();
-    }
-    ~Host() override {
-        m_host.reset();
-        m_clock.reset(); // the timers hold the controller
-    }
-
-    void play() {
-        m_queue.drain();
-        m_clock->advance(0);
-    }
-    void advance(double seconds) {
-        m_clock->advance(seconds);
-        play();
+        m_loop.play();
     }
     void receive(std::uint32_t bytes) {
         m_machine.change(
             [&](platform::SimulatedState& state) { state.interfaces->front().receivedBytes += bytes; });
     }
-    const Scene& scene() { return m_host->sceneAt(m_clock->now()); }
+    const Scene& scene() { return m_host->sceneAt(m_loop.clock.now()); }
 
     platform::SimulatedMachine m_machine{tests::smallMachine()};
     platform::MachineScope m_scope{m_machine};
-    std::unique_ptr<tests::HandTurnedClock> m_clock = std::make_unique<tests::HandTurnedClock>();
-    tests::HandTurnedQueue m_queue;
+    tests::HandTurnedLoop m_loop;
     std::optional<TerminalHost> m_host{std::in_place, m_machine, true};
 };
 
@@ -56,13 +42,13 @@ TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
     m_machine.change([](platform::SimulatedState& state) {
         state.suite = tests::storeHolding(tests::storedFlag("isReleasableSTORAGEShow"));
     });
-    m_host->perform(Action::refresh, m_clock->now());
-    play();
+    m_host->perform(Action::refresh, m_loop.clock.now());
+    m_loop.play();
     EXPECT_TRUE(m_host->takeChange());
     EXPECT_EQ(scene().sections[1].rows.size(), 4U) << "with what is releasable";
     EXPECT_EQ(scene().notice, "Refreshed");
-    EXPECT_EQ(m_host->noticeEnd(), m_clock->now() + std::chrono::seconds(3));
-    advance(4);
+    EXPECT_EQ(m_host->noticeEnd(), m_loop.clock.now() + std::chrono::seconds(3));
+    m_loop.advance(4);
     EXPECT_EQ(scene().notice, "");
 }
 
@@ -71,15 +57,15 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
                                                     {Action::openApp, "vantor://action?showStorage"},
                                                     {Action::showCpuChart, "vantor://action?showCpu"}};
     for (const auto& [action, link] : links) {
-        m_host->perform(action, m_clock->now());
+        m_host->perform(action, m_loop.clock.now());
         EXPECT_THAT(scene().notice, HasSubstr(link));
     }
     EXPECT_TRUE(scene().isExpanded);
-    m_host->perform(Action::changeMode, m_clock->now());
+    m_host->perform(Action::changeMode, m_loop.clock.now());
     EXPECT_FALSE(scene().isExpanded);
     EXPECT_EQ(scene().keys[4].text, "Show More");
     EXPECT_FALSE(m_host->hasQuit());
-    m_host->perform(Action::quit, m_clock->now());
+    m_host->perform(Action::quit, m_loop.clock.now());
     EXPECT_TRUE(m_host->hasQuit());
 }
 
@@ -88,28 +74,28 @@ TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
         state.volume.reset();
         state.failures = {{"storage", "/home: no answer"}};
     });
-    advance(2);
+    m_loop.advance(2);
     EXPECT_EQ(scene().warning, "Storage: Not available (/home: no answer)");
     m_machine.change([](platform::SimulatedState& state) {
         state.volume = tests::smallMachine().volume;
         state.failures.clear();
     });
-    advance(2);
+    m_loop.advance(2);
     EXPECT_EQ(scene().warning, "");
 }
 
 TEST_F(Host, APauseIsNoRate) {
-    advance(1);
+    m_loop.advance(1);
     receive(2000);
-    advance(1);
+    m_loop.advance(1);
     EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s");
     receive(900'000'000); // an hour's worth behind a stopped job
-    m_host->resume(m_clock->now() + std::chrono::hours(1));
-    play();
+    m_host->resume(m_loop.clock.now() + std::chrono::hours(1));
+    m_loop.play();
     EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s") << "what was on screen stays";
-    m_clock->advance(3600);
+    m_loop.clock.advance(3600);
     receive(5000);
-    advance(1);
+    m_loop.advance(1);
     EXPECT_EQ(scene().network.rows[0].figure, "5 KB/s");
 }
 

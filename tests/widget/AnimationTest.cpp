@@ -26,7 +26,7 @@ protected:
         for (const char* name : {"progressRAMView", "progressSTORAGEView", "progressCPUView"}) {
             m_rings.push_back(dynamic_cast<RingView*>(m_card->findChild<QWidget*>(QLatin1String(name))));
         }
-        m_animator = std::make_unique<RingAnimator>(m_rings, [this] { return m_stage.clock->now(); });
+        m_animator = std::make_unique<RingAnimator>(m_rings, [this] { return m_stage.loop.clock.now(); });
         m_stage.advance(2.2); // past the first animation, and long before the next report
         m_animator->settle();
     }

@@ -94,7 +94,7 @@ TEST_F(Card, HandsEveryPressToItsAction) {
     for (const char* name : {"manualInfoRefresh", "compactRefresh"}) {
         const auto before = m_stage.controller->refreshTime();
         press(name);
-        EXPECT_GE(m_stage.queue.waiting(), 3U) << name; // storage, memory, processor
+        EXPECT_GE(m_stage.loop.queue.waiting(), 3U) << name; // storage, memory, processor
         EXPECT_NE(m_stage.controller->refreshTime(), before);
         m_stage.play();
     }

@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "TestTree.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
-#include <TestTree.hpp>
-
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 
 namespace vantor::tests {
+
+/// Where a TreeMachine looks for the preferences, below its root.
+inline const std::filesystem::path storeFile = "home/.config/vantor/group.vantor.plist";
 
 /// A Linux machine on a folder that holds proc/, sys/ and home/, with a clock that the test moves. A pause of
 /// the machine's moves it too.
@@ -23,7 +25,7 @@ public:
 
     platform::linux::LinuxMachine* operator->() { return &m_machine; }
     platform::linux::LinuxMachine& machine() { return m_machine; }
-    void pass(std::chrono::nanoseconds time) { *m_now += time; }
+    void pass(std::chrono::nanoseconds time) { m_now += time.count(); }
 
     /// The names of the links that count, with their counters.
     std::map<std::string, std::pair<std::uint32_t, std::uint32_t>> countedLinks() {
@@ -58,26 +60,14 @@ private:
         options.useLocale = false;
         options.pageSize = 4096;
         options.ticksPerSecond = 100;
-        options.clock = [now = m_now] { return *now; };
-        options.pause = [now = m_now](std::chrono::nanoseconds time) { *now += time; };
+        options.clock = [this] { return std::chrono::nanoseconds(m_now); };
+        options.pause = [this](std::chrono::nanoseconds time) { pass(time); };
         options.plainMemory = [] { return std::optional<platform::linux::PlainMemory>(); };
         return options;
     }
 
-    std::shared_ptr<std::chrono::nanoseconds> m_now =
-        std::make_shared<std::chrono::nanoseconds>(std::chrono::hours(1));
+    std::atomic<std::int64_t> m_now = std::chrono::nanoseconds(std::chrono::hours(1)).count();
     platform::linux::LinuxMachine m_machine;
 };
-
-/// What an interval's counters make of the processors' time, in percent.
-struct Load {
-    double user, system, idle, nice;
-};
-inline Load loadBetween(const platform::host_cpu_load_info& a, const platform::host_cpu_load_info& b) {
-    const double user = b.user - a.user, system = b.system - a.system, idle = b.idle - a.idle,
-                 nice = b.nice - a.nice;
-    const double percent = 100 / (user + system + idle + nice);
-    return {user * percent, system * percent, idle * percent, nice * percent};
-}
 
 } // namespace vantor::tests
