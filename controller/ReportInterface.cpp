@@ -18,6 +18,7 @@ std::shared_ptr<TEReportTableViewController> ReportInterface::instantiate() {
 void ReportInterface::load(TEReportTableViewController& controller) {
     const auto root = std::make_shared<UIView>();
     const auto releasable = std::make_shared<UIStackView>();
+    releasable->setHidden(true); // until a report says that it is wanted
     root->addSubview(releasable);
     controller.releasableSTORAGEStackView = releasable;
     for (const ViewOutlet& outlet : chartOutlets) {

@@ -20,7 +20,7 @@ namespace {
 
 constexpr double cornerRadius = 18; // points
 constexpr double rowHeight = 18;
-constexpr double leastWidth = 400;
+constexpr double narrowest = 400;
 
 std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
     auto form = std::make_unique<Ui::ReportForm>();
@@ -53,10 +53,10 @@ QString literal(const std::string& reason) {
 ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent)
     : QWidget(parent),
       m_form(filledForm(*this)),
+      m_lengths(*this),
       m_binding(*this, std::move(controller)),
       m_animator(m_binding.rings()),
       m_message(new qt::MessageLine(this)) {
-    noteLayouts();
     nameButtons();
     for (qt::RingView* ring : m_binding.rings()) {
         ring->installEventFilter(this);
@@ -103,27 +103,8 @@ void ReportCard::nameButtons() {
     m_form->networkHeading->setText(qt::hostText("host_NETWORK"));
 }
 
-void ReportCard::noteLayouts() {
-    for (QLayout* layout : findChildren<QLayout*>()) {
-        auto* grid = dynamic_cast<QGridLayout*>(layout);
-        m_lengths.push_back({layout, layout->contentsMargins(),
-                             grid != nullptr ? grid->horizontalSpacing() : layout->spacing(),
-                             grid != nullptr ? grid->verticalSpacing() : 0});
-    }
-}
-
-void ReportCard::scaleLayouts() {
-    for (const LayoutLengths& lengths : m_lengths) {
-        lengths.layout->setContentsMargins(
-            m_look.pixels(lengths.margins.left()), m_look.pixels(lengths.margins.top()),
-            m_look.pixels(lengths.margins.right()), m_look.pixels(lengths.margins.bottom()));
-        if (auto* grid = dynamic_cast<QGridLayout*>(lengths.layout)) {
-            grid->setHorizontalSpacing(m_look.pixels(lengths.spacing));
-            grid->setVerticalSpacing(m_look.pixels(lengths.verticalSpacing));
-        } else {
-            lengths.layout->setSpacing(m_look.pixels(lengths.spacing));
-        }
-    }
+void ReportCard::scaleForm() {
+    m_lengths.scale(m_look);
     m_form->ringRow->setFixedHeight(m_look.pixels(110));
     for (qt::GlyphButton* button : {m_form->compactRefresh, m_form->displayModeButton}) {
         button->setFixedSize(button->sizeHint());
@@ -151,7 +132,7 @@ void ReportCard::styleLabels() {
 
 void ReportCard::setLook(const qt::CardLook& look) {
     m_look = look;
-    scaleLayouts();
+    scaleForm();
     styleLabels();
     for (qt::CardButton* button :
          {static_cast<qt::CardButton*>(m_form->cleanRam), static_cast<qt::CardButton*>(m_form->openApp),
@@ -168,11 +149,6 @@ void ReportCard::setLook(const qt::CardLook& look) {
     update();
 }
 
-void ReportCard::setRounded(bool rounded) {
-    m_rounded = rounded;
-    update();
-}
-
 int ReportCard::figureWidth() const {
     return QFontMetrics(m_look.font(qt::TypeSize::body)).horizontalAdvance(qt::widestFigure());
 }
@@ -182,11 +158,11 @@ double ReportCard::neededWidth() const {
     const QGridLayout& grid = *m_form->sectionGrid;
     int column = 0;
     for (int i = 0; i < grid.count(); ++i) {
-        column = std::max(column, grid.itemAt(i)->minimumSize().width());
+        column = std::max(column, qt::leastWidth(*grid.itemAt(i)));
     }
     const QMargins margins = grid.contentsMargins();
     const int width = 2 * column + grid.horizontalSpacing() + margins.left() + margins.right();
-    return std::max(leastWidth, std::ceil(width / m_look.pointScale));
+    return std::max(narrowest, std::ceil(width / m_look.pointScale));
 }
 
 void ReportCard::setContentSize(platform::CGSize points) {
@@ -266,17 +242,13 @@ void ReportCard::showMessage(const QString& text) {
     m_message->showText(text);
 }
 
-void ReportCard::paintEvent(QPaintEvent* event) {
+void ReportCard::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (m_rounded) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(m_look.card);
-        const double radius = cornerRadius * m_look.pointScale;
-        painter.drawRoundedRect(rect(), radius, radius);
-    } else {
-        painter.fillRect(event->rect(), m_look.card);
-    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_look.card);
+    const double radius = cornerRadius * m_look.pointScale;
+    painter.drawRoundedRect(rect(), radius, radius);
     if (m_expanded) {
         const int inset = m_look.pixels(20);
         painter.fillRect(inset, m_look.pixels(110), width() - 2 * inset, 1, m_look.separator);

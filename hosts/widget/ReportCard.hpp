@@ -2,11 +2,11 @@
 #pragma once
 
 #include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/FormLengths.hpp"
 #include "hosts/qt/RingAnimator.hpp"
 #include "hosts/widget/OutletBinding.hpp"
 #include "platform/machine/Machine.hpp"
 
-#include <QMargins>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -15,9 +15,7 @@
 #include <vector>
 
 class QAbstractButton;
-class QGridLayout;
 class QLabel;
-class QLayout;
 namespace Ui {
 class ReportForm;
 }
@@ -36,10 +34,8 @@ public:
 
     void setLook(const qt::CardLook& look);
     [[nodiscard]] const qt::CardLook& look() const { return m_look; }
-    /// Rounded over a transparent ground, or plain to the edges.
-    void setRounded(bool rounded);
 
-    /// The width, in points, that every text of this language fits into.
+    /// The width, in points, that every text of this language fits into, shown at the moment or not.
     [[nodiscard]] double neededWidth() const;
     /// Takes the size that the controller prefers, in points.
     void setContentSize(platform::CGSize points);
@@ -68,15 +64,7 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    /// A layout's lengths as the form gives them, in points.
-    struct LayoutLengths {
-        QLayout* layout;
-        QMargins margins;
-        int spacing;
-        int verticalSpacing; // of a grid
-    };
-    void noteLayouts();
-    void scaleLayouts();
+    void scaleForm();
     void styleLabels();
     void nameButtons();
     void showReleasableTip();
@@ -84,15 +72,14 @@ private:
     [[nodiscard]] int figureWidth() const;
 
     std::unique_ptr<Ui::ReportForm> m_form;
+    qt::FormLengths m_lengths;
     OutletBinding m_binding;
     qt::RingAnimator m_animator;
     qt::MessageLine* m_message;
     qt::CardLook m_look;
-    std::vector<LayoutLengths> m_lengths;
     std::vector<platform::SourceFailure> m_failures;
     std::function<void()> m_toggle;
     bool m_expanded = true;
-    bool m_rounded = true;
 };
 
 } // namespace vantor::hosts::widget

@@ -100,7 +100,6 @@ int writeSnapshot(const Options& options) {
     ReportCard card(controller);
     card.setLook(qt::CardLook::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
     card.setCanExpand(true);
-    card.setExpanded(true);
     const double width = card.neededWidth();
     card.setExpanded(expanded);
     using Mode = platform::NCWidgetDisplayMode;

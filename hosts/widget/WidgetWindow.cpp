@@ -170,7 +170,6 @@ void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
     const bool offered = m_context->widgetLargestAvailableDisplayMode() == NCWidgetDisplayMode::expanded;
     m_mode = offered ? mode : NCWidgetDisplayMode::compact;
     m_card->setCanExpand(offered);
-    m_card->setExpanded(true);
     const double width = m_card->neededWidth();
     const bool expanded = m_mode == NCWidgetDisplayMode::expanded;
     m_card->setExpanded(expanded);

@@ -35,7 +35,16 @@ protected:
     std::unique_ptr<WidgetWindow> m_window;
 };
 
+/// Also once the card was folded and a row has come that was hidden meanwhile.
 TEST_P(Language, NothingIsCutOff) {
+    const int width = m_window->card().width();
+    auto* const row = m_window->findChild<QWidget*>(QStringLiteral("releasableSTORAGEStackView"));
+    EXPECT_TRUE(row->isHidden());
+    m_window->card().displayModeButton().click();
+    m_window->card().displayModeButton().click();
+    row->show();
+    QApplication::processEvents();
+    EXPECT_EQ(m_window->card().width(), width);
     for (const QLabel* label : m_window->findChildren<QLabel*>()) {
         if (label->isVisible()) {
             EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
