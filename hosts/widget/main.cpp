@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <utility>
@@ -81,8 +82,7 @@ int showWindow(const Options& options, vantor::platform::Machine& machine) {
 
 int run(const Options& options, int argc, char** argv) {
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
-    static hosts::common::HostMachine& machine =
-        *new hosts::common::HostMachine(options.demo);
+    static hosts::common::HostMachine& machine = *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
     if (options.snapshot) {
@@ -107,6 +107,7 @@ int run(const Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
     keepMemorySmall();
+    std::signal(SIGPIPE, SIG_IGN); // whoever read the log may go away
     std::setlocale(LC_ALL, "");
     const std::variant<Options, int> read = readOptions(argc, argv);
     if (const int* status = std::get_if<int>(&read)) {

@@ -95,12 +95,15 @@ def walk_the_widget():
 
     names = patiently(figures, "no ring says its name and value")
     ring = next(node for name, node in names.items() if name.startswith("Used RAM, ") and name.endswith("%"))
-    value = ring.property("CurrentValue", "org.a11y.atspi.Value")
+
+    def name_and_value():  # of one moment: the ring moves on while it is asked
+        name, value = named(ring), ring.property("CurrentValue", "org.a11y.atspi.Value")
+        return (name, value) if named(ring) == name else None
+
+    name, value = patiently(name_and_value, "the ring never rests")
     problems = []
-    if not 0 < value <= 100:
-        problems.append(f"the ring's value is {value}")
-    if named(ring) not in (f"Used RAM, {value:.0f}%", named(ring)):
-        problems.append("the ring's name and value differ")
+    if not 0 < value <= 100 or name != f"Used RAM, {value:.0f}%":
+        problems.append(f"the ring is called {name!r} and its value is {value}")
     for wanted in ("Free Up Memory", "Show Storage", "Show Processor", "Refresh", "Show Less"):
         if wanted not in names:
             problems.append(f"no button says {wanted!r}")
