@@ -3,13 +3,9 @@
 
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
+#include "platform/posix/FileReplacement.hpp"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <filesystem>
 #include <limits>
-#include <system_error>
 
 namespace vantor::platform::linux {
 
@@ -45,19 +41,8 @@ std::optional<KeptReleasable> loadKeptReleasable(const std::string& path) {
 }
 
 void saveKeptReleasable(const std::string& path, const KeptReleasable& kept) {
-    std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
-    const std::string fresh = path + '.' + std::to_string(::getpid());
-    ::unlink(fresh.c_str());
-    const std::string text = formatKeptReleasable(kept);
-    const posix::Descriptor file(
-        ::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (!file.isOpen()) {
-        return;
-    }
-    const bool whole = ::write(file.number(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    if (!whole || ::rename(fresh.c_str(), path.c_str()) != 0) {
-        ::unlink(fresh.c_str());
+    if (!posix::makeFoldersTo(path)) {
+        (void)posix::replaceFile(path, formatKeptReleasable(kept));
     }
 }
 

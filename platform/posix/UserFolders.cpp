@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/UserFolders.hpp"
 
+#include "platform/posix/Environment.hpp"
+
 #include <pwd.h>
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 #include <string_view>
 
 namespace vantor::platform::posix {
@@ -13,8 +14,8 @@ namespace vantor::platform::posix {
 namespace {
 
 std::string absolutePath(const char* variable) {
-    const char* const value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): read once, at the start
-    return value != nullptr && value[0] == '/' ? value : "";
+    std::string path = environmentText(variable);
+    return path.starts_with('/') ? path : std::string();
 }
 
 std::string homeFolder() {
@@ -47,9 +48,8 @@ UserFolders UserFolders::fromEnvironment() {
     folders.config = folder("XDG_CONFIG_HOME", folders.home, "/.config");
     folders.cache = folder("XDG_CACHE_HOME", folders.home, "/.cache");
     folders.data = folder("XDG_DATA_HOME", folders.home, "/.local/share");
-    if (const char* const file = std::getenv("VANTOR_SUITE_FILE")) { // NOLINT(concurrency-mt-unsafe)
-        folders.suiteFile = file;
-    }
+    folders.state = folder("XDG_STATE_HOME", folders.home, "/.local/state");
+    folders.suiteFile = environmentText("VANTOR_SUITE_FILE");
     return folders;
 }
 

@@ -123,10 +123,8 @@ TEST(Releasable, isKeptBetweenRunsAndCountsAsAvailableForImportantUse) {
     tree.write("home/.cache/browser/page", std::string(1 << 16, 'x'));
     tree.write("home/.local/share/Trash/files/old", std::string(1 << 16, 'x'));
     const UserFolders folders{.home = tree.root() / "home",
-                              .config = "",
                               .cache = tree.root() / "home/.cache",
-                              .data = tree.root() / "home/.local/share",
-                              .suiteFile = ""};
+                              .data = tree.root() / "home/.local/share"};
     if (releasableBytes(folders, folders.home, [] { return true; }) == 0) {
         GTEST_SKIP() << "the temporary folder is on no local file system";
     }

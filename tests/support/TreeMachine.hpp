@@ -55,8 +55,7 @@ private:
         options.folders = {.home = root / "home",
                            .config = root / "home/.config",
                            .cache = root / "home/.cache",
-                           .data = root / "home/.local/share",
-                           .suiteFile = ""};
+                           .data = root / "home/.local/share"};
         options.useLocale = false;
         options.pageSize = 4096;
         options.ticksPerSecond = 100;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/user/UserLocale.hpp"
 
+#include "platform/posix/Environment.hpp"
+
 #include <iconv.h>
 #include <langinfo.h>
 
@@ -16,11 +18,6 @@
 namespace vantor::platform::linux {
 
 namespace {
-
-std::string variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 bool isPlain(std::string_view locale) {
     return locale.empty() || locale == "C" || locale == "POSIX" || locale.starts_with("C.");
@@ -64,7 +61,7 @@ void takeDigits(LocaleSigns& signs) {
 
 std::string requestedLocale(const char* category) {
     for (const char* const name : {"LC_ALL", category, "LANG"}) {
-        if (std::string value = variable(name); !value.empty()) {
+        if (std::string value = posix::environmentText(name); !value.empty()) {
             return value;
         }
     }
@@ -82,7 +79,7 @@ void adoptUserLocale() {
         }
     }
     const std::string request = requestedLocale("LC_MESSAGES");
-    if (!isPlain(request) && variable("LANGUAGE").empty()) {
+    if (!isPlain(request) && posix::environmentText("LANGUAGE").empty()) {
         ::setenv("LANGUAGE", request.substr(0, request.find_first_of(".@")).c_str(), 1);
     }
 }
@@ -110,7 +107,7 @@ LocaleSigns currentLocaleSigns() {
     const std::string request = requestedLocale("LC_MESSAGES");
     // As gettext does it: in the "C" locale LANGUAGE counts for nothing, in "C.UTF-8" it does.
     const bool isC = request.empty() || request == "C" || request == "POSIX";
-    const std::string preferred = isC ? std::string() : variable("LANGUAGE");
+    const std::string preferred = isC ? std::string() : posix::environmentText("LANGUAGE");
     signs.language = languageTag(preferred.empty() ? request : preferred);
     const char* const numeric = std::setlocale(LC_NUMERIC, nullptr);
     if (isPlain(numeric != nullptr ? numeric : "C")) {
