@@ -3,31 +3,31 @@
 
 #include "sysinfo/PackagesBase/Conversions.hpp"
 
-#include <utility>
-
 /// Tests that ask whether the conversion of that name gives a value. They never stop the process: an integer
-/// that does not fit answers false.
+/// that does not fit answers false, also inside the members of a class that passes its number on.
 namespace vantor::PackagesBase {
 
+/// Whether a conversion gives a value.
+[[nodiscard]] bool givesValue(const auto& conversion) {
+    const IntegerConversionTest test;
+    return conversion().has_value();
+}
+
 [[nodiscard]] bool isString(const StringRepresentable auto& value) {
-    return stringValue(value).has_value();
+    return givesValue([&] { return stringValue(value); });
 }
 [[nodiscard]] bool isBool(const BoolRepresentable auto& value) {
-    return boolValue(value).has_value();
+    return givesValue([&] { return boolValue(value); });
 }
 [[nodiscard]] bool isCBool(const CBoolRepresentable auto& value) {
-    return cStyleBoolValue(value).has_value();
+    return givesValue([&] { return cStyleBoolValue(value); });
 }
 
 /// `example` only names the type: `isIntOfType(value, std::uint8_t{})`.
 template<class T, FixedWidthInteger I>
     requires ConvertsToInteger<T, I>
 [[nodiscard]] bool isIntOfType(const T& value, I /*example*/) {
-    if constexpr (FixedWidthInteger<T>) {
-        return std::in_range<I>(value); // asking intValue would be fatal
-    } else {
-        return intValue<I>(value).has_value();
-    }
+    return givesValue([&] { return intValue<I>(value); });
 }
 template<class T, UnsignedFixedWidthInteger I>
     requires ConvertsToInteger<T, I>
@@ -56,14 +56,14 @@ template<class T, SignedFixedWidthInteger I>
 }
 
 [[nodiscard]] bool isFloatingPoint(const FloatingPointRepresentable auto& value) {
-    return doubleValue(value).has_value();
+    return givesValue([&] { return doubleValue(value); });
 }
 [[nodiscard]] bool isFloat(const FloatRepresentable auto& value) {
-    return floatValue(value).has_value();
+    return givesValue([&] { return floatValue(value); });
 }
 #if VANTOR_HAS_FLOAT16
 [[nodiscard]] bool isFloat16(const Float16Representable auto& value) {
-    return float16Value(value).has_value();
+    return givesValue([&] { return float16Value(value); });
 }
 #endif
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/core/Checked.hpp"
 #include "sysinfo/PackagesBase/FloatingPoint.hpp"
+#include "sysinfo/PackagesBase/IntegerConversion.hpp"
 #include "sysinfo/PackagesBase/Text.hpp"
 #include "sysinfo/PackagesBase/Types.hpp"
 
@@ -76,7 +76,7 @@ struct Representation<T> {
     static std::optional<bool> cStyleBoolValue(T value) { return value != 0; }
     template<FixedWidthInteger I>
     static std::optional<I> intValue(T value) {
-        return platform::checkedConvert<I>(value, "intValue: the number does not fit the integer type");
+        return convertedInteger<I>(value);
     }
     template<BinaryFloatingPoint F>
     static std::optional<F> floatingPointValue(T value) {

@@ -8,9 +8,10 @@
 
 namespace {
 
+using namespace vantor;
 using namespace vantor::PackagesBase;
 
-/// A charge from 0 to 100.
+/// A charge from 0 to 100. Its numbers go through the library's own conversions.
 struct Level : RepresentableMixin<Level> {
     int percent;
     explicit Level(int value) : percent(value) {}
@@ -20,7 +21,7 @@ struct Level : RepresentableMixin<Level> {
     [[nodiscard]] std::optional<bool> cStyleBoolValue() const { return percent > 0; }
     template<FixedWidthInteger I>
     [[nodiscard]] std::optional<I> intValue() const {
-        return std::in_range<I>(percent) ? std::optional(static_cast<I>(percent)) : std::nullopt;
+        return PackagesBase::intValue<I>(percent);
     }
     template<BinaryFloatingPoint F>
     [[nodiscard]] std::optional<F> floatingPointValue() const {
@@ -36,7 +37,8 @@ TEST(Conformance, AClassConvertsByItsFiveMembers) {
     EXPECT_EQ(doubleValue(half), 0.5);
     EXPECT_EQ(half.cBoolValue<CBool>(), 1);
     EXPECT_FALSE(isBool(half));
-    EXPECT_FALSE(Level(200).isIntOfType(std::int8_t{}));
+    EXPECT_FALSE(Level(200).isIntOfType(std::int8_t{})); // its own conversion would be fatal
+    EXPECT_DEATH((void)Level(200).intValue<std::int8_t>(), "200 does not fit a signed integer of 8 bits");
     EXPECT_EQ(copy(std::vector{half}).front().percent, 50);
 }
 
