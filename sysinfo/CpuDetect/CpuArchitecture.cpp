@@ -6,6 +6,7 @@
 #include "sysinfo/SystemValues/Sysctl.hpp"
 
 #include <array>
+#include <ostream>
 
 namespace vantor::CpuDetect {
 
@@ -106,6 +107,14 @@ std::optional<CpuArchitecture> CpuArchitecture::fromRawValue(std::string_view te
         }
     }
     return std::nullopt;
+}
+
+std::ostream& operator<<(std::ostream& out, CpuArchitecture architecture) {
+    return out << architecture.rawValue();
+}
+
+std::ostream& operator<<(std::ostream& out, CpuArchitecture::Case which) {
+    return out << CpuArchitecture(which);
 }
 
 CpuArchitecture CpuArchitecture::genericProcessorType() const {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,6 +67,10 @@ public:
 private:
     Case m_case;
 };
+
+/// The raw value. A case alone would else be written as the character of its number.
+std::ostream& operator<<(std::ostream& out, CpuArchitecture architecture);
+std::ostream& operator<<(std::ostream& out, CpuArchitecture::Case which);
 
 static_assert(PackagesBase::DetectProtocol<CpuArchitecture>);
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ostream>
 
 namespace vantor::CpuDetect {
 
@@ -70,6 +71,10 @@ GPUDetection::GPU::GPU(const platform::MTLDevice& device)
 
 std::string GPUDetection::GPU::infoString() const {
     return name + " " + byteSizeText(vram) + (hasUnifiedMemory ? " (Unified)" : "");
+}
+
+std::ostream& operator<<(std::ostream& out, const GPUDetection::GPU& gpu) {
+    return out << gpu.infoString();
 }
 
 std::optional<GPUDetection::GPU> GPUDetection::systemDefault() {

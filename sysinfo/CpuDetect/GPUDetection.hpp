@@ -4,6 +4,7 @@
 #include "platform/sysctl/MTLDevice.hpp"
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 
@@ -26,6 +27,8 @@ public:
         /// "Name 8 GB (Unified)"; without the last word for a device with memory of its own.
         [[nodiscard]] std::string infoString() const;
         bool operator==(const GPU&) const = default;
+        /// The `infoString`.
+        friend std::ostream& operator<<(std::ostream& out, const GPU& gpu);
     };
 
     /// The system's default device, asked afresh; absent without one. May take up to two seconds, during

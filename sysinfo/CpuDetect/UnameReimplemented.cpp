@@ -7,6 +7,7 @@
 #include "sysinfo/SystemValues/Sysctl.hpp"
 
 #include <algorithm>
+#include <ostream>
 #include <string_view>
 
 namespace vantor::CpuDetect {
@@ -64,15 +65,6 @@ std::string field(const Record& record, Letter letter) {
     return record.sysname;
 }
 
-/// `["s": "Linux"]`, as other dictionaries are logged.
-std::string described(const UnameReimplemented::Dictionary& dictionary) {
-    std::map<std::string, std::string> byName;
-    for (const auto& [letter, value] : dictionary) {
-        byName.emplace(std::string(1, "amnpsrv"[static_cast<std::size_t>(letter)]), value);
-    }
-    return PackagesBase::description(byName);
-}
-
 } // namespace
 
 std::string UnameReimplemented::UTSNameReimplemented::description() const {
@@ -80,6 +72,14 @@ std::string UnameReimplemented::UTSNameReimplemented::description() const {
     return "UTSNameReimplemented(sysname: " + quoted(sysname) + ", nodename: " + quoted(nodename) +
            ", release: " + quoted(release) + ", version: " + quoted(version) +
            ", machine: " + quoted(machine) + ")";
+}
+
+std::ostream& operator<<(std::ostream& out, const Record& names) {
+    return out << names.description();
+}
+
+std::ostream& operator<<(std::ostream& out, Letter letter) {
+    return out << "amnpsrv"[static_cast<std::size_t>(letter)];
 }
 
 std::optional<Record> UnameReimplemented::UTSNameReimplemented::fromSysctl(bool forceNewFetch) {
@@ -127,7 +127,7 @@ std::optional<UnameReimplemented::Dictionary> UnameReimplemented::dictionary(con
     for (const Letter letter : normalised(letters)) {
         result.emplace(letter, field(*record, letter));
     }
-    Printer::print("Obtained uname dictionary: " + described(result));
+    Printer::print("Obtained uname dictionary: " + PackagesBase::description(result));
     return result;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,6 +26,7 @@ public:
 
         bool operator==(const UTSNameReimplemented&) const = default;
         [[nodiscard]] std::string description() const;
+        friend std::ostream& operator<<(std::ostream& out, const UTSNameReimplemented& names);
 
         /// The fields as they were fetched last, or afresh where that is wanted or none were. Absent where
         /// one of them cannot be read: one error line names it, and what was fetched before is kept.
@@ -48,6 +50,9 @@ public:
         operatingSystemKernelReleaseNumber = r,
         operatingSystemKernelVersionString = v
     };
+    /// The letter.
+    friend std::ostream& operator<<(std::ostream& out, UnameCommandLineArgs letter);
+
     using Letters = std::vector<UnameCommandLineArgs>;
     using Dictionary = std::map<UnameCommandLineArgs, std::string>;
 

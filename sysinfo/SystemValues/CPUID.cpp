@@ -4,6 +4,8 @@
 #include "sysinfo/PackagesBase/Text.hpp"
 
 #include <algorithm>
+#include <ostream>
+#include <sstream>
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <cpuid.h>
@@ -56,6 +58,17 @@ CPUID::Bits leaf1Bits(std::uint8_t first, std::uint8_t last) {
 } // namespace
 
 constinit PackagesBase::Guarded<std::vector<CPUID::Registers>> CPUID::Registers::queryCache;
+
+std::ostream& operator<<(std::ostream& out, const CPUID::Registers& registers) {
+    std::ostringstream text; // so that the caller's stream keeps its own base
+    text << std::hex << std::showbase << "Registers(leaf: " << registers.queryLevel1;
+    if (registers.queryLevel2) {
+        text << ", sub-leaf: " << *registers.queryLevel2;
+    }
+    text << ", eax: " << registers.eax << ", ebx: " << registers.ebx << ", ecx: " << registers.ecx
+         << ", edx: " << registers.edx << ")";
+    return out << text.str();
+}
 
 CPUID::Registers::Encoded CPUID::Registers::encoded() const {
     Encoded fields{{"eax", eax}, {"ebx", ebx}, {"ecx", ecx}, {"edx", edx}, {"queryLevel1", queryLevel1}};

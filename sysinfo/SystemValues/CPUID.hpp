@@ -4,6 +4,7 @@
 #include "sysinfo/PackagesBase/Guarded.hpp"
 
 #include <cstdint>
+#include <iosfwd>
 #include <map>
 #include <optional>
 #include <string>
@@ -26,6 +27,9 @@ public:
 
         bool operator==(const Registers&) const = default;
         [[nodiscard]] Registers copy() const { return *this; }
+
+        /// "Registers(leaf: 0x4, sub-leaf: 0x1, eax: 0x1c004121, …)".
+        friend std::ostream& operator<<(std::ostream& out, const Registers& registers);
 
         using Encoded = std::map<std::string, std::uint32_t>;
         /// The fields by their names; no "queryLevel2" where there is none.

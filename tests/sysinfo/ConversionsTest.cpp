@@ -20,7 +20,8 @@ static_assert(!IntegerRepresentable<char> && !StringRepresentable<std::nullptr_t
 
 TEST(Conversions, IntegersAreCheckedStrictAndExact) {
     EXPECT_EQ(intValue<std::uint8_t>(255), 255);
-    EXPECT_DEATH((void)intValue<std::uint8_t>(300), "fatal: intValue: 300 does not fit an unsigned integer of 8 bits");
+    EXPECT_DEATH((void)intValue<std::uint8_t>(300),
+                 "fatal: intValue: 300 does not fit an unsigned integer of 8 bits");
     EXPECT_DEATH((void)uInt64Value(-1), "intValue: -1 does not fit an unsigned integer of 64 bits");
     EXPECT_FALSE(isIntOfType(300, std::uint8_t{}));
     EXPECT_FALSE(isUInt64(-1));

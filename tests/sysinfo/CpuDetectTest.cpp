@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <sstream>
 
 namespace vantor::CpuDetect {
 namespace {
@@ -69,6 +70,10 @@ TEST(CpuArchitecture, CasesKnowTheirKind) {
     }
     EXPECT_EQ(wide, "0000110101");
     EXPECT_EQ(generic, "ppc ppc ppc ppc ppc ppc i386 i386 arm arm ");
+    std::ostringstream out;
+    out << A::arm64 << ' ' << A(A::ppcG3);
+    EXPECT_EQ(out.str(), "arm64 ppc750");
+    EXPECT_EQ(PackagesBase::description(std::vector{A::arm64}), "[arm64]");
     EXPECT_EQ(A::currentExecutableArchitectures(), std::vector{A::binaryCurrent()});
 }
 
@@ -196,7 +201,7 @@ TEST(Uname, FetchesOnceUnlessForced) {
             logOf([] { (void)Uname::uname({Letter::s}); }),
             "[CPUDetect] uname data is: UTSNameReimplemented(sysname: \"Linux\", nodename: \"box\", release: "
             "\"6.1\", version: \"#1 SMP\", machine: \"aarch64\")\n"
-            "[CPUDetect] Obtained uname dictionary: [\"s\": \"Linux\"]\n");
+            "[CPUDetect] Obtained uname dictionary: [s: \"Linux\"]\n");
         const auto firstReads = source.asked();
         EXPECT_THAT(firstReads, ElementsAre("kern.ostype", "kern.ostype", "kern.hostname", "kern.hostname",
                                             "kern.osrelease", "kern.osrelease", "kern.version",

@@ -2,6 +2,7 @@
 #include "sysinfo/SystemValues/FileSystemFetch.hpp"
 
 #include "TestTree.hpp"
+#include "sysinfo/SystemValues/CPUID.hpp"
 #include "sysinfo/SystemValues/Printer.hpp"
 
 #include <gmock/gmock.h>
@@ -125,7 +126,24 @@ TEST(Printer, MarksErrorLinesAndLeavesThePrefixOut) {
                   Printer::print(std::map<std::string, std::vector<int>>{{"a", {1, 2}}});
               }),
               "[SystemValues] [\"a\": [1, 2]]\n");
-    EXPECT_EQ(logOf([] { Printer::print(std::optional<bool>()); }), "[SystemValues] nil\n");
+}
+
+TEST(Printer, DescribesAnyValue) {
+    enum class Speed : std::uint8_t { slow = 65 };
+    const auto printed = [](const auto& item) {
+        const std::string line = logOf([&] { Printer::print(item); });
+        return line.substr(15, line.size() - 16);
+    };
+    EXPECT_EQ(printed(std::optional<bool>()), "nil");
+    EXPECT_EQ(printed(std::filesystem::path("/a/b c")), "/a/b c"); // a range of paths
+    EXPECT_EQ(printed(Speed::slow), "65");
+    EXPECT_EQ(printed(FileTree::Values{{"a", std::string("on")}, {"b", 2}, {"c", std::any()}}),
+              R"(["a": "on", "b": 2, "c": nil])");
+    EXPECT_EQ(printed(std::any(std::string("text"))), "text");
+    EXPECT_EQ(printed(std::any(Speed::slow)), "(a value of another type)");
+    EXPECT_EQ(printed(PackagesBase::Data{std::byte{255}}), "[255]");
+    EXPECT_EQ(printed(std::vector<CPUID::Registers>{{10, 0, 0, 0, 4, 1}}),
+              "[Registers(leaf: 0x4, sub-leaf: 0x1, eax: 0xa, ebx: 0, ecx: 0, edx: 0)]");
 }
 
 } // namespace
