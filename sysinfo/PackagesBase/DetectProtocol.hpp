@@ -12,7 +12,8 @@ concept DetectProtocol = requires {
 };
 
 /// Supplies `current()` to a simulatable type whose status is the type itself: its `status()`, always
-/// present.
+/// present. Such a type is incomplete inside its own braces: declare its `static std::optional<T>` members
+/// there and define them, and `detectActualStatus`, after the closing one.
 template<class Self>
 struct DetectProtocolMixin {
     [[nodiscard]] static auto current() {

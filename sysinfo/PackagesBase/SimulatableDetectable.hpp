@@ -99,8 +99,15 @@ template<class S>
 concept SimulatableDetectable =
     SimulatableDetectableBase<S> && std::derived_from<S, SimulatableDetectableMixin<S>>;
 template<class S>
-concept SimulatableDetectableOneTime = SimulatableDetectableBase<S> && HasCachedStatus<S>;
+concept SimulatableDetectableOneTime = SimulatableDetectableBase<S> && HasCachedStatus<S> &&
+                                       std::derived_from<S, SimulatableDetectableOneTimeMixin<S>>;
+/// @cond
+template<class S, class Clock>
+void takesTemporized(const SimulatableDetectableTemporizedMixin<S, Clock>&); // whatever its clock
+/// @endcond
 template<class S>
-concept SimulatableDetectableTemporized = SimulatableDetectableOneTime<S> && HasRefreshInterval<S>;
+concept SimulatableDetectableTemporized =
+    SimulatableDetectableBase<S> && HasRefreshInterval<S> &&
+    requires(const S& quantity) { PackagesBase::takesTemporized<S>(quantity); };
 
 } // namespace vantor::PackagesBase

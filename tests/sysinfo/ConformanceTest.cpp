@@ -104,6 +104,7 @@ struct Periodic : SimulatableDetectableTemporizedMixin<Periodic, HandClock> {
 };
 static_assert(SimulatableDetectable<Fresh> && SimulatableDetectableOneTime<Once> && DetectProtocol<Once>);
 static_assert(SimulatableDetectableTemporized<Periodic> && !DetectProtocol<Periodic>);
+static_assert(!SimulatableDetectableOneTime<Periodic> && !SimulatableDetectable<Periodic>);
 
 TEST(Detection, ASimulatedValueRunsNoDetectionAndTouchesNoCache) {
     detections = 0;
