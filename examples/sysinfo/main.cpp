@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What a program of one's own does with the libraries: read figures, conform to the protocols, add a
 // namespace, detect with a cache. Ends with 0 where everything went as its checks say.
-#include <sysinfo/CpuDetect/CpuDetect.hpp>
-#include <sysinfo/PackagesBase/PackagesBase.hpp>
-#include <sysinfo/SystemValues/SystemValues.hpp>
+#include <vantor/CpuDetect/CpuDetect.hpp>
+#include <vantor/PackagesBase/PackagesBase.hpp>
+#include <vantor/SystemValues/SystemValues.hpp>
 
 #include <iostream>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // One small type for every protocol that a program of one's own can conform to. Whoever writes one copies its
 // type from here; the compiler names what is missing.
-#include <sysinfo/CpuDetect/CpuDetect.hpp>
-#include <sysinfo/PackagesBase/PackagesBase.hpp>
-#include <sysinfo/SystemValues/SystemValues.hpp>
+#include <vantor/CpuDetect/CpuDetect.hpp>
+#include <vantor/PackagesBase/PackagesBase.hpp>
+#include <vantor/SystemValues/SystemValues.hpp>
 
 #include <iostream>
 
