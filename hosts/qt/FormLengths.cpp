@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/FormLengths.hpp"
 
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QGridLayout>
 #include <QWidget>
@@ -18,15 +18,15 @@ FormLengths::FormLengths(QWidget& form) {
     }
 }
 
-void FormLengths::scale(const CardLook& look) {
+void FormLengths::scale(const Theme& theme) {
     for (const auto& [layout, margins, spacing, verticalSpacing] : m_lengths) {
-        layout->setContentsMargins(look.pixels(margins.left()), look.pixels(margins.top()),
-                                   look.pixels(margins.right()), look.pixels(margins.bottom()));
+        layout->setContentsMargins(theme.pixels(margins.left()), theme.pixels(margins.top()),
+                                   theme.pixels(margins.right()), theme.pixels(margins.bottom()));
         if (auto* grid = dynamic_cast<QGridLayout*>(layout)) {
-            grid->setHorizontalSpacing(look.pixels(spacing));
-            grid->setVerticalSpacing(look.pixels(verticalSpacing));
+            grid->setHorizontalSpacing(theme.pixels(spacing));
+            grid->setVerticalSpacing(theme.pixels(verticalSpacing));
         } else {
-            layout->setSpacing(look.pixels(spacing));
+            layout->setSpacing(theme.pixels(spacing));
         }
     }
 }

@@ -10,17 +10,17 @@ class QWidget;
 
 namespace vantor::hosts::qt {
 
-struct CardLook;
+struct Theme;
 
-/// The margins and spacings of a form's layouts. A form gives them in points; a look says how many pixels a
+/// The margins and spacings of a form's layouts. A form gives them in points; a theme says how many pixels a
 /// point has.
 class FormLengths {
 public:
     /// Takes the lengths down as they stand in the form.
     explicit FormLengths(QWidget& form);
 
-    /// Writes them into the layouts in the pixels of a look.
-    void scale(const CardLook& look);
+    /// Writes them into the layouts in the pixels of a theme.
+    void scale(const Theme& theme);
 
 private:
     struct Lengths {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/HostText.hpp"
 
-#include "controller/ByteText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 namespace vantor::hosts::qt {
@@ -19,10 +18,6 @@ QString valueText(std::string_view name, std::string_view value) {
     const std::string named =
         platform::textWithValue(platform::NSLocalizedString("host_VALUE"), "name", name);
     return QString::fromStdString(platform::textWithValue(named, "value", value));
-}
-
-QString widestFigure() {
-    return QString::fromStdString(trafficText(888'880'000'000) + "/s");
 }
 
 bool isRightToLeft() {

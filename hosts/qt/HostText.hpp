@@ -14,9 +14,6 @@ namespace vantor::hosts::qt {
 /// A name and its value as one is read out: "Used RAM, 34%".
 [[nodiscard]] QString valueText(std::string_view name, std::string_view value);
 
-/// The widest figure that a row has to hold in this language.
-[[nodiscard]] QString widestFigure();
-
 /// Whether the user's language is written from right to left, as its captions tell.
 [[nodiscard]] bool isRightToLeft();
 

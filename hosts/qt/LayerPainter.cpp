@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/LayerPainter.hpp"
 
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -95,13 +95,13 @@ QRectF movedEnd(const StrokeLayer& before, const StrokeLayer& after) {
     return boundsOf(before) | boundsOf(after);
 }
 
-void paintLayer(QPainter& painter, const StrokeLayer& layer, const CardLook& look) {
+void paintLayer(QPainter& painter, const StrokeLayer& layer, const Theme& theme) {
     constexpr Qt::PenCapStyle caps[] = {Qt::FlatCap, Qt::RoundCap, Qt::SquareCap};
     constexpr Qt::PenJoinStyle joins[] = {Qt::MiterJoin, Qt::RoundJoin, Qt::BevelJoin};
     if (layer.path.arcs.empty()) {
         return;
     }
-    QPen pen(painted(layer.color, look.appearance, layer.opacity), layer.lineWidth, Qt::SolidLine,
+    QPen pen(painted(layer.color, theme.appearance, layer.opacity), layer.lineWidth, Qt::SolidLine,
              caps[static_cast<int>(layer.lineCap)], joins[static_cast<int>(layer.lineJoin)]);
     pen.setMiterLimit(layer.miterLimit);
     painter.strokePath(painterPath(layer.path), pen);
@@ -109,8 +109,8 @@ void paintLayer(QPainter& painter, const StrokeLayer& layer, const CardLook& loo
 
 /// The font is made at a whole size and the painter scaled to the rest, so that a shrunken text keeps its
 /// proportions.
-void paintLayer(QPainter& painter, const TextLayer& layer, const CardLook& look) {
-    QFont font = look.font(1);
+void paintLayer(QPainter& painter, const TextLayer& layer, const Theme& theme) {
+    QFont font = theme.font(1);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(layer.fontSize))));
     const QFontMetricsF metrics(font);
     QString text = QString::fromStdString(layer.text);
@@ -125,18 +125,18 @@ void paintLayer(QPainter& painter, const TextLayer& layer, const CardLook& look)
     painter.translate(platform::CGRectGetMidX(layer.frame), platform::CGRectGetMidY(layer.frame));
     painter.scale(scale, scale);
     painter.setFont(font);
-    painter.setPen(painted(layer.color, look.appearance));
+    painter.setPen(painted(layer.color, theme.appearance));
     painter.drawText(QPointF(-metrics.horizontalAdvance(text) / 2, metrics.capHeight() / 2), text);
     painter.restore();
 }
 
 } // namespace
 
-void paintLayers(QPainter& painter, const Layers& layers, const CardLook& look, const QRectF& dirty) {
+void paintLayers(QPainter& painter, const Layers& layers, const Theme& theme, const QRectF& dirty) {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     for (const Layer& layer : layers) {
         if (boundsOf(layer).intersects(dirty)) {
-            std::visit([&](const auto& kind) { paintLayer(painter, kind, look); }, layer);
+            std::visit([&](const auto& kind) { paintLayer(painter, kind, theme); }, layer);
         }
     }
 }

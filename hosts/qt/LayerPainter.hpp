@@ -10,11 +10,10 @@ class QPainter;
 /// Painting layers and telling what of them changed. Coordinates are points.
 namespace vantor::hosts::qt {
 
-struct CardLook;
+struct Theme;
 
 /// Draws the layers that touch `dirty`, back to front. The painter is scaled so that a unit is a point.
-void paintLayers(QPainter& painter, const platform::Layers& layers, const CardLook& look,
-                 const QRectF& dirty);
+void paintLayers(QPainter& painter, const platform::Layers& layers, const Theme& theme, const QRectF& dirty);
 
 /// The rectangle to repaint when `after` takes the place of `before`; empty when they look alike. Where only
 /// the end of an arc moved, it is the piece between the two ends.

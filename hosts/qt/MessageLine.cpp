@@ -27,13 +27,13 @@ MessageLine::MessageLine(QWidget* card) : QLabel(card) {
     m_end.callOnTimeout(this, [this] { hide(); });
 }
 
-void MessageLine::setLook(const CardLook& look) {
-    m_look = look;
-    setFont(look.font(TypeSize::small));
+void MessageLine::setTheme(const Theme& theme) {
+    m_theme = theme;
+    setFont(theme.font(TypeSize::small));
     QPalette palette = this->palette();
-    palette.setColor(QPalette::WindowText, look.card);
+    palette.setColor(QPalette::WindowText, theme.card);
     setPalette(palette);
-    setMargin(look.pixels(6));
+    setMargin(theme.pixels(6));
     place();
 }
 
@@ -51,12 +51,12 @@ void MessageLine::showText(const QString& text) {
 
 void MessageLine::place() {
     const QWidget& card = *parentWidget();
-    const int widest = card.width() - 2 * m_look.pixels(edge);
-    const int wanted = fontMetrics().horizontalAdvance(text()) + 2 * m_look.pixels(inset);
+    const int widest = card.width() - 2 * m_theme.pixels(edge);
+    const int wanted = fontMetrics().horizontalAdvance(text()) + 2 * m_theme.pixels(inset);
     const int width = std::min(widest, wanted);
-    setContentsMargins(m_look.pixels(4), 0, m_look.pixels(4), 0);
+    setContentsMargins(m_theme.pixels(4), 0, m_theme.pixels(4), 0);
     const int height = heightForWidth(width);
-    setGeometry((card.width() - width) / 2, card.height() - height - m_look.pixels(edge), width, height);
+    setGeometry((card.width() - width) / 2, card.height() - height - m_theme.pixels(edge), width, height);
 }
 
 void MessageLine::paintEvent(QPaintEvent* event) {
@@ -64,8 +64,8 @@ void MessageLine::paintEvent(QPaintEvent* event) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(
-        m_look.secondaryText.darker(m_look.appearance == platform::Appearance::light ? 160 : 100));
-    painter.drawRoundedRect(rect(), radius * m_look.pointScale, radius * m_look.pointScale);
+        m_theme.secondaryText.darker(m_theme.appearance == platform::Appearance::light ? 160 : 100));
+    painter.drawRoundedRect(rect(), radius * m_theme.pointScale, radius * m_theme.pointScale);
     painter.end();
     QLabel::paintEvent(event);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QLabel>
 #include <QTimer>
@@ -13,7 +13,7 @@ class MessageLine final : public QLabel {
 public:
     explicit MessageLine(QWidget* card);
 
-    void setLook(const CardLook& look);
+    void setTheme(const Theme& theme);
     void showText(const QString& text);
     /// Keeps its place at the card's lower edge.
     void place();
@@ -22,7 +22,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    CardLook m_look;
+    Theme m_theme;
     QTimer m_end;
 };
 

@@ -17,11 +17,6 @@ void Presence::setScreenLocked(bool locked) {
     update();
 }
 
-void Presence::setOnOtherWorkspace(bool other) {
-    m_otherWorkspace = other;
-    update();
-}
-
 /// Exposure is known at the window system's handle, which exists from the first show on.
 bool Presence::eventFilter(QObject* object, QEvent* event) {
     switch (event->type()) {
@@ -47,7 +42,7 @@ bool Presence::eventFilter(QObject* object, QEvent* event) {
 void Presence::update() {
     const QWindow* handle = m_window.windowHandle();
     const bool seen = m_window.isVisible() && !m_window.isMinimized() && handle != nullptr &&
-                      handle->isExposed() && !m_locked && !m_otherWorkspace;
+                      handle->isExposed() && !m_locked;
     if (std::exchange(m_seen, seen) != seen) {
         m_changed(seen);
     }

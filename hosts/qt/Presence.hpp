@@ -7,15 +7,14 @@
 
 namespace vantor::hosts::qt {
 
-/// Whether a window can be seen, as far as the window system says: not hidden, minimised, on another
-/// workspace, or behind a locked screen.
+/// Whether a window can be seen, as far as the window system says: not hidden, minimised or unexposed (on
+/// another workspace, where that is told), nor behind a locked screen.
 class Presence final : public QObject {
 public:
     /// `changed` hears the new state, once per change.
     Presence(QWidget& window, std::function<void(bool seen)> changed);
 
     void setScreenLocked(bool locked);
-    void setOnOtherWorkspace(bool other);
     [[nodiscard]] bool isSeen() const { return m_seen; }
 
 protected:
@@ -27,7 +26,6 @@ private:
     QWidget& m_window;
     std::function<void(bool)> m_changed;
     bool m_locked = false;
-    bool m_otherWorkspace = false;
     bool m_filtersHandle = false;
     bool m_seen = false;
 };

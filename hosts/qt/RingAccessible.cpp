@@ -68,13 +68,4 @@ void installRingAccessibility() {
     QAccessible::installFactory(makeInterface); // keeps one entry, however often it is called
 }
 
-void announceRingValue(RingView& ring) {
-    if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent changed(&ring, ring.percentage());
-        QAccessible::updateAccessibility(&changed);
-        QAccessibleEvent renamed(&ring, QAccessible::NameChanged);
-        QAccessible::updateAccessibility(&renamed);
-    }
-}
-
 } // namespace vantor::hosts::qt

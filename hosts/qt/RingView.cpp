@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/RingView.hpp"
 
-#include "hosts/qt/CardButton.hpp"
+#include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/LayerPainter.hpp"
-#include "hosts/qt/RingAccessible.hpp"
 
+#include <QAccessible>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -25,7 +25,6 @@ constexpr double smallestMove = 0.5; // device pixels
 } // namespace
 
 RingView::RingView(QWidget* parent) : QAbstractButton(parent) {
-    installRingAccessibility();
     setAttribute(Qt::WA_OpaquePaintEvent); // the card below needs no repaint when a ring moves
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
@@ -39,8 +38,8 @@ void RingView::setHostedView(std::shared_ptr<platform::UIHostingView> view, cons
     update();
 }
 
-void RingView::setLook(const CardLook& look) {
-    m_look = look;
+void RingView::setTheme(const Theme& theme) {
+    m_theme = theme;
     update();
 }
 
@@ -61,11 +60,21 @@ void RingView::replace(Layers layers) {
     const QString before = percentage();
     m_layers = std::move(layers);
     if (!area.isEmpty()) {
-        const double scale = m_look.pointScale;
+        const double scale = m_theme.pointScale;
         update(QRectF(area.topLeft() * scale, area.size() * scale).toAlignedRect());
     }
     if (before != percentage()) {
-        announceRingValue(*this);
+        announceValue();
+    }
+}
+
+/// Quietly: a listening screen reader knows the new value, and nothing is read out.
+void RingView::announceValue() {
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent changed(this, percentage());
+        QAccessible::updateAccessibility(&changed);
+        QAccessibleEvent renamed(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
     }
 }
 
@@ -77,8 +86,8 @@ double RingView::speedAt(Instant now) const {
     if (!animation.isRunningAt(now) || !(animation.duration > 0)) {
         return 0;
     }
-    const double way = std::abs(animation.to - animation.from) * longestStroke(m_layers) * m_look.pointScale *
-                       devicePixelRatioF();
+    const double way = std::abs(animation.to - animation.from) * longestStroke(m_layers) *
+                       m_theme.pointScale * devicePixelRatioF();
     return way < smallestMove ? 0 : way / animation.duration;
 }
 
@@ -103,7 +112,7 @@ QString RingView::caption() const {
 }
 
 QSize RingView::sizeHint() const {
-    return {m_look.pixels(104), m_look.pixels(98)};
+    return {m_theme.pixels(104), m_theme.pixels(98)};
 }
 
 bool RingView::event(QEvent* event) {
@@ -137,16 +146,16 @@ void RingView::keyPressEvent(QKeyEvent* event) {
 
 /// The card's colour; a soft tile when the pointer is over the ring or holds it, and a frame on the focus.
 void RingView::paintGround(QPainter& painter) const {
-    painter.fillRect(rect(), m_look.card);
+    painter.fillRect(rect(), m_theme.card);
     const bool focused = m_keyboardFocus && hasFocus() && window()->isActiveWindow();
     if (!isDown() && !underMouse() && !focused) {
         return;
     }
-    const double line = 2 * m_look.pointScale;
-    const double radius = 12 * m_look.pointScale;
+    const double line = 2 * m_theme.pointScale;
+    const double radius = 12 * m_theme.pointScale;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(focused ? QPen(m_look.accent, line) : QPen(Qt::NoPen));
-    painter.setBrush(isDown() ? m_look.hoverFill : underMouse() ? m_look.fill : m_look.card);
+    painter.setPen(focused ? QPen(m_theme.accent, line) : QPen(Qt::NoPen));
+    painter.setBrush(isDown() ? m_theme.hoverFill : underMouse() ? m_theme.fill : m_theme.card);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
 }
 
@@ -154,10 +163,10 @@ void RingView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setClipRect(event->rect());
     paintGround(painter);
-    const double scale = m_look.pointScale;
+    const double scale = m_theme.pointScale;
     painter.scale(scale, scale);
     const QRectF dirty = event->rect();
-    paintLayers(painter, m_layers, m_look, QRectF(dirty.topLeft() / scale, dirty.size() / scale));
+    paintLayers(painter, m_layers, m_theme, QRectF(dirty.topLeft() / scale, dirty.size() / scale));
 }
 
 } // namespace vantor::hosts::qt

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 #include "platform/views/UIHostingController.hpp"
 
 #include <QAbstractButton>
@@ -17,7 +17,7 @@ public:
 
     /// The hosted view to draw and where it lies in this widget, in points.
     void setHostedView(std::shared_ptr<platform::UIHostingView> view, const platform::CGRect& frame);
-    void setLook(const CardLook& look);
+    void setTheme(const Theme& theme);
 
     /// Takes the picture of an instant and repaints what changed.
     void showAt(platform::Instant now);
@@ -46,12 +46,13 @@ private:
     [[nodiscard]] platform::Layers layersAt(platform::Instant now) const;
     [[nodiscard]] QString textLayer(std::size_t index) const;
     void replace(platform::Layers layers);
+    void announceValue();
     void paintGround(QPainter& painter) const;
 
     std::shared_ptr<platform::UIHostingView> m_view;
     platform::CGRect m_frame;
     platform::Layers m_layers; // as on screen
-    CardLook m_look;
+    Theme m_theme;
     bool m_keyboardFocus = false;
 };
 

@@ -23,9 +23,10 @@ std::string_view environment(const char* name) {
 }
 
 /// A name in the abstract name space, which begins with a zero byte.
-std::string meetingPoint() {
+std::string meetingPoint(std::string_view program) {
     return std::string(1, '\0')
-        .append("vantor-widget/")
+        .append(program)
+        .append("/")
         .append(std::to_string(::getuid()))
         .append("/")
         .append(environment("WAYLAND_DISPLAY"))
@@ -35,8 +36,7 @@ std::string meetingPoint() {
 }
 
 template<class Call>
-bool withAddress(Call call) {
-    const std::string name = meetingPoint();
+bool withAddress(const std::string& name, Call call) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::memcpy(static_cast<void*>(address.sun_path), name.data(), name.size());
@@ -52,20 +52,20 @@ bool isOwnUser(int socket) {
 
 } // namespace
 
-SingleInstance::SingleInstance()
+SingleInstance::SingleInstance(std::string_view program)
     : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {
     if (m_socket < 0) {
         return;
     }
-    if (withAddress([this](const sockaddr* address, socklen_t length) {
+    const std::string name = meetingPoint(program);
+    if (withAddress(name, [this](const sockaddr* address, socklen_t length) {
             return ::bind(m_socket, address, length);
         })) {
         listen();
         return;
     }
-    m_second = withAddress([this](const sockaddr* address, socklen_t length) {
-                   return ::connect(m_socket, address, length);
-               }) &&
+    m_second = withAddress(name, [this](const sockaddr* address,
+                                        socklen_t length) { return ::connect(m_socket, address, length); }) &&
                isOwnUser(m_socket);
     if (m_second) {
         const std::string_view token = environment(tokenVariable).substr(0, 1024);

@@ -4,15 +4,18 @@
 #include <QSocketNotifier>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace vantor::hosts::qt {
 
-/// One widget per user and display: a second start makes the first one come forward. They meet at a socket
-/// without a file, so that nothing is left behind by a crash; only processes of the same user are listened
-/// to.
+/// One window of a program per user and display: a second start makes the first one come forward. They meet
+/// at a socket without a file, so that nothing is left behind by a crash; only processes of the same user are
+/// listened to.
 class SingleInstance {
 public:
-    SingleInstance();
+    /// `program` is the name that tells this program's socket from others'.
+    explicit SingleInstance(std::string_view program);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;

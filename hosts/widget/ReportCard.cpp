@@ -4,6 +4,7 @@
 #include "controller/ByteText.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
+#include "hosts/qt/RingAccessible.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "ui_ReportForm.h"
 
@@ -57,6 +58,7 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
       m_binding(*this, std::move(controller)),
       m_animator(m_binding.rings()),
       m_message(new qt::MessageLine(this)) {
+    qt::installRingAccessibility();
     nameButtons();
     for (qt::RingView* ring : m_binding.rings()) {
         ring->installEventFilter(this);
@@ -104,8 +106,8 @@ void ReportCard::nameButtons() {
 }
 
 void ReportCard::scaleForm() {
-    m_lengths.scale(m_look);
-    m_form->ringRow->setFixedHeight(m_look.pixels(110));
+    m_lengths.scale(m_theme);
+    m_form->ringRow->setFixedHeight(m_theme.pixels(110));
     for (qt::GlyphButton* button : {m_form->compactRefresh, m_form->displayModeButton}) {
         button->setFixedSize(button->sizeHint());
     }
@@ -117,10 +119,10 @@ void ReportCard::styleLabels() {
             continue;
         }
         const bool heading = isHeading(*label);
-        label->setFont(m_look.font(heading ? qt::TypeSize::small : qt::TypeSize::body,
-                                   heading ? QFont::DemiBold : QFont::Normal));
-        setTextColor(*label, heading || isCaption(*label) ? m_look.secondaryText : m_look.text);
-        label->setFixedHeight(m_look.pixels(rowHeight));
+        label->setFont(m_theme.font(heading ? qt::TypeSize::small : qt::TypeSize::body,
+                                    heading ? QFont::DemiBold : QFont::Normal));
+        setTextColor(*label, heading || isCaption(*label) ? m_theme.secondaryText : m_theme.text);
+        label->setFixedHeight(m_theme.pixels(rowHeight));
         if (!heading && !isCaption(*label)) {
             label->setMinimumWidth(figureWidth());
             // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
@@ -130,27 +132,27 @@ void ReportCard::styleLabels() {
     }
 }
 
-void ReportCard::setLook(const qt::CardLook& look) {
-    m_look = look;
+void ReportCard::setTheme(const qt::Theme& theme) {
+    m_theme = theme;
     scaleForm();
     styleLabels();
-    for (qt::CardButton* button :
-         {static_cast<qt::CardButton*>(m_form->cleanRam), static_cast<qt::CardButton*>(m_form->openApp),
-          static_cast<qt::CardButton*>(m_form->showCpuChart),
-          static_cast<qt::CardButton*>(m_form->manualInfoRefresh),
-          static_cast<qt::CardButton*>(m_form->compactRefresh),
-          static_cast<qt::CardButton*>(m_form->displayModeButton)}) {
-        button->setLook(look);
+    for (qt::Button* button :
+         {static_cast<qt::Button*>(m_form->cleanRam), static_cast<qt::Button*>(m_form->openApp),
+          static_cast<qt::Button*>(m_form->showCpuChart), static_cast<qt::Button*>(m_form->manualInfoRefresh),
+          static_cast<qt::Button*>(m_form->compactRefresh),
+          static_cast<qt::Button*>(m_form->displayModeButton)}) {
+        button->setTheme(theme);
     }
     for (qt::RingView* ring : m_binding.rings()) {
-        ring->setLook(look);
+        ring->setTheme(theme);
     }
-    m_message->setLook(look);
+    m_message->setTheme(theme);
     update();
 }
 
 int ReportCard::figureWidth() const {
-    return QFontMetrics(m_look.font(qt::TypeSize::body)).horizontalAdvance(qt::widestFigure());
+    const std::string widest = trafficText(888'880'000'000) + "/s"; // that a row has to hold
+    return QFontMetrics(m_theme.font(qt::TypeSize::body)).horizontalAdvance(QString::fromStdString(widest));
 }
 
 /// Both columns are as wide as the widest section needs, so that they line up.
@@ -162,11 +164,11 @@ double ReportCard::neededWidth() const {
     }
     const QMargins margins = grid.contentsMargins();
     const int width = 2 * column + grid.horizontalSpacing() + margins.left() + margins.right();
-    return std::max(narrowest, std::ceil(width / m_look.pointScale));
+    return std::max(narrowest, std::ceil(width / m_theme.pointScale));
 }
 
 void ReportCard::setContentSize(platform::CGSize points) {
-    setFixedSize(m_look.pixels(points.width), m_look.pixels(points.height));
+    setFixedSize(m_theme.pixels(points.width), m_theme.pixels(points.height));
 }
 
 void ReportCard::setExpanded(bool expanded) {
@@ -246,12 +248,12 @@ void ReportCard::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_look.card);
-    const double radius = cornerRadius * m_look.pointScale;
+    painter.setBrush(m_theme.card);
+    const double radius = cornerRadius * m_theme.pointScale;
     painter.drawRoundedRect(rect(), radius, radius);
     if (m_expanded) {
-        const int inset = m_look.pixels(20);
-        painter.fillRect(inset, m_look.pixels(110), width() - 2 * inset, 1, m_look.separator);
+        const int inset = m_theme.pixels(20);
+        painter.fillRect(inset, m_theme.pixels(110), width() - 2 * inset, 1, m_theme.separator);
     }
 }
 
@@ -263,7 +265,7 @@ void ReportCard::resizeEvent(QResizeEvent* event) {
 /// A ring's place is known when the layout has given it its size.
 bool ReportCard::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Resize) {
-        m_binding.placeCharts(m_look.pointScale);
+        m_binding.placeCharts(m_theme.pointScale);
     }
     return QWidget::eventFilter(object, event);
 }

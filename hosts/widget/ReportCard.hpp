@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/qt/CardLook.hpp"
 #include "hosts/qt/FormLengths.hpp"
 #include "hosts/qt/RingAnimator.hpp"
+#include "hosts/qt/Theme.hpp"
 #include "hosts/widget/OutletBinding.hpp"
 #include "platform/machine/Machine.hpp"
 
@@ -26,14 +26,14 @@ class MessageLine;
 
 namespace vantor::hosts::widget {
 
-/// The widget's content: the form in a look, in one of two heights, bound to a controller.
+/// The widget's content: the form in a theme, in one of two heights, bound to a controller.
 class ReportCard final : public QWidget {
 public:
     explicit ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent = nullptr);
     ~ReportCard() override;
 
-    void setLook(const qt::CardLook& look);
-    [[nodiscard]] const qt::CardLook& look() const { return m_look; }
+    void setTheme(const qt::Theme& theme);
+    [[nodiscard]] const qt::Theme& theme() const { return m_theme; }
 
     /// The width, in points, that every text of this language fits into, shown at the moment or not.
     [[nodiscard]] double neededWidth() const;
@@ -76,7 +76,7 @@ private:
     OutletBinding m_binding;
     qt::RingAnimator m_animator;
     qt::MessageLine* m_message;
-    qt::CardLook m_look;
+    qt::Theme m_theme;
     std::vector<platform::SourceFailure> m_failures;
     std::function<void()> m_toggle;
     bool m_expanded = true;

@@ -98,7 +98,7 @@ int writeSnapshot(const Options& options) {
     const bool dark = options.appearance == AppearanceChoice::dark;
     const bool expanded = options.expanded.value_or(true);
     ReportCard card(controller);
-    card.setLook(qt::CardLook::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
+    card.setTheme(qt::Theme::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
     card.setCanExpand(true);
     const double width = card.neededWidth();
     card.setExpanded(expanded);

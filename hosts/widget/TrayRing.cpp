@@ -25,7 +25,7 @@ platform::Layers strokesOf(const platform::Layers& layers) {
     return strokes;
 }
 
-QIcon ringIcon(const platform::Layers& strokes, const qt::CardLook& look) {
+QIcon ringIcon(const platform::Layers& strokes, const qt::Theme& theme) {
     QPixmap pixmap(iconSize, iconSize);
     pixmap.fill(Qt::transparent);
     const auto* track = strokes.empty() ? nullptr : std::get_if<platform::StrokeLayer>(&strokes.front());
@@ -35,7 +35,7 @@ QIcon ringIcon(const platform::Layers& strokes, const qt::CardLook& look) {
         QPainter painter(&pixmap);
         painter.scale(iconSize / (2 * reach), iconSize / (2 * reach));
         painter.translate(reach - arc.center.x, reach - arc.center.y);
-        qt::paintLayers(painter, strokes, look, QRectF(-1000, -1000, 3000, 3000));
+        qt::paintLayers(painter, strokes, theme, QRectF(-1000, -1000, 3000, 3000));
     }
     return pixmap;
 }
@@ -53,7 +53,7 @@ TrayRing::TrayRing(std::vector<qt::RingView*> rings, QMenu& menu, std::function<
                      });
 }
 
-void TrayRing::update(const qt::CardLook& look) {
+void TrayRing::update(const qt::Theme& theme) {
     platform::Layers strokes = strokesOf(m_rings.front()->restingLayers());
     QStringList lines;
     for (const qt::RingView* ring : m_rings) {
@@ -64,7 +64,7 @@ void TrayRing::update(const qt::CardLook& look) {
         m_icon.setToolTip(tip);
     }
     if (!qt::changedArea(m_drawn, strokes).isEmpty()) {
-        m_icon.setIcon(ringIcon(strokes, look));
+        m_icon.setIcon(ringIcon(strokes, theme));
         m_drawn = std::move(strokes);
         m_icon.show();
     }

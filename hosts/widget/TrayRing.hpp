@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/qt/CardLook.hpp"
 #include "hosts/qt/RingView.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QSystemTrayIcon>
 #include <vector>
@@ -17,7 +17,7 @@ public:
     TrayRing(std::vector<qt::RingView*> rings, QMenu& menu, std::function<void()> pressed);
 
     /// Draws the ring anew where its percentage or colour changed.
-    void update(const qt::CardLook& look);
+    void update(const qt::Theme& theme);
 
 private:
     std::vector<qt::RingView*> m_rings;

@@ -142,25 +142,25 @@ void WidgetWindow::follow(const qt::DesktopWishes& wishes) {
         m_options.appearance == AppearanceChoice::light  ? platform::Appearance::light
         : m_options.appearance == AppearanceChoice::dark ? platform::Appearance::dark
                                                          : wished;
-    setLook(appearance, wishes.accent);
+    setTheme(appearance, wishes.accent);
     m_card->animator().setMotion(!wishes.reducedMotion);
     m_presence.setScreenLocked(wishes.locked);
     seenChanged();
 }
 
-void WidgetWindow::setLook(platform::Appearance appearance, const QColor& accent) {
-    m_card->setLook(qt::CardLook::of(appearance, textScale(), accent));
-    const qt::CardLook& look = m_card->look();
+void WidgetWindow::setTheme(platform::Appearance appearance, const QColor& accent) {
+    m_card->setTheme(qt::Theme::of(appearance, textScale(), accent));
+    const qt::Theme& theme = m_card->theme();
     QPalette palette;
-    palette.setColor(QPalette::Window, look.card);
-    palette.setColor(QPalette::WindowText, look.text);
-    palette.setColor(QPalette::Base, look.card);
-    palette.setColor(QPalette::Text, look.text);
-    palette.setColor(QPalette::Button, look.fill);
-    palette.setColor(QPalette::ButtonText, look.text);
-    palette.setColor(QPalette::ToolTipBase, look.card);
-    palette.setColor(QPalette::ToolTipText, look.text);
-    palette.setColor(QPalette::Highlight, look.accent);
+    palette.setColor(QPalette::Window, theme.card);
+    palette.setColor(QPalette::WindowText, theme.text);
+    palette.setColor(QPalette::Base, theme.card);
+    palette.setColor(QPalette::Text, theme.text);
+    palette.setColor(QPalette::Button, theme.fill);
+    palette.setColor(QPalette::ButtonText, theme.text);
+    palette.setColor(QPalette::ToolTipBase, theme.card);
+    palette.setColor(QPalette::ToolTipText, theme.text);
+    palette.setColor(QPalette::Highlight, theme.accent);
     QApplication::setPalette(palette);
     fit();
     update();
@@ -173,7 +173,7 @@ void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
     const double width = m_card->neededWidth();
     const bool expanded = m_mode == NCWidgetDisplayMode::expanded;
     m_card->setExpanded(expanded);
-    const double tallest = screen()->availableGeometry().height() / m_card->look().pointScale;
+    const double tallest = screen()->availableGeometry().height() / m_card->theme().pointScale;
     m_controller->widgetActiveDisplayModeDidChange(m_mode, {width, expanded ? tallest : compactHeight});
     fit();
 }
@@ -190,7 +190,7 @@ void WidgetWindow::fit() {
         return; // before the first mode
     }
     m_card->setContentSize(size);
-    const int margin = m_margin == 0 ? 0 : m_card->look().pixels(backdropMargin);
+    const int margin = m_margin == 0 ? 0 : m_card->theme().pixels(backdropMargin);
     m_card->move(margin, margin);
     setFixedSize(m_card->width() + 2 * margin, m_card->height() + 2 * margin);
 }
@@ -227,7 +227,7 @@ void WidgetWindow::turned() {
     m_card->flush();
     m_card->showFailures(m_machine.failures());
     if (m_tray) {
-        m_tray->update(m_card->look());
+        m_tray->update(m_card->theme());
     }
 }
 
@@ -245,7 +245,7 @@ void WidgetWindow::open(const platform::NSURL& url, std::function<void(bool)> fi
 
 void WidgetWindow::paintEvent(QPaintEvent* event) {
     if (m_margin != 0) {
-        QPainter(this).fillRect(event->rect(), m_card->look().backdrop);
+        QPainter(this).fillRect(event->rect(), m_card->theme().backdrop);
     }
 }
 

@@ -44,7 +44,7 @@ private:
     void fillMenu();
     void addToggle(std::string_view key, bool on, std::function<void(bool)> toggled);
     void follow(const qt::DesktopWishes& wishes);
-    void setLook(platform::Appearance appearance, const QColor& accent);
+    void setTheme(platform::Appearance appearance, const QColor& accent);
     void setMode(platform::NCWidgetDisplayMode mode);
     void toggleMode();
     void fit();

@@ -25,7 +25,7 @@ void WidgetWindow::setUpTray() {
             comeForward();
         }
     });
-    m_tray->update(m_card->look());
+    m_tray->update(m_card->theme());
 }
 
 void WidgetWindow::addToggle(std::string_view key, bool on, std::function<void(bool)> toggled) {

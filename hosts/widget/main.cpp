@@ -69,7 +69,7 @@ int changeAutostart(bool on) {
 }
 
 int showWindow(const Options& options, vantor::platform::Machine& machine) {
-    hosts::qt::SingleInstance instance;
+    hosts::qt::SingleInstance instance("vantor-widget");
     if (instance.isSecond()) {
         return 0;
     }

@@ -19,7 +19,7 @@ protected:
     Animation() {
         m_stage.load();
         m_card = std::make_unique<ReportCard>(m_stage.controller);
-        m_card->setLook(CardLook::of(platform::Appearance::light, 1, {}));
+        m_card->setTheme(Theme::of(platform::Appearance::light, 1, {}));
         m_card->setContentSize({400, 360});
         m_card->setAttribute(Qt::WA_DontShowOnScreen);
         m_card->show();

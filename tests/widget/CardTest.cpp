@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
 #include "controller/Outlets.hpp"
-#include "hosts/qt/CardButton.hpp"
+#include "hosts/qt/Buttons.hpp"
 #include "hosts/widget/ReportCard.hpp"
 
 #include <gmock/gmock.h>
@@ -34,7 +34,7 @@ protected:
     void open(double pointScale, platform::Appearance appearance) {
         m_stage.load();
         m_card = std::make_unique<ReportCard>(m_stage.controller);
-        m_card->setLook(CardLook::of(appearance, pointScale, {}));
+        m_card->setTheme(Theme::of(appearance, pointScale, {}));
         m_card->setCanExpand(true);
         m_card->setExpanded(true);
         m_card->setContentSize({m_card->neededWidth(), 360});
@@ -158,7 +158,7 @@ TEST_F(Card, NothingOfARingIsCutOff) {
 TEST_F(Card, GrowsWithTheTextSize) {
     const QSize before = m_card->size();
     const int rowBefore = widget("usedRAMLabel").height();
-    m_card->setLook(CardLook::of(platform::Appearance::dark, 1.5, {}));
+    m_card->setTheme(Theme::of(platform::Appearance::dark, 1.5, {}));
     m_card->setContentSize({m_card->neededWidth(), 360});
     EXPECT_EQ(m_card->height(), before.height() * 3 / 2);
     EXPECT_EQ(widget("usedRAMLabel").height(), rowBefore * 3 / 2);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostMachine.hpp"
-#include "hosts/qt/CardButton.hpp"
+#include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 
@@ -58,7 +58,7 @@ TEST_P(Language, NothingIsCutOff) {
         }
     }
     for (const RingView* ring : m_window->card().rings()) {
-        const QFontMetricsF metrics(m_window->card().look().font(TypeSize::small));
+        const QFontMetricsF metrics(m_window->card().theme().font(TypeSize::small));
         EXPECT_LE(metrics.horizontalAdvance(ring->caption()) * 0.6, 85) << ring->caption().toStdString();
     }
     EXPECT_LT(m_window->card().width(), 520); // a card, not a banner

@@ -100,7 +100,7 @@ TEST(LookOfTheLevels, IsAsInTheDocuments) {
         stage.advance(2);
         int left = 5;
         for (const auto appearance : {platform::Appearance::light, platform::Appearance::dark}) {
-            card.setLook(CardLook::of(appearance, 1, {}));
+            card.setTheme(Theme::of(appearance, 1, {}));
             card.setContentSize({400, 110});
             card.flush();
             card.animator().settle();

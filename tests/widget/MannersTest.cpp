@@ -18,16 +18,17 @@ namespace {
 TEST(Manners, ASecondStartRaisesTheFirst) {
     qputenv("DISPLAY", ":test-" + QByteArray::number(QCoreApplication::applicationPid()));
     int raised = 0;
-    SingleInstance first;
+    SingleInstance first("widget");
     first.setRaiseHandler([&raised] { ++raised; });
     EXPECT_FALSE(first.isSecond());
     {
-        const SingleInstance second;
+        const SingleInstance second("widget");
+        EXPECT_FALSE(SingleInstance("another").isSecond());
         EXPECT_TRUE(second.isSecond());
     }
     EXPECT_TRUE(tests::eventually([&raised] { return raised == 1; }));
     qputenv("DISPLAY", ":another");
-    EXPECT_FALSE(SingleInstance().isSecond());
+    EXPECT_FALSE(SingleInstance("widget").isSecond());
 }
 
 TEST(Manners, AWindowComesBackAsItWas) {

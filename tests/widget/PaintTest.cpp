@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "charts/ArcChartStyle.hpp"
-#include "hosts/qt/CardLook.hpp"
 #include "hosts/qt/LayerPainter.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <gtest/gtest.h>
 
@@ -40,16 +40,16 @@ platform::Layers ring(double fraction) {
     return ring(fraction, fraction, platform::UIColor::systemGreenColor());
 }
 
-void paintOnto(QImage& image, const platform::Layers& layers, const QRect& clip, const CardLook& look) {
+void paintOnto(QImage& image, const platform::Layers& layers, const QRect& clip, const Theme& theme) {
     QPainter painter(&image);
     painter.setClipRect(clip);
-    painter.fillRect(clip, look.card);
-    paintLayers(painter, layers, look, clip);
+    painter.fillRect(clip, theme.card);
+    paintLayers(painter, layers, theme, clip);
 }
 
-QImage wholePicture(const platform::Layers& layers, const CardLook& look) {
+QImage wholePicture(const platform::Layers& layers, const Theme& theme) {
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    paintOnto(image, layers, image.rect(), look);
+    paintOnto(image, layers, image.rect(), theme);
     return image;
 }
 
@@ -66,7 +66,7 @@ int greatestDifference(const QImage& a, const QImage& b) {
 
 /// Repainting only what changed must leave the same pixels as painting everything.
 TEST(Paint, TheChangedAreaHoldsEveryChange) {
-    const CardLook look = CardLook::of(Appearance::light, 1, {});
+    const Theme theme = Theme::of(Appearance::light, 1, {});
     const std::vector<platform::Layers> pictures{
         ring(0),
         ring(0.005),
@@ -80,13 +80,13 @@ TEST(Paint, TheChangedAreaHoldsEveryChange) {
     };
     for (const auto& before : pictures) {
         for (const auto& after : pictures) {
-            QImage image = wholePicture(before, look);
+            QImage image = wholePicture(before, theme);
             const QRect area = changedArea(before, after).toAlignedRect();
             if (!area.isEmpty()) {
-                paintOnto(image, after, area, look);
+                paintOnto(image, after, area, theme);
             }
             // Clipped edges are rounded differently; a piece left out would differ by more than a hundred.
-            EXPECT_LE(greatestDifference(image, wholePicture(after, look)), 24);
+            EXPECT_LE(greatestDifference(image, wholePicture(after, theme)), 24);
         }
     }
 }
@@ -99,8 +99,8 @@ TEST(Paint, AMovingEndRepaintsOnlyItsNeighbourhood) {
 }
 
 TEST(Paint, ArcsRunClockwiseFromTheLowerLeft) {
-    const CardLook look = CardLook::of(Appearance::light, 1, {});
-    const QImage image = wholePicture(ring(0.25, 0.25, platform::UIColor::systemRedColor()), look);
+    const Theme theme = Theme::of(Appearance::light, 1, {});
+    const QImage image = wholePicture(ring(0.25, 0.25, platform::UIColor::systemRedColor()), theme);
     const QColor red = painted(platform::UIColor::systemRedColor(), Appearance::light);
     EXPECT_EQ(image.pixelColor(8, 48), red);  // the left: a sixth of the way
     EXPECT_NE(image.pixelColor(48, 8), red);  // the top: half of it
@@ -111,12 +111,12 @@ TEST(Paint, ArcsRunClockwiseFromTheLowerLeft) {
 TEST(Paint, TextsAndMarksStandOut) {
     for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
         for (const QColor& accent : {QColor(), QColor(Qt::yellow), QColor(Qt::white), QColor(Qt::black)}) {
-            const CardLook look = CardLook::of(appearance, 1, accent);
-            for (const QColor& ground : {look.card, look.fill, look.hoverFill, look.pressedFill}) {
-                EXPECT_GE(contrast(look.text, ground), 4.5);
+            const Theme theme = Theme::of(appearance, 1, accent);
+            for (const QColor& ground : {theme.card, theme.fill, theme.hoverFill, theme.pressedFill}) {
+                EXPECT_GE(contrast(theme.text, ground), 4.5);
             }
-            EXPECT_GE(contrast(look.secondaryText, look.card), 4.5);
-            EXPECT_GE(contrast(look.accent, look.card), 3.0) << look.accent.name().toStdString();
+            EXPECT_GE(contrast(theme.secondaryText, theme.card), 4.5);
+            EXPECT_GE(contrast(theme.accent, theme.card), 3.0) << theme.accent.name().toStdString();
         }
     }
 }

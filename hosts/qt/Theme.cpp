@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QGuiApplication>
 #include <algorithm>
@@ -46,32 +46,32 @@ QColor painted(const platform::UIColor& color, Appearance appearance, double opa
                             component(rgba.alpha * opacity));
 }
 
-CardLook CardLook::of(Appearance appearance, double pointScale, const QColor& accent) {
-    CardLook look;
-    look.appearance = appearance;
-    look.pointScale = pointScale;
+Theme Theme::of(Appearance appearance, double pointScale, const QColor& accent) {
+    Theme theme;
+    theme.appearance = appearance;
+    theme.pointScale = pointScale;
     const bool light = appearance == Appearance::light;
-    look.backdrop = light ? QColor(0xE9, 0xE9, 0xEE) : QColor(0x0B, 0x0B, 0x0C);
-    look.card = light ? QColor(0xFF, 0xFF, 0xFF) : QColor(0x1C, 0x1C, 0x1E);
-    look.text = painted(platform::UIColor::labelColor(), appearance);
-    look.secondaryText = light ? QColor(0x63, 0x63, 0x68) : QColor(0xAE, 0xAE, 0xB2);
-    look.fill = light ? QColor(0xF2, 0xF2, 0xF6) : QColor(0x2C, 0x2C, 0x2E);
-    look.hoverFill = light ? QColor(0xE7, 0xE7, 0xEC) : QColor(0x38, 0x38, 0x3B);
-    look.pressedFill = light ? QColor(0xD8, 0xD8, 0xDF) : QColor(0x48, 0x48, 0x4C);
-    look.separator = light ? QColor(0xE5, 0xE5, 0xEA) : QColor(0x32, 0x32, 0x35);
+    theme.backdrop = light ? QColor(0xE9, 0xE9, 0xEE) : QColor(0x0B, 0x0B, 0x0C);
+    theme.card = light ? QColor(0xFF, 0xFF, 0xFF) : QColor(0x1C, 0x1C, 0x1E);
+    theme.text = painted(platform::UIColor::labelColor(), appearance);
+    theme.secondaryText = light ? QColor(0x63, 0x63, 0x68) : QColor(0xAE, 0xAE, 0xB2);
+    theme.fill = light ? QColor(0xF2, 0xF2, 0xF6) : QColor(0x2C, 0x2C, 0x2E);
+    theme.hoverFill = light ? QColor(0xE7, 0xE7, 0xEC) : QColor(0x38, 0x38, 0x3B);
+    theme.pressedFill = light ? QColor(0xD8, 0xD8, 0xDF) : QColor(0x48, 0x48, 0x4C);
+    theme.separator = light ? QColor(0xE5, 0xE5, 0xEA) : QColor(0x32, 0x32, 0x35);
     const QColor blue = light ? QColor(0x00, 0x7A, 0xFF) : QColor(0x0A, 0x84, 0xFF);
-    look.accent = visibleOn(accent.isValid() ? accent : blue, look.card, look.text);
-    return look;
+    theme.accent = visibleOn(accent.isValid() ? accent : blue, theme.card, theme.text);
+    return theme;
 }
 
-QFont CardLook::font(double points, QFont::Weight weight) const {
+QFont Theme::font(double points, QFont::Weight weight) const {
     QFont font = QGuiApplication::font();
     font.setPixelSize(std::max(1, pixels(points)));
     font.setWeight(weight);
     return font;
 }
 
-int CardLook::pixels(double points) const {
+int Theme::pixels(double points) const {
     return static_cast<int>(std::lround(points * pointScale));
 }
 

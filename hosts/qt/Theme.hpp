@@ -15,12 +15,12 @@ inline constexpr double body = 13;   ///< captions, figures, buttons
 inline constexpr double small = 11;  ///< headings, ring captions, messages
 } // namespace TypeSize
 
-/// How the card is painted: colours for light or dark, the desktop's accent, and how many logical pixels a
-/// point has (1, or more where the desktop asks for larger text).
-struct CardLook {
+/// How a window of ours is painted: colours for light or dark, the desktop's accent, and how many logical
+/// pixels a point has (1, or more where the desktop asks for larger text).
+struct Theme {
     platform::Appearance appearance = platform::Appearance::light;
     double pointScale = 1;
-    QColor backdrop; ///< behind the card, in a window with a frame
+    QColor backdrop; ///< behind a card, in a window with a frame
     QColor card;
     QColor text;
     QColor secondaryText; ///< readable (4.5:1) on the card
@@ -30,8 +30,8 @@ struct CardLook {
     QColor separator;
     QColor accent; ///< focus and pressed marks; at least 3:1 on the card
 
-    /// The look of an appearance. `accent` may be invalid: then it is the platform's blue.
-    static CardLook of(platform::Appearance appearance, double pointScale, const QColor& accent);
+    /// The theme of an appearance. `accent` may be invalid: then it is the platform's blue.
+    static Theme of(platform::Appearance appearance, double pointScale, const QColor& accent);
 
     [[nodiscard]] QFont font(double points, QFont::Weight weight = QFont::Normal) const;
     [[nodiscard]] int pixels(double points) const; ///< whole logical pixels

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/qt/CardButton.hpp"
+#include "hosts/qt/Buttons.hpp"
 
 #include <QFocusEvent>
 #include <QPainter>
@@ -69,7 +69,7 @@ bool isKeyboardFocus(const QFocusEvent& event, bool before) {
     }
 }
 
-CardButton::CardButton(QWidget* parent) : QPushButton(parent) {
+Button::Button(QWidget* parent) : QPushButton(parent) {
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
@@ -77,39 +77,39 @@ CardButton::CardButton(QWidget* parent) : QPushButton(parent) {
     m_confirmation.callOnTimeout(this, [this] { update(); });
 }
 
-void CardButton::setLook(const CardLook& look) {
-    m_look = look;
-    setFont(look.font(TypeSize::body));
+void Button::setTheme(const Theme& theme) {
+    m_theme = theme;
+    setFont(theme.font(TypeSize::body));
     updateGeometry();
     update();
 }
 
-void CardButton::confirm(const QString& text) {
+void Button::confirm(const QString& text) {
     m_confirmationText = text;
     m_confirmation.start(std::chrono::milliseconds(1200));
     update();
 }
 
 /// Return presses a focused button, as Space does: this is no dialogue with a default button.
-bool CardButton::event(QEvent* event) {
+bool Button::event(QEvent* event) {
     if (event->type() == QEvent::Polish) {
         setAutoDefault(true);
     }
     return QPushButton::event(event);
 }
 
-void CardButton::focusInEvent(QFocusEvent* event) {
+void Button::focusInEvent(QFocusEvent* event) {
     m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
     QPushButton::focusInEvent(event);
 }
 
-void CardButton::paintShape(QPainter& painter, double radius) const {
+void Button::paintShape(QPainter& painter, double radius) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isDown() ? m_look.pressedFill : underMouse() ? m_look.hoverFill : m_look.fill);
+    painter.setBrush(isDown() ? m_theme.pressedFill : underMouse() ? m_theme.hoverFill : m_theme.fill);
     painter.drawRoundedRect(rect(), radius, radius);
     if (m_keyboardFocus && hasFocus() && window()->isActiveWindow()) {
-        painter.setPen(QPen(m_look.accent, 2 * m_look.pointScale));
+        painter.setPen(QPen(m_theme.accent, 2 * m_theme.pointScale));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius - 1, radius - 1);
     }
@@ -117,23 +117,23 @@ void CardButton::paintShape(QPainter& painter, double radius) const {
 
 QSize PillButton::sizeHint() const {
     const int text = fontMetrics().horizontalAdvance(this->text());
-    return {text + 2 * look().pixels(pillMargin), look().pixels(pillHeight)};
+    return {text + 2 * theme().pixels(pillMargin), theme().pixels(pillHeight)};
 }
 
 void PillButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintShape(painter, height() / 2.0);
-    painter.setPen(look().text);
+    painter.setPen(theme().text);
     if (!isConfirming()) {
         painter.drawText(rect(), Qt::AlignCenter, text());
         return;
     }
-    const double sign = 18 * look().pointScale;
+    const double sign = 18 * theme().pointScale;
     const double width = fontMetrics().horizontalAdvance(confirmation());
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     const double left = (this->width() - width - sign) / 2;
     const double glyphX = mirrored ? left + width + sign / 2 + 4 : left + sign / 2 - 4;
-    paintGlyph(painter, Glyph::tick, {glyphX, height() / 2.0}, look().pointScale, look().text);
+    paintGlyph(painter, Glyph::tick, {glyphX, height() / 2.0}, theme().pointScale, theme().text);
     painter.drawText(QRectF(mirrored ? left : left + sign, 0, width + 1, height()), Qt::AlignCenter,
                      confirmation());
 }
@@ -144,14 +144,14 @@ void GlyphButton::setGlyph(Glyph glyph) {
 }
 
 QSize GlyphButton::sizeHint() const {
-    return {look().pixels(glyphSize), look().pixels(glyphSize)};
+    return {theme().pixels(glyphSize), theme().pixels(glyphSize)};
 }
 
 void GlyphButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintShape(painter, height() / 2.0);
-    paintGlyph(painter, isConfirming() ? Glyph::tick : m_glyph, QRectF(rect()).center(), look().pointScale,
-               look().text);
+    paintGlyph(painter, isConfirming() ? Glyph::tick : m_glyph, QRectF(rect()).center(), theme().pointScale,
+               theme().text);
 }
 
 } // namespace vantor::hosts::qt

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/qt/CardLook.hpp"
+#include "hosts/qt/Theme.hpp"
 
 #include <QPushButton>
 #include <QTimer>
@@ -13,19 +13,19 @@ namespace vantor::hosts::qt {
 /// is as it was.
 [[nodiscard]] bool isKeyboardFocus(const QFocusEvent& event, bool before);
 
-/// What the buttons of the card share: their look, and a short confirmation of a press.
-class CardButton : public QPushButton {
+/// What the buttons of the card share: their theme, and a short confirmation of a press.
+class Button : public QPushButton {
 public:
-    explicit CardButton(QWidget* parent);
+    explicit Button(QWidget* parent);
 
-    void setLook(const CardLook& look);
+    void setTheme(const Theme& theme);
     /// Shows a tick (and, where there is room, `text`) for a moment in place of what is there.
     void confirm(const QString& text);
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    [[nodiscard]] const CardLook& look() const { return m_look; }
+    [[nodiscard]] const Theme& theme() const { return m_theme; }
     [[nodiscard]] bool isConfirming() const { return m_confirmation.isActive(); }
     [[nodiscard]] const QString& confirmation() const { return m_confirmationText; }
     void paintShape(QPainter& painter, double radius) const;
@@ -33,16 +33,16 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
-    CardLook m_look;
+    Theme m_theme;
     bool m_keyboardFocus = false;
     QTimer m_confirmation;
     QString m_confirmationText;
 };
 
 /// A wide button with a text.
-class PillButton final : public CardButton {
+class PillButton final : public Button {
 public:
-    explicit PillButton(QWidget* parent = nullptr) : CardButton(parent) {}
+    explicit PillButton(QWidget* parent = nullptr) : Button(parent) {}
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -52,9 +52,9 @@ protected:
 enum class Glyph : std::uint8_t { refresh, more, less, tick };
 
 /// A round button with a drawn sign; its text is what it is called by screen readers and its tooltip.
-class GlyphButton final : public CardButton {
+class GlyphButton final : public Button {
 public:
-    explicit GlyphButton(QWidget* parent = nullptr) : CardButton(parent) {}
+    explicit GlyphButton(QWidget* parent = nullptr) : Button(parent) {}
     void setGlyph(Glyph glyph);
     [[nodiscard]] QSize sizeHint() const override;
 
