@@ -12,17 +12,18 @@
 
 namespace vantor::hosts::common {
 
+using platform::Source;
 using platform::SourceFailure;
 
 void Complaints::tellStore() {
     if (std::optional<std::string> problem = platform::suiteProblem(sharedSuiteName)) {
-        m_told.emplace_back("preferences");
-        write({"preferences", std::move(*problem)});
+        m_told.push_back(Source::preferences);
+        write({Source::preferences, std::move(*problem)});
     }
 }
 
 void Complaints::tell(const std::vector<SourceFailure>& failures) {
-    std::vector<std::string> failing;
+    std::vector<Source> failing;
     for (const SourceFailure& failure : failures) {
         failing.push_back(failure.source);
         if (std::ranges::find(m_told, failure.source) == m_told.end()) {
@@ -34,7 +35,7 @@ void Complaints::tell(const std::vector<SourceFailure>& failures) {
 
 void Complaints::write(const SourceFailure& failure) const {
     // A path may be long, and its end is what tells files apart.
-    std::fprintf(stderr, "%s: %s: %s\n", m_program.c_str(), failure.source.c_str(),
+    std::fprintf(stderr, "%s: %s: %s\n", m_program.c_str(), std::string(sourceName(failure.source)).c_str(),
                  platform::printableText(failure.reason, 4096).c_str());
 }
 

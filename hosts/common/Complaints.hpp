@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Machine.hpp"
+#include "platform/machine/Source.hpp"
 
 #include <string>
 #include <utility>
@@ -26,7 +26,7 @@ private:
     void write(const platform::SourceFailure& failure) const;
 
     std::string m_program;
-    std::vector<std::string> m_told; ///< the sources that were failing at the last call
+    std::vector<platform::Source> m_told; ///< the sources that were failing at the last call
 };
 
 } // namespace vantor::hosts::common

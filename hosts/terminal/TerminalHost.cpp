@@ -20,12 +20,20 @@ namespace {
 constexpr std::chrono::seconds noticeTime{3};
 constexpr platform::CGSize widgetRoom{320, 110}; // points; a terminal's cells are laid out by their own rules
 
-std::string nameOf(const std::string& source) {
-    return source == "memory"      ? NSLocalizedString("host_MEMORY")
-           : source == "storage"   ? NSLocalizedString("host_STORAGE")
-           : source == "processor" ? NSLocalizedString("host_PROCESSOR")
-           : source == "network"   ? NSLocalizedString("host_NETWORK")
-                                   : source;
+std::string nameOf(platform::Source source) {
+    switch (source) {
+    case platform::Source::memory:
+        return NSLocalizedString("host_MEMORY");
+    case platform::Source::storage:
+        return NSLocalizedString("host_STORAGE");
+    case platform::Source::processor:
+        return NSLocalizedString("host_PROCESSOR");
+    case platform::Source::network:
+        return NSLocalizedString("host_NETWORK");
+    case platform::Source::preferences:
+        break;
+    }
+    return std::string(sourceName(source));
 }
 
 } // namespace

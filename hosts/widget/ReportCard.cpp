@@ -220,13 +220,13 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
     }
     m_failures = failures;
     const struct {
-        std::string_view source;
+        platform::Source source;
         QLabel* heading;
         std::string_view name;
-    } sections[] = {{"memory", m_form->memoryHeading, "host_MEMORY"},
-                    {"storage", m_form->storageHeading, "host_STORAGE"},
-                    {"processor", m_form->processorHeading, "host_PROCESSOR"},
-                    {"network", m_form->networkHeading, "host_NETWORK"}};
+    } sections[] = {{platform::Source::memory, m_form->memoryHeading, "host_MEMORY"},
+                    {platform::Source::storage, m_form->storageHeading, "host_STORAGE"},
+                    {platform::Source::processor, m_form->processorHeading, "host_PROCESSOR"},
+                    {platform::Source::network, m_form->networkHeading, "host_NETWORK"}};
     for (const auto& section : sections) {
         const auto failed = std::ranges::find(failures, section.source, &platform::SourceFailure::source);
         const QString name = qt::hostText(section.name);

@@ -33,7 +33,7 @@ bool isTrue(std::string_view text) {
 /// The machine's own words for a file that it could not read.
 std::string reasonOfMachine() {
     for (const SourceFailure& failure : currentMachine().failures()) {
-        if (failure.source == "preferences") {
+        if (failure.source == Source::preferences) {
             return failure.reason;
         }
     }

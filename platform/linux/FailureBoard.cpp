@@ -27,13 +27,11 @@ void FailureBoard::clear(Source source) {
 }
 
 std::vector<SourceFailure> FailureBoard::list() const {
-    static constexpr std::array<const char*, count> names{"memory", "storage", "processor", "network",
-                                                          "preferences"};
     std::vector<SourceFailure> failures;
     const std::lock_guard lock(m_mutex);
-    for (std::size_t i = 0; i < count; ++i) {
-        if (m_reasons[i]) {
-            failures.push_back({names[i], *m_reasons[i]});
+    for (const Source source : allSources) {
+        if (const auto& reason = m_reasons[static_cast<std::size_t>(source)]) {
+            failures.push_back({source, *reason});
         }
     }
     return failures;

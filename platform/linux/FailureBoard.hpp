@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Machine.hpp"
+#include "platform/machine/Source.hpp"
 
 #include <array>
 #include <atomic>
@@ -11,9 +11,6 @@
 #include <vector>
 
 namespace vantor::platform::linux {
-
-/// The sources of a Linux machine, in the order of the sections that show them.
-enum class Source { memory, storage, processor, network, preferences };
 
 /// Which sources cannot be read at the moment. Any thread.
 class FailureBoard {
@@ -25,11 +22,10 @@ public:
     [[nodiscard]] std::vector<SourceFailure> list() const;
 
 private:
-    static constexpr std::size_t count = 5;
     /// One bit a source: a refresh clears some fifteen times what nearly always is clear.
     std::atomic<unsigned> m_failing{0};
     mutable std::mutex m_mutex;
-    std::array<std::optional<std::string>, count> m_reasons;
+    std::array<std::optional<std::string>, allSources.size()> m_reasons;
 };
 
 } // namespace vantor::platform::linux

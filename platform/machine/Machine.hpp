@@ -4,6 +4,7 @@
 #include "platform/machine/HostStatistics.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
 #include "platform/machine/LocaleSigns.hpp"
+#include "platform/machine/Source.hpp"
 #include "platform/machine/VolumeCapacities.hpp"
 
 #include <cstdint>
@@ -14,14 +15,6 @@
 #include <vector>
 
 namespace vantor::platform {
-
-/// A source that cannot be read right now, for hosts to show: which ("memory", "storage", "processor",
-/// "network", "preferences") and a short reason in English that names the file or call.
-struct SourceFailure {
-    std::string source;
-    std::string reason;
-    bool operator==(const SourceFailure&) const = default;
-};
 
 /// A preference file's content, or why there is none.
 struct SuiteFile {
@@ -62,7 +55,7 @@ public:
     /// How the user's locale writes numbers. Constant while the process runs.
     virtual const LocaleSigns& localeSigns() = 0;
 
-    /// What cannot be read at the moment, one entry a source, in the order of the sections.
+    /// What cannot be read at the moment, one entry a source, in the order of `allSources`.
     virtual std::vector<SourceFailure> failures() = 0;
 };
 

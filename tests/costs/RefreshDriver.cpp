@@ -28,7 +28,8 @@ int main(int count, char** words) {
                 shown.usedSTORAGELabel->text().c_str(), shown.userCPULabel->text().c_str(),
                 shown.dataSentNETWORKLabel->text().c_str());
     for (const vantor::platform::SourceFailure& failure : widget.machine().failures()) {
-        std::printf("failed %s: %s\n", failure.source.c_str(), failure.reason.c_str());
+        std::printf("failed %s: %s\n", std::string(sourceName(failure.source)).c_str(),
+                    failure.reason.c_str());
     }
     return 0;
 }

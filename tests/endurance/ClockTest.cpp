@@ -44,10 +44,10 @@ TEST_F(ClockTest, aLongGapBringsOneReportOfEachAndThenTheUsualPace) {
 }
 
 TEST_F(ClockTest, aBrokenSourceDoesNotChangeThePaceOfAnySection) {
-    for (const auto& [source, file] : {std::pair("memory", "proc/meminfo"),
-                                       {"processor", "proc/stat"},
-                                       {"network", "proc/net/dev"},
-                                       {"preferences", storeFile.c_str()}}) {
+    for (const auto& [source, file] : {std::pair(platform::Source::memory, "proc/meminfo"),
+                                       {platform::Source::processor, "proc/stat"},
+                                       {platform::Source::network, "proc/net/dev"},
+                                       {platform::Source::preferences, storeFile.c_str()}}) {
         stage.advance(0); // all files are there again
         std::filesystem::remove(stage.tree.root() / file);
         std::filesystem::create_directory(stage.tree.root() / file);
@@ -56,7 +56,7 @@ TEST_F(ClockTest, aBrokenSourceDoesNotChangeThePaceOfAnySection) {
             stage.pass(1);
         }
         EXPECT_EQ(reports, (Reports{5, 5, 5, 10})) << file;
-        EXPECT_EQ(stage.machine.failedSources(), std::string(source) + ' ') << file;
+        EXPECT_EQ(stage.machine.failedSources(), std::string(sourceName(source)) + ' ') << file;
         std::filesystem::remove(stage.tree.root() / file);
     }
 }

@@ -16,7 +16,7 @@ struct SuiteMachine {
     explicit SuiteMachine(const SuiteFile& file) {
         machine.change([&file](SimulatedState& state) {
             state.suite = file;
-            state.failures = {{"storage", "no"}, {"preferences", "it is no regular file"}};
+            state.failures = {{Source::storage, "no"}, {Source::preferences, "it is no regular file"}};
         });
     }
     SimulatedMachine machine;

@@ -197,9 +197,9 @@ TEST(HostileText, aFileThatIsAFolderOrUnreadableIsNamed) {
     EXPECT_FALSE(machine->interfaceAddresses());
     const std::string root = tree.root().string();
     const std::vector<platform::SourceFailure> expected{
-        {"memory", root + "/proc/meminfo: Is a directory"},
-        {"processor", root + "/proc/stat: Is a directory"},
-        {"network", root + "/proc/net/dev: No such file or directory"}};
+        {platform::Source::memory, root + "/proc/meminfo: Is a directory"},
+        {platform::Source::processor, root + "/proc/stat: Is a directory"},
+        {platform::Source::network, root + "/proc/net/dev: No such file or directory"}};
     EXPECT_EQ(machine->failures(), expected);
 }
 

@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 /// One reader's figures as a number, so that the test itself takes no memory; 0 where it has none.
 struct Reader {
-    const char* source;
+    platform::Source source;
     std::uint64_t (*read)(TreeMachine& machine);
-    friend void PrintTo(const Reader& reader, std::ostream* out) { *out << reader.source; }
+    friend void PrintTo(const Reader& reader, std::ostream* out) { *out << sourceName(reader.source); }
 };
 
 std::uint64_t memory(TreeMachine& machine) {
@@ -91,9 +91,11 @@ TEST_P(OutOfMemory, failsTheSourceAndNothingElse) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Readers, OutOfMemory,
-                         testing::Values(Reader{"memory", memory}, Reader{"processor", processor},
-                                         Reader{"network", network}, Reader{"storage", volume},
-                                         Reader{"preferences", preferences}));
+                         testing::Values(Reader{platform::Source::memory, memory},
+                                         Reader{platform::Source::processor, processor},
+                                         Reader{platform::Source::network, network},
+                                         Reader{platform::Source::storage, volume},
+                                         Reader{platform::Source::preferences, preferences}));
 
 } // namespace
 } // namespace vantor::tests

@@ -30,7 +30,8 @@ TEST(Suite, isWholeOrUnusableAndNeverMarked) {
         const platform::SuiteFile file = read();
         EXPECT_TRUE(file.exists && !file.usable && file.content.empty());
         ASSERT_EQ(machine->failures().size(), 1U);
-        EXPECT_EQ(machine->failures()[0], (platform::SourceFailure{"preferences", path + ": " + why}));
+        EXPECT_EQ(machine->failures()[0],
+                  (platform::SourceFailure{platform::Source::preferences, path + ": " + why}));
         fs::remove_all(path);
     };
 

@@ -42,7 +42,7 @@ public:
     std::string failedSources() {
         std::string sources;
         for (const platform::SourceFailure& failure : m_machine.failures()) {
-            sources += failure.source + ' ';
+            sources.append(sourceName(failure.source)).append(1, ' ');
         }
         return sources;
     }

@@ -72,7 +72,7 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
 TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
     m_machine.change([](platform::SimulatedState& state) {
         state.volume.reset();
-        state.failures = {{"storage", "/home: no answer"}};
+        state.failures = {{platform::Source::storage, "/home: no answer"}};
     });
     m_loop.advance(2);
     EXPECT_EQ(scene().warning, "Storage: Not available (/home: no answer)");

@@ -68,7 +68,8 @@ TEST_F(Reports, JsonHoldsRecordsLabelsAndCharts) {
 }
 
 TEST_F(Reports, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
-    Report failed = report({{"storage", "statvfs: \xFF\x1B[2J<b>"}, {"network", "netlink"}});
+    Report failed = report(
+        {{platform::Source::storage, "statvfs: \xFF\x1B[2J<b>"}, {platform::Source::network, "netlink"}});
     failed.charts[1].progress = std::numeric_limits<double>::quiet_NaN();
     const json object = json::parse(jsonReport(failed));
     EXPECT_EQ(object["failed"]["storage"], "statvfs: \uFFFD\uFFFD[2J<b>");

@@ -174,11 +174,11 @@ TEST_F(Card, MirrorsForRightToLeftScripts) {
 }
 
 TEST_F(Card, NamesFailedSourcesAtTheirHeading) {
-    m_card->showFailures({{"network", "/proc/net/dev cannot be read"}});
+    m_card->showFailures({{platform::Source::network, "/proc/net/dev cannot be read"}});
     EXPECT_TRUE(text("networkHeading").contains("Not available"));
     EXPECT_EQ(widget("networkHeading").toolTip(), "/proc/net/dev cannot be read");
-    m_card->showFailures(
-        {{"storage", "/home/<img src='/etc/x'>\u202e: gone"}}); // a folder's name is no markup
+    m_card->showFailures({{platform::Source::storage,
+                           "/home/<img src='/etc/x'>\u202e: gone"}}); // a folder's name is no markup
     EXPECT_EQ(QTextDocumentFragment::fromHtml(widget("storageHeading").toolTip()).toPlainText(),
               QStringLiteral("/home/<img src='/etc/x'>\uFFFD: gone"));
     m_card->showFailures({});

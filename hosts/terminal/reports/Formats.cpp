@@ -23,7 +23,7 @@ std::string networkLine(const Report& report, bool withArrows) {
     const auto part = [&](std::string_view sign, std::string_view caption, std::string_view figure) {
         const std::string_view text = report.label(figure);
         return std::string(withArrows ? sign : report.label(caption)) + ' ' +
-               std::string(text.empty() || report.hasFailed("network") ? "-" : text);
+               std::string(text.empty() || report.hasFailed(platform::Source::network) ? "-" : text);
     };
     return part("\u2193", "dataReceivedNETWORKTitleLabel", "dataReceivedNETWORKLabel") + "  " +
            part("\u2191", "dataSentNETWORKTitleLabel", "dataSentNETWORKLabel");

@@ -33,7 +33,8 @@ Json memoryOf(const Report& report) {
 }
 
 Json storageOf(const Report& report) {
-    if (!report.records.storage || report.hasFailed("storage")) { // a failed query counts as 0 in the widget
+    if (!report.records.storage ||
+        report.hasFailed(platform::Source::storage)) { // a failed query counts as 0 in the widget
         return {{"total", nullptr}, {"used", nullptr}, {"free", nullptr}, {"releasable", nullptr}};
     }
     const StorageFigures& storage = *report.records.storage;
@@ -45,7 +46,7 @@ Json storageOf(const Report& report) {
 
 Json processorOf(const Report& report) {
     CpuUsage usage{NAN, NAN, NAN, NAN};
-    if (report.records.processor && !report.hasFailed("processor")) {
+    if (report.records.processor && !report.hasFailed(platform::Source::processor)) {
         usage = *report.records.processor;
     }
     return {{"system", numberOf(usage.system)},
@@ -55,7 +56,7 @@ Json processorOf(const Report& report) {
 }
 
 Json networkOf(const Report& report) {
-    const bool known = report.records.network && !report.hasFailed("network");
+    const bool known = report.records.network && !report.hasFailed(platform::Source::network);
     const NetworkFigures figures = known ? *report.records.network : NetworkFigures{};
     const auto counter = [&](std::uint64_t bytes) { return known ? Json(bytes) : Json(nullptr); };
     const auto rate = [&](std::int64_t delta) {
@@ -102,7 +103,7 @@ Json chartsOf(const Report& report) {
 Json failuresOf(const Report& report) {
     Json object = Json::object();
     for (const platform::SourceFailure& failure : report.failures) {
-        object[platform::printableText(failure.source)] = platform::printableText(failure.reason);
+        object[std::string(sourceName(failure.source))] = platform::printableText(failure.reason);
     }
     return object;
 }

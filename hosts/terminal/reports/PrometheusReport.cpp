@@ -103,8 +103,9 @@ void addNetwork(Exposition& exposition, const NetworkFigures& network) {
 
 void addSources(Exposition& exposition, const Report& report) {
     exposition.family("vantor_source_up", "gauge", "Whether a source could be read (1) or not (0).");
-    for (const std::string_view source : {"memory", "storage", "processor", "network", "preferences"}) {
-        exposition.sample("{source=\"" + std::string(source) + "\"}", report.hasFailed(source) ? "0" : "1");
+    for (const platform::Source source : platform::allSources) {
+        exposition.sample("{source=\"" + std::string(sourceName(source)) + "\"}",
+                          report.hasFailed(source) ? "0" : "1");
     }
 }
 
@@ -116,13 +117,13 @@ std::string prometheusReport(const Report& report) {
     if (records.memory) {
         addMemory(exposition, *records.memory);
     }
-    if (records.storage && !report.hasFailed("storage")) {
+    if (records.storage && !report.hasFailed(platform::Source::storage)) {
         addStorage(exposition, *records.storage);
     }
-    if (records.processor && !report.hasFailed("processor")) {
+    if (records.processor && !report.hasFailed(platform::Source::processor)) {
         addProcessor(exposition, *records.processor);
     }
-    if (records.network && !report.hasFailed("network")) {
+    if (records.network && !report.hasFailed(platform::Source::network)) {
         addNetwork(exposition, *records.network);
     }
     exposition.family("vantor_chart_progress_ratio", "gauge", "What a ring shows; 1 is full.");

@@ -29,7 +29,7 @@ const Report::Chart* Report::chart(std::string_view name) const {
     return found != charts.end() ? &*found : nullptr;
 }
 
-bool Report::hasFailed(std::string_view source) const {
+bool Report::hasFailed(platform::Source source) const {
     return std::ranges::find(failures, source, &platform::SourceFailure::source) != failures.end();
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controller/TEReportTableViewController.hpp"
-#include "platform/machine/Machine.hpp"
+#include "platform/machine/Source.hpp"
 
 #include <chrono>
 #include <optional>
@@ -35,7 +35,7 @@ struct Report {
     /// The text of a label; empty where there is none.
     [[nodiscard]] std::string_view label(std::string_view outlet) const;
     [[nodiscard]] const Chart* chart(std::string_view name) const;
-    [[nodiscard]] bool hasFailed(std::string_view source) const;
+    [[nodiscard]] bool hasFailed(platform::Source source) const;
 };
 
 /// Reads a report from the view tree and the records. Main thread.

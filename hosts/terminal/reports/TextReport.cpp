@@ -10,6 +10,7 @@
 namespace vantor::hosts::terminal {
 
 using platform::NSLocalizedString;
+using platform::Source;
 
 namespace {
 
@@ -21,7 +22,7 @@ struct Line {
 /// The outlets of a section's rows, without "TitleLabel" and "Label", in reading order.
 struct Section {
     std::string_view nameKey;
-    std::string_view source;
+    platform::Source source;
     std::string_view chart;
     std::vector<std::string_view> outlets;
 };
@@ -31,10 +32,10 @@ std::vector<Section> sections(const Report& report) {
     if (report.showsReleasable) {
         storage.emplace_back("releasableSTORAGE");
     }
-    return {{"host_MEMORY", "memory", "ram", {"usedRAM", "freeRAM"}},
-            {"host_STORAGE", "storage", "storage", std::move(storage)},
-            {"host_PROCESSOR", "processor", "cpu", {"userCPU", "systemCPU", "inactiveCPU"}},
-            {"host_NETWORK", "network", "", {"dataReceivedNETWORK", "dataSentNETWORK"}}};
+    return {{"host_MEMORY", Source::memory, "ram", {"usedRAM", "freeRAM"}},
+            {"host_STORAGE", Source::storage, "storage", std::move(storage)},
+            {"host_PROCESSOR", Source::processor, "cpu", {"userCPU", "systemCPU", "inactiveCPU"}},
+            {"host_NETWORK", Source::network, "", {"dataReceivedNETWORK", "dataSentNETWORK"}}};
 }
 
 std::string headFigure(const Report& report, const Section& section) {

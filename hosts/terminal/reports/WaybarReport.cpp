@@ -49,7 +49,8 @@ std::string tooltip(const Report& report, std::optional<Field> field) {
         }
     }
     for (const platform::SourceFailure& failure : report.failures) {
-        text += (text.empty() ? "" : "\n") + markup(failure.source) + ": " + markup(failure.reason);
+        text += (text.empty() ? "" : "\n") + std::string(sourceName(failure.source)) + ": " +
+                markup(failure.reason);
     }
     return text;
 }
