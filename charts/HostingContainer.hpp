@@ -28,7 +28,7 @@ public:
     }
     /// From an archive (`initWithCoder:`): a container without content.
     explicit HostingContainer(const platform::NSCoder& /*coder*/) {}
-    /// A container is nothing without content: fatal.
+    /// Always fatal, since a container needs content.
     [[noreturn]] static void initWithFrame(const platform::CGRect& /*frame*/) {
         platform::fatalStop("a HostingContainer cannot be made from a frame alone");
     }

@@ -9,7 +9,8 @@ namespace vantor::platform {
 /// unless a host that owns standard output (a picture or a report goes there) has named another. Any thread.
 [[nodiscard]] std::FILE* standardOutput() noexcept;
 
-/// Names another stream, which must outlive its use; null means stdout again. Before other threads write.
+/// Names another stream, which must outlive its use; null means stdout again. Call it before other threads
+/// write.
 void setStandardOutput(std::FILE* stream) noexcept;
 
 } // namespace vantor::platform

@@ -19,7 +19,7 @@ struct Angle {
     bool operator==(const Angle&) const = default;
 };
 
-/// One circular arc. `clockwise` false runs toward growing angles.
+/// One circular arc. It runs toward growing angles unless it is `clockwise`.
 struct ArcSegment {
     CGPoint center;
     double radius = 0;
@@ -33,7 +33,7 @@ struct ArcSegment {
     [[nodiscard]] double sweep() const;
 };
 
-/// A path of arcs; empty draws nothing, not even a round cap's dot.
+/// A path of arcs. An empty one draws nothing, not even the dot of a round cap.
 struct Path {
     std::vector<ArcSegment> arcs;
     bool operator==(const Path&) const = default;
@@ -48,7 +48,7 @@ struct Path {
 enum class LineCap : std::uint8_t { butt, round, square };
 enum class LineJoin : std::uint8_t { miter, round, bevel };
 
-/// The outline of a path, centred on it; half of the width lies on each side. No dash.
+/// The stroke along a path: half of its width lies on each side. It has no dashes.
 struct StrokeLayer {
     Path path;
     double lineWidth = 1; ///< points
@@ -60,8 +60,8 @@ struct StrokeLayer {
     bool operator==(const StrokeLayer&) const = default;
 };
 
-/// One line of text, centred in `frame`. Wider than the frame, it shrinks down to `minimumScaleFactor` of its
-/// size and is then cut with an ellipsis.
+/// One line of text, centred in `frame`. A text that is wider than the frame shrinks, to `minimumScaleFactor`
+/// of its size at the least; one that does not fit even then is cut and ends in an ellipsis.
 struct TextLayer {
     std::string text;     ///< UTF-8
     double fontSize = 17; ///< points; the platform's default text size

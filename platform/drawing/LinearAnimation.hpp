@@ -5,18 +5,20 @@
 
 namespace vantor::platform {
 
-/// A number on its way from one value to another at constant speed: what an animation transaction with linear
-/// timing makes of a property. A plain value, evaluated at an instant.
+/// A number on its way from one value to another at constant speed, as a property is in an animation with
+/// linear timing. A plain value that can be asked for any instant.
 struct LinearAnimation {
     double from = 0;
     double to = 0;
     Instant start{};
     double duration = 0; ///< seconds
 
+    /// The number at an instant: `from` up to the start, `to` from the end on, and whenever one of them is
+    /// not finite.
     [[nodiscard]] double valueAt(Instant now) const;
     [[nodiscard]] bool isRunningAt(Instant now) const;
 
-    /// A new aim, set out for at `now` from what is on screen then.
+    /// Leaves for a new aim at `now`, from the value of that instant, and arrives after so many seconds.
     void retarget(double aim, Instant now, double seconds);
 };
 

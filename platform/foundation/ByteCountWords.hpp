@@ -12,11 +12,11 @@ struct ByteCountWords {
     std::string_view language;             ///< the primary subtag: "fr"
     std::array<std::string_view, 6> units; ///< KB to EB
     std::string_view zero;                 ///< the whole text of a zero count; empty: the digit and the unit
-    std::string_view one;                  ///< byte, by the language's plural classes
-    std::string_view few;                  ///< 2 to 4, 22 to 24, … where the language sets these apart
-    std::string_view many;
-    bool oneEndsWithOne; ///< `one` also stands for 21, 31, … 101, but not 11 or 111
-    bool bytesFollowBlank;
+    std::string_view one;                  ///< the word for one byte
+    std::string_view few;                  ///< for 2 to 4, 22 to 24, … where the language sets these apart
+    std::string_view many;                 ///< for all other counts
+    bool oneEndsWithOne;                   ///< `one` also stands for 21, 31, … 101, but not 11 or 111
+    bool bytesFollowBlank;                 ///< whether a blank stands between the count and the word
 };
 
 /// The words of a language tag such as "pt-BR"; English symbols for a language that is not known.

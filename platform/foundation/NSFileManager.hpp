@@ -21,7 +21,8 @@ enum NSURLResourceKey : std::uint8_t {
     NSURLVolumeAvailableCapacityForImportantUsageKey,
 };
 
-/// The answer to one query: bytes, under the keys that were asked for and that the file system tells.
+/// The answer to one query, in bytes. A key that was not asked for, or that the file system does not know, is
+/// absent.
 class NSURLResourceValues {
 public:
     [[nodiscard]] std::optional<std::int64_t> objectForKey(NSURLResourceKey key) const {

@@ -16,7 +16,8 @@ namespace {
 
 constexpr std::int64_t archiveVersion = 100'000;
 
-/// A class as an archive describes it: its name and its chain of ancestors, itself first.
+/// A class as an archive describes it: its name, and whether its chain of ancestors, which starts with the
+/// class itself, holds the colour.
 struct ClassDescription {
     std::string_view name;
     bool isColor = false;

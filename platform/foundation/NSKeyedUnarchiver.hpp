@@ -9,9 +9,9 @@
 
 namespace vantor::platform {
 
-/// A sound archive whose top object is no colour. Who expects a colour stops here.
+/// A sound archive whose top object is no colour. To a caller that expects a colour this is fatal.
 struct OtherClass {
-    std::string className; ///< harmless text
+    std::string className; ///< printable text
 };
 
 /// The data is no keyed archive, or a broken one.

@@ -6,7 +6,7 @@
 
 namespace vantor::platform {
 
-/// The number that at most eight bytes hold, the highest first.
+/// The unsigned number that up to eight bytes hold, the most significant one first.
 [[nodiscard]] constexpr std::uint64_t bigEndian(std::string_view bytes) {
     std::uint64_t value = 0;
     for (const char byte : bytes) {

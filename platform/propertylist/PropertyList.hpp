@@ -9,7 +9,7 @@
 
 namespace vantor::platform {
 
-/// What is accepted from outside. A list past one of these bounds is refused as a whole.
+/// The bounds for lists from outside. A list past one of them is refused as a whole.
 inline constexpr std::size_t propertyListMostBytes = std::size_t{1} << 20;
 inline constexpr std::size_t propertyListMostObjects = 65'536;
 inline constexpr std::size_t propertyListMostReferences = 262'144; ///< members of all containers together
@@ -28,9 +28,9 @@ inline constexpr const char* noMemoryForList = "there is no memory for it";
 /// The top object, or why there is none.
 using PropertyListResult = std::variant<PropertyListObject, PropertyListFailure>;
 
-/// Reads a property list in either form: binary ("bplist00") or XML. Takes the bytes over. Never throws,
-/// takes time and memory in proportion to the bytes (under 12 MB at the largest), loads nothing from
-/// elsewhere. Any thread.
+/// Reads a property list in either form, binary ("bplist00") or XML. The result keeps the bytes. Never
+/// throws; takes time and memory in proportion to the bytes, 12 MB for the largest list; loads nothing that a
+/// list refers to. Any thread.
 [[nodiscard]] PropertyListResult readPropertyList(std::string bytes) noexcept;
 
 } // namespace vantor::platform

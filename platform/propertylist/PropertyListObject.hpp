@@ -36,7 +36,8 @@ public:
     [[nodiscard]] PropertyListKind kind() const;
 
     [[nodiscard]] std::optional<bool> boolean() const;
-    /// An integer that fits; the format knows unsigned ones up to 2^64 - 1, which only `number` gives.
+    /// An integer within the signed 64-bit range. The format has unsigned ones up to 2^64 - 1 too, for which
+    /// only `number` answers.
     [[nodiscard]] std::optional<std::int64_t> integer() const;
     /// An integer or a real.
     [[nodiscard]] std::optional<double> number() const;
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] std::optional<std::string_view> data() const;
     /// UTF-8. A code unit that is no text in the file reads as U+FFFD.
     [[nodiscard]] std::optional<std::string_view> string() const;
+    /// The number of the object that a keyed archive refers to here.
     [[nodiscard]] std::optional<std::uint64_t> uid() const;
 
     /// How many members a container has: values of an array, pairs of a dictionary; 0 for anything else.

@@ -11,14 +11,15 @@
 
 namespace vantor::platform {
 
-/// One object. What `start` and `count` mean depends on the kind: bytes of a text for data and strings,
-/// entries of the reference list for containers.
+/// One object. `value` is the bits of a scalar; of data and strings, where their bytes start; of a container,
+/// where its members start in the list of references. `count` is how many bytes, members or pairs follow
+/// there.
 struct PropertyListNode {
     PropertyListKind kind = PropertyListKind::null;
-    bool isWide = false; ///< integer: the bits are an unsigned 64-bit value; string: it lies in `converted`
-    bool isRead = false; ///< the readers' own mark
-    std::uint32_t count = 0; ///< bytes, members or pairs
-    std::uint64_t value = 0; ///< the bits of a scalar, or where bytes or references start
+    bool isWide = false; ///< integer: the bits are unsigned; data or string: its bytes are in `converted`
+    bool isRead = false; ///< for the reader of the binary form: this object has been read
+    std::uint32_t count = 0;
+    std::uint64_t value = 0;
 };
 
 /// All objects of one list. A dictionary of n pairs holds 2n references: key, value, key, value.

@@ -24,7 +24,8 @@ struct PropertyListInteger {
 /// "2024-05-01T14:03:07Z", as seconds since 2001-01-01.
 [[nodiscard]] std::optional<double> parsePropertyListDate(std::string_view text);
 
-/// Appends what base-64 text holds, white space passed over; false: it is no base-64.
+/// Appends the bytes that base-64 text stands for; white space in it does not count. False when the text is
+/// no base-64.
 [[nodiscard]] bool appendBase64(std::string& bytes, std::string_view text);
 
 } // namespace vantor::platform

@@ -7,8 +7,8 @@
 
 namespace vantor::platform {
 
-/// Reads the XML form. The document type line is passed over and what it names is never loaded; a document
-/// that declares anything of its own (entities above all) is refused. A dictionary with the one key "CF$UID"
+/// Reads the XML form. The document type line is skipped, and what it names is never loaded; a document that
+/// declares anything of its own, such as entities, is refused. A dictionary with the one key "CF$UID"
 /// and an integer is a reference. May throw std::bad_alloc. `bytes` is at most `propertyListMostBytes` long.
 [[nodiscard]] PropertyListResult readXMLPropertyList(std::string_view bytes);
 

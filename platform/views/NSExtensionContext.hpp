@@ -23,10 +23,11 @@ public:
     [[nodiscard]] NCWidgetDisplayMode widgetLargestAvailableDisplayMode() const { return m_largest; }
     void setWidgetLargestAvailableDisplayMode(NCWidgetDisplayMode mode);
 
-    /// Asks the host to open a link. An empty handler means that nobody wants to know.
+    /// Asks the host to open a link. The handler is told whether that worked; it may be empty.
     virtual void openURL(const NSURL& url, std::function<void(bool success)> completionHandler) = 0;
 
 protected:
+    /// Called after the widget has chosen another largest mode.
     virtual void largestAvailableDisplayModeDidChange() {}
 
 private:
@@ -37,8 +38,10 @@ private:
 class NCWidgetProviding {
 public:
     virtual ~NCWidgetProviding() = default;
+    /// The widget comes on screen: it says through the handler whether there is something new to show.
     virtual void
     widgetPerformUpdateWithCompletionHandler(const std::function<void(NCUpdateResult)>& handler) = 0;
+    /// The host has given the widget another mode, in which it may be at most this large, in points.
     virtual void widgetActiveDisplayModeDidChange(NCWidgetDisplayMode mode, CGSize maximumSize) = 0;
 };
 

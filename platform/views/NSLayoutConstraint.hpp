@@ -21,9 +21,9 @@ struct NSLayoutAnchor {
                                                              double constant = 0) const;
 };
 
-/// first edge = second edge + constant (points), where the second edge is that of the first item's superview.
-/// In the tree, leading is left and trailing is right: mirroring for right-to-left scripts is the host's
-/// affair.
+/// The rule that the first edge lies `constant` points after the second one, which belongs to the superview
+/// of the first one's view. In the tree leading is left and trailing is right; a host mirrors what it shows
+/// in right-to-left scripts.
 class NSLayoutConstraint {
 public:
     NSLayoutConstraint(NSLayoutAnchor first, NSLayoutAnchor second, double constant);

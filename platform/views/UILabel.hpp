@@ -13,13 +13,13 @@ public:
     using UIView::UIView;
 
     [[nodiscard]] const std::string& text() const { return m_text; }
-    void setText(std::string text); ///< the same text again is no change
+    void setText(std::string text); ///< raises the change signal when the text is another one
 
 private:
     std::string m_text;
 };
 
-/// A row or column of views; hidden as a whole.
+/// A row or column of views that is shown or hidden as a whole.
 class UIStackView : public UIView {
 public:
     using UIView::UIView;

@@ -23,12 +23,13 @@ public:
 
     [[nodiscard]] const CGRect& frame() const { return m_frame; } ///< in the superview's coordinates
     void setFrame(const CGRect& frame);
-    [[nodiscard]] CGRect bounds() const { return {{0, 0}, m_frame.size}; }
+    [[nodiscard]] CGRect bounds() const { return {{0, 0}, m_frame.size}; } ///< in its own coordinates
 
     [[nodiscard]] std::shared_ptr<UIView> superview() const { return m_superview.lock(); }
     [[nodiscard]] const std::vector<std::shared_ptr<UIView>>& subviews() const { return m_subviews; }
     void addSubview(const std::shared_ptr<UIView>& view); ///< takes it out of its old superview first
     void removeFromSuperview();
+    /// Called when the view has come into a superview or has left one.
     virtual void didMoveToSuperview() {}
 
     [[nodiscard]] bool isHidden() const { return m_hidden; }

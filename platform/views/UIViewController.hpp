@@ -25,14 +25,15 @@ public:
     UIViewController(const UIViewController&) = delete;
     UIViewController& operator=(const UIViewController&) = delete;
 
-    /// The root view; loaded, and `viewDidLoad` called, at the first call.
+    /// The root view. The first call makes it and then calls `viewDidLoad`.
     std::shared_ptr<UIView> view();
     [[nodiscard]] bool isViewLoaded() const { return m_view != nullptr; }
     void setView(std::shared_ptr<UIView> view) { m_view = std::move(view); }
 
-    /// Makes the root view: an empty one, or what the interface file holds. Whoever builds the interface
-    /// calls `setView` before or gives a `setViewLoader`.
+    /// What makes the root view when it is first asked for, by calling `setView`. Without a loader, and
+    /// without a `setView` before, the root view is an empty one.
     void setViewLoader(std::function<void()> loader) { m_loader = std::move(loader); }
+    /// Called once, when the root view is there.
     virtual void viewDidLoad() {}
 
     void addChildViewController(const std::shared_ptr<UIViewController>& child);
