@@ -82,7 +82,7 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
     choice<Field>(
         app, "--field", options.field,
         {{"ram", Field::ram}, {"storage", Field::storage}, {"cpu", Field::cpu}, {"network", Field::network}},
-        "Report one section only (text and waybar)");
+        "Reading one section only (text and waybar)");
     app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
     app.add_flag("--compact", options.compact, "Start with the rings alone")
         ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));

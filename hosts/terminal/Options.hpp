@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/picture/Look.hpp"
-#include "hosts/terminal/reports/Formats.hpp"
 #include "hosts/terminal/screen/Capabilities.hpp"
 
 #include <optional>
@@ -24,8 +24,8 @@ struct Options {
     std::optional<Glyphs> glyphs;                   ///< absent: what locale and terminal have
     std::string log;                                ///< a file's name; empty: standard error
 
-    /// Whether a report was asked for in so many words.
-    [[nodiscard]] bool wantsReport() const { return once || watch || format || field; }
+    /// Whether a reading was asked for in so many words.
+    [[nodiscard]] bool wantsPrint() const { return once || watch || format || field; }
 };
 
 /// Reads the command line. Prints the help or version on standard output, or what is wrong on standard

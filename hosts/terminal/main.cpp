@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
 #include "hosts/terminal/Options.hpp"
-#include "hosts/terminal/ReportSession.hpp"
+#include "hosts/terminal/PrintSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
 #include "platform/core/StandardOutput.hpp"
 
@@ -26,7 +26,7 @@ platform::linux::LinuxMachine::Options machineOptions(const hosts::terminal::Opt
     return machine;
 }
 
-/// Standard output belongs to the picture or the report, so the log goes elsewhere. On a terminal with a
+/// Standard output belongs to the picture or the reading, so the log goes elsewhere. On a terminal with a
 /// picture on it nothing else may be written: without a file, the log is dropped there.
 bool redirectLog(const std::string& file, bool hasPicture) {
     const char* const name = !file.empty() ? file.c_str() : "/dev/null";
@@ -41,14 +41,14 @@ bool redirectLog(const std::string& file, bool hasPicture) {
 }
 
 int run(const hosts::terminal::Options& options) {
-    const bool hasPicture = !options.wantsReport() && ::isatty(STDOUT_FILENO) != 0;
+    const bool hasPicture = !options.wantsPrint() && ::isatty(STDOUT_FILENO) != 0;
     if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     if (!hasPicture) {
         auto& host = *new hosts::common::HostMachine(options.demo, machineOptions(options)); // as below
-        return hosts::terminal::runReports(options, host);
+        return hosts::terminal::printReadings(options, host);
     }
     const hosts::terminal::Signals signals; // before the machine, whose threads inherit the mask
     // Never destroyed: workers may be asking it while the program ends.

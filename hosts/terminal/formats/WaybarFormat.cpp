@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "charts/ArcChartStyle.hpp"
-#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/formats/Formats.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <nlohmann/json.hpp>
@@ -33,22 +33,22 @@ std::string markup(std::string_view text) {
 }
 
 /// "Used RAM: 5.2 GB" for each figure of the fields asked for, then what failed.
-std::string tooltip(const Report& report, std::optional<Field> field) {
+std::string tooltip(const Reading& reading, std::optional<Field> field) {
     static constexpr std::string_view marks[] = {"RAM", "STORAGE", "CPU", "NETWORK"};
     constexpr std::size_t suffix = 5; // "Label"
     std::string text;
-    for (const Report::Label& label : report.labels) {
+    for (const Reading::Label& label : reading.labels) {
         const bool isFigure = !label.outlet.ends_with("TitleLabel");
         const bool isAsked =
             !field || label.outlet.find(marks[static_cast<std::size_t>(*field)]) != std::string_view::npos;
-        const bool isHidden = label.outlet == "releasableSTORAGELabel" && !report.showsReleasable;
+        const bool isHidden = label.outlet == "releasableSTORAGELabel" && !reading.showsReleasable;
         if (isFigure && isAsked && !isHidden) {
             const std::string name(label.outlet.substr(0, label.outlet.size() - suffix));
             text += text.empty() ? "" : "\n";
-            text += markup(report.label(name + "TitleLabel")) + ": " + markup(label.text);
+            text += markup(reading.label(name + "TitleLabel")) + ": " + markup(label.text);
         }
     }
-    for (const platform::SourceFailure& failure : report.failures) {
+    for (const platform::SourceFailure& failure : reading.failures) {
         text += (text.empty() ? "" : "\n") + std::string(sourceName(failure.source)) + ": " +
                 markup(failure.reason);
     }
@@ -56,9 +56,9 @@ std::string tooltip(const Report& report, std::optional<Field> field) {
 }
 
 /// The fullest chart, or the one asked for.
-double fullest(const Report& report, std::optional<Field> field) {
+double fullest(const Reading& reading, std::optional<Field> field) {
     double progress = NAN;
-    for (const Report::Chart& chart : report.charts) {
+    for (const Reading::Chart& chart : reading.charts) {
         if (!field || chart.name == chartName(*field)) {
             progress = std::fmax(progress, chart.progress); // the other one where one is not-a-number
         }
@@ -66,12 +66,12 @@ double fullest(const Report& report, std::optional<Field> field) {
     return progress;
 }
 
-std::string shortText(const Report& report, std::optional<Field> field) {
+std::string shortText(const Reading& reading, std::optional<Field> field) {
     if (field == Field::network) {
-        return networkLine(report, true);
+        return networkLine(reading, true);
     }
     std::string text;
-    for (const Report::Chart& chart : report.charts) {
+    for (const Reading::Chart& chart : reading.charts) {
         if (!field || chart.name == chartName(*field)) {
             text += (text.empty() ? "" : "  ") + percentText(chart.progress);
         }
@@ -81,10 +81,10 @@ std::string shortText(const Report& report, std::optional<Field> field) {
 
 } // namespace
 
-std::string waybarReport(const Report& report, std::optional<Field> field) {
-    nlohmann::ordered_json object{{"text", markup(shortText(report, field))},
-                                  {"tooltip", tooltip(report, field)}};
-    const double progress = fullest(report, field);
+std::string waybarText(const Reading& reading, std::optional<Field> field) {
+    nlohmann::ordered_json object{{"text", markup(shortText(reading, field))},
+                                  {"tooltip", tooltip(reading, field)}};
+    const double progress = fullest(reading, field);
     if (const std::string_view level = levelName(progress); !level.empty()) {
         object["class"] = level;
     }

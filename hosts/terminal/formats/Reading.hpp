@@ -12,8 +12,8 @@
 
 namespace vantor::hosts::terminal {
 
-/// What the widget showed at one moment, as values: the source of every report format.
-struct Report {
+/// What the widget showed at one moment, as values: the source of every format.
+struct Reading {
     struct Label {
         std::string_view outlet;
         std::string text;
@@ -38,10 +38,10 @@ struct Report {
     [[nodiscard]] bool hasFailed(platform::Source source) const;
 };
 
-/// Reads a report from the view tree and the records. Main thread.
-[[nodiscard]] Report reportOf(const TEReportTableViewController& controller,
-                              std::vector<platform::SourceFailure> failures,
-                              std::chrono::system_clock::time_point time);
+/// Takes a reading from the view tree and the records. Main thread.
+[[nodiscard]] Reading readingOf(const TEReportTableViewController& controller,
+                                std::vector<platform::SourceFailure> failures,
+                                std::chrono::system_clock::time_point time);
 
 /// A moment in universal time after RFC 3339, in milliseconds: "2024-05-01T14:03:07.250Z".
 [[nodiscard]] std::string timeText(std::chrono::system_clock::time_point time);
@@ -53,7 +53,7 @@ struct Report {
 /// A fraction in whole percent as the ring shows it, within 0...100; absent for not-a-number.
 [[nodiscard]] std::optional<int> wholePercent(double progress);
 
-/// One section, for reports of a single one.
+/// One section, for readings of a single one.
 enum class Field : std::uint8_t { ram, storage, cpu, network };
 
 /// The name of a field's chart; empty for the network, which has none.

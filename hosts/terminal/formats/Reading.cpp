@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/reports/Report.hpp"
+#include "hosts/terminal/formats/Reading.hpp"
 
 #include "charts/LevelColor.hpp"
 #include "controller/Outlets.hpp"
@@ -19,39 +19,39 @@ constexpr std::array<std::string_view, chartOutlets.size()> chartNames{"ram", "s
 
 } // namespace
 
-std::string_view Report::label(std::string_view outlet) const {
+std::string_view Reading::label(std::string_view outlet) const {
     const auto found = std::ranges::find(labels, outlet, &Label::outlet);
     return found != labels.end() ? std::string_view(found->text) : std::string_view();
 }
 
-const Report::Chart* Report::chart(std::string_view name) const {
+const Reading::Chart* Reading::chart(std::string_view name) const {
     const auto found = std::ranges::find(charts, name, &Chart::name);
     return found != charts.end() ? &*found : nullptr;
 }
 
-bool Report::hasFailed(platform::Source source) const {
+bool Reading::hasFailed(platform::Source source) const {
     return std::ranges::find(failures, source, &platform::SourceFailure::source) != failures.end();
 }
 
-Report reportOf(const TEReportTableViewController& controller, std::vector<platform::SourceFailure> failures,
-                std::chrono::system_clock::time_point time) {
-    Report report;
-    report.time = time;
-    report.records = controller.records();
-    report.failures = std::move(failures);
+Reading readingOf(const TEReportTableViewController& controller,
+                  std::vector<platform::SourceFailure> failures, std::chrono::system_clock::time_point time) {
+    Reading reading;
+    reading.time = time;
+    reading.records = controller.records();
+    reading.failures = std::move(failures);
     for (const LabelOutlet& outlet : labelOutlets) {
-        report.labels.push_back({outlet.name, (controller.*outlet.label)->text()});
+        reading.labels.push_back({outlet.name, (controller.*outlet.label)->text()});
     }
     for (std::size_t i = 0; i < chartOutlets.size(); ++i) {
         const auto& container = (controller.*chartOutlets[i].chart)();
         if (container != nullptr && container->hostingController()->rootView()) {
             const ArcChartView& view = *container->hostingController()->rootView();
-            report.charts.push_back({chartNames[i], view.arcChartViewModel->progress(), view.title,
-                                     view.arcChartViewModel->innerRingColor()});
+            reading.charts.push_back({chartNames[i], view.arcChartViewModel->progress(), view.title,
+                                      view.arcChartViewModel->innerRingColor()});
         }
     }
-    report.showsReleasable = !controller.releasableSTORAGEStackView->isHidden();
-    return report;
+    reading.showsReleasable = !controller.releasableSTORAGEStackView->isHidden();
+    return reading;
 }
 
 std::string timeText(std::chrono::system_clock::time_point time) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
@@ -27,9 +27,9 @@ struct Section {
     std::vector<std::string_view> outlets;
 };
 
-std::vector<Section> sections(const Report& report) {
+std::vector<Section> sections(const Reading& reading) {
     std::vector<std::string_view> storage{"totalSTORAGE", "usedSTORAGE", "freeSTORAGE"};
-    if (report.showsReleasable) {
+    if (reading.showsReleasable) {
         storage.emplace_back("releasableSTORAGE");
     }
     return {{"host_MEMORY", Source::memory, "ram", {"usedRAM", "freeRAM"}},
@@ -38,27 +38,27 @@ std::vector<Section> sections(const Report& report) {
             {"host_NETWORK", Source::network, "", {"dataReceivedNETWORK", "dataSentNETWORK"}}};
 }
 
-std::string headFigure(const Report& report, const Section& section) {
-    if (report.hasFailed(section.source)) {
+std::string headFigure(const Reading& reading, const Section& section) {
+    if (reading.hasFailed(section.source)) {
         return NSLocalizedString("host_UNAVAILABLE");
     }
-    const Report::Chart* const chart = report.chart(section.chart);
+    const Reading::Chart* const chart = reading.chart(section.chart);
     return chart != nullptr ? percentText(chart->progress) : std::string();
 }
 
 /// An empty line has neither side.
-std::vector<Line> lines(const Report& report) {
+std::vector<Line> lines(const Reading& reading) {
     std::vector<Line> lines;
-    for (const Section& section : sections(report)) {
+    for (const Section& section : sections(reading)) {
         if (!lines.empty()) {
             lines.emplace_back();
         }
-        lines.push_back({NSLocalizedString(section.nameKey), headFigure(report, section)});
+        lines.push_back({NSLocalizedString(section.nameKey), headFigure(reading, section)});
         for (const std::string_view outlet : section.outlets) {
             const std::string name(outlet);
-            lines.push_back({"  " + std::string(report.label(name + "TitleLabel")),
-                             report.hasFailed(section.source) ? std::string("-")
-                                                              : std::string(report.label(name + "Label"))});
+            lines.push_back({"  " + std::string(reading.label(name + "TitleLabel")),
+                             reading.hasFailed(section.source) ? std::string("-")
+                                                               : std::string(reading.label(name + "Label"))});
         }
     }
     return lines;
@@ -78,8 +78,8 @@ std::string padded(const Line& line, int width) {
 
 } // namespace
 
-std::string textReport(const Report& report) {
-    const std::vector<Line> page = lines(report);
+std::string plainText(const Reading& reading) {
+    const std::vector<Line> page = lines(reading);
     int left = 0;
     int right = 0;
     for (const Line& line : page) {
@@ -93,11 +93,11 @@ std::string textReport(const Report& report) {
     return text;
 }
 
-std::string textReport(const Report& report, Field field) {
+std::string plainText(const Reading& reading, Field field) {
     if (field == Field::network) {
-        return networkLine(report, localeIsUtf8()) + '\n';
+        return networkLine(reading, localeIsUtf8()) + '\n';
     }
-    const Report::Chart* const chart = report.chart(chartName(field));
+    const Reading::Chart* const chart = reading.chart(chartName(field));
     return (chart != nullptr ? percentText(chart->progress) : "-") + '\n';
 }
 

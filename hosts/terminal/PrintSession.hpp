@@ -6,9 +6,9 @@
 
 namespace vantor::hosts::terminal {
 
-/// Prints one report or one per interval on standard output. The exit status: 0, or 1 when the output could
+/// Prints one reading or one per interval on standard output. The exit status: 0, or 1 when the output could
 /// not be written or a source could not be read, which is told on standard error. A reader that goes away
 /// ends it quietly. Main thread; the loop is turned until the end.
-[[nodiscard]] int runReports(const Options& options, hosts::common::HostMachine& host);
+[[nodiscard]] int printReadings(const Options& options, hosts::common::HostMachine& host);
 
 } // namespace vantor::hosts::terminal

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/terminal/reports/Report.hpp"
+#include "hosts/terminal/formats/Reading.hpp"
 
 #include <cstdint>
 #include <optional>
@@ -11,28 +11,28 @@ namespace vantor::hosts::terminal {
 
 enum class Format : std::uint8_t { text, json, waybar, prometheus };
 
-/// A report as a format writes it, ending in a newline. With a field, only that section: `text` and `waybar`
+/// A reading as a format writes it, ending in a newline. With a field, only that section: `text` and `waybar`
 /// know that. Pure, but for `text`, which speaks the user's language and character set.
-[[nodiscard]] std::string formatted(const Report& report, Format format, std::optional<Field> field);
+[[nodiscard]] std::string formatted(const Reading& reading, Format format, std::optional<Field> field);
 
 /// The page for people: sections with captions and figures, aligned by the width that they take on a screen.
-[[nodiscard]] std::string textReport(const Report& report);
+[[nodiscard]] std::string plainText(const Reading& reading);
 /// One section as a short line, such as "34%".
-[[nodiscard]] std::string textReport(const Report& report, Field field);
+[[nodiscard]] std::string plainText(const Reading& reading, Field field);
 
 /// One JSON object in one line, as docs/vantor-report.schema.json describes it.
-[[nodiscard]] std::string jsonReport(const Report& report);
+[[nodiscard]] std::string jsonText(const Reading& reading);
 
 /// One JSON object in one line, as Waybar's custom modules take it (return-type json): "text", "tooltip" (in
 /// Pango markup), "class" and "percentage". Without a field: all three charts, with the class and percentage
 /// of the fullest.
-[[nodiscard]] std::string waybarReport(const Report& report, std::optional<Field> field);
+[[nodiscard]] std::string waybarText(const Reading& reading, std::optional<Field> field);
 
 /// The text exposition format 0.0.4 for a textfile collector. Bytes and ratios only; the figures of a source
 /// that failed are left out.
-[[nodiscard]] std::string prometheusReport(const Report& report);
+[[nodiscard]] std::string prometheusText(const Reading& reading);
 
 /// The network's two figures in one line; with arrows or, for a screen without them, with captions.
-[[nodiscard]] std::string networkLine(const Report& report, bool withArrows);
+[[nodiscard]] std::string networkLine(const Reading& reading, bool withArrows);
 
 } // namespace vantor::hosts::terminal

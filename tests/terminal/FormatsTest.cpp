@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/terminal/formats/Formats.hpp"
+
 #include "WidgetStage.hpp"
-#include "hosts/terminal/reports/Formats.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 
 #include <gmock/gmock.h>
@@ -18,9 +19,9 @@ using testing::HasSubstr;
 using testing::Not;
 using tests::WidgetStage;
 
-class Reports : public testing::Test {
+class Formats : public testing::Test {
 protected:
-    Reports() {
+    Formats() {
         std::setlocale(LC_CTYPE, "C.UTF-8");
         m_stage.load();
         m_stage.advance(1); // the network's first tick notes the counters
@@ -33,17 +34,17 @@ protected:
         m_stage.advance(1); // the second one, and the interval of the other reports
     }
 
-    [[nodiscard]] Report report(std::vector<platform::SourceFailure> failures = {}) const {
-        return reportOf(*m_stage.controller, std::move(failures),
-                        std::chrono::sys_days(std::chrono::year(2024) / 5 / 1) +
-                            std::chrono::milliseconds(7250));
+    [[nodiscard]] Reading reading(std::vector<platform::SourceFailure> failures = {}) const {
+        return readingOf(*m_stage.controller, std::move(failures),
+                         std::chrono::sys_days(std::chrono::year(2024) / 5 / 1) +
+                             std::chrono::milliseconds(7250));
     }
 
     WidgetStage m_stage;
 };
 
-TEST_F(Reports, JsonHoldsRecordsLabelsAndCharts) {
-    const std::string line = jsonReport(report());
+TEST_F(Formats, JsonHoldsRecordsLabelsAndCharts) {
+    const std::string line = jsonText(reading());
     EXPECT_EQ(line.find('\n'), line.size() - 1);
     const json object = json::parse(line);
     EXPECT_EQ(object["schema"], 1);
@@ -67,11 +68,11 @@ TEST_F(Reports, JsonHoldsRecordsLabelsAndCharts) {
     EXPECT_EQ(object["failed"], json::object());
 }
 
-TEST_F(Reports, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
-    Report failed = report(
+TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
+    Reading failed = reading(
         {{platform::Source::storage, "statvfs: \xFF\x1B[2J<b>"}, {platform::Source::network, "netlink"}});
     failed.charts[1].progress = std::numeric_limits<double>::quiet_NaN();
-    const json object = json::parse(jsonReport(failed));
+    const json object = json::parse(jsonText(failed));
     EXPECT_EQ(object["failed"]["storage"], "statvfs: \uFFFD\uFFFD[2J<b>");
     EXPECT_TRUE(object["storage"]["total"].is_null());
     EXPECT_TRUE(object["network"]["wifiSent"].is_null());
@@ -79,34 +80,34 @@ TEST_F(Reports, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
     EXPECT_EQ(object["charts"]["storage"]["text"], "nan%");
     EXPECT_EQ(object["memory"]["total"], 4'294'967'296) << "the other sections still appear";
 
-    const std::string prometheus = prometheusReport(failed);
+    const std::string prometheus = prometheusText(failed);
     EXPECT_THAT(prometheus, Not(HasSubstr("vantor_storage_")));
     EXPECT_THAT(prometheus, HasSubstr("vantor_source_up{source=\"storage\"} 0\n"));
     EXPECT_THAT(prometheus, HasSubstr("vantor_chart_progress_ratio{chart=\"storage\"} NaN\n"));
     EXPECT_THAT(prometheus, HasSubstr("vantor_memory_free_bytes 1073741824\n"));
 
-    const std::string text = textReport(failed);
+    const std::string text = plainText(failed);
     EXPECT_THAT(text, HasSubstr("Not available"));
     EXPECT_THAT(text, Not(HasSubstr("98 GB")));
 
-    const json bar = json::parse(waybarReport(failed, Field::storage));
+    const json bar = json::parse(waybarText(failed, Field::storage));
     EXPECT_FALSE(bar.contains("class")) << "no level, no band";
     EXPECT_FALSE(bar.contains("percentage"));
     EXPECT_THAT(bar["tooltip"].get<std::string>(), HasSubstr("[2J&lt;b&gt;"));
 }
 
-TEST_F(Reports, WaybarShowsTheFullestOrTheFieldAskedFor) {
-    const json all = json::parse(waybarReport(report(), std::nullopt));
+TEST_F(Formats, WaybarShowsTheFullestOrTheFieldAskedFor) {
+    const json all = json::parse(waybarText(reading(), std::nullopt));
     EXPECT_EQ(all["text"], "75%  77%  80%");
     EXPECT_EQ(all["class"], "orange");
     EXPECT_EQ(all["percentage"], 80);
     EXPECT_THAT(all["tooltip"].get<std::string>(), Not(HasSubstr("Releasable"))) << "the widget hides it";
-    EXPECT_EQ(json::parse(waybarReport(report(), Field::ram))["text"], "75%");
-    EXPECT_EQ(json::parse(waybarReport(report(), Field::network))["text"], "\u2193 2 KB/s  \u2191 0 KB/s");
-    EXPECT_EQ(textReport(report(), Field::cpu), "80%\n");
+    EXPECT_EQ(json::parse(waybarText(reading(), Field::ram))["text"], "75%");
+    EXPECT_EQ(json::parse(waybarText(reading(), Field::network))["text"], "\u2193 2 KB/s  \u2191 0 KB/s");
+    EXPECT_EQ(plainText(reading(), Field::cpu), "80%\n");
 }
 
-TEST(ReportFigures, BandsAreCutAndPercentagesRounded) {
+TEST(FormatFigures, BandsAreCutAndPercentagesRounded) {
     EXPECT_EQ(levelName(0.509), "green");
     EXPECT_EQ(levelName(0.51), "yellow");
     EXPECT_EQ(levelName(0.835), "orange");
@@ -117,14 +118,14 @@ TEST(ReportFigures, BandsAreCutAndPercentagesRounded) {
     EXPECT_EQ(wholePercent(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
 }
 
-TEST_F(Reports, TheTextPageIsAlignedByTheWidthOnScreen) {
-    Report japanese = report();
-    for (Report::Label& label : japanese.labels) {
+TEST_F(Formats, TheTextPageIsAlignedByTheWidthOnScreen) {
+    Reading japanese = reading();
+    for (Reading::Label& label : japanese.labels) {
         label.text = label.outlet == "usedRAMTitleLabel"   ? "\u4F7F\u7528\u4E2D\u306ERAM"
                      : label.outlet == "freeRAMTitleLabel" ? "\u0627\u0644\u062D\u0631\u0651\u0629"
                                                            : label.text;
     }
-    std::istringstream page(textReport(japanese));
+    std::istringstream page(plainText(japanese));
     int width = 0;
     for (std::string line; std::getline(page, line);) {
         if (line.empty() || line == "Network") {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/ReportSession.hpp"
+#include "hosts/terminal/PrintSession.hpp"
 
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
-#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/formats/Formats.hpp"
 #include "settings/SharedStore.hpp"
 
 #include <unistd.h>
@@ -27,7 +27,7 @@ using platform::RunLoop;
 
 namespace {
 
-constexpr double rateSeconds = 1.0;   // what the shares and rates of the first report cover
+constexpr double rateSeconds = 1.0;   // what the shares and rates of the first reading cover
 constexpr double patienceSeconds = 5; // for sources that do not answer
 constexpr int failureStatus = 1;
 
@@ -46,11 +46,11 @@ int writeOut(std::string_view text) {
     return 0;
 }
 
-/// Drives the widget so that a report's shares and rates cover the time since the report before: its own
+/// Drives the widget so that a reading's shares and rates cover the time since the reading before: its own
 /// interval timer is stopped, its network timer ticks on.
-class ReportSession {
+class PrintSession {
 public:
-    ReportSession(const Options& options, platform::Machine& machine, TurnUntil turnUntil)
+    PrintSession(const Options& options, platform::Machine& machine, TurnUntil turnUntil)
         : m_options(options), m_machine(machine), m_turnUntil(std::move(turnUntil)) {}
 
     int run() {
@@ -113,11 +113,11 @@ private:
     }
 
     void print() {
-        const Report report = reportOf(*m_controller, m_machine.failures(), time());
-        m_complaints.tell(report.failures);
-        m_status = report.failures.empty() ? 0 : failureStatus;
+        const Reading reading = readingOf(*m_controller, m_machine.failures(), time());
+        m_complaints.tell(reading.failures);
+        m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
-        std::string text = formatted(report, format, m_options.field);
+        std::string text = formatted(reading, format, m_options.field);
         if (m_printed && format == Format::text && !m_options.field) {
             text.insert(0, 1, '\n'); // pages are set apart
         }
@@ -145,13 +145,13 @@ private:
 
 } // namespace
 
-int runReports(const Options& options, hosts::common::HostMachine& host) {
+int printReadings(const Options& options, hosts::common::HostMachine& host) {
     if (options.demo && !options.watch) {
         hosts::common::VirtualTime time;
         const auto turn = [&](const auto& done, double atMost) { return time.turnUntil(done, atMost); };
-        return ReportSession(options, host.machine(), turn).run();
+        return PrintSession(options, host.machine(), turn).run();
     }
-    return ReportSession(options, host.machine(), hosts::common::turnUntil).run();
+    return PrintSession(options, host.machine(), hosts::common::turnUntil).run();
 }
 
 } // namespace vantor::hosts::terminal

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "charts/ArcChartStyle.hpp"
-#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/formats/Formats.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <nlohmann/json.hpp>
@@ -21,33 +21,33 @@ Json numberOf(double value) {
 }
 
 /// The figures of a section, or its keys with null where nothing was read.
-Json memoryOf(const Report& report) {
+Json memoryOf(const Reading& reading) {
     static constexpr const char* keys[] = {"total", "used",      "free",       "active",        "inactive",
                                            "wire",  "purgeable", "compressor", "free+inactive", "pressure"};
     Json object = Json::object();
     for (const char* const key : keys) {
-        const auto value = report.records.memory ? report.records.memory->find(key) : std::nullopt;
+        const auto value = reading.records.memory ? reading.records.memory->find(key) : std::nullopt;
         object[key] = value ? Json(*value) : Json(nullptr);
     }
     return object;
 }
 
-Json storageOf(const Report& report) {
-    if (!report.records.storage ||
-        report.hasFailed(platform::Source::storage)) { // a failed query counts as 0 in the widget
+Json storageOf(const Reading& reading) {
+    if (!reading.records.storage ||
+        reading.hasFailed(platform::Source::storage)) { // a failed query counts as 0 in the widget
         return {{"total", nullptr}, {"used", nullptr}, {"free", nullptr}, {"releasable", nullptr}};
     }
-    const StorageFigures& storage = *report.records.storage;
+    const StorageFigures& storage = *reading.records.storage;
     return {{"total", storage.total},
             {"used", storage.used},
             {"free", storage.free},
             {"releasable", storage.releasable}};
 }
 
-Json processorOf(const Report& report) {
+Json processorOf(const Reading& reading) {
     CpuUsage usage{NAN, NAN, NAN, NAN};
-    if (report.records.processor && !report.hasFailed(platform::Source::processor)) {
-        usage = *report.records.processor;
+    if (reading.records.processor && !reading.hasFailed(platform::Source::processor)) {
+        usage = *reading.records.processor;
     }
     return {{"system", numberOf(usage.system)},
             {"user", numberOf(usage.user)},
@@ -55,9 +55,9 @@ Json processorOf(const Report& report) {
             {"nice", numberOf(usage.nice)}};
 }
 
-Json networkOf(const Report& report) {
-    const bool known = report.records.network && !report.hasFailed(platform::Source::network);
-    const NetworkFigures figures = known ? *report.records.network : NetworkFigures{};
+Json networkOf(const Reading& reading) {
+    const bool known = reading.records.network && !reading.hasFailed(platform::Source::network);
+    const NetworkFigures figures = known ? *reading.records.network : NetworkFigures{};
     const auto counter = [&](std::uint64_t bytes) { return known ? Json(bytes) : Json(nullptr); };
     const auto rate = [&](std::int64_t delta) {
         return known && !figures.isFirst ? Json(delta) : Json(nullptr);
@@ -80,9 +80,9 @@ std::string hexOf(const platform::UIColor& color) {
     return text.data();
 }
 
-Json labelsOf(const Report& report) {
+Json labelsOf(const Reading& reading) {
     Json object = Json::object();
-    for (const Report::Label& label : report.labels) {
+    for (const Reading::Label& label : reading.labels) {
         if (!label.outlet.ends_with("TitleLabel")) {
             object[std::string(label.outlet)] = platform::printableText(label.text);
         }
@@ -90,9 +90,9 @@ Json labelsOf(const Report& report) {
     return object;
 }
 
-Json chartsOf(const Report& report) {
+Json chartsOf(const Reading& reading) {
     Json object = Json::object();
-    for (const Report::Chart& chart : report.charts) {
+    for (const Reading::Chart& chart : reading.charts) {
         object[std::string(chart.name)] = {{"progress", numberOf(chart.progress)},
                                            {"text", percentText(chart.progress)},
                                            {"color", hexOf(chart.color)}};
@@ -100,9 +100,9 @@ Json chartsOf(const Report& report) {
     return object;
 }
 
-Json failuresOf(const Report& report) {
+Json failuresOf(const Reading& reading) {
     Json object = Json::object();
-    for (const platform::SourceFailure& failure : report.failures) {
+    for (const platform::SourceFailure& failure : reading.failures) {
         object[std::string(sourceName(failure.source))] = platform::printableText(failure.reason);
     }
     return object;
@@ -110,16 +110,16 @@ Json failuresOf(const Report& report) {
 
 } // namespace
 
-std::string jsonReport(const Report& report) {
+std::string jsonText(const Reading& reading) {
     const Json object{{"schema", 1},
-                      {"time", timeText(report.time)},
-                      {"memory", memoryOf(report)},
-                      {"storage", storageOf(report)},
-                      {"cpu", processorOf(report)},
-                      {"network", networkOf(report)},
-                      {"labels", labelsOf(report)},
-                      {"charts", chartsOf(report)},
-                      {"failed", failuresOf(report)}};
+                      {"time", timeText(reading.time)},
+                      {"memory", memoryOf(reading)},
+                      {"storage", storageOf(reading)},
+                      {"cpu", processorOf(reading)},
+                      {"network", networkOf(reading)},
+                      {"labels", labelsOf(reading)},
+                      {"charts", chartsOf(reading)},
+                      {"failed", failuresOf(reading)}};
     return object.dump() + '\n';
 }
 

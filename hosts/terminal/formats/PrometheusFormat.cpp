@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/reports/Formats.hpp"
+#include "hosts/terminal/formats/Formats.hpp"
 
 #include <array>
 #include <charconv>
@@ -101,36 +101,36 @@ void addNetwork(Exposition& exposition, const NetworkFigures& network) {
     }
 }
 
-void addSources(Exposition& exposition, const Report& report) {
+void addSources(Exposition& exposition, const Reading& reading) {
     exposition.family("vantor_source_up", "gauge", "Whether a source could be read (1) or not (0).");
     for (const platform::Source source : platform::allSources) {
         exposition.sample("{source=\"" + std::string(sourceName(source)) + "\"}",
-                          report.hasFailed(source) ? "0" : "1");
+                          reading.hasFailed(source) ? "0" : "1");
     }
 }
 
 } // namespace
 
-std::string prometheusReport(const Report& report) {
+std::string prometheusText(const Reading& reading) {
     Exposition exposition;
-    const ReportRecords& records = report.records;
+    const ReportRecords& records = reading.records;
     if (records.memory) {
         addMemory(exposition, *records.memory);
     }
-    if (records.storage && !report.hasFailed(platform::Source::storage)) {
+    if (records.storage && !reading.hasFailed(platform::Source::storage)) {
         addStorage(exposition, *records.storage);
     }
-    if (records.processor && !report.hasFailed(platform::Source::processor)) {
+    if (records.processor && !reading.hasFailed(platform::Source::processor)) {
         addProcessor(exposition, *records.processor);
     }
-    if (records.network && !report.hasFailed(platform::Source::network)) {
+    if (records.network && !reading.hasFailed(platform::Source::network)) {
         addNetwork(exposition, *records.network);
     }
     exposition.family("vantor_chart_progress_ratio", "gauge", "What a ring shows; 1 is full.");
-    for (const Report::Chart& chart : report.charts) {
+    for (const Reading::Chart& chart : reading.charts) {
         exposition.sample("{chart=\"" + std::string(chart.name) + "\"}", numberText(chart.progress));
     }
-    addSources(exposition, report);
+    addSources(exposition, reading);
     return exposition.text();
 }
 

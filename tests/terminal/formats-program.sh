@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Runs vantor-term as scripts do: report-program.sh PROGRAM SCHEMA PACKAGING. Prints what is wrong and fails.
+# Runs vantor-term as scripts do: formats-program.sh PROGRAM SCHEMA PACKAGING. Prints what is wrong and fails.
 set -uo pipefail
 program=$1
 schema=$2
