@@ -25,8 +25,8 @@ bool counts(LinkKind kind) {
 InterfaceReader::InterfaceReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options),
       m_failures(failures),
-      m_netDev(options.procRoot + "/net/dev", Shape::manyRecords),
-      m_classifier(options.sysRoot) {}
+      m_netDev(options.tree.path("proc/net/dev"), Shape::manyRecords),
+      m_classifier(options.tree) {}
 
 /// Reads the kernel's list and marks the links in it as seen.
 bool InterfaceReader::list() {

@@ -1,27 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinkClassifier.hpp"
 
-#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/Assignments.hpp"
+#include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
 
-#include <dirent.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <array>
 #include <cstdint>
-#include <memory>
+#include <optional>
 
 namespace vantor::platform::linux {
 
 namespace {
 
+const std::string folder = "sys/class/net/";
+
 // Hardware types of include/uapi/linux/if_arp.h.
 constexpr std::uint64_t typeEthernet = 1, typeFireWire = 24, typeInfiniBand = 32, typeRawIp = 519;
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
 
 std::optional<std::uint64_t> firstNumber(std::string_view text) {
     const std::optional<Line> line = takeLine(text);
@@ -31,16 +25,15 @@ std::optional<std::uint64_t> firstNumber(std::string_view text) {
 } // namespace
 
 bool LinkClassifier::available() const {
-    return ::access(m_folder.c_str(), F_OK) == 0;
+    return m_tree.exists(folder);
 }
 
 bool LinkClassifier::exists(std::string_view name, const char* file) const {
-    return ::access((m_folder + std::string(name) + file).c_str(), F_OK) == 0;
+    return m_tree.exists(folder + std::string(name) + file);
 }
 
 std::string LinkClassifier::content(std::string_view name, const char* file) const {
-    KernelFile source(m_folder + std::string(name) + file, Shape::oneRecord);
-    return std::string(source.read(4096).text);
+    return m_tree.read(folder + std::string(name) + file).text;
 }
 
 LinkKind LinkClassifier::kind(std::string_view name) const {
@@ -51,7 +44,7 @@ LinkKind LinkClassifier::kind(std::string_view name) const {
         return LinkKind::other;
     }
     const std::string uevent = content(name, "/uevent");
-    const std::string_view devType = parseDevType(uevent);
+    const std::string_view devType = ueventValue(uevent, "DEVTYPE");
     const std::uint64_t type = firstNumber(content(name, "/type")).value_or(0);
     if (devType == "wwan" || type == typeRawIp || isModemName(name)) {
         return LinkKind::modem;
@@ -66,10 +59,9 @@ LinkKind LinkClassifier::kind(std::string_view name) const {
 
 std::unordered_set<std::string> LinkClassifier::withoutDevice() const {
     std::unordered_set<std::string> names;
-    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(m_virtualFolder.c_str()));
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder belongs to this function
-    while (const dirent* const entry = folder ? ::readdir(folder.get()) : nullptr) {
-        names.emplace(entry->d_name);
+    Folder links(m_tree.path("sys/devices/virtual/net"));
+    while (const char* const name = links.next()) {
+        names.emplace(name);
     }
     return names;
 }
@@ -82,7 +74,7 @@ bool LinkClassifier::isVirtualEthernet(std::string_view name) const {
     const std::optional<std::uint64_t> own = firstNumber(content(name, "/ifindex"));
     const std::optional<std::uint64_t> other = firstNumber(content(name, "/iflink"));
     const std::string uevent = content(name, "/uevent");
-    const std::string_view devType = parseDevType(uevent);
+    const std::string_view devType = ueventValue(uevent, "DEVTYPE");
     return own && other && own != other && devType != "vlan" && devType != "vxlan";
 }
 

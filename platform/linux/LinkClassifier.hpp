@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/figures/LinkKind.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 
 #include <string>
 #include <string_view>
@@ -9,12 +10,11 @@
 
 namespace vantor::platform::linux {
 
-/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Holds only the
-/// folder's name; any thread.
+/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Any
+/// thread.
 class LinkClassifier {
 public:
-    explicit LinkClassifier(const std::string& sysRoot)
-        : m_folder(sysRoot + "/class/net/"), m_virtualFolder(sysRoot + "/devices/virtual/net") {}
+    explicit LinkClassifier(const KernelTree& tree) : m_tree(tree) {}
 
     /// False where the machine shows no /sys: then names are all there is.
     [[nodiscard]] bool available() const;
@@ -34,8 +34,7 @@ private:
     [[nodiscard]] bool exists(std::string_view name, const char* file) const;
     [[nodiscard]] std::string content(std::string_view name, const char* file) const;
 
-    std::string m_folder;
-    std::string m_virtualFolder;
+    const KernelTree& m_tree;
 };
 
 } // namespace vantor::platform::linux

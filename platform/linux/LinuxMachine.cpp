@@ -63,7 +63,7 @@ kern_return_t LinuxMachine::hostPageSize(std::uint64_t& size) {
 }
 
 kern_return_t LinuxMachine::hostVirtualMemory(vm_statistics64& record) {
-    const std::optional<MemoryFigures> figures = m_memory.read();
+    const std::optional<MemorySplit> figures = m_memory.read();
     if (!figures) {
         return KERN_FAILURE;
     }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/posix/UserFolders.hpp"
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <string>
 
 namespace vantor::platform::linux {
 
@@ -20,8 +20,7 @@ struct PlainMemory {
 /// What a Linux machine is made of. The default is the machine that the program runs on; tests put trees of
 /// captured files and their own clock in.
 struct MachineOptions {
-    std::string procRoot = "/proc";
-    std::string sysRoot = "/sys";
+    KernelTree tree{"/"};
     posix::UserFolders folders = posix::UserFolders::fromEnvironment();
     /// The real locale and catalogues (process-wide, see Translations.hpp); off, there are no translations.
     bool useLocale = true;

@@ -15,9 +15,9 @@ constexpr std::size_t memInfoLength = 16384;
 MemoryReader::MemoryReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options),
       m_failures(failures),
-      m_memInfo(options.procRoot + "/meminfo", Shape::oneRecord),
-      m_minFree(options.procRoot + "/sys/vm/min_free_kbytes", Shape::oneRecord),
-      m_zram(options.sysRoot) {}
+      m_memInfo(options.tree.path("proc/meminfo"), Shape::oneRecord),
+      m_minFree(options.tree.path("proc/sys/vm/min_free_kbytes"), Shape::oneRecord),
+      m_zram(options.tree) {}
 
 /// The low watermark is a quarter above the least that the kernel keeps free (in KiB; Linux,
 /// mm/page_alloc.c).
@@ -29,14 +29,14 @@ std::uint64_t MemoryReader::lowWatermark() {
     return kibibytes > most ? 0 : kibibytes * 1024 * 5 / 4;
 }
 
-std::optional<MemoryFigures> MemoryReader::readFiles() {
+std::optional<MemorySplit> MemoryReader::readFiles() {
     const KernelFile::Content content = m_memInfo.read(memInfoLength);
     if (content.error != 0) {
         m_failures.fail(Source::memory, m_memInfo.reason(content.error));
         return std::nullopt;
     }
     const MemInfo info = parseMemInfo(content.text);
-    const std::optional<MemoryFigures> figures = memoryFigures(
+    const std::optional<MemorySplit> figures = memorySplit(
         info, m_zram.used(m_options.clock()), info.memAvailable ? std::uint64_t{0} : lowWatermark());
     if (!figures) {
         m_failures.fail(Source::memory, m_memInfo.path() + ": does not tell the total and the free memory");
@@ -44,8 +44,8 @@ std::optional<MemoryFigures> MemoryReader::readFiles() {
     return figures;
 }
 
-std::optional<MemoryFigures> MemoryReader::readLocked() {
-    std::optional<MemoryFigures> figures;
+std::optional<MemorySplit> MemoryReader::readLocked() {
+    std::optional<MemorySplit> figures;
     try {
         figures = readFiles();
     } catch (const std::bad_alloc&) {
@@ -56,12 +56,12 @@ std::optional<MemoryFigures> MemoryReader::readLocked() {
         m_last = figures;
     } else if (const std::optional<PlainMemory> plain = m_options.plainMemory();
                plain && plain->total > 0 && plain->free <= plain->total) {
-        m_last = MemoryFigures{.total = plain->total, .free = plain->free};
+        m_last = MemorySplit{.total = plain->total, .free = plain->free};
     }
     return m_last;
 }
 
-std::optional<MemoryFigures> MemoryReader::read() {
+std::optional<MemorySplit> MemoryReader::read() {
     const std::lock_guard lock(m_mutex);
     return readLocked();
 }

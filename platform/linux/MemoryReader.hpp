@@ -4,7 +4,7 @@
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
 #include "platform/linux/ZramReader.hpp"
-#include "platform/linux/figures/MemoryFigures.hpp"
+#include "platform/linux/figures/MemorySplit.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 
 #include <mutex>
@@ -20,7 +20,7 @@ public:
     MemoryReader(const MachineOptions& options, FailureBoard& failures);
 
     /// The figures now; absent only where the machine never answered at all.
-    [[nodiscard]] std::optional<MemoryFigures> read();
+    [[nodiscard]] std::optional<MemorySplit> read();
 
     /// Installed memory in bytes as of the last read, so that what is subtracted from it fits to it (memory
     /// can be plugged in, and a balloon can take it away). Reads where nothing was read yet; 0 where that
@@ -28,8 +28,8 @@ public:
     [[nodiscard]] std::uint64_t total();
 
 private:
-    std::optional<MemoryFigures> readFiles();
-    std::optional<MemoryFigures> readLocked();
+    std::optional<MemorySplit> readFiles();
+    std::optional<MemorySplit> readLocked();
     std::uint64_t lowWatermark();
 
     const MachineOptions& m_options;
@@ -38,7 +38,7 @@ private:
     KernelFile m_memInfo;
     KernelFile m_minFree;
     ZramReader m_zram;
-    std::optional<MemoryFigures> m_last;
+    std::optional<MemorySplit> m_last;
 };
 
 } // namespace vantor::platform::linux

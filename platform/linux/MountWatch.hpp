@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/posix/Descriptor.hpp"
 
 #include <string>
 
@@ -12,7 +13,7 @@ namespace vantor::platform::linux {
 /// threads at once.
 class MountWatch {
 public:
-    explicit MountWatch(const std::string& procRoot) : m_path(procRoot + "/self/mountinfo") {}
+    explicit MountWatch(const KernelTree& tree) : m_path(tree.path("proc/self/mountinfo")) {}
 
     /// True also for the first question, and always where the file cannot be watched.
     [[nodiscard]] bool changed();

@@ -18,7 +18,7 @@ constexpr int waits = 4;
 ProcessorReader::ProcessorReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options),
       m_failures(failures),
-      m_stat(options.procRoot + "/stat", Shape::oneRecord),
+      m_stat(options.tree.path("proc/stat"), Shape::oneRecord),
       m_account(options.ticksPerSecond) {}
 
 std::optional<ProcessorTimes> ProcessorReader::readTimes() try {

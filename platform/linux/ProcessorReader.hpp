@@ -3,8 +3,8 @@
 
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
+#include "platform/linux/TickScale.hpp"
 #include "platform/linux/figures/TickAccount.hpp"
-#include "platform/linux/figures/TickScale.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/machine/HostStatistics.hpp"
 

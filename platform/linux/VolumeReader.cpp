@@ -10,7 +10,7 @@
 namespace vantor::platform::linux {
 
 VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures)
-    : m_options(options), m_failures(failures), m_mounts(options.procRoot) {}
+    : m_options(options), m_failures(failures), m_mounts(options.tree) {}
 
 bool VolumeReader::continues(const Report& report, const std::string& path, std::chrono::nanoseconds now) {
     if (!report.outOfMemory && report.path != path) {

@@ -2,11 +2,10 @@
 #include "platform/linux/ZramReader.hpp"
 
 #include "platform/linux/figures/ZramStat.hpp"
-
-#include <dirent.h>
+#include "platform/linux/kernel/Folder.hpp"
 
 #include <algorithm>
-#include <memory>
+#include <string>
 #include <string_view>
 
 namespace vantor::platform::linux {
@@ -14,22 +13,15 @@ namespace vantor::platform::linux {
 namespace {
 constexpr std::chrono::minutes lookAgain{1};
 constexpr std::size_t mostDisks = 64;
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
 } // namespace
 
 void ZramReader::findDisks() {
+    const std::string block = "sys/block/";
     m_disks.clear();
-    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(m_blockFolder.c_str()));
-    if (!folder) {
-        return;
-    }
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder belongs to this function
-    while (const dirent* const entry = ::readdir(folder.get())) {
-        const std::string_view name = entry->d_name;
-        if (name.starts_with("zram") && m_disks.size() < mostDisks) {
-            m_disks.emplace_back(m_blockFolder + '/' + std::string(name) + "/mm_stat", Shape::oneRecord);
+    Folder folder(m_tree.path(block));
+    while (const char* const name = folder.next()) {
+        if (std::string_view(name).starts_with("zram") && m_disks.size() < mostDisks) {
+            m_disks.emplace_back(m_tree.path(block + name + "/mm_stat"), Shape::oneRecord);
         }
     }
 }

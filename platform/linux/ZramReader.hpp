@@ -2,11 +2,11 @@
 #pragma once
 
 #include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 
 #include <chrono>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace vantor::platform::linux {
@@ -14,7 +14,7 @@ namespace vantor::platform::linux {
 /// The RAM that the machine's compressed memory disks (zram) take. Not for several threads at once.
 class ZramReader {
 public:
-    explicit ZramReader(std::string sysRoot) : m_blockFolder(std::move(sysRoot) + "/block") {}
+    explicit ZramReader(const KernelTree& tree) : m_tree(tree) {}
 
     /// Bytes in use now; a disk that cannot be read counts as none. Which disks there are is looked up again
     /// once a minute: the folder may list thousands, and a new zram disk starts out empty.
@@ -23,7 +23,7 @@ public:
 private:
     void findDisks();
 
-    std::string m_blockFolder;
+    const KernelTree& m_tree;
     std::vector<KernelFile> m_disks;
     std::optional<std::chrono::nanoseconds> m_looked;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/sysctl/MTLDevice.hpp"
+#include "platform/gpu/MTLDevice.hpp"
 #include "platform/sysctl/SysctlSource.hpp"
 #include "sysinfo/CpuDetect/GPUDetection.hpp"
 

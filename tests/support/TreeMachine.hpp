@@ -50,8 +50,7 @@ public:
 private:
     platform::linux::LinuxMachine::Options options(const std::filesystem::path& root) {
         platform::linux::LinuxMachine::Options options;
-        options.procRoot = root / "proc";
-        options.sysRoot = root / "sys";
+        options.tree = platform::linux::KernelTree(root);
         options.folders = {.home = root / "home",
                            .config = root / "home/.config",
                            .cache = root / "home/.cache",

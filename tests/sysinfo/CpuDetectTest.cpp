@@ -2,7 +2,7 @@
 #include "sysinfo/CpuDetect/CpuDetect.hpp"
 
 #include "ScriptedSysctl.hpp"
-#include "platform/sysctl/MTLDevice.hpp"
+#include "platform/gpu/MTLDevice.hpp"
 #include "sysinfo/SystemValues/SysctlQueryStorage.hpp"
 
 #include <gmock/gmock.h>

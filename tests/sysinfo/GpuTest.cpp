@@ -93,7 +93,7 @@ TEST(LinuxDeviceSource, NamesCardsThatNoListKnows) {
     const TestTree tree;
     tree.write("sys/class/drm/card0/device/uevent", "DRIVER=panfrost\nOF_NAME=gpu\n");
     tree.write("sys/class/drm/card2/device/uevent", "PCI_ID=10DE:25A0\nPCI_SLOT_NAME=0000:01:00.0\n");
-    const std::vector<DrmDevice> cards = readDrmDevices(tree.root());
+    const std::vector<DrmDevice> cards = readDrmDevices(KernelTree(tree.root()));
     ASSERT_EQ(cards.size(), 2U);
     EXPECT_EQ(cards[0].figures.name, "panfrost GPU");
     EXPECT_TRUE(cards[0].onRootBus);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "FailingAllocation.hpp"
 #include "Trees.hpp"
+#include "platform/linux/sysctl/CpuNumbers.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
 #include "platform/linux/sysctl/LinuxSysctlSource.hpp"
 #include "platform/linux/sysctl/ProcSysKey.hpp"
-#include "platform/linux/sysctl/ProcessorNumbers.hpp"
 #include "platform/sysctl/sysctlbyname.hpp"
 
 #include <gtest/gtest.h>
@@ -19,8 +19,8 @@
 namespace vantor::platform {
 namespace {
 
+using linux::sysctl::CpuNumbers;
 using linux::sysctl::LinuxSysctlSource;
-using linux::sysctl::ProcessorNumbers;
 using tests::Tree;
 
 LinuxSysctlSource sourceOn(const Tree& tree, const std::string& machine) {
@@ -180,7 +180,7 @@ TEST(LinuxSysctl, ContainerWithoutSys) {
 
 TEST(LinuxSysctl, ProcessorNumbersOfOtherMachines) {
     const auto ofBlock = [](const char* machine, const char* cpuinfo) {
-        const ProcessorNumbers found = ProcessorNumbers::from(machine, linux::sysctl::parseCpuinfo(cpuinfo));
+        const CpuNumbers found = CpuNumbers::from(machine, linux::sysctl::parseCpuinfo(cpuinfo));
         return std::vector<std::uint32_t>{found.type.value_or(0), found.subtype.value_or(0),
                                           found.family.value_or(0)};
     };
@@ -283,8 +283,6 @@ TEST(KernelText, RefusesWhatIsNotOfItsForm) {
     EXPECT_EQ(parseCacheSize("2M"), 2U << 20);
     EXPECT_EQ(parseCacheSize("K"), std::nullopt);
     EXPECT_EQ(parseCacheSize("99999999999999999999K"), std::nullopt);
-    EXPECT_EQ(parseMeminfo("MemTotal: 5 MB\n", "MemTotal"), std::nullopt);
-    EXPECT_EQ(parseMeminfo("MemTotalX: 5 kB\nMemTotal:\t7 kB", "MemTotal"), 7U * 1024);
     EXPECT_EQ(parseOsRelease("# c\nA=\"x\\\"y\"z\nA='q\\'\n", "A"), "q\\");
     EXPECT_EQ(parseOsRelease("A=\"x\\\"y\"z\n", "A"), "x\"yz");
 }

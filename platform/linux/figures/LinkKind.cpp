@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/figures/LinkKind.hpp"
 
-#include "platform/linux/kernel/TextScan.hpp"
-
 #include <algorithm>
 #include <initializer_list>
-#include <optional>
 
 namespace vantor::platform::linux {
 
@@ -19,16 +16,6 @@ bool startsWithOneOf(std::string_view name, std::initializer_list<std::string_vi
 
 bool isModemName(std::string_view name) {
     return startsWithOneOf(name, {"ww", "rmnet", "ccmni"});
-}
-
-std::string_view parseDevType(std::string_view uevent) {
-    constexpr std::string_view key = "DEVTYPE=";
-    while (const std::optional<Line> line = takeLine(uevent)) {
-        if (line->ended && line->text.starts_with(key)) {
-            return line->text.substr(key.size());
-        }
-    }
-    return {};
 }
 
 LinkKind kindByName(std::string_view name) {

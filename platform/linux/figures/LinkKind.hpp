@@ -14,9 +14,6 @@ enum class LinkKind {
     other ///< bridges, tunnels, bonds, the host's ends of containers: their traffic is counted elsewhere
 };
 
-/// The DEVTYPE line of a link's uevent file ("wwan", "wlan", "bridge", "vlan", …); empty where there is none.
-[[nodiscard]] std::string_view parseDevType(std::string_view uevent);
-
 /// Whether a name is one that the drivers of mobile modems give: "wwan0", "rmnet_data0", "ccmni1".
 [[nodiscard]] bool isModemName(std::string_view name);
 

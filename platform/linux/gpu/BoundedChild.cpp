@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gpu/BoundedChild.hpp"
 
+#include "platform/posix/Descriptor.hpp"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -101,20 +103,20 @@ std::optional<std::string> runInChild(const std::function<std::string()>& work,
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
+    const posix::Descriptor reading(pipe[0]);
+    posix::Descriptor writing(pipe[1]);
     const Clock::time_point deadline = Clock::now() + limit;
     const pid_t parent = ::getpid();
     const pid_t child = ::fork();
     if (child == 0) {
-        ::close(pipe[0]);
-        workInChild(work, pipe[1], parent);
+        workInChild(work, writing.number(), parent);
     }
-    ::close(pipe[1]);
+    writing.reset();
     std::optional<std::string> answer;
     if (child > 0) {
-        answer = readUntil(pipe[0], deadline);
+        answer = readUntil(reading.number(), deadline);
         reap(child);
     }
-    ::close(pipe[0]);
     return answer && !answer->empty() ? answer : std::nullopt;
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/sysctl/MTLDevice.hpp"
+#include "platform/gpu/MTLDevice.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,8 +20,8 @@ struct DrmDevice {
     MTLDevice figures;      ///< memory 0 where the driver does not tell
 };
 
-/// The cards, by number. `root` is "/" or a folder of captured files.
-[[nodiscard]] std::vector<DrmDevice> readDrmDevices(const std::filesystem::path& root);
+/// The cards, by number.
+[[nodiscard]] std::vector<DrmDevice> readDrmDevices(const KernelTree& tree);
 
 /// The name of a PCI device in the list that distributions ship as pci.ids; absent where it is not there.
 [[nodiscard]] std::optional<std::string> pciName(std::string_view list, std::string_view vendor,

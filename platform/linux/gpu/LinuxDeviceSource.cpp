@@ -14,7 +14,7 @@ namespace vantor::platform {
 namespace linux::gpu {
 
 std::optional<MTLDevice> LinuxDeviceSource::systemDefaultDevice() {
-    const std::vector<DrmDevice> cards = readDrmDevices(m_root);
+    const std::vector<DrmDevice> cards = readDrmDevices(m_tree);
     if (std::ranges::none_of(cards, &DrmDevice::suspended)) {
         return m_vulkan();
     }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/sysctl/MTLDevice.hpp"
+#include "platform/gpu/MTLDevice.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 
-#include <filesystem>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace vantor::platform::linux::gpu {
@@ -16,13 +17,13 @@ class LinuxDeviceSource final : public MTLDeviceSource {
 public:
     using Query = std::function<std::optional<MTLDevice>()>;
 
-    LinuxDeviceSource(std::filesystem::path root, Query vulkan)
-        : m_root(std::move(root)), m_vulkan(std::move(vulkan)) {}
+    LinuxDeviceSource(std::string root, Query vulkan)
+        : m_tree(std::move(root)), m_vulkan(std::move(vulkan)) {}
 
     [[nodiscard]] std::optional<MTLDevice> systemDefaultDevice() override;
 
 private:
-    std::filesystem::path m_root;
+    KernelTree m_tree;
     Query m_vulkan;
 };
 

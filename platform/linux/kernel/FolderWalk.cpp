@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/kernel/FolderWalk.hpp"
 
-#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/Folder.hpp"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-
-#include <memory>
-#include <string_view>
 
 namespace vantor::platform::linux {
 
@@ -18,38 +14,24 @@ constexpr int deepest = 64;
 constexpr std::size_t mostLinked = 262144;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
-
 } // namespace
 
 void FolderWalk::add(const std::string& folder) {
     struct stat about {};
     posix::Descriptor descriptor(::open(folder.c_str(), folderFlags));
     if (descriptor.isOpen() && ::fstat(descriptor.number(), &about) == 0 && about.st_dev == m_fileSystem) {
-        walk(descriptor.release(), 0);
+        walk(std::move(descriptor), 0);
     }
 }
 
-/// Takes the descriptor over.
-void FolderWalk::walk(int descriptor, int depth) {
-    const std::unique_ptr<DIR, CloseFolder> folder(::fdopendir(descriptor));
-    if (!folder) {
-        posix::Descriptor(descriptor).reset();
-        return;
-    }
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder belongs to this function
-    while (const dirent* const entry = ::readdir(folder.get())) {
-        const std::string_view name = entry->d_name;
-        if (name == "." || name == "..") {
-            continue;
-        }
+void FolderWalk::walk(posix::Descriptor descriptor, int depth) {
+    Folder folder(std::move(descriptor));
+    while (const char* const name = folder.next()) {
         m_stopped = m_stopped || !m_keepGoing();
         if (m_stopped) {
             return;
         }
-        count(::dirfd(folder.get()), entry->d_name, depth);
+        count(folder.number(), name, depth);
     }
 }
 
@@ -67,7 +49,7 @@ void FolderWalk::count(int folder, const char* name, int depth) {
     }
     if (isFolder && depth < deepest) {
         if (posix::Descriptor inner(::openat(folder, name, folderFlags)); inner.isOpen()) {
-            walk(inner.release(), depth + 1);
+            walk(std::move(inner), depth + 1);
         }
     }
 }

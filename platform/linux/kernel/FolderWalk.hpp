@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/posix/Descriptor.hpp"
+
 #include <sys/types.h>
 
 #include <cstdint>
@@ -29,7 +31,7 @@ public:
     [[nodiscard]] bool wasStopped() const { return m_stopped; }
 
 private:
-    void walk(int descriptor, int depth);
+    void walk(posix::Descriptor descriptor, int depth);
     void count(int folder, const char* name, int depth);
 
     dev_t m_fileSystem;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -27,6 +28,14 @@ struct Line {
     const Line line{text.substr(0, end), end != std::string_view::npos};
     text.remove_prefix(line.ended ? end + 1 : text.size());
     return line;
+}
+
+/// Takes the text up to a separator off, and the separator too; at the end of the text all of it.
+[[nodiscard]] inline std::string_view takeUntil(std::string_view& text, char separator) {
+    const std::size_t at = std::min(text.find(separator), text.size());
+    const std::string_view piece = text.substr(0, at);
+    text.remove_prefix(std::min(at + 1, text.size()));
+    return piece;
 }
 
 /// Blanks and tabs. One by one: the library's searches for a set make a call for each character of the text,

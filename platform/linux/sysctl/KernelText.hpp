@@ -14,17 +14,11 @@ namespace vantor::platform::linux::sysctl {
 /// The numbers of processors, ascending.
 using CpuList = std::vector<unsigned>;
 
-/// A decimal number without sign or blanks.
-[[nodiscard]] std::optional<std::uint64_t> parseNumber(std::string_view text);
-
 /// "0-3,8" as the files under /sys/devices/system/cpu have it; an empty text is an empty list.
 [[nodiscard]] std::optional<CpuList> parseCpuList(std::string_view text);
 
 /// The size of a cache in bytes: "48K", "2M", "512".
 [[nodiscard]] std::optional<std::uint64_t> parseCacheSize(std::string_view text);
-
-/// A figure of /proc/meminfo in bytes; the file has it in KiB, written kB.
-[[nodiscard]] std::optional<std::uint64_t> parseMeminfo(std::string_view text, std::string_view name);
 
 /// One block of /proc/cpuinfo: name to value, blanks around both removed.
 using CpuinfoBlock = std::map<std::string, std::string, std::less<>>;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/sysctl/LinuxSysctlSource.hpp"
 
+#include "platform/linux/figures/MemInfo.hpp"
+#include "platform/linux/kernel/TextScan.hpp"
+#include "platform/linux/sysctl/CpuNumbers.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
 #include "platform/linux/sysctl/ProcSysKey.hpp"
-#include "platform/linux/sysctl/ProcessorNumbers.hpp"
 #include "platform/linux/sysctl/ProcessorTopology.hpp"
 
 #include <utility>
@@ -38,7 +40,7 @@ std::optional<std::uint64_t> cacheSize(const ProcessorCaches& caches, std::strin
 
 } // namespace
 
-LinuxSysctlSource::LinuxSysctlSource(std::filesystem::path root, SystemCalls calls)
+LinuxSysctlSource::LinuxSysctlSource(std::string root, SystemCalls calls)
     : m_tree(std::move(root)), m_calls(std::move(calls)) {}
 
 SysctlAnswer LinuxSysctlSource::read(std::string_view key) {
@@ -62,7 +64,7 @@ SysctlAnswer LinuxSysctlSource::hardware(std::string_view name) const {
         return number8(m_calls.pageSize());
     }
     if (name == "memsize") {
-        return number8(parseMeminfo(m_tree.read("proc/meminfo").text, "MemTotal"));
+        return number8(parseMemInfo(m_tree.read("proc/meminfo").text).memTotal);
     }
     if (name.starts_with("cpu")) {
         return processorNumber(name);
@@ -71,8 +73,8 @@ SysctlAnswer LinuxSysctlSource::hardware(std::string_view name) const {
 }
 
 SysctlAnswer LinuxSysctlSource::processorNumber(std::string_view name) const {
-    const ProcessorNumbers numbers =
-        ProcessorNumbers::from(m_calls.uname().machine, parseCpuinfo(m_tree.read("proc/cpuinfo").text));
+    const CpuNumbers numbers =
+        CpuNumbers::from(m_calls.uname().machine, parseCpuinfo(m_tree.read("proc/cpuinfo").text));
     if (name == "cputype") {
         return number4(numbers.type);
     }
@@ -121,7 +123,7 @@ SysctlAnswer LinuxSysctlSource::counts(std::string_view name) const {
 /// has 4 bytes.
 SysctlAnswer LinuxSysctlSource::level(std::string_view name) const {
     const std::size_t point = name.find('.');
-    const auto number = parseNumber(name.substr(0, point));
+    const auto number = numberFrom(name.substr(0, point));
     const ProcessorTopology topology(m_tree, m_calls.uname().machine);
     const std::vector<PerformanceLevel> levels = topology.levels();
     if (point == std::string_view::npos || !number || *number >= levels.size()) {

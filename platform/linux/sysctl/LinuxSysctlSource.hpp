@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/sysctl/KernelTree.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/sysctl/SysctlSource.hpp"
 
 #include <cstdint>
@@ -27,12 +27,11 @@ struct SystemCalls {
 ///   the firmware's tables. hw.ncpu counts what the kernel is set up for (`nproc --all`), logicalcpu_max what
 ///   is present, logicalcpu and activecpu what is online. hw.l*cachesize is one cache of the fastest level.
 /// - kern.*: /proc/sys/kernel, /proc/cmdline and os-release(5): osproductversion and osproductversioncompat
-/// are
-///   VERSION_ID, osreleasetype RELEASE_TYPE, osrevision BUILD_ID.
+///   are VERSION_ID, osreleasetype RELEASE_TYPE, osrevision BUILD_ID.
 /// - every other key: the file under /proc/sys, points as slashes and slashes as points, as sysctl(8) has it.
 class LinuxSysctlSource final : public SysctlSource {
 public:
-    LinuxSysctlSource(std::filesystem::path root, SystemCalls calls);
+    LinuxSysctlSource(std::string root, SystemCalls calls);
 
     [[nodiscard]] SysctlAnswer read(std::string_view key) override;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/sysctl/ProcSysKey.hpp"
 
+#include "platform/linux/kernel/TextScan.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
 
 #include <cstdint>
@@ -10,17 +11,16 @@ namespace vantor::platform::linux::sysctl {
 namespace {
 
 bool leavesFolder(std::string_view path) {
-    while (true) {
-        const std::size_t slash = path.find('/');
-        const std::string_view part = path.substr(0, slash);
+    if (path.empty() || path.ends_with('/')) {
+        return true;
+    }
+    while (!path.empty()) {
+        const std::string_view part = takeUntil(path, '/');
         if (part.empty() || part == "." || part == "..") {
             return true;
         }
-        if (slash == std::string_view::npos) {
-            return false;
-        }
-        path.remove_prefix(slash + 1);
     }
+    return false;
 }
 
 } // namespace
@@ -41,7 +41,7 @@ SysctlValue procSysValue(std::string text) {
         text.pop_back();
     }
     const bool negative = text.starts_with('-');
-    const auto magnitude = parseNumber(std::string_view(text).substr(negative ? 1 : 0));
+    const auto magnitude = numberFrom(std::string_view(text).substr(negative ? 1 : 0));
     constexpr std::uint64_t lowest = std::uint64_t{1} << 63U;
     if (!magnitude || (negative && *magnitude > lowest)) {
         return SysctlValue::ofText(std::move(text));

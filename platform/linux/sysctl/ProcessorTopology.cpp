@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/sysctl/ProcessorTopology.hpp"
 
+#include "platform/linux/kernel/TextScan.hpp"
+
 #include <algorithm>
 #include <functional>
 #include <map>
@@ -26,7 +28,7 @@ CpuList listedIn(const std::vector<CpuinfoBlock>& cpuinfo) {
     CpuList result;
     for (const CpuinfoBlock& block : cpuinfo) {
         const auto found = block.find("processor");
-        const auto number = found != block.end() ? parseNumber(found->second) : std::nullopt;
+        const auto number = found != block.end() ? numberFrom(found->second) : std::nullopt;
         if (number) {
             result.push_back(static_cast<unsigned>(*number));
         }
@@ -81,7 +83,7 @@ std::vector<PerformanceLevel> ProcessorTopology::levelsByCapacity() const {
     std::map<std::uint64_t, CpuList, std::greater<>> byCapacity;
     for (const unsigned processor : m_present) {
         const auto text = m_tree.line(folderOf(processor) + "cpu_capacity");
-        const auto capacity = text ? parseNumber(*text) : std::nullopt;
+        const auto capacity = text ? numberFrom(*text) : std::nullopt;
         if (!capacity) {
             return {}; // a machine that tells of some only tells nothing
         }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
-#include "platform/linux/sysctl/KernelTree.hpp"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/user/Translations.hpp"
 
+#include "platform/linux/kernel/Folder.hpp"
+
 #include <libintl.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <system_error>
@@ -14,12 +17,11 @@ namespace fs = std::filesystem;
 constexpr const char* domain = "vantor";
 
 /// Whether any language's folder below holds a catalogue of ours: other programs share the folder.
-bool holdsCatalogues(const fs::path& folder) {
-    std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        std::error_code absent;
-        if (fs::exists(entry->path() / "LC_MESSAGES/vantor.mo", absent)) {
+bool holdsCatalogues(const std::string& path) {
+    Folder folder(path);
+    while (const char* const language = folder.next()) {
+        const std::string catalogue = path + '/' + language + "/LC_MESSAGES/vantor.mo";
+        if (::access(catalogue.c_str(), F_OK) == 0) {
             return true;
         }
     }

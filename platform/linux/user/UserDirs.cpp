@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/user/UserDirs.hpp"
 
+#include "platform/linux/kernel/Assignments.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
 
@@ -8,31 +9,10 @@ namespace vantor::platform::linux {
 
 namespace {
 
-/// The text between a line's double quotes; absent without the closing one.
-std::optional<std::string> unquoted(std::string_view text) {
-    if (!text.starts_with('"')) {
-        return std::nullopt;
-    }
-    std::string value;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        if (text[i] == '"') {
-            return value;
-        }
-        if (text[i] == '\\' && i + 1 < text.size()) {
-            ++i;
-        }
-        if (text[i] == '\0') {
-            return std::nullopt;
-        }
-        value += text[i];
-    }
-    return std::nullopt;
-}
-
 std::optional<std::string> folderFrom(std::string_view text, std::string_view home) {
     constexpr std::string_view variable = "$HOME";
-    std::optional<std::string> value = unquoted(text);
-    if (!value) {
+    std::optional<std::string> value = text.starts_with('"') ? unquoted(text) : std::nullopt;
+    if (!value || value->find('\0') != std::string::npos) {
         return std::nullopt;
     }
     if (value->starts_with(variable) &&

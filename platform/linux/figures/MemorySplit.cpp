@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/figures/MemoryFigures.hpp"
+#include "platform/linux/figures/MemorySplit.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -46,8 +46,8 @@ std::optional<std::uint64_t> available(const MemInfo& info, std::uint64_t lowWat
 
 } // namespace
 
-std::optional<MemoryFigures> memoryFigures(const MemInfo& info, std::uint64_t zramUsed,
-                                           std::uint64_t lowWatermark) {
+std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUsed,
+                                       std::uint64_t lowWatermark) {
     if (info.memTotal.value_or(0) == 0) {
         return std::nullopt;
     }
@@ -56,7 +56,7 @@ std::optional<MemoryFigures> memoryFigures(const MemInfo& info, std::uint64_t zr
         return std::nullopt;
     }
     const auto within = [](std::uint64_t bytes, std::uint64_t most) { return std::min(bytes, most); };
-    MemoryFigures figures;
+    MemorySplit figures;
     figures.total = *info.memTotal;
     figures.free = within(*free, figures.total);
     const std::uint64_t held = figures.total - figures.free;

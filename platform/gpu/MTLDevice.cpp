@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/sysctl/MTLDevice.hpp"
+#include "platform/gpu/MTLDevice.hpp"
 
 #include <atomic>
 

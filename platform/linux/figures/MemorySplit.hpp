@@ -9,7 +9,7 @@
 namespace vantor::platform::linux {
 
 /// A machine's memory in bytes, in the monitor's own terms.
-struct MemoryFigures {
+struct MemorySplit {
     std::uint64_t total = 0;
     std::uint64_t free = 0;       ///< what programs can have at once: what `free` calls available
     std::uint64_t active = 0;     ///< programs' pages in use
@@ -17,14 +17,14 @@ struct MemoryFigures {
     std::uint64_t wired = 0;      ///< what the kernel cannot give back
     std::uint64_t purgeable = 0;  ///< the part of `free` that holds cached data
     std::uint64_t compressed = 0; ///< RAM that holds compressed pages
-    bool operator==(const MemoryFigures&) const = default;
+    bool operator==(const MemorySplit&) const = default;
 };
 
 /// Makes the figures of a parsed /proc/meminfo. `zramUsed` is the RAM that compressed memory disks take;
 /// `lowWatermark` what the kernel keeps back for itself, used only where a kernel before 3.14 does not say
 /// what is available (the estimate is then the one that newer kernels make). Every figure is at most the
 /// total. Absent where the total, or anything to tell the free part by, is missing. Pure.
-[[nodiscard]] std::optional<MemoryFigures> memoryFigures(const MemInfo& info, std::uint64_t zramUsed,
-                                                         std::uint64_t lowWatermark);
+[[nodiscard]] std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUsed,
+                                                     std::uint64_t lowWatermark);
 
 } // namespace vantor::platform::linux

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/sysctl/ProcessorNumbers.hpp"
+#include "platform/linux/sysctl/CpuNumbers.hpp"
+
+#include "platform/linux/kernel/TextScan.hpp"
 
 #include <algorithm>
 #include <array>
@@ -69,22 +71,22 @@ std::optional<std::uint64_t> hexadecimal(std::string_view text) {
 }
 
 /// Subtype 8 marks the processors since the 2013 design, told by the instructions that came with it.
-ProcessorNumbers x86Numbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
+CpuNumbers x86Numbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
     const std::string_view flags = field(cpuinfo, "flags");
     const auto hasFlag = [&](std::string_view flag) { return hasWord(flags, flag); };
     const auto since2013 = {"avx2", "bmi1", "bmi2", "fma", "movbe", "abm"};
     const bool intel6 = field(cpuinfo, "vendor_id") == "GenuineIntel" && field(cpuinfo, "cpu family") == "6";
-    ProcessorNumbers result;
+    CpuNumbers result;
     result.is64Bit = machine == "x86_64" || hasFlag("lm");
     result.type = 7;
     result.subtype = !*result.is64Bit ? 3 : std::ranges::all_of(since2013, hasFlag) ? 8 : 4;
-    result.family = intel6 ? familyOf(intelFamilies, parseNumber(field(cpuinfo, "model"))) : 0;
+    result.family = intel6 ? familyOf(intelFamilies, numberFrom(field(cpuinfo, "model"))) : 0;
     return result;
 }
 
 /// 64-bit: subtype 2 with pointer authentication, else 1. 32-bit: 13, 9 or 6 for the architecture's version.
-ProcessorNumbers armNumbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
-    ProcessorNumbers result;
+CpuNumbers armNumbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
+    CpuNumbers result;
     const bool wide = machine.starts_with("aarch64") || machine == "arm64";
     const bool eight = machine.starts_with("armv8");
     result.is64Bit = wide || eight;
@@ -99,8 +101,8 @@ ProcessorNumbers armNumbers(std::string_view machine, const std::vector<CpuinfoB
     return result;
 }
 
-ProcessorNumbers powerNumbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
-    ProcessorNumbers result;
+CpuNumbers powerNumbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
+    CpuNumbers result;
     const std::string_view name = field(cpuinfo, "cpu");
     result.is64Bit = machine.starts_with("ppc64");
     result.type = *result.is64Bit ? 0x01000012 : 18;
@@ -121,7 +123,7 @@ ProcessorNumbers powerNumbers(std::string_view machine, const std::vector<Cpuinf
 
 } // namespace
 
-ProcessorNumbers ProcessorNumbers::from(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
+CpuNumbers CpuNumbers::from(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
     if (machine == "x86_64" || (machine.size() == 4 && machine.front() == 'i' && machine.ends_with("86"))) {
         return x86Numbers(machine, cpuinfo);
     }
