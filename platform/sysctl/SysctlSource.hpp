@@ -10,24 +10,23 @@
 
 namespace vantor::platform {
 
-/// What a sysctl key holds, and how wide the answer to a numeric read is.
+/// What a sysctl key holds. The widths are those that a question for the size is answered with: a read gets
+/// a number in whatever width it asks for.
 struct SysctlValue {
     enum class Kind : std::uint8_t {
-        text,        ///< the bytes of `text` and a NUL
-        number4,     ///< 4 bytes
-        number8,     ///< 8 bytes; a 4-byte buffer gets it as a 32-bit integer where it fits, else ERANGE
-        number8Only, ///< 8 bytes and nothing less
-        textNumber,  ///< a decimal integer that was found as text: it answers numeric reads and text reads
+        text,
+        number4,    ///< a count or a bit pattern of 4 bytes, never negative
+        number8,    ///< of 8 bytes
+        textNumber, ///< a decimal integer that was found as text: it answers numeric reads and text reads
     };
 
     Kind kind = Kind::text;
     std::string text;         ///< text and textNumber
-    std::uint64_t number = 0; ///< two's complement; everything but text
+    std::uint64_t number = 0; ///< everything but text; in two's complement where the text has a minus
 
     [[nodiscard]] static SysctlValue ofText(std::string text) { return {Kind::text, std::move(text), 0}; }
     [[nodiscard]] static SysctlValue of4(std::uint32_t number) { return {Kind::number4, {}, number}; }
     [[nodiscard]] static SysctlValue of8(std::uint64_t number) { return {Kind::number8, {}, number}; }
-    [[nodiscard]] static SysctlValue of8Only(std::uint64_t number) { return {Kind::number8Only, {}, number}; }
     [[nodiscard]] static SysctlValue ofTextNumber(std::string text, std::uint64_t number) {
         return {Kind::textNumber, std::move(text), number};
     }

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <string>
 
@@ -27,61 +26,66 @@ int failed(int error) {
     return -1;
 }
 
+/// What reads of numbers are told by.
 bool isNumericLength(std::size_t length) {
     return length == 1 || length == 2 || length == 4 || length == 8;
 }
 
-/// The bytes that answer a call. `error` where the buffer cannot take them.
+/// A text never has a number's length: an extra NULs tell it apart.
+std::string textBytes(const std::string& text) {
+    std::string bytes = text + '\0';
+    while (isNumericLength(bytes.size())) {
+        bytes += '\0';
+    }
+    return bytes;
+}
+
+bool fits(const SysctlValue& value, unsigned bits, SysctlSign sign) {
+    const std::uint64_t half = std::uint64_t{1} << (bits - 1);
+    if (value.text.starts_with('-') && value.number != 0) {
+        return sign != SysctlSign::isUnsigned && ~value.number < half;
+    }
+    return value.number < half || (sign != SysctlSign::isSigned && value.number - half < half);
+}
+
+std::string numberBytes(std::uint64_t number, std::size_t width) {
+    std::string bytes(width, '\0');
+    const auto write = [&](auto value) { std::memcpy(bytes.data(), &value, sizeof value); };
+    switch (width) {
+    case 1:
+        write(static_cast<std::uint8_t>(number));
+        break;
+    case 2:
+        write(static_cast<std::uint16_t>(number));
+        break;
+    case 4:
+        write(static_cast<std::uint32_t>(number));
+        break;
+    default:
+        write(number);
+    }
+    return bytes;
+}
+
+/// The bytes that answer a call, or why there are none.
 struct Bytes {
     std::string content;
     int error = 0;
 };
 
-template<class T>
-Bytes bytesOf(std::uint64_t number) {
-    const T value = static_cast<T>(number);
-    Bytes bytes{std::string(sizeof value, '\0')};
-    std::memcpy(bytes.content.data(), &value, sizeof value);
-    return bytes;
-}
-
-Bytes textBytes(const std::string& text) {
-    return {text + '\0'};
-}
-
 /// `oldlen` is the buffer's length, 0 where only the size is asked for.
-Bytes answer(const SysctlValue& value, std::size_t oldlen) {
-    const auto asSigned = static_cast<std::int64_t>(value.number);
-    const bool fitsInt32 = asSigned >= std::numeric_limits<std::int32_t>::min() &&
-                           asSigned <= std::numeric_limits<std::int32_t>::max();
-    switch (value.kind) {
-    case SysctlValue::Kind::number4:
-        return bytesOf<std::uint32_t>(value.number);
-    case SysctlValue::Kind::number8:
-        if (oldlen == sizeof(std::uint32_t)) {
-            return fitsInt32 ? bytesOf<std::uint32_t>(value.number) : Bytes{{}, ERANGE};
-        }
-        return bytesOf<std::uint64_t>(value.number);
-    case SysctlValue::Kind::number8Only:
-        return bytesOf<std::uint64_t>(value.number);
-    case SysctlValue::Kind::textNumber: {
-        if (!isNumericLength(oldlen)) {
-            Bytes bytes = textBytes(value.text);
-            if (isNumericLength(bytes.content.size())) {
-                bytes.content += '\0';
-            }
-            return bytes;
-        }
-        // The upper half of a wider buffer stays as it is, so 4 bytes of a negative number would not be it.
-        const bool negative = value.text.starts_with('-');
-        const bool four =
-            fitsInt32 && negative == (asSigned < 0) && (!negative || oldlen < sizeof(std::uint64_t));
-        return four ? bytesOf<std::uint32_t>(value.number) : bytesOf<std::uint64_t>(value.number);
+Bytes answer(const SysctlValue& value, std::size_t oldlen, SysctlSign sign) {
+    if (!isNumericLength(oldlen)) {
+        const bool isText =
+            value.kind == SysctlValue::Kind::text || value.kind == SysctlValue::Kind::textNumber;
+        return {isText ? textBytes(value.text)
+                       : numberBytes(value.number, value.kind == SysctlValue::Kind::number4 ? 4 : 8)};
     }
-    case SysctlValue::Kind::text:
-        break;
+    if (value.kind == SysctlValue::Kind::text) {
+        return {{}, EINVAL};
     }
-    return textBytes(value.text);
+    return fits(value, static_cast<unsigned>(oldlen * 8), sign) ? Bytes{numberBytes(value.number, oldlen)}
+                                                                : Bytes{{}, ERANGE};
 }
 
 } // namespace
@@ -92,8 +96,8 @@ SysctlSourceScope::~SysctlSourceScope() {
     sourceInPlace.store(m_before);
 }
 
-int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, const void* newp,
-                 std::size_t newlen) try {
+int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* newp, std::size_t newlen,
+               SysctlSign sign) try {
     if (newp != nullptr || newlen != 0) {
         return failed(EPERM);
     }
@@ -104,7 +108,7 @@ int sysctlbyname(const char* name, void* oldp, std::size_t* oldlenp, const void*
     if (oldlenp == nullptr) {
         return 0;
     }
-    const Bytes bytes = answer(found.value, oldp == nullptr ? 0 : *oldlenp);
+    const Bytes bytes = answer(found.value, oldp == nullptr ? 0 : *oldlenp, sign);
     if (bytes.error != 0) {
         return failed(bytes.error);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/sysctl/sysctlbyname.hpp"
 #include "sysinfo/PackagesBase/Text.hpp"
 #include "sysinfo/SystemValues/SysctlQueryStorage.hpp"
 
@@ -14,10 +15,13 @@ namespace vantor::SystemValues {
 /// The value as text in UTF-8; bytes that are not become U+FFFD.
 [[nodiscard]] std::optional<std::string> querySysctlText(const std::string& key);
 
-/// The kernel's own read into `size` bytes at `value`; false when it fails. Nothing is stored.
-[[nodiscard]] bool readSysctlNumber(const std::string& key, void* value, std::size_t size);
+/// Whether a key reaches the kernel whole: one with a NUL inside would be cut short there, to another key.
+[[nodiscard]] inline bool isWholeKey(const std::string& key) {
+    return key.find('\0') == std::string::npos;
+}
 
-/// The value read into exactly T's bytes. A stored text that is no T falls back to the kernel.
+/// The value read into exactly T's bytes; absent where T cannot hold it. A stored text that is no T falls
+/// back to the kernel.
 template<PackagesBase::FixedWidthInteger T>
 [[nodiscard]] std::optional<T> querySysctlInteger(const std::string& key) {
     if (const std::optional<std::string> stored = SysctlQueryStorage::recovered(key)) {
@@ -26,7 +30,8 @@ template<PackagesBase::FixedWidthInteger T>
         }
     }
     T value = 0;
-    if (!readSysctlNumber(key, &value, sizeof value)) {
+    std::size_t size = sizeof value;
+    if (!isWholeKey(key) || platform::sysctlbyname(key.c_str(), &value, &size, nullptr, 0) != 0) {
         return std::nullopt;
     }
     SysctlQueryStorage::storeNumber(key, std::to_string(value));

@@ -210,67 +210,72 @@ TEST(LinuxSysctl, EveryOtherKeyIsAFileBelowProcSys) {
     EXPECT_EQ(source.read("vm").error, EISDIR);
 }
 
-/// A read of `size` bytes into a buffer of ones: the result, `errno`, the length and the bytes afterwards.
-struct Call {
-    int result;
-    int error;
-    std::size_t length;
-    std::string bytes;
-    bool operator==(const Call&) const = default;
-};
-
 struct FixedSource : SysctlSource {
     SysctlAnswer value;
     SysctlAnswer read(std::string_view) override { return value; }
 };
 
-Call call(const SysctlAnswer& value, std::size_t size) {
+/// The number as a T, or the error of the call. The bytes around it must stay as they were.
+template<class T>
+std::pair<std::optional<T>, int> numberOf(const SysctlAnswer& value) {
     FixedSource source;
     source.value = value;
     const SysctlSourceScope scope(source);
-    Call made{0, 0, size, std::string(size, '\xFF')};
-    errno = 0;
-    made.result = sysctlbyname("key", size == 0 ? nullptr : made.bytes.data(), &made.length, nullptr, 0);
-    made.error = errno;
-    return made;
+    std::array<T, 3> buffer{1, 1, 1};
+    std::size_t length = sizeof(T);
+    if (sysctlbyname("key", &buffer[1], &length, nullptr, 0) != 0) {
+        EXPECT_EQ(buffer, (std::array<T, 3>{1, 1, 1}));
+        return {std::nullopt, errno};
+    }
+    EXPECT_EQ(length, sizeof(T));
+    EXPECT_EQ(buffer, (std::array<T, 3>{1, buffer[1], 1}));
+    return {buffer[1], 0};
 }
 
-using namespace std::string_literals;
+/// On machines of either order of bytes and of any word size.
+TEST(Sysctlbyname, GivesANumberInEveryWidthThatHoldsIt) {
+    const auto inFile = [](const char* text) { return linux::sysctl::procSysValue(text); };
+    for (const SysctlValue& two : {SysctlValue::of4(200), SysctlValue::of8(200), inFile("200\n")}) {
+        EXPECT_EQ(numberOf<std::uint8_t>(two).first, 200);
+        EXPECT_EQ(numberOf<std::int8_t>(two).second, ERANGE);
+        EXPECT_EQ(numberOf<short>(two).first, 200);
+        EXPECT_EQ(numberOf<std::int32_t>(two).first, 200);
+        EXPECT_EQ(numberOf<std::uint64_t>(two).first, 200U);
+    }
+    EXPECT_EQ(numberOf<std::uint32_t>(SysctlValue::of8(3'000'000'000)).first, 3'000'000'000);
+    EXPECT_EQ(numberOf<std::int32_t>(SysctlValue::of8(3'000'000'000)).second, ERANGE);
+    EXPECT_EQ(numberOf<std::int8_t>(inFile("-128")).first, -128);
+    EXPECT_EQ(numberOf<std::int8_t>(inFile("-129")).second, ERANGE);
+    EXPECT_EQ(numberOf<std::int64_t>(inFile("-1")).first, -1);
+    EXPECT_EQ(numberOf<std::uint64_t>(inFile("-1")).second, ERANGE);
+    EXPECT_EQ(numberOf<std::uint64_t>(inFile("18446744073692774399")).first, 18446744073692774399U);
+    EXPECT_EQ(numberOf<std::int64_t>(inFile("18446744073692774399")).second, ERANGE);
+    EXPECT_EQ(numberOf<int>(SysctlAnswer()).second, ENOENT);
+}
 
-TEST(Sysctlbyname, AnswersInTheWidthsOfTheKeys) {
-    const auto text = SysctlValue::ofText("Linux");
-    EXPECT_EQ(call(SysctlAnswer(), 8), (Call{-1, ENOENT, 8, std::string(8, '\xFF')}));
-    EXPECT_EQ(call(text, 0), (Call{0, 0, 6, ""}));
-    EXPECT_EQ(call(text, 5), (Call{-1, ENOMEM, 5, std::string(5, '\xFF')}));
-    EXPECT_EQ(call(text, 8), (Call{0, 0, 6, "Linux\0\xFF\xFF"s}));
-    EXPECT_EQ(call(SysctlValue::of4(7), 8), (Call{0, 0, 4, "\7\0\0\0\xFF\xFF\xFF\xFF"s}));
-    EXPECT_EQ(call(SysctlValue::of4(7), 2), (Call{-1, ENOMEM, 2, "\xFF\xFF"}));
-    EXPECT_EQ(call(SysctlValue::of8(0x7FFFFFFF), 4), (Call{0, 0, 4, "\xFF\xFF\xFF\x7F"}));
-    EXPECT_EQ(call(SysctlValue::of8(0x80000000), 4), (Call{-1, ERANGE, 4, "\xFF\xFF\xFF\xFF"}));
-    EXPECT_EQ(call(SysctlValue::of8Only(64), 4), (Call{-1, ENOMEM, 4, "\xFF\xFF\xFF\xFF"}));
-    EXPECT_EQ(call(SysctlValue::of8Only(64), 0), (Call{0, 0, 8, ""}));
+TEST(Sysctlbyname, NeverGivesATextAsANumber) {
+    for (const std::string text : {"", "a", "1\t0", "MS-7C37", "exactly8"}) {
+        FixedSource source;
+        source.value = SysctlValue::ofText(text);
+        const SysctlSourceScope scope(source);
+        EXPECT_EQ(numberOf<std::uint64_t>(source.value).second, EINVAL);
+        EXPECT_EQ(numberOf<std::uint16_t>(source.value).second, EINVAL);
+        std::size_t length = 0;
+        EXPECT_EQ(sysctlbyname("key", nullptr, &length, nullptr, 0), 0);
+        std::string buffer(length, '\xFF');
+        EXPECT_EQ(sysctlbyname("key", buffer.data(), &length, nullptr, 0), 0);
+        EXPECT_EQ(buffer.c_str(), text);
+        if (length > 3) {
+            EXPECT_EQ(sysctlbyname("key", buffer.data(), &(length = 3), nullptr, 0), -1);
+            EXPECT_EQ(errno, ENOMEM);
+        }
+    }
+    EXPECT_EQ(linux::sysctl::procSysValue("4096\t131072\n").kind, SysctlValue::Kind::text);
+    EXPECT_EQ(linux::sysctl::procSysValue("60\n\n").text, "60\n");
     std::size_t length = 4;
     const int fresh = 1;
     EXPECT_EQ(sysctlbyname("kern.hostname", nullptr, &length, &fresh, sizeof fresh), -1);
     EXPECT_EQ(errno, EPERM);
-}
-
-TEST(Sysctlbyname, NumbersFoundAsTextAnswerBothWays) {
-    const auto number = [](const char* text) { return linux::sysctl::procSysValue(text); };
-    EXPECT_EQ(call(number("60\n"), 0).length, 3U);
-    EXPECT_EQ(call(number("60\n"), 3).bytes, "60\0"s);
-    EXPECT_EQ(call(number("128"), 0).length, 5U); // 4 would be taken for a number
-    EXPECT_EQ(call(number("128"), 5).bytes, "128\0\0"s);
-    EXPECT_EQ(call(number("128"), 4).bytes, "\x80\0\0\0"s);
-    EXPECT_EQ(call(number("128"), 8), (Call{0, 0, 4, "\x80\0\0\0\xFF\xFF\xFF\xFF"s}));
-    EXPECT_EQ(call(number("128"), 1).error, ENOMEM);
-    EXPECT_EQ(call(number("-1"), 4).bytes, "\xFF\xFF\xFF\xFF");
-    EXPECT_EQ(call(number("-1"), 8).length, 8U); // 4 bytes in a cleared word would be another number
-    EXPECT_EQ(call(number("4294967296"), 4).error, ENOMEM);
-    EXPECT_EQ(call(number("18446744073692774399"), 4).error, ENOMEM);
-    EXPECT_EQ(call(number("18446744073692774399"), 8).bytes, "\xFF\xFF\xFF\xFE\xFF\xFF\xFF\xFF");
-    EXPECT_EQ(number("4096\t131072\t6291456\n").kind, SysctlValue::Kind::text);
-    EXPECT_EQ(number("60\n\n").text, "60\n");
 }
 
 TEST(KernelText, RefusesWhatIsNotOfItsForm) {

@@ -63,7 +63,7 @@ TEST_F(Queries, EveryNamespacePutsItsPrefixFirst) {
 TEST_F(Queries, ReadTypedValues) {
     ScriptedSysctl source({{"kern.ostype", text("Linux")},
                            {"kern.hostname", text("caf\xE9")},
-                           {"hw.model", text("Computer1,1")},
+                           {"hw.model", text("MS-7C37")},
                            {"hw.memsize", SysctlValue::of8(1ULL << 40)},
                            {"hw.cpufamily", number(0xED76D8AA)},
                            {"hw.cpu64bit_capable", number(2)},

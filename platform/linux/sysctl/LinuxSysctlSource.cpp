@@ -116,7 +116,7 @@ SysctlAnswer LinuxSysctlSource::counts(std::string_view name) const {
         return number4(levels.size());
     }
     const auto size = cacheSize(ProcessorCaches::read(m_tree, levels.front()), name);
-    return size ? SysctlAnswer(SysctlValue::of8Only(*size)) : SysctlAnswer();
+    return size ? SysctlAnswer(SysctlValue::of8(*size)) : SysctlAnswer();
 }
 
 /// `name` is what follows "hw.perflevel": the level's number, a point and the entry. Every number under here
