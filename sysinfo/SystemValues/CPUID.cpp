@@ -18,19 +18,36 @@ namespace vantor::SystemValues {
 
 namespace {
 
-std::optional<CPUID::Registers> askProcessor(std::uint32_t level1, std::optional<std::uint32_t> level2) {
 #if VANTOR_HAS_CPUID
+CPUID::Registers ask(std::uint32_t leaf, std::optional<std::uint32_t> subLeaf = {}) {
     CPUID::Registers result;
-    result.queryLevel1 = level1;
-    result.queryLevel2 = level2;
-    // Refuses leaves past the highest: the processor would answer them with another leaf's content.
-    if (__get_cpuid_count(level1, level2.value_or(0), &result.eax, &result.ebx, &result.ecx, &result.edx) !=
-        0) {
-        return result;
+    result.queryLevel1 = leaf;
+    result.queryLevel2 = subLeaf;
+    __cpuid_count(leaf, subLeaf.value_or(0), result.eax, result.ebx, result.ecx, result.edx);
+    return result;
+}
+
+/// The processor answers a leaf past the highest one with another leaf's content. Each range of leaves begins
+/// with one whose EAX is its highest: the basic ones, the extended ones, and a hypervisor's (Intel SDM volume
+/// 2A, CPUID; the Linux kernel's asm/cpuid.h), which is there where bit 31 of leaf 1's ECX says so.
+bool hasLeaf(std::uint32_t leaf) {
+    constexpr std::uint32_t hypervisor = 0x40000000;
+    const std::uint32_t range = leaf & 0xFFFF0000U;
+    if (range == hypervisor) {
+        return (ask(1).ecx >> 31U) != 0 && (leaf == hypervisor || leaf <= ask(hypervisor).eax);
+    }
+    return __get_cpuid_max(range & 0x80000000U, nullptr) >= leaf;
+}
+#endif
+
+std::optional<CPUID::Registers> askProcessor(std::uint32_t leaf, std::optional<std::uint32_t> subLeaf) {
+#if VANTOR_HAS_CPUID
+    if (hasLeaf(leaf)) {
+        return ask(leaf, subLeaf);
     }
 #else
-    static_cast<void>(level1);
-    static_cast<void>(level2);
+    static_cast<void>(leaf);
+    static_cast<void>(subLeaf);
 #endif
     return std::nullopt;
 }

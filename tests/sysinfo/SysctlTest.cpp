@@ -175,6 +175,10 @@ TEST(Cpuid, RecordsEncodeAndCopy) {
     EXPECT_EQ(CPUID::Registers::decoded({{"eax", 1}}), std::nullopt);
     EXPECT_EQ(PackagesBase::copy(two), two);
     EXPECT_EQ(CPUID::Registers::from(0x7FFFFFFF), std::nullopt); // no processor has that leaf
+    const auto features = CPUID::Registers::from(1);
+    const bool isGuest = features && (features->ecx >> 31U) != 0;
+    EXPECT_EQ(CPUID::Registers::from(0x40000000).has_value(), isGuest);
+    EXPECT_EQ(CPUID::Registers::from(0x4000FFFF), std::nullopt);
 }
 
 } // namespace
