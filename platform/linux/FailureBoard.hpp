@@ -15,14 +15,18 @@ namespace vantor::platform::linux {
 /// Which sources cannot be read at the moment. Any thread.
 class FailureBoard {
 public:
+    /// Notes that a source cannot be read, and why, in English; the latest reason stands.
     void fail(Source source, std::string reason);
-    /// For a reader that found no memory left: takes none itself.
+    /// The same for a reader that found no memory left; it takes none itself.
     void failForMemory(Source source) { fail(source, "out of memory"); }
+    /// The source could be read again.
     void clear(Source source);
+    /// The sources that fail now, in the order of the sections.
     [[nodiscard]] std::vector<SourceFailure> list() const;
 
 private:
-    /// One bit a source: a refresh clears some fifteen times what nearly always is clear.
+    /// One bit a source, so that `clear` takes no lock where nothing failed: a refresh calls it some fifteen
+    /// times.
     std::atomic<unsigned> m_failing{0};
     mutable std::mutex m_mutex;
     std::array<std::optional<std::string>, allSources.size()> m_reasons;

@@ -24,9 +24,9 @@ namespace vantor::platform::linux {
 
 /// Lists the machine's network links from /proc/net/dev under the platform's names, with the low 32 bits of
 /// their byte counters. What a link is comes from /sys and is kept while the link exists. Links may come and
-/// go while the kernel writes its list; one that is listed twice counts once, and when a counted one is
-/// missing the list is read once more before it counts as gone. Any thread; a second caller waits for the
-/// first.
+/// go while the kernel writes its list: one that is listed twice counts once, and where one that was counted
+/// is missing, the list is read a second time before that link counts as gone. Any thread; a second caller
+/// waits for the first.
 class InterfaceReader {
 public:
     InterfaceReader(const MachineOptions& options, FailureBoard& failures);

@@ -23,8 +23,8 @@ struct KeptReleasable {
 
 /// Reads the kept result; absent where there is no usable one.
 [[nodiscard]] std::optional<KeptReleasable> loadKeptReleasable(const std::string& path);
-/// Puts it in place of an older one in one step, making its folder where that is missing. It is only a hint:
-/// a full or read-only disk is no failure.
+/// Replaces an older one in one step, and makes its folder where that is missing. What is kept is only a
+/// hint, so that a full or read-only disk is no failure.
 void saveKeptReleasable(const std::string& path, const KeptReleasable& kept);
 
 } // namespace vantor::platform::linux

@@ -19,9 +19,9 @@ struct VolumeAnswer {
     std::string reason; ///< where there are none; names the path
 };
 
-/// Asks for the volume that holds a path, or would hold it where the folder is not there. It may block for as
-/// long as a network's or a user's file system likes. A volume of size zero (there are such: /proc, an empty
-/// automount) counts as a failure. Any thread.
+/// Asks for the volume that holds a path; where the folder does not exist, for the one on which it would be
+/// made. It may block for as long as a network's or a user's file system does. A volume of size zero, such as
+/// /proc or an empty automount, counts as a failure. Any thread.
 [[nodiscard]] VolumeAnswer queryVolume(const std::string& path);
 
 /// Whether the path is on a file system of this machine that keeps its figures in memory, so that asking it

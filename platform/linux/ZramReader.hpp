@@ -16,8 +16,8 @@ class ZramReader {
 public:
     explicit ZramReader(const KernelTree& tree) : m_tree(tree) {}
 
-    /// Bytes in use now; a disk that cannot be read counts as none. Which disks there are is looked up again
-    /// once a minute: the folder may list thousands, and a new zram disk starts out empty.
+    /// Bytes in use now; a disk that cannot be read counts as none. Which disks there are is looked up once a
+    /// minute only: the folder may list thousands, and a new zram disk starts out empty.
     [[nodiscard]] std::uint64_t used(std::chrono::nanoseconds now);
 
 private:

@@ -6,7 +6,7 @@
 
 namespace vantor::platform::posix {
 
-/// An open descriptor, closed at the end.
+/// An open descriptor; the end of this object closes it.
 class Descriptor {
 public:
     Descriptor() = default;
@@ -19,18 +19,18 @@ public:
 
     [[nodiscard]] int number() const { return m_number; }
     [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-    int release();
-    void reset();
+    int release(); ///< the number, which the caller then has to close; this holds none any more
+    void reset();  ///< closes it now
 
 private:
     int m_number = -1;
 };
 
-/// The English text of an error number: the reasons that hosts show are in one language throughout.
+/// The English text of an error number, whatever the process's locale: reasons are English throughout.
 [[nodiscard]] std::string errorText(int error);
 
-/// Makes a call again that a signal interrupted (EINTR): a few times, so that no storm of signals keeps a
-/// reader forever. `call` gives a negative number where it fails.
+/// Makes a call, and makes it again where a signal interrupted it (EINTR), but not for ever, since signals
+/// may come in storms. `call` gives a negative number where it fails.
 template<class Call>
 [[nodiscard]] auto uninterrupted(const Call& call) {
     constexpr int attempts = 64;

@@ -10,8 +10,9 @@
 
 namespace vantor::platform::linux {
 
-/// The platform's name for a link that is not numbered: "lo0" for the loopback, else its own. One that would
-/// pass for a card's or a modem's ("en…", "pdp_ip…") gets "virtual-" in front, so that it counts as nothing.
+/// The platform's name for a link that is not numbered: "lo0" for the loopback, else the link's own name.
+/// Where that would pass for a card's or a modem's ("en…", "pdp_ip…") it gets "virtual-" in front, so that
+/// the link counts as nothing.
 [[nodiscard]] std::string unnumberedName(LinkKind kind, std::string_view name);
 
 /// The platform's name for a numbered link: "en" or "pdp_ip" and the number.
@@ -22,7 +23,7 @@ namespace vantor::platform::linux {
 class NumberPool {
 public:
     [[nodiscard]] std::uint32_t take();
-    void give(std::uint32_t number);
+    void give(std::uint32_t number); ///< the number is free again
 
 private:
     std::vector<bool> m_taken;

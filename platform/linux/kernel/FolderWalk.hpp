@@ -19,7 +19,7 @@ namespace vantor::platform::linux {
 /// folders deep, 262,144 files with several names; what goes beyond is not counted.
 class FolderWalk {
 public:
-    /// `keepGoing` is asked before each entry: it may wait, to pace the walk, and ends it with false.
+    /// `keepGoing` is asked before each entry. It may wait, to pace the walk; false ends it.
     FolderWalk(dev_t fileSystem, uid_t user, std::function<bool()> keepGoing)
         : m_fileSystem(fileSystem), m_user(user), m_keepGoing(std::move(keepGoing)) {}
 

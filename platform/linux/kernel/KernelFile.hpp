@@ -11,8 +11,8 @@
 namespace vantor::platform::linux {
 
 /// How the kernel makes a file's text. Under /proc a read at offset zero formats the text anew. Where the
-/// whole text is one record, one call brings all of it; where it is one record an entry, a call ends between
-/// two entries and only an empty answer is the end.
+/// whole text is one record, one call brings all of it. Where each entry is a record, a call ends between two
+/// entries, and only an empty answer is the end of the file.
 enum class Shape { oneRecord, manyRecords };
 
 /// A file of kernel text that is read again and again. On procfs and sysfs the descriptor stays open and a

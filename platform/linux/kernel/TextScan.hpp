@@ -8,9 +8,9 @@
 #include <string_view>
 #include <system_error>
 
-/// The few steps that every parser of kernel text is made of. Pure, bounded by the text's length, no
-/// allocation, never throw. In the header because a refresh takes some two hundred of these steps: called,
-/// each hands its optional over through memory.
+/// The few steps that every parser of kernel text is made of. They are pure, take time by the text's length,
+/// and neither allocate nor throw. They stand in the header to be inlined: a refresh takes some two hundred
+/// of these steps, and a call returns its optional through memory.
 namespace vantor::platform::linux {
 
 /// One line of a text, without its line feed.
@@ -30,7 +30,7 @@ struct Line {
     return line;
 }
 
-/// Takes the text up to a separator off, and the separator too; at the end of the text all of it.
+/// Takes the text up to a separator off, together with the separator; all of the text where there is none.
 [[nodiscard]] inline std::string_view takeUntil(std::string_view& text, char separator) {
     const std::size_t at = std::min(text.find(separator), text.size());
     const std::string_view piece = text.substr(0, at);
@@ -38,10 +38,10 @@ struct Line {
     return piece;
 }
 
-/// Blanks and tabs. One by one: the library's searches for a set make a call for each character of the text,
-/// which was half the cost of a refresh.
-[[nodiscard]] inline bool isBlank(char sign) {
-    return sign == ' ' || sign == '\t';
+/// Whether a character is a blank or a tab. They are looked for one by one, since the library's searches for
+/// a set of characters make a call for each character of the text, which was half the cost of a refresh.
+[[nodiscard]] inline bool isBlank(char character) {
+    return character == ' ' || character == '\t';
 }
 
 /// Takes leading blanks and tabs off.
@@ -63,8 +63,8 @@ inline void skipBlanks(std::string_view& text) {
     return word;
 }
 
-/// A whole word as an unsigned decimal number: digits only. Absent for signs, other bytes, nothing at all and
-/// what does not fit in 64 bits: a figure that cannot be read is not a figure.
+/// A whole word as an unsigned decimal number. Absent where it is empty, holds anything but digits, or does
+/// not fit in 64 bits.
 [[nodiscard]] inline std::optional<std::uint64_t> numberFrom(std::string_view word) {
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
