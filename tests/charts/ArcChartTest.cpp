@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "HandTurnedQueue.hpp"
+#include "Output.hpp"
 #include "SimulatedStore.hpp"
 #include "charts/Arc.hpp"
 #include "charts/ArcChartView.hpp"
@@ -74,26 +75,23 @@ TEST_F(ArcChart, KeepsItsColourForNoNumberAndStopsAtLevelsThatDoNotFit) {
 }
 
 TEST_F(ArcChart, TheUsersColourWinsAndClearIsNone) {
-    hold(storedColor(archivedBlue));
+    hold(storedArchive("rgb-blue"));
     const UIColor blue = UIColor::colorWithRed(0.25, 0.5, 0.75, 1);
     ArcChartViewModel model;
     EXPECT_TRUE(model.innerRingColor() == blue);
     model.setProgress(std::nan(""));
     EXPECT_TRUE(model.innerRingColor() == blue);
-    hold(storedColor(archivedClear));
+    hold(storedArchive("gray-clear-unnamed"));
     model.setProgress(0.7);
     EXPECT_TRUE(model.innerRingColor() == levelOrange());
-    hold(storedColor(archivedBlue));
+    hold(storedArchive("rgb-blue"));
     model.setProgress(0.7);
     EXPECT_TRUE(model.innerRingColor() == blue);
 
     hold(storedColor(garbage));
-    ::testing::internal::CaptureStdout();
-    ArcChartViewModel another;
-    another.setProgress(0.1);
-    const std::string log = ::testing::internal::GetCapturedStdout();
+    const std::string log = logOf([] { ArcChartViewModel().setProgress(0.1); });
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
-    hold(storedColor(archivedString));
+    hold(storedArchive("root-string"));
     EXPECT_DEATH(model.setProgress(0.1), "holds no colour");
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "charts/HostingContainer.hpp"
 
+#include "Output.hpp"
 #include "SimulatedStore.hpp"
 #include "charts/ArcChartView.hpp"
 
@@ -65,9 +66,7 @@ TEST_F(HostingContainerTest, TakesTheSizeOfItsSuperviewAndLaysItsContentOut) {
 TEST_F(HostingContainerTest, LogsAndDetachesWhenReleased) {
     auto container = make();
     const std::shared_ptr<UIViewController> hosting = container->hostingController();
-    ::testing::internal::CaptureStdout();
-    container.reset();
-    EXPECT_THAT(::testing::internal::GetCapturedStdout(), ::testing::EndsWith("] HostingContainer deinit\n"));
+    EXPECT_THAT(logOf([&] { container.reset(); }), ::testing::EndsWith("] HostingContainer deinit\n"));
     EXPECT_TRUE(parent->childViewControllers().empty());
     EXPECT_EQ(hosting->parentViewController(), nullptr);
     EXPECT_EQ(hosting->view()->superview(), nullptr);

@@ -1,38 +1,24 @@
 // SPDX-License-Identifier: MIT
+#include "ColourArchives.hpp"
 #include "FailingAllocation.hpp"
 #include "platform/foundation/NSKeyedUnarchiver.hpp"
 #include "platform/propertylist/PropertyListText.hpp"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <sstream>
 
 using namespace vantor::platform;
+using vantor::tests::ColourArchive;
+using vantor::tests::colourArchives;
 
 namespace {
 
-struct Sample {
-    std::string name;
-    std::string outcome;
-    std::string colorName;
+/// A kept archive's bytes.
+std::string bytesOf(const ColourArchive& archive) {
     std::string bytes;
-};
-
-std::vector<Sample> samples() {
-    std::vector<Sample> result;
-    std::ifstream file(VANTOR_TEST_DATA "/data/colour-archives.txt");
-    std::string line;
-    for (std::getline(file, line); std::getline(file, line);) {
-        std::istringstream fields(line);
-        Sample& sample = result.emplace_back();
-        std::string base64;
-        for (std::string* const field : {&sample.name, &sample.outcome, &sample.colorName, &base64}) {
-            std::getline(fields, *field, '\t');
-        }
-        EXPECT_TRUE(appendBase64(sample.bytes, base64)) << sample.name;
-    }
-    return result;
+    EXPECT_TRUE(appendBase64(bytes, archive.base64)) << archive.name;
+    return bytes;
 }
 
 std::string described(const UnarchivedObject& object) {
@@ -77,10 +63,9 @@ const std::string grayKeys = "<key>UIColorComponentCount</key><integer>2</intege
                              number("UIWhite", "0.5") + number("UIAlpha", "1");
 
 TEST(Unarchiver, DecodesTheCapturedArchives) {
-    const std::vector<Sample> all = samples();
-    ASSERT_EQ(all.size(), 15U);
-    for (const Sample& sample : all) {
-        const UnarchivedObject object = unarchive(sample.bytes);
+    ASSERT_EQ(colourArchives().size(), 16U);
+    for (const ColourArchive& sample : colourArchives()) {
+        const UnarchivedObject object = unarchive(bytesOf(sample));
         EXPECT_EQ(described(object), sample.outcome) << sample.name;
         if (sample.colorName != "-") {
             EXPECT_EQ(std::get<UIColor>(object), UIColor::named(sample.colorName)) << sample.name;
@@ -123,14 +108,15 @@ TEST(Unarchiver, TakesEveryFormOfComponentsAndNoOther) {
 }
 
 TEST(Unarchiver, CutAnywhereOrWithoutMemoryIsAnError) {
-    for (const Sample& sample : samples()) {
-        for (std::size_t length = 0; length + 1 < sample.bytes.size(); ++length) {
-            ASSERT_EQ(described(unarchive(std::string_view(sample.bytes).substr(0, length))), "error")
+    for (const ColourArchive& sample : colourArchives()) {
+        const std::string bytes = bytesOf(sample);
+        for (std::size_t length = 0; length + 1 < bytes.size(); ++length) {
+            ASSERT_EQ(described(unarchive(std::string_view(bytes).substr(0, length))), "error")
                 << sample.name << ' ' << length;
         }
-        const std::string whole = described(unarchive(sample.bytes));
+        const std::string whole = described(unarchive(bytes));
         const std::size_t failed =
-            vantor::tests::failEachAllocation([&] { return std::string_view(sample.bytes); }, unarchive,
+            vantor::tests::failEachAllocation([&] { return std::string_view(bytes); }, unarchive,
                                               [&](const UnarchivedObject& object, bool hasFailed) {
                                                   EXPECT_EQ(described(object), hasFailed ? "error" : whole)
                                                       << sample.name;

@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <vector>
 
 // Every file that a refresh reads, broken in every way that a kernel, a container or a truncated copy may
@@ -30,11 +27,6 @@ std::vector<std::size_t> lineStarts(const std::string& text) {
         }
     }
     return starts;
-}
-
-std::string content(const fs::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// Every number replaced by the same text.
@@ -136,11 +128,11 @@ TEST_P(HostileText, harmsOnlyItsOwnSection) {
         copy.write(hostile.file, hostile.text);
     }
     if (hostile.withoutAvailable) {
-        const std::string memory = content(copy.root() / "proc/meminfo");
+        const std::string memory = fileContent(copy.root() / "proc/meminfo");
         const std::size_t line = memory.find("MemAvailable");
         copy.write("proc/meminfo", memory.substr(0, line) + memory.substr(memory.find('\n', line) + 1));
     }
-    const std::string text = content(copy.root() / hostile.file);
+    const std::string text = fileContent(copy.root() / hostile.file);
     ASSERT_FALSE(text.empty());
     TreeMachine healthy(copy.root());
     const Figures expected = read(healthy);

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "Output.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
-#include <memory>
 #include <sstream>
 #include <string>
 
@@ -15,23 +12,9 @@
 namespace vantor::platform::linux {
 namespace {
 
-/// The words that a command prints.
-std::istringstream outputOf(const std::string& command) {
-    struct Close {
-        void operator()(FILE* file) const { ::pclose(file); }
-    };
-    const std::unique_ptr<FILE, Close> pipe(::popen(("LC_ALL=C " + command).c_str(), "r"));
-    std::string text;
-    std::array<char, 4096> part{};
-    while (std::size_t got = std::fread(part.data(), 1, part.size(), pipe.get())) {
-        text.append(part.data(), got);
-    }
-    return std::istringstream(text);
-}
-
 TEST(LiveMachine, memoryAgreesWithFree) {
     LinuxMachine machine;
-    std::istringstream words = outputOf("free -b");
+    std::istringstream words(tests::shell("free -b").output);
     std::string word;
     while (words >> word && word != "Mem:") {
     }
@@ -61,7 +44,8 @@ TEST(LiveMachine, volumeAgreesWithDf) {
         GTEST_SKIP() << "a user without a home";
     }
     const std::optional<VolumeCapacities> volume = machine.volumeCapacities(folders.front());
-    std::istringstream words = outputOf("df -B1 --output=size,avail '" + folders.front() + "' | tail -n 1");
+    std::istringstream words(
+        tests::shell("df -B1 --output=size,avail '" + folders.front() + "' | tail -n 1").output);
     std::int64_t total = 0, available = 0;
     if (!(words >> total >> available)) {
         GTEST_SKIP() << "no usable df, or no such folder";

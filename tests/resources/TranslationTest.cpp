@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "TestTree.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <gtest/gtest.h>
@@ -96,8 +97,7 @@ TEST(Translations, AreCompiledWhereProgramsLookForThem) {
         GTEST_SKIP() << "built without msgfmt";
     }
     for (const std::string& language : languages) {
-        std::ifstream file(compiled / language / "LC_MESSAGES/vantor.mo", std::ios::binary);
-        std::string bytes((std::istreambuf_iterator<char>(file)), {});
+        const std::string bytes = vantor::tests::fileContent(compiled / language / "LC_MESSAGES/vantor.mo");
         EXPECT_NE(bytes.find(catalogue(language)["host_SHOWMORE"].text), std::string::npos) << language;
     }
 }

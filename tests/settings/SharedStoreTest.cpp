@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "settings/SharedStore.hpp"
 
+#include "Output.hpp"
 #include "SimulatedStore.hpp"
 #include "settings/ChartColor.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 using namespace vantor;
 using namespace vantor::tests;
@@ -41,34 +40,24 @@ TEST_F(SharedStore, RefreshSecondsMustBeANumberFromEndToEnd) {
     EXPECT_EQ(refreshInterval(), 2.0);
     hold("<key>refreshSeconds</key><integer>5</integer>"); // a number is no string
     EXPECT_EQ(refreshInterval(), 2.0);
-    for (const char* rejected : {"", "abc", " 5", "&#9;5", "&#10;5", "5 ", "2,5", "5s", "+", "0x", "1e"}) {
-        EXPECT_EQ(intervalFor(rejected), 2.0) << rejected;
-    }
-    EXPECT_EQ(intervalFor("2.5"), 2.5);
-    EXPECT_EQ(intervalFor("+0.5"), 0.5);
-    EXPECT_EQ(intervalFor("1e1"), 10.0);
-    EXPECT_EQ(intervalFor("0x1p2"), 4.0);
-    EXPECT_EQ(intervalFor("-3"), -3.0);
-    EXPECT_EQ(intervalFor("0"), 0.0);
-    EXPECT_TRUE(std::isinf(intervalFor("inf")));
-    EXPECT_TRUE(std::isnan(intervalFor("nan")));
+    EXPECT_EQ(intervalFor("5s"), 2.0);
+    EXPECT_EQ(intervalFor("0.5"), 0.5);
+    EXPECT_EQ(intervalFor("-3"), -3.0); // what a timer makes of it is the timer's affair
 }
 
 TEST_F(SharedStore, ChartColorIsAColourOrNothing) {
     EXPECT_FALSE(storedChartColor().has_value());
     hold("<key>chartcolor</key><string>blue</string>");
     EXPECT_FALSE(storedChartColor().has_value());
-    hold(storedColor(archivedBlue));
+    hold(storedArchive("rgb-blue"));
     EXPECT_TRUE(storedChartColor() == platform::UIColor::colorWithRed(0.25, 0.5, 0.75, 1));
-    hold(storedColor(archivedClear));
+    hold(storedArchive("gray-clear-unnamed"));
     EXPECT_FALSE(storedChartColor().has_value());
 
-    ::testing::internal::CaptureStdout();
     hold(storedColor(garbage));
-    EXPECT_FALSE(storedChartColor().has_value());
-    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+    EXPECT_THAT(logOf([] { EXPECT_FALSE(storedChartColor().has_value()); }),
                 ::testing::EndsWith("] ERRORE in funzione fromData() di Config\n"));
-    hold(storedColor(archivedString));
+    hold(storedArchive("root-string"));
     EXPECT_DEATH((void)storedChartColor(), "holds no colour");
 }
 

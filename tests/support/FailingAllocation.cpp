@@ -39,43 +39,22 @@ void release(void* memory) noexcept {
     std::free(memory);
 }
 
-void* allocateOrThrow(std::size_t size) {
+} // namespace
+
+// The forms for arrays call these.
+void* operator new(std::size_t size) {
     if (void* const memory = allocate(size)) {
         return memory;
     }
     throw std::bad_alloc();
 }
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    return allocateOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-    return allocateOrThrow(size);
-}
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return allocate(size);
 }
 void operator delete(void* memory) noexcept {
     release(memory);
 }
-void operator delete[](void* memory) noexcept {
-    release(memory);
-}
 void operator delete(void* memory, std::size_t) noexcept {
-    release(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    release(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    release(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
     release(memory);
 }
 

@@ -4,10 +4,16 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 
 namespace vantor::tests {
+
+inline std::string fileContent(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 /// A folder of files under the system's temporary folder, gone when the test ends.
 class TestTree {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sysinfo/CpuDetect/CpuDetect.hpp"
 
+#include "Output.hpp"
 #include "ScriptedSysctl.hpp"
 #include "platform/gpu/MTLDevice.hpp"
 #include "sysinfo/SystemValues/SysctlQueryStorage.hpp"
@@ -17,17 +18,12 @@ namespace {
 
 using platform::SysctlValue;
 using testing::ElementsAre;
+using tests::logOf;
 using tests::number;
 using tests::ScriptedSysctl;
 using tests::text;
 using Uname = UnameReimplemented;
 using Letter = Uname::UnameCommandLineArgs;
-
-std::string logOf(const std::function<void()>& work) {
-    testing::internal::CaptureStdout();
-    work();
-    return testing::internal::GetCapturedStdout();
-}
 
 /// Detections are kept for the life of a process, so each test has one of its own.
 void inOwnProcess(const std::function<void()>& work) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sysinfo/SystemValues/FileSystemFetch.hpp"
 
+#include "Output.hpp"
 #include "TestTree.hpp"
 #include "sysinfo/SystemValues/CPUID.hpp"
 #include "sysinfo/SystemValues/Printer.hpp"
@@ -8,24 +9,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
-
 namespace vantor::SystemValues {
 namespace {
 
+using tests::logOf;
+using tests::shell;
 using tests::TestTree;
 
 static_assert(FileSystemFetchInstance<BrigeFetcher>);
 
 std::string base(const TestTree& tree) {
     return tree.root().string() + "/";
-}
-
-std::string logOf(const std::function<void()>& work) {
-    testing::internal::CaptureStdout();
-    work();
-    return testing::internal::GetCapturedStdout();
 }
 
 TEST(FileSystemFetch, ReadsValuesBelowItsFolder) {
@@ -96,23 +90,13 @@ struct KernelParameters : FileSystemFetchMixin<KernelParameters> {
 };
 static_assert(FileSystemFetch<KernelParameters>);
 
-std::string outputOf(const std::string& command) {
-    std::string output;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
-    std::array<char, 256> chunk{};
-    while (pipe && std::fgets(chunk.data(), chunk.size(), pipe.get()) != nullptr) {
-        output += chunk.data();
-    }
-    return output;
-}
-
 TEST(FileSystemFetch, AgreesWithTheSystemsOwnTool) {
-    if (outputOf("PATH=$PATH:/usr/sbin:/sbin sysctl -V 2>/dev/null").empty()) {
+    if (shell("sysctl -V").code != 0) {
         GTEST_SKIP() << "the system has no sysctl";
     }
     for (const std::string key : {"kernel.ostype", "kernel.hostname", "kernel.osrelease", "kernel.version",
                                   "kernel.pid_max", "vm.swappiness", "fs.file-max"}) {
-        const std::string own = outputOf("PATH=$PATH:/usr/sbin:/sbin sysctl -n " + key + " 2>/dev/null");
+        const std::string own = shell("sysctl -n " + key).output;
         EXPECT_EQ(BrigeFetcher("/proc/sys/").getString(key).value_or("") + "\n", own) << key;
         EXPECT_EQ(KernelParameters::getString(key).value_or("") + "\n", own) << key;
     }

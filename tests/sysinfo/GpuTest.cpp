@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Output.hpp"
 #include "TestTree.hpp"
 #include "platform/linux/gpu/BoundedChild.hpp"
 #include "platform/linux/gpu/DrmDevices.hpp"
@@ -25,17 +26,13 @@ TEST(BoundedChild, GivesTheAnswerOrNothing) {
     EXPECT_EQ(runInChild([]() -> std::string { std::abort(); }, ample), std::nullopt);
     EXPECT_EQ(runInChild([]() -> std::string { return std::string(1 << 20, 'x'); }, ample), std::nullopt);
     int touched = 0;
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(runInChild(
-                  [&touched] {
-                      std::puts("a driver's greeting");
-                      std::fflush(stdout);
-                      touched = 1;
-                      return std::string("x");
-                  },
-                  ample),
-              "x");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    const auto greet = [&touched] {
+        std::puts("a driver's greeting");
+        std::fflush(stdout);
+        touched = 1;
+        return std::string("x");
+    };
+    EXPECT_EQ(tests::logOf([&] { EXPECT_EQ(runInChild(greet, ample), "x"); }), "");
     EXPECT_EQ(touched, 0);
 }
 

@@ -1,40 +1,21 @@
 // SPDX-License-Identifier: MIT
 // The program as users run it. VANTOR_SYSINFO_PROGRAM is the freshly built one.
+#include "Output.hpp"
 #include "TestTree.hpp"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 
 #include <array>
-#include <cstdio>
-#include <memory>
 #include <regex>
 #include <string>
 
 namespace {
 
 using nlohmann::json;
+using vantor::tests::Outcome;
+using vantor::tests::shell;
 using vantor::tests::TestTree;
-
-struct Outcome {
-    std::string output;
-    int code = -1;
-};
-
-/// A command line of this test's own making; standard error comes with the output.
-Outcome shell(const std::string& command) {
-    Outcome outcome;
-    std::FILE* const pipe =
-        ::popen(("LC_ALL=C PATH=$PATH:/usr/sbin:/sbin " + command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> chunk{};
-    while (const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), pipe)) {
-        outcome.output.append(chunk.data(), count);
-    }
-    const int status = ::pclose(pipe);
-    outcome.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
 
 Outcome program(const std::string& arguments) {
     return shell(VANTOR_SYSINFO_PROGRAM " " + arguments);

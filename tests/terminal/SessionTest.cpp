@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-#include <sstream>
 #include <thread>
 
 namespace vantor {
@@ -134,7 +132,7 @@ TEST_F(Session, AFatalStopPutsTheTerminalBackFirst) {
     PseudoTerminal terminal({VANTOR_TERM, "--log", m_home.root() / "log"},
                             environment({"VANTOR_SUITE_FILE=" + store.string()}));
     ASSERT_TRUE(terminal.waitFor("Used RAM"));
-    m_home.write("store.plist", tests::storeHolding(tests::storedColor(tests::archivedString)).content);
+    m_home.write("store.plist", tests::storeHolding(tests::storedArchive("root-string")).content);
     terminal.send("r");
     const int status = terminal.waitForEnd();
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT) << status;
@@ -161,9 +159,7 @@ TEST_F(Session, TheLogNeverGetsIntoThePicture) {
         EXPECT_EQ(terminal.waitForEnd(), 0);
         EXPECT_THAT(all + terminal.output(), Not(HasSubstr("ERRORE")));
     }
-    std::stringstream lines;
-    lines << std::ifstream(log).rdbuf();
-    EXPECT_THAT(lines.str(), HasSubstr("ERRORE in funzione fromData() di Config\n"));
+    EXPECT_THAT(tests::fileContent(log), HasSubstr("ERRORE in funzione fromData() di Config\n"));
 }
 
 TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {

@@ -94,7 +94,7 @@ TEST(LookOfTheLevels, IsAsInTheDocuments) {
     int top = 5;
     for (const double& level : levels) {
         if (&level == std::end(levels) - 1) {
-            stage.setStore(tests::storedColor(tests::archivedBlue));
+            stage.setStore(tests::storedArchive("rgb-blue"));
         }
         stage.machine.change([&](platform::SimulatedState& state) { setLevel(state, level); });
         stage.advance(2);
