@@ -61,7 +61,7 @@ bool turnUntil(const std::function<bool()>& done, double atMost) {
 
 void VirtualTime::sample() {
     while (!m_blocks.empty()) {
-        const std::function<void()> block = std::move(m_blocks.front());
+        const platform::WorkItem block = std::move(m_blocks.front());
         m_blocks.pop_front();
         block();
     }

@@ -23,12 +23,12 @@ public:
     bool turnUntil(const std::function<bool()>& done, double atMost);
 
 private:
-    void async(std::function<void()> block) override { m_blocks.push_back(std::move(block)); }
+    void async(platform::WorkItem block) override { m_blocks.push_back(std::move(block)); }
     void sample();
 
     platform::Instant m_now{};
-    std::deque<std::function<void()>> m_blocks;
-    platform::GlobalQueueScope m_scope{*this};
+    std::deque<platform::WorkItem> m_blocks;
+    platform::Current<platform::DispatchQueue> m_scope{*this};
 };
 
 } // namespace vantor::hosts::common

@@ -20,7 +20,7 @@ public:
 private:
     platform::linux::LinuxMachine m_linux;
     std::optional<platform::DemoMachine> m_demo;
-    std::optional<platform::MachineScope> m_scope;
+    std::optional<platform::Current<platform::Machine>> m_scope;
 };
 
 } // namespace vantor::hosts::common

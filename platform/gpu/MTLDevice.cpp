@@ -1,24 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/gpu/MTLDevice.hpp"
 
-#include <atomic>
-
 namespace vantor::platform {
 
-namespace {
-std::atomic<MTLDeviceSource*> sourceInPlace{nullptr};
-} // namespace
-
 std::optional<MTLDevice> MTLCreateSystemDefaultDevice() {
-    MTLDeviceSource* const source = sourceInPlace.load();
+    MTLDeviceSource* const source = Current<MTLDeviceSource>::get();
     return (source != nullptr ? *source : defaultMTLDeviceSource()).systemDefaultDevice();
-}
-
-MTLDeviceSourceScope::MTLDeviceSourceScope(MTLDeviceSource& source)
-    : m_before(sourceInPlace.exchange(&source)) {}
-
-MTLDeviceSourceScope::~MTLDeviceSourceScope() {
-    sourceInPlace.store(m_before);
 }
 
 } // namespace vantor::platform

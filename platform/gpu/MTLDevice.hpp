@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/Current.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,23 +30,12 @@ public:
     [[nodiscard]] virtual std::optional<MTLDevice> systemDefaultDevice() = 0;
 };
 
-/// The system's own source, which comes with the library of the system that the program is linked for.
+/// The source that is used where no `Current<MTLDeviceSource>` has put another in place: the system's own. It
+/// comes with the library of the system that the program is linked for.
 [[nodiscard]] MTLDeviceSource& defaultMTLDeviceSource();
 
 /// The default graphics device; absent where there is none. Asking may start a driver and take up to two
 /// seconds: ask when the figure is wanted, not before. Never fails otherwise.
 [[nodiscard]] std::optional<MTLDevice> MTLCreateSystemDefaultDevice();
-
-/// Puts a source in place while it lives; scopes nest.
-class MTLDeviceSourceScope {
-public:
-    explicit MTLDeviceSourceScope(MTLDeviceSource& source);
-    ~MTLDeviceSourceScope();
-    MTLDeviceSourceScope(const MTLDeviceSourceScope&) = delete;
-    MTLDeviceSourceScope& operator=(const MTLDeviceSourceScope&) = delete;
-
-private:
-    MTLDeviceSource* m_before;
-};
 
 } // namespace vantor::platform

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/Current.hpp"
 #include "platform/machine/HostStatistics.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
 #include "platform/machine/LocaleSigns.hpp"
@@ -25,7 +26,8 @@ struct SuiteFile {
 };
 
 /// The machine behind the platform's calls: the real one or a scripted one. The free functions of this folder
-/// ask the current machine, so that code above speaks only the platform's own names. Any thread.
+/// ask the current machine, so that code above speaks only the platform's own names; several machines may be
+/// shown side by side, each current where its own reports run. Any thread.
 class Machine {
 public:
     virtual ~Machine() = default;
@@ -59,19 +61,8 @@ public:
     virtual std::vector<SourceFailure> failures() = 0;
 };
 
-/// The machine put in place by the innermost scope. Without one: fatal.
+/// The machine that a `Current<Machine>` has put in place: on this thread, or where the running block was
+/// submitted. Without one: fatal.
 Machine& currentMachine();
-
-/// Puts a machine in place while it lives; scopes nest. Make them on the main thread, before workers sample.
-class MachineScope {
-public:
-    explicit MachineScope(Machine& machine);
-    ~MachineScope();
-    MachineScope(const MachineScope&) = delete;
-    MachineScope& operator=(const MachineScope&) = delete;
-
-private:
-    Machine* m_before;
-};
 
 } // namespace vantor::platform

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/Current.hpp"
+
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -60,20 +62,9 @@ public:
     [[nodiscard]] virtual SysctlAnswer read(std::string_view key) = 0;
 };
 
-/// The source that is used where no scope has put another in place: the system's. It comes with the library
-/// of the system that the program is linked for, so that a program needs no set-up.
+/// The source that is used where no `Current<SysctlSource>` has put another in place: the system's. It comes
+/// with the library of the system that the program is linked for, so that a program needs no set-up. A scope
+/// counts on the thread that made it; a thread that is to share it runs a WorkItem made under the scope.
 [[nodiscard]] SysctlSource& defaultSysctlSource();
-
-/// Puts a source in place while it lives; scopes nest. Threads that query meanwhile see it too.
-class SysctlSourceScope {
-public:
-    explicit SysctlSourceScope(SysctlSource& source);
-    ~SysctlSourceScope();
-    SysctlSourceScope(const SysctlSourceScope&) = delete;
-    SysctlSourceScope& operator=(const SysctlSourceScope&) = delete;
-
-private:
-    SysctlSource* m_before;
-};
 
 } // namespace vantor::platform

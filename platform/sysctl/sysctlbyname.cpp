@@ -3,7 +3,6 @@
 
 #include "platform/sysctl/SysctlSource.hpp"
 
-#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -14,10 +13,8 @@ namespace vantor::platform {
 
 namespace {
 
-std::atomic<SysctlSource*> sourceInPlace{nullptr};
-
 SysctlSource& currentSource() {
-    SysctlSource* const source = sourceInPlace.load();
+    SysctlSource* const source = Current<SysctlSource>::get();
     return source != nullptr ? *source : defaultSysctlSource();
 }
 
@@ -89,12 +86,6 @@ Bytes answer(const SysctlValue& value, std::size_t oldlen, SysctlSign sign) {
 }
 
 } // namespace
-
-SysctlSourceScope::SysctlSourceScope(SysctlSource& source) : m_before(sourceInPlace.exchange(&source)) {}
-
-SysctlSourceScope::~SysctlSourceScope() {
-    sourceInPlace.store(m_before);
-}
 
 int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* newp, std::size_t newlen,
                SysctlSign sign) try {

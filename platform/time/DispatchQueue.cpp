@@ -4,7 +4,6 @@
 #include "platform/time/RunLoop.hpp"
 #include "platform/time/WorkerPool.hpp"
 
-#include <atomic>
 #include <thread>
 #include <utility>
 
@@ -13,11 +12,10 @@ namespace vantor::platform {
 namespace {
 
 const std::thread::id mainThread = std::this_thread::get_id();
-std::atomic<DispatchQueue*> globalReplacement{nullptr};
 
 class MainQueue final : public DispatchQueue {
 public:
-    void async(std::function<void()> block) override { RunLoop::main().post(std::move(block)); }
+    void async(WorkItem block) override { RunLoop::main().post(std::move(block)); }
 };
 
 } // namespace
@@ -28,7 +26,7 @@ DispatchQueue& dispatch_get_main_queue() {
 }
 
 DispatchQueue& dispatch_get_global_queue(long /*qualityOfService*/) {
-    if (DispatchQueue* const replacement = globalReplacement.load()) {
+    if (DispatchQueue* const replacement = Current<DispatchQueue>::get()) {
         return *replacement;
     }
     // Never destroyed: a worker that hangs in a dead file system must not hold up the end of the process.
@@ -36,16 +34,8 @@ DispatchQueue& dispatch_get_global_queue(long /*qualityOfService*/) {
     return pool;
 }
 
-void dispatch_async(DispatchQueue& queue, std::function<void()> block) {
+void dispatch_async(DispatchQueue& queue, WorkItem block) {
     queue.async(std::move(block));
-}
-
-GlobalQueueScope::GlobalQueueScope(DispatchQueue& replacement) {
-    globalReplacement.store(&replacement);
-}
-
-GlobalQueueScope::~GlobalQueueScope() {
-    globalReplacement.store(nullptr);
 }
 
 bool isMainThread() {

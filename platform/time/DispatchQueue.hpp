@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/WorkItem.hpp"
+
 #include <cstdint>
-#include <functional>
 
 /// The two queues of the widget: the main queue, whose blocks run in the main loop's turns, and the global
 /// queue of default quality of service, a small pool of worker threads.
 namespace vantor::platform {
 
-/// A place to submit blocks to. Submitting is safe on any thread.
+/// A place to submit blocks to, which run with what is current where they are submitted. Submitting is safe
+/// on any thread.
 class DispatchQueue {
 public:
     virtual ~DispatchQueue() = default;
-    virtual void async(std::function<void()> block) = 0;
+    virtual void async(WorkItem block) = 0;
 };
 
 inline constexpr long QOS_CLASS_DEFAULT = 0x15;
@@ -21,21 +23,12 @@ inline constexpr long QOS_CLASS_DEFAULT = 0x15;
 DispatchQueue& dispatch_get_main_queue();
 
 /// The global concurrent queue: at most four threads, started when first needed; an idle one costs nothing.
-/// The class is taken for the call's sake; there is only the default one.
+/// The class is taken for the call's sake; there is only the default one. A `Current<DispatchQueue>` puts
+/// another queue in its place, such as a test's, whose blocks run when the test says so.
 DispatchQueue& dispatch_get_global_queue(long qualityOfService);
 
 /// Submits a block and returns at once.
-void dispatch_async(DispatchQueue& queue, std::function<void()> block);
-
-/// While it lives, another queue stands in for the global one: a test's, whose blocks run when the test says
-/// so.
-class GlobalQueueScope {
-public:
-    explicit GlobalQueueScope(DispatchQueue& replacement);
-    ~GlobalQueueScope();
-    GlobalQueueScope(const GlobalQueueScope&) = delete;
-    GlobalQueueScope& operator=(const GlobalQueueScope&) = delete;
-};
+void dispatch_async(DispatchQueue& queue, WorkItem block);
 
 /// A number of its own for each block that a worker of the global queue runs, seen from inside it; 0
 /// elsewhere. Who answers several questions of one block can tell by it that they belong together.

@@ -18,14 +18,14 @@ Instant::duration waitFor(double seconds) {
 
 } // namespace
 
-NSTimer::NSTimer(double seconds, std::function<void()> action, bool repeats, Instant now)
+NSTimer::NSTimer(double seconds, WorkItem action, bool repeats, Instant now)
     : m_asked(seconds),
       m_interval(waitFor(seconds)),
       m_fire(now + m_interval),
       m_action(std::move(action)),
       m_repeats(repeats) {}
 
-std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double seconds, std::function<void()> action,
+std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double seconds, WorkItem action,
                                                                  bool repeats) {
     RunLoop& loop = RunLoop::main();
     auto timer = std::make_shared<NSTimer>(seconds, std::move(action), repeats, loop.now());
@@ -35,7 +35,7 @@ std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double seconds,
 
 void NSTimer::invalidate() {
     m_valid = false;
-    m_action = nullptr;
+    m_action = {};
 }
 
 void NSTimer::restart(Instant now) {
@@ -43,7 +43,7 @@ void NSTimer::restart(Instant now) {
 }
 
 void NSTimer::fire(Instant now) {
-    const std::function<void()> action = m_action; // the action may invalidate its own timer
+    const WorkItem action = m_action; // the action may invalidate its own timer
     if (m_repeats) {
         m_fire += m_interval * ((now - m_fire) / m_interval + 1);
     } else {

@@ -3,7 +3,6 @@
 
 #include "platform/time/RunLoop.hpp"
 
-#include <functional>
 #include <memory>
 
 namespace vantor::platform {
@@ -12,11 +11,12 @@ namespace vantor::platform {
 /// holds. A late repeating timer skips the fires it missed and stays on its grid. Main thread only.
 class NSTimer {
 public:
-    /// Schedules an action on the main loop, first after one interval. The interval is in seconds and is
-    /// taken as it comes: less than a frame (1/60 s; so zero and negative too) waits one frame, the least a
-    /// screen can show; not-a-number, infinity and anything above 504,911,232 s wait that long.
-    static std::shared_ptr<NSTimer>
-    scheduledTimerWithTimeInterval(double seconds, std::function<void()> action, bool repeats);
+    /// Schedules an action on the main loop, first after one interval; it always runs with what was current
+    /// when it was scheduled. The interval is in seconds and is taken as it comes: less than a frame (1/60 s;
+    /// so zero and negative too) waits one frame, the least a screen can show; not-a-number, infinity and
+    /// anything above 504,911,232 s wait that long.
+    static std::shared_ptr<NSTimer> scheduledTimerWithTimeInterval(double seconds, WorkItem action,
+                                                                   bool repeats);
 
     /// The interval asked for, in seconds, unclamped.
     [[nodiscard]] double timeInterval() const { return m_asked; }
@@ -28,7 +28,7 @@ public:
     void invalidate();
 
     /// Use `scheduledTimerWithTimeInterval`; public for std::make_shared only.
-    NSTimer(double seconds, std::function<void()> action, bool repeats, Instant now);
+    NSTimer(double seconds, WorkItem action, bool repeats, Instant now);
 
 private:
     friend class RunLoop;
@@ -38,7 +38,7 @@ private:
     double m_asked;
     Instant::duration m_interval;
     Instant m_fire;
-    std::function<void()> m_action;
+    WorkItem m_action;
     bool m_repeats;
     bool m_valid = true;
 };

@@ -26,14 +26,14 @@ void RunLoop::turn(Instant now) {
 }
 
 void RunLoop::runPosted() {
-    std::vector<std::function<void()>> blocks;
+    std::vector<WorkItem> blocks;
     {
         const std::scoped_lock lock(m_mutex);
         blocks.swap(m_posted);
     }
-    for (std::function<void()>& block : blocks) {
+    for (WorkItem& block : blocks) {
         block();
-        block = nullptr; // what it holds goes now, on the main thread and in order
+        block = {}; // what it holds goes now, on the main thread and in order
     }
 }
 
@@ -68,7 +68,7 @@ std::optional<Instant> RunLoop::nextDeadline() const {
     return earliest;
 }
 
-void RunLoop::post(std::function<void()> block) {
+void RunLoop::post(WorkItem block) {
     const std::scoped_lock lock(m_mutex);
     m_posted.push_back(std::move(block));
     if (m_wake) {
@@ -99,7 +99,7 @@ void RunLoop::clear() {
     for (const std::shared_ptr<NSTimer>& timer : std::exchange(m_timers, {})) {
         timer->invalidate();
     }
-    std::vector<std::function<void()>> blocks;
+    std::vector<WorkItem> blocks;
     {
         const std::scoped_lock lock(m_mutex);
         blocks.swap(m_posted);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/WorkItem.hpp"
+
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -41,8 +43,8 @@ public:
     /// else nothing (only a `post` can bring work).
     [[nodiscard]] std::optional<Instant> nextDeadline() const;
 
-    /// Queues a block for the next turn and wakes the host. Any thread.
-    void post(std::function<void()> block);
+    /// Queues a block for the next turn and wakes the host; it runs with what is current here. Any thread.
+    void post(WorkItem block);
 
     /// Called after each `post` from the posting thread: writes to the host's wake descriptor. Set it before
     /// other threads post; an empty function takes it away.
@@ -65,7 +67,7 @@ private:
     void fireDue();
 
     mutable std::mutex m_mutex; // guards m_posted and m_wake
-    std::vector<std::function<void()>> m_posted;
+    std::vector<WorkItem> m_posted;
     std::function<void()> m_wake;
     std::vector<std::shared_ptr<NSTimer>> m_timers;
     std::optional<Instant> m_now;

@@ -11,10 +11,10 @@ namespace {
 std::atomic<std::uint64_t> workItems{0};
 thread_local std::uint64_t workItem = 0;
 
-void run(std::function<void()> block) {
+void run(WorkItem block) {
     workItem = ++workItems;
     block();
-    block = nullptr; // what it holds goes while its work is still going on
+    block = {}; // what it holds goes while its work is still going on
     workItem = 0;
 }
 } // namespace
@@ -36,7 +36,7 @@ WorkerPool::~WorkerPool() {
     }
 }
 
-void WorkerPool::async(std::function<void()> block) {
+void WorkerPool::async(WorkItem block) {
     {
         const std::scoped_lock lock(m_mutex);
         if (m_blocks.size() >= m_idle && m_threads.size() < m_most) {
@@ -67,7 +67,7 @@ void WorkerPool::work() {
         if (m_blocks.empty()) {
             return;
         }
-        std::function<void()> block = std::move(m_blocks.front());
+        WorkItem block = std::move(m_blocks.front());
         m_blocks.pop_front();
         lock.unlock();
         run(std::move(block));

@@ -6,7 +6,6 @@
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
-#include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -23,7 +22,7 @@ public:
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    void async(std::function<void()> block) override;
+    void async(WorkItem block) override;
 
 private:
     void startThread();
@@ -32,7 +31,7 @@ private:
     const std::size_t m_most;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<std::function<void()>> m_blocks;
+    std::deque<WorkItem> m_blocks;
     std::vector<std::thread> m_threads;
     std::size_t m_idle = 0;
     bool m_ending = false;

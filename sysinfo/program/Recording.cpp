@@ -95,8 +95,8 @@ bool Replay::start(std::string_view recording, std::string& why) {
         why = "not a recording of this program";
         return false;
     }
-    static const platform::SysctlSourceScope sysctlScope(noSysctl);
-    static const platform::MTLDeviceSourceScope deviceScope(recordedDevice());
+    static const platform::Current<platform::SysctlSource> sysctlScope(noSysctl);
+    static const platform::Current<platform::MTLDeviceSource> deviceScope(recordedDevice());
     SysctlQueryStorage::recoverEveryQueryFromStorage = true;
     return true;
 }

@@ -38,13 +38,13 @@ protected:
 };
 
 TEST_F(RefreshCost, allocationsWithoutAStore) {
-    countRefresh(44, 3072);
+    countRefresh(44, 3200);
 }
 
 TEST_F(RefreshCost, allocationsWithAStore) {
     stage.tree.write(storeFile,
                      R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
-    countRefresh(66, 4608);
+    countRefresh(66, 4864);
 }
 
 TEST(HugeMachine, refreshStaysUnder20Milliseconds) {

@@ -13,9 +13,9 @@ namespace {
 
 // The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
 TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
-    // Neither is destroyed: the timers' last reports may still be under way when the test ends.
+    // Not destroyed: the timers' last reports may still be under way when the test ends.
     static platform::linux::LinuxMachine& machine = *new platform::linux::LinuxMachine;
-    [[maybe_unused]] static const platform::MachineScope& scope = *new platform::MachineScope(machine);
+    const platform::Current<platform::Machine> scope(machine);
     const auto controller = ReportInterface::instantiate();
     std::array<int, 4> reports{};
     controller->setReportHandler([&](ReportSection section) {

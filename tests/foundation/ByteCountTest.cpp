@@ -74,7 +74,7 @@ TEST(ByteCount, StaysWithinHalfAStepEverywhere) {
 TEST(ByteCount, AsksTheMachineAndDoesNotAllocateForShortTexts) {
     SimulatedMachine machine;
     machine.change([](SimulatedState& state) { state.signs = signsOf("fr"); });
-    const MachineScope scope(machine);
+    const Current<Machine> scope(machine);
     EXPECT_EQ(NSByteCountFormatter::stringFromByteCount(2000, Style::file), "2 ko");
     const LocaleSigns signs;
     const vantor::tests::AllocationWatch watch;

@@ -20,7 +20,7 @@ struct SuiteMachine {
         });
     }
     SimulatedMachine machine;
-    MachineScope scope{machine};
+    Current<Machine> scope{machine};
 };
 
 std::optional<NSUserDefaults> opened(const SuiteFile& file) {
@@ -98,7 +98,7 @@ TEST(FileManager, AnswersOnlyWhatWasAskedAndKnown) {
         state.documentDirectories = {"/home/user/Documents", "/other"};
         state.volume = std::nullopt;
     });
-    const MachineScope scope(machine);
+    const Current<Machine> scope(machine);
     const std::vector<NSFileURL> urls =
         NSFileManager::defaultManager().URLsForDirectory(NSDocumentDirectory, NSUserDomainMask);
     ASSERT_EQ(urls.size(), 2U);

@@ -85,7 +85,7 @@ TEST(DateText, FollowsTheZoneAndItsSummer) {
 TEST(LocalizedString, ComesFromTheMachineOrIsEnglishAndNeverAKey) {
     SimulatedMachine machine;
     machine.change([](SimulatedState& state) { state.texts["home_USER"] = "Utente"; });
-    const MachineScope scope(machine);
+    const Current<Machine> scope(machine);
     EXPECT_EQ(NSLocalizedString("home_USER"), "Utente");
     for (const EnglishText& english : englishTexts()) {
         if (english.key != "home_USER") {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "metrics/CpuStatus.hpp"
 
+#include "platform/core/WorkItem.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
@@ -25,7 +26,7 @@ void expectShares(double system, double user, double idle, double nice) {
 // The counters live as long as the process, so the samples of one test build on each other.
 TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
     platform::SimulatedMachine machine;
-    const platform::MachineScope scope(machine);
+    const platform::Current<platform::Machine> scope(machine);
     const auto counters = [&](platform::host_cpu_load_info load) {
         machine.change([&](platform::SimulatedState& state) { state.cpuLoad = load; });
     };
@@ -49,13 +50,13 @@ TEST(CpuStatus, ReportsTheTimeSinceThePreviousSample) {
     std::atomic<int> sampled = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
+        threads.emplace_back(platform::WorkItem([&] {
             for (int k = 0; k < 200; ++k) {
                 machine.change([](platform::SimulatedState& state) { ++state.cpuLoad.idle; });
                 (void)CpuStatus::getCpuUsage();
                 ++sampled;
             }
-        });
+        }));
     }
     for (std::thread& thread : threads) {
         thread.join();

@@ -35,7 +35,7 @@ protected:
     platform::SimulatedMachine machine;
 
 private:
-    platform::MachineScope m_scope{machine};
+    platform::Current<platform::Machine> m_scope{machine};
 };
 
 TEST_F(DiskStatusTest, CountsReleasableSpaceAsFreeOrApart) {

@@ -21,7 +21,7 @@ protected:
 
 private:
     platform::SimulatedMachine m_machine;
-    platform::MachineScope m_scope{m_machine};
+    platform::Current<platform::Machine> m_scope{m_machine};
 };
 
 TEST_F(MemoryStatusTest, MakesTenFiguresInOrder) {

@@ -17,7 +17,7 @@ DataUsageInfo usageOf(std::optional<std::vector<InterfaceAddress>> interfaces) {
     platform::SimulatedState state;
     state.interfaces = std::move(interfaces);
     platform::SimulatedMachine machine(state);
-    const platform::MachineScope scope(machine);
+    const platform::Current<platform::Machine> scope(machine);
     return NetworkStatus::getDataUsage();
 }
 

@@ -41,7 +41,7 @@ private:
     }
 
     platform::linux::LinuxMachine m_machine;
-    platform::MachineScope m_scope{m_machine};
+    platform::Current<platform::Machine> m_scope{m_machine};
     hosts::common::VirtualTime m_loop;
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     unsigned m_reports = 0;

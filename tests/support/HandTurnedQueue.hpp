@@ -13,21 +13,21 @@ namespace vantor::tests {
 /// Stands in for the global queue: blocks wait until the test drains them, on the test's own thread.
 class HandTurnedQueue final : public platform::DispatchQueue {
 public:
-    void async(std::function<void()> block) override { m_blocks.push_back(std::move(block)); }
+    void async(platform::WorkItem block) override { m_blocks.push_back(std::move(block)); }
 
     [[nodiscard]] std::size_t waiting() const { return m_blocks.size(); }
 
     void drain() {
         while (!m_blocks.empty()) {
-            std::function<void()> block = std::move(m_blocks.front());
+            const platform::WorkItem block = std::move(m_blocks.front());
             m_blocks.pop_front();
             block();
         }
     }
 
 private:
-    std::deque<std::function<void()>> m_blocks;
-    platform::GlobalQueueScope m_scope{*this};
+    std::deque<platform::WorkItem> m_blocks;
+    platform::Current<platform::DispatchQueue> m_scope{*this};
 };
 
 /// The main loop on a clock that only the test moves. Empties the loop at both ends.

@@ -81,7 +81,7 @@ public:
     KernelFigures figures;
     const TestTree tree{TestTree::inMemory()};
     TreeMachine machine{tree.root()};
-    platform::MachineScope scope{machine.machine()};
+    platform::Current<platform::Machine> scope{machine.machine()};
     HandTurnedLoop loop;
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
 };

@@ -62,7 +62,7 @@ struct WidgetStage {
     }
 
     platform::SimulatedMachine machine;
-    platform::MachineScope scope{machine};
+    platform::Current<platform::Machine> scope{machine};
     HandTurnedLoop loop;
     std::shared_ptr<RecordingContext> context = std::make_shared<RecordingContext>();
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();

@@ -141,7 +141,7 @@ struct FixedDevice final : platform::MTLDeviceSource {
 
 TEST(GPUDetection, DescribesTheDefaultDevice) {
     FixedDevice source;
-    const platform::MTLDeviceSourceScope scope(source);
+    const platform::Current<platform::MTLDeviceSource> scope(source);
     EXPECT_EQ(GPUDetection::systemDefault(), std::nullopt);
     EXPECT_EQ(HWInfo::CPU::name(), std::nullopt);
     source.device = {"A15 GPU", 5, 3ULL << 30, std::nullopt};

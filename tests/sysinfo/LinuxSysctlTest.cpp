@@ -89,7 +89,7 @@ TEST(LinuxSysctl, OutOfMemoryIsAnErrorLikeAnyOther) {
     const Tree tree;
     tests::makeHybridLaptop(tree);
     LinuxSysctlSource source = sourceOn(tree, "x86_64");
-    const SysctlSourceScope scope(source);
+    const Current<SysctlSource> scope(source);
     for (const char* key : {"hw.memsize", "hw.physicalcpu", "hw.perflevel1.cpusperl2", "hw.model",
                             "hw.cputype", "kern.version", "kern.osproductversion"}) {
         using Outcome = std::pair<int, std::array<char, 128>>; // 0 or an error, and what was copied
@@ -220,7 +220,7 @@ template<class T>
 std::pair<std::optional<T>, int> numberOf(const SysctlAnswer& value) {
     FixedSource source;
     source.value = value;
-    const SysctlSourceScope scope(source);
+    const Current<SysctlSource> scope(source);
     std::array<T, 3> buffer{1, 1, 1};
     std::size_t length = sizeof(T);
     if (sysctlbyname("key", &buffer[1], &length, nullptr, 0) != 0) {
@@ -257,7 +257,7 @@ TEST(Sysctlbyname, NeverGivesATextAsANumber) {
     for (const std::string text : {"", "a", "1\t0", "MS-7C37", "exactly8"}) {
         FixedSource source;
         source.value = SysctlValue::ofText(text);
-        const SysctlSourceScope scope(source);
+        const Current<SysctlSource> scope(source);
         EXPECT_EQ(numberOf<std::uint64_t>(source.value).second, EINVAL);
         EXPECT_EQ(numberOf<std::uint16_t>(source.value).second, EINVAL);
         std::size_t length = 0;

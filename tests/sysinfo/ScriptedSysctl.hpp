@@ -39,7 +39,7 @@ private:
     Values m_values;
     std::vector<std::string> m_asked;
     std::string m_gone;
-    platform::SysctlSourceScope m_scope{*this};
+    platform::Current<platform::SysctlSource> m_scope{*this};
 };
 
 inline platform::SysctlAnswer text(const char* value) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ScriptedSysctl.hpp"
+#include "platform/core/WorkItem.hpp"
 #include "sysinfo/PackagesBase/Copying.hpp"
 #include "sysinfo/SystemValues/SystemValues.hpp"
 
@@ -127,14 +128,14 @@ TEST_F(Queries, TheStoreIsSharedByThreads) {
     ScriptedSysctl source({{"hw.ncpu", number(8)}, {"kern.ostype", text("Linux")}});
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < 4; ++i) {
-        threads.emplace_back([i] {
+        threads.emplace_back(platform::WorkItem([i] {
             for (unsigned round = 0; round < 200; ++round) {
                 SysctlQueryStorage::recoverEveryQueryFromStorage = (round + i) % 2 == 0;
                 EXPECT_EQ(Sysctl::HW::ncpu(), 8U);
                 EXPECT_EQ(Sysctl::Kern::ostype(), "Linux");
                 (void)SysctlQueryStorage::records.value();
             }
-        });
+        }));
     }
     for (std::thread& thread : threads) {
         thread.join();

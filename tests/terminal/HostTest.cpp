@@ -26,7 +26,7 @@ protected:
     const Scene& scene() { return m_host->sceneAt(m_loop.clock.now()); }
 
     platform::SimulatedMachine m_machine{tests::smallMachine()};
-    platform::MachineScope m_scope{m_machine};
+    platform::Current<platform::Machine> m_scope{m_machine};
     tests::HandTurnedLoop m_loop;
     std::optional<TerminalHost> m_host{std::in_place, m_machine, true};
 };

@@ -16,7 +16,7 @@ namespace vantor::tests {
 /// A machine without preferences and a scene with round figures, in a locale that knows all widths.
 struct SceneFixture {
     platform::SimulatedMachine machine;
-    platform::MachineScope scope{machine};
+    platform::Current<platform::Machine> scope{machine};
     hosts::terminal::Scene scene;
 
     SceneFixture() {
