@@ -107,7 +107,6 @@ void volumeBare(benchmark::State& state) {
 void volume(benchmark::State& state) {
     std::chrono::nanoseconds now{0};
     LinuxMachine::Options options;
-    options.useLocale = false;
     options.clock = [&now] { return now; };
     LinuxMachine reported(std::move(options));
     const std::string folder = reported.documentDirectories()->at(0);
@@ -153,9 +152,8 @@ void suiteBare(benchmark::State& state) {
 }
 void suite(benchmark::State& state) {
     const File file;
-    std::string reason;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(readSuiteFile(file.path().c_str(), reason));
+        benchmark::DoNotOptimize(readSuiteFile(file.path().c_str()));
     }
 }
 

@@ -70,9 +70,13 @@ public:
 
     [[nodiscard]] const std::string& folder() const { return m_folder; }
     [[nodiscard]] std::string storeFile() const { return m_folder + "/store.plist"; }
-    [[nodiscard]] vantor::platform::linux::LinuxMachine::Options options() const {
+    [[nodiscard]] vantor::platform::linux::LinuxMachine::Options machine() const {
         vantor::platform::linux::LinuxMachine::Options options;
         options.folders.home = options.folders.config = options.folders.cache = m_folder;
+        return options;
+    }
+    [[nodiscard]] vantor::platform::linux::ViewerOptions viewer() const {
+        vantor::platform::linux::ViewerOptions options;
         options.folders.suiteFile = storeFile();
         return options;
     }
@@ -93,7 +97,7 @@ private:
 /// Both in turns, so that whatever else the machine does hits them alike.
 void refreshBesideBareCalls(benchmark::State& state, void (&wait)(), bool withStore) {
     static const Home home;
-    static FullRefresh widget(home.options()); // one a process: its processor ticks never fall
+    static FullRefresh widget(home.machine(), home.viewer()); // what is costly to find is found once
     const BareCalls calls(home.folder(), home.storeFile());
     home.putStore(withStore);
     std::vector<double> full;

@@ -1,26 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostMachine.hpp"
 
-#include <utility>
+#include "platform/linux/LinuxMachine.hpp"
+#include "platform/simulated/DemoMachine.hpp"
 
 namespace vantor::hosts::common {
 
-HostMachine::HostMachine(bool demo, platform::linux::LinuxMachine::Options options)
-    : m_linux(std::move(options)) {
+namespace {
+
+std::unique_ptr<platform::Machine> machineFor(bool demo) {
     if (demo) {
-        m_demo.emplace(m_linux);
-    } else {
-        m_linux.startReleasableScan(); // before anybody samples; a short run only takes up what an earlier
-                                       // one found
+        return std::make_unique<platform::DemoMachine>();
     }
-    m_scope.emplace(machine());
+    auto machine = std::make_unique<platform::linux::LinuxMachine>();
+    machine->startReleasableScan(); // before anybody samples; a short run only takes up what an earlier one
+                                    // found
+    return machine;
 }
 
-platform::Machine& HostMachine::machine() {
-    if (m_demo) {
-        return *m_demo;
+platform::linux::ViewerOptions viewerFor(bool demo, bool useLocale) {
+    platform::linux::ViewerOptions options;
+    options.useLocale = useLocale;
+    if (demo) {
+        options.folders = {}; // the same pictures for everybody
     }
-    return m_linux;
+    return options;
 }
+
+} // namespace
+
+HostMachine::HostMachine(bool demo, bool useLocale)
+    : m_machine(machineFor(demo)), m_viewer(viewerFor(demo, useLocale)) {}
 
 } // namespace vantor::hosts::common

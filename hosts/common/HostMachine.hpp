@@ -1,26 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/LinuxMachine.hpp"
-#include "platform/simulated/DemoMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
+#include "platform/machine/Machine.hpp"
 
-#include <optional>
+#include <memory>
 
 namespace vantor::hosts::common {
 
-/// The machine that a host shows, in place while this lives: the one it runs on, or the demonstration's in
-/// the same language. Make it first in main, after setlocale.
+/// The machine that a host shows and the viewer in front of it, both in place while this lives: the machine
+/// that the program runs on and its user, or the demonstration's for a viewer without preferences, in the
+/// user's language. Make it first in main, after setlocale.
 class HostMachine {
 public:
-    explicit HostMachine(bool demo, platform::linux::LinuxMachine::Options options = {});
-
-    /// The machine in place.
-    [[nodiscard]] platform::Machine& machine();
+    /// `useLocale` off: English and its number signs, whatever the user's language.
+    explicit HostMachine(bool demo, bool useLocale = true);
 
 private:
-    platform::linux::LinuxMachine m_linux;
-    std::optional<platform::DemoMachine> m_demo;
-    std::optional<platform::Current<platform::Machine>> m_scope;
+    std::unique_ptr<platform::Machine> m_machine;
+    platform::linux::LinuxViewer m_viewer;
+    platform::Current<platform::Machine> m_currentMachine{*m_machine};
+    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
 };
 
 } // namespace vantor::hosts::common

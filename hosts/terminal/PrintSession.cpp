@@ -3,6 +3,7 @@
 
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/Complaints.hpp"
+#include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "settings/SharedStore.hpp"
@@ -50,8 +51,8 @@ int writeOut(std::string_view text) {
 /// interval timer is stopped, its network timer ticks on.
 class PrintSession {
 public:
-    PrintSession(const Options& options, platform::Machine& machine, TurnUntil turnUntil)
-        : m_options(options), m_machine(machine), m_turnUntil(std::move(turnUntil)) {}
+    PrintSession(const Options& options, TurnUntil turnUntil)
+        : m_options(options), m_turnUntil(std::move(turnUntil)) {}
 
     int run() {
         m_complaints.tellStore();
@@ -113,7 +114,7 @@ private:
     }
 
     void print() {
-        const Reading reading = readingOf(*m_controller, m_machine.failures(), time());
+        const Reading reading = readingOf(*m_controller, hosts::common::currentFailures(), time());
         m_complaints.tell(reading.failures);
         m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
@@ -131,7 +132,6 @@ private:
     }
 
     const Options& m_options;
-    platform::Machine& m_machine;
     TurnUntil m_turnUntil;
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
@@ -145,13 +145,13 @@ private:
 
 } // namespace
 
-int printReadings(const Options& options, hosts::common::HostMachine& host) {
+int printReadings(const Options& options) {
     if (options.demo && !options.watch) {
         hosts::common::VirtualTime time;
         const auto turn = [&](const auto& done, double atMost) { return time.turnUntil(done, atMost); };
-        return PrintSession(options, host.machine(), turn).run();
+        return PrintSession(options, turn).run();
     }
-    return PrintSession(options, host.machine(), hosts::common::turnUntil).run();
+    return PrintSession(options, hosts::common::turnUntil).run();
 }
 
 } // namespace vantor::hosts::terminal

@@ -2,6 +2,7 @@
 #include "hosts/terminal/TerminalHost.hpp"
 
 #include "controller/ReportInterface.hpp"
+#include "hosts/common/Failures.hpp"
 #include "hosts/terminal/SceneReader.hpp"
 #include "hosts/terminal/screen/LinkOpener.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
@@ -58,9 +59,8 @@ private:
     TerminalHost& m_host;
 };
 
-TerminalHost::TerminalHost(platform::Machine& machine, bool isExpanded)
-    : m_machine(machine),
-      m_context(std::make_shared<Context>(*this)),
+TerminalHost::TerminalHost(bool isExpanded)
+    : m_context(std::make_shared<Context>(*this)),
       m_controller(ReportInterface::instantiate()),
       m_isExpanded(isExpanded) {
     m_controller->setExtensionContext(m_context);
@@ -141,7 +141,7 @@ void TerminalHost::tell(std::string text, Instant now) {
 }
 
 void TerminalHost::noteFailures() {
-    std::vector<platform::SourceFailure> failures = m_machine.failures();
+    std::vector<platform::SourceFailure> failures = hosts::common::currentFailures();
     if (failures != m_failures) {
         m_failures = std::move(failures);
         m_changed = true;

@@ -15,7 +15,7 @@ namespace vantor::hosts::terminal {
 /// to tell beside the figures. Knows nothing of the terminal. Main thread.
 class TerminalHost {
 public:
-    TerminalHost(platform::Machine& machine, bool isExpanded);
+    explicit TerminalHost(bool isExpanded);
     ~TerminalHost();
     TerminalHost(const TerminalHost&) = delete;
     TerminalHost& operator=(const TerminalHost&) = delete;
@@ -43,7 +43,6 @@ private:
     void tell(std::string text, platform::Instant now);
     void noteFailures();
 
-    platform::Machine& m_machine;
     std::shared_ptr<Context> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     Scene m_scene;

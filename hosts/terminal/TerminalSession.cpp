@@ -40,7 +40,7 @@ Instant clockNow() {
 
 class TerminalSession {
 public:
-    TerminalSession(const Options& options, hosts::common::HostMachine& host, const Signals& signals)
+    TerminalSession(const Options& options, const Signals& signals)
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
@@ -48,7 +48,7 @@ public:
                   (m_terminal.hasMouse ? mouseOff : "") +
                       (m_terminal.canAddress ? m_terminal.leave : "\r\n")),
           m_writer(m_terminal, colorDepthFor(options.color, m_environment, m_terminal)),
-          m_host(host.machine(), !options.compact) {
+          m_host(!options.compact) {
         m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
         m_look.appearance = options.appearance.value_or(
             appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
@@ -279,11 +279,11 @@ private:
 
 } // namespace
 
-int runTerminal(const Options& options, hosts::common::HostMachine& host, const Signals& signals) {
+int runTerminal(const Options& options, const Signals& signals) {
     int status = 0;
     int signal = 0;
     {
-        TerminalSession session(options, host, signals);
+        TerminalSession session(options, signals);
         status = session.run();
         signal = session.endSignal();
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
+#include "hosts/common/HostMachine.hpp"
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/PrintSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
@@ -19,11 +20,13 @@ namespace {
 using namespace vantor;
 
 /// What machines read is the same everywhere: those formats run without the user's locale.
-platform::linux::LinuxMachine::Options machineOptions(const hosts::terminal::Options& options) {
-    platform::linux::LinuxMachine::Options machine;
-    machine.useLocale =
-        options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
-    return machine;
+bool usesLocale(const hosts::terminal::Options& options) {
+    return options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
+}
+
+/// The machine is never destroyed: workers may be asking it while the program ends.
+void putInPlace(bool demo, bool useLocale) {
+    [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(demo, useLocale);
 }
 
 /// Standard output belongs to the picture or the reading, so the log goes elsewhere. On a terminal with a
@@ -47,14 +50,13 @@ int run(const hosts::terminal::Options& options) {
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     if (!hasPicture) {
-        auto& host = *new hosts::common::HostMachine(options.demo, machineOptions(options)); // as below
-        return hosts::terminal::printReadings(options, host);
+        putInPlace(options.demo, usesLocale(options));
+        return hosts::terminal::printReadings(options);
     }
     const hosts::terminal::Signals signals; // before the machine, whose threads inherit the mask
-    // Never destroyed: workers may be asking it while the program ends.
-    auto& host = *new hosts::common::HostMachine(options.demo);
+    putInPlace(options.demo, true);
     hosts::common::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
-    return hosts::terminal::runTerminal(options, host, signals);
+    return hosts::terminal::runTerminal(options, signals);
 }
 
 } // namespace

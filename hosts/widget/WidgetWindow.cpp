@@ -2,6 +2,7 @@
 #include "hosts/widget/WidgetWindow.hpp"
 
 #include "controller/ReportInterface.hpp"
+#include "hosts/common/Failures.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/LinkOpener.hpp"
 #include "hosts/widget/WindowMemory.hpp"
@@ -46,9 +47,8 @@ platform::Appearance themeAppearance() {
 
 } // namespace
 
-WidgetWindow::WidgetWindow(const Options& options, platform::Machine& machine)
+WidgetWindow::WidgetWindow(const Options& options)
     : m_options(options),
-      m_machine(machine),
       m_themeAppearance(themeAppearance()),
       m_settings([this](const qt::DesktopWishes& wishes) { follow(wishes); }),
       m_context(std::make_shared<DesktopContext>(
@@ -225,7 +225,7 @@ void WidgetWindow::resume() {
 
 void WidgetWindow::turned() {
     m_card->flush();
-    m_card->showFailures(m_machine.failures());
+    m_card->showFailures(hosts::common::currentFailures());
     if (m_tray) {
         m_tray->update(m_card->theme());
     }

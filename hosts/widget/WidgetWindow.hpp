@@ -8,7 +8,6 @@
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/ReportCard.hpp"
 #include "hosts/widget/TrayRing.hpp"
-#include "platform/machine/Machine.hpp"
 
 #include <QMenu>
 #include <QWidget>
@@ -20,7 +19,7 @@ namespace vantor::hosts::widget {
 /// opened, and turns the run loop only while it can be seen.
 class WidgetWindow final : public QWidget {
 public:
-    WidgetWindow(const Options& options, platform::Machine& machine);
+    explicit WidgetWindow(const Options& options);
     ~WidgetWindow() override;
 
     [[nodiscard]] ReportCard& card() { return *m_card; }
@@ -54,7 +53,6 @@ private:
     void open(const platform::NSURL& url, std::function<void(bool)> finished);
 
     const Options m_options;
-    platform::Machine& m_machine;
     const platform::Appearance m_themeAppearance;
     qt::DesktopSettings m_settings;
     std::shared_ptr<DesktopContext> m_context;

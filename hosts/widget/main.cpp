@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
+#include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/SingleInstance.hpp"
@@ -68,13 +69,13 @@ int changeAutostart(bool on) {
     return 0;
 }
 
-int showWindow(const Options& options, vantor::platform::Machine& machine) {
+int showWindow(const Options& options) {
     hosts::qt::SingleInstance instance("vantor-widget");
     if (instance.isSecond()) {
         return 0;
     }
     const hosts::qt::TerminationSignals ending;
-    WidgetWindow window(options, machine);
+    WidgetWindow window(options);
     instance.setRaiseHandler([&window] { window.comeForward(); });
     window.show();
     return QApplication::exec();
@@ -82,7 +83,7 @@ int showWindow(const Options& options, vantor::platform::Machine& machine) {
 
 int run(const Options& options, int argc, char** argv) {
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
-    static hosts::common::HostMachine& machine = *new hosts::common::HostMachine(options.demo);
+    [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
     if (options.snapshot) {
@@ -96,10 +97,10 @@ int run(const Options& options, int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("vantor-widget"));
     QApplication::setLayoutDirection(hosts::qt::isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     if (!options.snapshot) {
-        return showWindow(options, machine.machine());
+        return showWindow(options);
     }
     const int status = writeSnapshot(options);
-    complaints.tell(machine.machine().failures());
+    complaints.tell(hosts::common::currentFailures());
     return status;
 }
 

@@ -3,7 +3,7 @@
 
 #include "platform/core/ScaledCount.hpp"
 #include "platform/foundation/ByteCountWords.hpp"
-#include "platform/machine/Machine.hpp"
+#include "platform/viewer/Viewer.hpp"
 
 #include <cstddef>
 
@@ -33,7 +33,7 @@ void appendNumber(std::string& text, const ScaledCount& scaled, const LocaleSign
 
 std::string NSByteCountFormatter::stringFromByteCount(std::int64_t byteCount,
                                                       NSByteCountFormatterCountStyle countStyle) {
-    return stringFromByteCount(byteCount, countStyle, currentMachine().localeSigns());
+    return stringFromByteCount(byteCount, countStyle, currentViewer().localeSigns());
 }
 
 std::string NSByteCountFormatter::stringFromByteCount(std::int64_t byteCount,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/LocaleSigns.hpp"
+#include "platform/viewer/LocaleSigns.hpp"
 
 #include <cstdint>
 #include <string>
@@ -14,7 +14,7 @@ enum class NSByteCountFormatterCountStyle : long { file = 0, memory = 1, decimal
 /// Byte counts for people: "Zero KB", "1 byte", "1,023 bytes", "1.5 MB", "-12.35 GB".
 class NSByteCountFormatter {
 public:
-    /// In the signs and words of the current machine's locale. Any thread.
+    /// In the signs and words of the current viewer. Any thread.
     [[nodiscard]] static std::string stringFromByteCount(std::int64_t byteCount,
                                                          NSByteCountFormatterCountStyle countStyle);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/foundation/NSLocalizedString.hpp"
 
-#include "platform/machine/Machine.hpp"
+#include "platform/viewer/Viewer.hpp"
 
 #include <algorithm>
 #include <array>
@@ -56,7 +56,7 @@ std::span<const EnglishText> englishTexts() {
 }
 
 std::string NSLocalizedString(std::string_view key) {
-    if (std::optional<std::string> translated = currentMachine().localizedString(key)) {
+    if (std::optional<std::string> translated = currentViewer().localizedString(key)) {
         return *std::move(translated);
     }
     const auto* const found = std::ranges::lower_bound(texts, key, {}, &EnglishText::key);

@@ -7,7 +7,7 @@
 
 namespace vantor::platform {
 
-/// A text of the program in the user's language: the machine's translation, else the English one built in.
+/// A text of the program in the viewer's language: the viewer's translation, else the English one built in.
 /// Every key in use is in the table of English texts, so that no key is ever shown; for any other key the
 /// result is the key itself. Texts may hold placeholders in braces ("{name}"), the same in every language.
 /// Any thread.

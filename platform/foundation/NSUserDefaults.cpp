@@ -2,8 +2,8 @@
 #include "platform/foundation/NSUserDefaults.hpp"
 
 #include "platform/core/PrintableText.hpp"
-#include "platform/machine/Machine.hpp"
 #include "platform/propertylist/PropertyList.hpp"
+#include "platform/viewer/Viewer.hpp"
 
 #include <algorithm>
 #include <mutex>
@@ -28,16 +28,6 @@ bool isTrue(std::string_view text) {
     }
     skip("0");
     return !text.empty() && text.front() >= '1' && text.front() <= '9';
-}
-
-/// The machine's own words for a file that it could not read.
-std::string reasonOfMachine() {
-    for (const SourceFailure& failure : currentMachine().failures()) {
-        if (failure.source == Source::preferences) {
-            return failure.reason;
-        }
-    }
-    return "it cannot be read";
 }
 
 /// The list that a file's bytes hold. A refresh opens the store some ten times, each time afresh, and nearly
@@ -71,7 +61,7 @@ PropertyListResult listIn(std::string bytes) {
 } // namespace
 
 std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) try {
-    SuiteFile file = currentMachine().readSuite(suiteName);
+    SuiteFile file = currentViewer().readSuite(suiteName);
     if (!file.usable) {
         return std::nullopt;
     }
@@ -110,15 +100,14 @@ std::optional<PropertyListObject> NSUserDefaults::objectForKey(std::string_view 
 }
 
 std::optional<std::string> suiteProblem(std::string_view suiteName) {
-    SuiteFile file = currentMachine().readSuite(suiteName);
+    SuiteFile file = currentViewer().readSuite(suiteName);
     if (!file.exists) {
         return std::nullopt;
     }
     // A path may be long; its end is what tells files apart, but a cut in the middle of one would mislead.
     const std::string path = printableText(file.path, 4096) + ": ";
     if (!file.usable) {
-        const std::string reason = printableText(reasonOfMachine(), 4096);
-        return file.path.empty() || reason.starts_with(path) ? reason : path + reason;
+        return path + printableText(file.reason);
     }
     const PropertyListResult list = readPropertyList(std::move(file.content));
     if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {

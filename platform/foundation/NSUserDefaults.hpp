@@ -9,7 +9,7 @@
 
 namespace vantor::platform {
 
-/// A preference suite as it was at the moment of opening: one property-list file with a dictionary on top,
+/// A preference suite of the current viewer, as it was at the moment of opening: one property-list file with a dictionary on top,
 /// read afresh by each `initWithSuiteName` and never written. Any thread.
 class NSUserDefaults {
 public:

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
 
-#include "platform/linux/user/SuiteReader.hpp"
 #include "platform/linux/user/UserDirs.hpp"
-#include "platform/linux/user/UserLocale.hpp"
 
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <system_error>
 #include <utility>
 
@@ -32,17 +29,7 @@ LinuxMachine::LinuxMachine(Options options)
       m_volume(m_options, m_failures),
       m_documents(documentsFolder(m_options.folders)),
       m_documentFolders(
-          std::make_shared<const std::vector<std::string>>(m_documents.empty() ? 0 : 1, m_documents)) {
-    if (m_options.useLocale) {
-        adoptUserLocale();
-        m_signs = currentLocaleSigns();
-        // English is built in. Without this a LANGUAGE such as "en:de" would pass the missing English
-        // catalogue over.
-        if (m_signs.language != "en") {
-            m_translations.emplace();
-        }
-    }
-}
+          std::make_shared<const std::vector<std::string>>(m_documents.empty() ? 0 : 1, m_documents)) {}
 
 LinuxMachine::~LinuxMachine() = default;
 
@@ -108,31 +95,6 @@ std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string
     const std::int64_t room = figures->total - figures->available;
     return VolumeCapacities{figures->total, figures->available,
                             figures->available + std::min(releasable, room)};
-}
-
-SuiteFile LinuxMachine::readSuite(std::string_view suiteName) try {
-    std::string reason;
-    const std::string path = suitePath(m_options.folders, suiteName);
-    SuiteFile file = path.empty() ? SuiteFile() : readSuiteFile(path.c_str(), reason);
-    if (reason.empty()) {
-        m_failures.clear(Source::preferences);
-    } else {
-        m_failures.fail(Source::preferences, std::move(reason));
-    }
-    return file;
-} catch (const std::bad_alloc&) {
-    m_failures.failForMemory(Source::preferences);
-    SuiteFile file;
-    file.exists = true;
-    return file;
-}
-
-std::optional<std::string> LinuxMachine::localizedString(std::string_view key) {
-    return m_translations ? m_translations->text(key) : std::nullopt;
-}
-
-const LocaleSigns& LinuxMachine::localeSigns() {
-    return m_signs;
 }
 
 std::vector<SourceFailure> LinuxMachine::failures() {

@@ -8,7 +8,6 @@
 #include "platform/linux/ProcessorReader.hpp"
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/VolumeReader.hpp"
-#include "platform/linux/user/Translations.hpp"
 #include "platform/machine/Machine.hpp"
 
 #include <memory>
@@ -18,8 +17,7 @@ namespace vantor::platform::linux {
 
 /// The Linux machine that the program runs on. Everything it tells is read afresh, by readers that keep what
 /// is costly to find (open descriptors, which link is what). A source that cannot be read is listed by
-/// `failures` until it can. Any thread, but for the constructor: with the default options it adopts the
-/// user's locale for the whole process, so make it on the main thread before others run.
+/// `failures` until it can. Any thread.
 class LinuxMachine final : public Machine {
 public:
     using Options = MachineOptions;
@@ -43,9 +41,6 @@ public:
     std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
     std::shared_ptr<const std::vector<std::string>> documentDirectories() override;
     std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
-    SuiteFile readSuite(std::string_view suiteName) override;
-    std::optional<std::string> localizedString(std::string_view key) override;
-    const LocaleSigns& localeSigns() override;
     std::vector<SourceFailure> failures() override;
 
 private:
@@ -58,8 +53,6 @@ private:
     std::string m_documents;
     std::shared_ptr<const std::vector<std::string>> m_documentFolders; ///< none or `m_documents`
     std::unique_ptr<ReleasableScan> m_releasable;
-    std::optional<Translations> m_translations;
-    LocaleSigns m_signs;
 };
 
 } // namespace vantor::platform::linux

@@ -22,9 +22,6 @@ struct PlainMemory {
 struct MachineOptions {
     KernelTree tree{"/"};
     posix::UserFolders folders = posix::UserFolders::fromEnvironment();
-    /// The real locale and catalogues (process-wide, see Translations.hpp); off, there are no translations.
-    bool useLocale = true;
-
     std::uint64_t pageSize = livePageSize();
     std::uint64_t ticksPerSecond = liveTicksPerSecond();
     /// Monotone time that stands still while the machine sleeps, as the processor's ticks do.

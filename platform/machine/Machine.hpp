@@ -4,7 +4,6 @@
 #include "platform/core/Current.hpp"
 #include "platform/machine/HostStatistics.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
-#include "platform/machine/LocaleSigns.hpp"
 #include "platform/machine/Source.hpp"
 #include "platform/machine/VolumeCapacities.hpp"
 
@@ -12,22 +11,13 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vantor::platform {
 
-/// A preference file's content, or why there is none.
-struct SuiteFile {
-    std::string path;    ///< where it is; empty when nothing is there, or no memory to say so
-    std::string content; ///< the bytes; empty when absent
-    bool exists = false; ///< false: nothing is there, which is no failure
-    bool usable = false; ///< true: `content` holds the whole file
-};
-
-/// The machine behind the platform's calls: the real one or a scripted one. The free functions of this folder
-/// ask the current machine, so that code above speaks only the platform's own names; several machines may be
-/// shown side by side, each current where its own reports run. Any thread.
+/// The machine that is measured, behind the platform's calls: the real one or a scripted one. The free
+/// functions of this folder ask the current machine, so that code above speaks only the platform's own names;
+/// several machines may be shown side by side, each current where its own reports run. Any thread.
 class Machine {
 public:
     virtual ~Machine() = default;
@@ -47,15 +37,6 @@ public:
     virtual std::shared_ptr<const std::vector<std::string>> documentDirectories() = 0;
     /// The capacities of the volume that holds a path; absent when the query failed.
     virtual std::optional<VolumeCapacities> volumeCapacities(const std::string& path) = 0;
-
-    /// The file behind a preference suite, read afresh.
-    virtual SuiteFile readSuite(std::string_view suiteName) = 0;
-
-    /// A caption in the user's language; absent where there is no translation.
-    virtual std::optional<std::string> localizedString(std::string_view key) = 0;
-
-    /// How the user's locale writes numbers. Constant while the process runs.
-    virtual const LocaleSigns& localeSigns() = 0;
 
     /// What cannot be read at the moment, one entry a source, in the order of `allSources`.
     virtual std::vector<SourceFailure> failures() = 0;

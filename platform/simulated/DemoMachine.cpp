@@ -82,14 +82,6 @@ SimulatedState laptop() {
 
 } // namespace
 
-DemoMachine::DemoMachine(Machine& words) : SimulatedMachine(laptop(), Play()), m_words(words) {}
-
-std::optional<std::string> DemoMachine::localizedString(std::string_view key) {
-    return m_words.localizedString(key);
-}
-
-const LocaleSigns& DemoMachine::localeSigns() {
-    return m_words.localeSigns();
-}
+DemoMachine::DemoMachine() : SimulatedMachine(laptop(), Play()) {}
 
 } // namespace vantor::platform

@@ -10,13 +10,7 @@ namespace vantor::platform {
 /// picture to the byte.
 class DemoMachine final : public SimulatedMachine {
 public:
-    /// `words` lends its captions and number signs, so that a demonstration speaks the user's language.
-    explicit DemoMachine(Machine& words);
-    std::optional<std::string> localizedString(std::string_view key) override;
-    const LocaleSigns& localeSigns() override;
-
-private:
-    Machine& m_words;
+    DemoMachine();
 };
 
 } // namespace vantor::platform

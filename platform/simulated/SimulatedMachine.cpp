@@ -59,16 +59,6 @@ std::optional<VolumeCapacities> SimulatedMachine::volumeCapacities(const std::st
     return answer(MachineQuery::volume, [](const SimulatedState& state) { return state.volume; });
 }
 
-SuiteFile SimulatedMachine::readSuite(std::string_view /*suiteName*/) {
-    return answer(MachineQuery::suite, [](const SimulatedState& state) { return state.suite; });
-}
-
-std::optional<std::string> SimulatedMachine::localizedString(std::string_view key) {
-    const std::scoped_lock lock(m_mutex);
-    const auto text = m_state.texts.find(key);
-    return text == m_state.texts.end() ? std::nullopt : std::optional(text->second);
-}
-
 std::vector<SourceFailure> SimulatedMachine::failures() {
     const std::scoped_lock lock(m_mutex);
     return m_state.failures;

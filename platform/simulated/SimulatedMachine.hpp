@@ -4,7 +4,6 @@
 #include "platform/machine/Machine.hpp"
 
 #include <functional>
-#include <map>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -24,9 +23,6 @@ struct SimulatedState {
     std::optional<std::vector<InterfaceAddress>> interfaces = std::vector<InterfaceAddress>{};
     std::vector<std::string> documentDirectories{"/documents"};
     std::optional<VolumeCapacities> volume = VolumeCapacities{};
-    SuiteFile suite;
-    std::map<std::string, std::string, std::less<>> texts; ///< captions by key
-    LocaleSigns signs;
     std::vector<SourceFailure> failures;
 };
 
@@ -39,7 +35,6 @@ enum class MachineQuery : std::uint8_t {
     interfaces,
     documentDirectories,
     volume,
-    suite,
 };
 
 /// A machine whose answers are written down: for tests and for the demonstration. Queries may come from any
@@ -63,11 +58,6 @@ public:
     std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
     std::shared_ptr<const std::vector<std::string>> documentDirectories() override;
     std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
-    SuiteFile readSuite(std::string_view suiteName) override;
-    std::optional<std::string> localizedString(std::string_view key) override;
-    const LocaleSigns& localeSigns() override {
-        return m_state.signs;
-    } // constant once the machine is in place
     std::vector<SourceFailure> failures() override;
 
 private:

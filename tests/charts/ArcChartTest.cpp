@@ -25,13 +25,13 @@ constexpr double pi = std::numbers::pi;
 class ArcChart : public ::testing::Test {
 protected:
     void hold(const std::string& entries) {
-        m_machine.change([&](platform::SimulatedState& state) { state.suite = storeHolding(entries); });
+        m_viewer.change([&](platform::SimulatedViewerState& state) { state.suite = storeHolding(entries); });
     }
     HandTurnedClock clock;
 
 private:
-    platform::SimulatedMachine m_machine;
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Viewer> m_scope{m_viewer};
 };
 
 TEST_F(ArcChart, TruncatesForTheColourAndRoundsForTheText) {

@@ -26,8 +26,8 @@ protected:
     std::shared_ptr<UIViewController> parent = std::make_shared<UIViewController>();
 
 private:
-    platform::SimulatedMachine m_machine;
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Viewer> m_scope{m_viewer};
 };
 
 TEST_F(HostingContainerTest, PinsTheHostedViewAndAttachesItsController) {

@@ -15,7 +15,7 @@ namespace {
 
 TEST(Lifecycle, LoadingBuildsTheWidgetInOrder) {
     WidgetStage stage;
-    stage.machine.change([](platform::SimulatedState& state) {
+    stage.viewer.change([](platform::SimulatedViewerState& state) {
         state.texts = {
             {"home_USEDRAM", "RAM usata"}, {"home_DATASENT", "Inviati"}, {"home_USEDCPU", "CPU usata"}};
     });
@@ -115,9 +115,7 @@ TEST(Actions, OpenTheirLinksWhateverTheSender) {
 
 TEST(Actions, WithoutAHostAreSilentAndDoNotEvenReadTheStore) {
     int storeReads = 0;
-    WidgetStage stage(false, [&](platform::SimulatedState&, platform::MachineQuery query) {
-        storeReads += query == platform::MachineQuery::suite;
-    });
+    WidgetStage stage(false, {}, [&] { ++storeReads; });
     stage.controller->cleanRam(nullptr);
     stage.controller->openApp(nullptr);
     EXPECT_EQ(storeReads, 0);

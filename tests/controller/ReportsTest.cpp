@@ -118,15 +118,15 @@ TEST(Reports, RewriteTheFormattersWordsBySection) {
 
 TEST(Reports, AskTheVolumeAndTheStoreInOrder) {
     std::string asked;
-    WidgetStage stage(true, [&](platform::SimulatedState&, platform::MachineQuery query) {
+    const auto note = [&](platform::SimulatedState&, platform::MachineQuery query) {
         asked += query == platform::MachineQuery::volume           ? "v"
-                 : query == platform::MachineQuery::suite          ? "s"
                  : query == platform::MachineQuery::physicalMemory ? "p"
                  : query == platform::MachineQuery::pageSize       ? "z"
                  : query == platform::MachineQuery::virtualMemory  ? "m"
                  : query == platform::MachineQuery::cpuLoad        ? "c"
                                                                    : "";
-    });
+    };
+    WidgetStage stage(true, note, [&] { asked += "s"; });
     stage.controller->view();
     asked.clear();
     stage.loop.queue.drain();

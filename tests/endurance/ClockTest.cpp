@@ -56,7 +56,7 @@ TEST_F(ClockTest, aBrokenSourceDoesNotChangeThePaceOfAnySection) {
             stage.pass(1);
         }
         EXPECT_EQ(reports, (Reports{5, 5, 5, 10})) << file;
-        EXPECT_EQ(stage.machine.failedSources(), std::string(sourceName(source)) + ' ') << file;
+        EXPECT_EQ(stage.failedSources(), std::string(sourceName(source)) + ' ') << file;
         std::filesystem::remove(stage.tree.root() / file);
     }
 }

@@ -2,6 +2,7 @@
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +15,10 @@ namespace {
 // The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
 TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
     // Not destroyed: the timers' last reports may still be under way when the test ends.
+    static platform::linux::LinuxViewer& viewer = *new platform::linux::LinuxViewer;
     static platform::linux::LinuxMachine& machine = *new platform::linux::LinuxMachine;
-    const platform::Current<platform::Machine> scope(machine);
+    const platform::Current<platform::Machine> currentMachine(machine);
+    const platform::Current<platform::Viewer> currentViewer(viewer);
     const auto controller = ReportInterface::instantiate();
     std::array<int, 4> reports{};
     controller->setReportHandler([&](ReportSection section) {

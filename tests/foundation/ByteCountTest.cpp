@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FailingAllocation.hpp"
 #include "platform/foundation/NSByteCountFormatter.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "platform/simulated/SimulatedViewer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -71,10 +71,9 @@ TEST(ByteCount, StaysWithinHalfAStepEverywhere) {
     }
 }
 
-TEST(ByteCount, AsksTheMachineAndDoesNotAllocateForShortTexts) {
-    SimulatedMachine machine;
-    machine.change([](SimulatedState& state) { state.signs = signsOf("fr"); });
-    const Current<Machine> scope(machine);
+TEST(ByteCount, AsksTheViewerAndDoesNotAllocateForShortTexts) {
+    SimulatedViewer viewer({.suite = {}, .texts = {}, .signs = signsOf("fr")});
+    const Current<Viewer> scope(viewer);
     EXPECT_EQ(NSByteCountFormatter::stringFromByteCount(2000, Style::file), "2 ko");
     const LocaleSigns signs;
     const vantor::tests::AllocationWatch watch;

@@ -3,6 +3,7 @@
 #include "SimulatedStore.hpp"
 #include "platform/foundation/NSFileManager.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,30 +12,25 @@ using vantor::tests::storeHolding;
 
 namespace {
 
-/// A machine whose preference suite is this file.
-struct SuiteMachine {
-    explicit SuiteMachine(const SuiteFile& file) {
-        machine.change([&file](SimulatedState& state) {
-            state.suite = file;
-            state.failures = {{Source::storage, "no"}, {Source::preferences, "it is no regular file"}};
-        });
-    }
-    SimulatedMachine machine;
-    Current<Machine> scope{machine};
+/// A viewer whose preference suite is this file.
+struct SuiteViewer {
+    explicit SuiteViewer(const SuiteFile& file) : viewer({.suite = file, .texts = {}, .signs = {}}) {}
+    SimulatedViewer viewer;
+    Current<Viewer> scope{viewer};
 };
 
 std::optional<NSUserDefaults> opened(const SuiteFile& file) {
-    const SuiteMachine machine(file);
+    const SuiteViewer viewer(file);
     return NSUserDefaults::initWithSuiteName("group");
 }
 
 std::string problem(const SuiteFile& file) {
-    const SuiteMachine machine(file);
+    const SuiteViewer viewer(file);
     return suiteProblem("group").value_or("");
 }
 
 TEST(UserDefaults, AMomentWithoutMemoryIsForgotten) {
-    const SuiteMachine machine(storeHolding("<key>a moment without memory</key><true/>"));
+    const SuiteViewer viewer(storeHolding("<key>a moment without memory</key><true/>"));
     const auto isSet = [](int) {
         const std::optional<NSUserDefaults> store = NSUserDefaults::initWithSuiteName("group");
         return store && store->boolForKey("a moment without memory");
@@ -80,16 +76,17 @@ TEST(UserDefaults, ReadsTheTruthInAText) {
 }
 
 TEST(UserDefaults, OpensNothingWithoutADictionaryAndTheHostCanSayWhy) {
-    EXPECT_FALSE(opened({"/etc/x", "", false, false}).has_value());
-    EXPECT_EQ(problem({"/etc/x", "", false, false}), "");
+    EXPECT_FALSE(opened({"/etc/x", "", false, false, ""}).has_value());
+    EXPECT_EQ(problem({"/etc/x", "", false, false, ""}), "");
     EXPECT_EQ(problem(storeHolding("")), "");
     for (const char* const content : {"", "<plist><array/></plist>", "bplist00", "{ a = b; }"}) {
-        const SuiteFile file{"/tmp/a\nb\x1b[31m", content, true, true};
+        const SuiteFile file{"/tmp/a\nb\x1b[31m", content, true, true, ""};
         EXPECT_FALSE(opened(file).has_value()) << content;
         EXPECT_TRUE(problem(file).starts_with("/tmp/a\uFFFDb\uFFFD[31m: ")) << problem(file);
     }
-    EXPECT_FALSE(opened({"/tmp/pipe", "", true, false}).has_value());
-    EXPECT_EQ(problem({"/tmp/pipe", "", true, false}), "/tmp/pipe: it is no regular file");
+    const SuiteFile pipe{"/tmp/pipe", "", true, false, "is not a regular file"};
+    EXPECT_FALSE(opened(pipe).has_value());
+    EXPECT_EQ(problem(pipe), "/tmp/pipe: is not a regular file");
 }
 
 TEST(FileManager, AnswersOnlyWhatWasAskedAndKnown) {

@@ -2,7 +2,7 @@
 #include "platform/foundation/DateText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/foundation/ParseDouble.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "platform/simulated/SimulatedViewer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -82,10 +82,9 @@ TEST(DateText, FollowsTheZoneAndItsSummer) {
     before != nullptr ? ::setenv("TZ", before, 1) : ::unsetenv("TZ");
 }
 
-TEST(LocalizedString, ComesFromTheMachineOrIsEnglishAndNeverAKey) {
-    SimulatedMachine machine;
-    machine.change([](SimulatedState& state) { state.texts["home_USER"] = "Utente"; });
-    const Current<Machine> scope(machine);
+TEST(LocalizedString, ComesFromTheViewerOrIsEnglishAndNeverAKey) {
+    SimulatedViewer viewer({.suite = {}, .texts = {{"home_USER", "Utente"}}, .signs = {}});
+    const Current<Viewer> scope(viewer);
     EXPECT_EQ(NSLocalizedString("home_USER"), "Utente");
     for (const EnglishText& english : englishTexts()) {
         if (english.key != "home_USER") {

@@ -78,8 +78,7 @@ TEST_F(StoreTest, WhateverStandsInItsPlaceMeansDefaultsAndIsNamed) {
         row.make(store);
         const auto before = state();
         expectDefaults(row.name);
-        const std::vector<platform::SourceFailure> failures = stage.machine->failures();
-        EXPECT_EQ(failures.empty() ? "" : failures[0].reason,
+        EXPECT_EQ(stage.viewer.preferencesFailure().value_or(""),
                   *row.reason == '\0' ? "" : store.string() + ": " + row.reason)
             << row.name;
         refreshWithTicks();
@@ -94,7 +93,7 @@ TEST_F(StoreTest, OneThatMayNotBeReadIsNamed) {
     fs::permissions(store, fs::perms::none);
     const int user = ::geteuid() == 0 ? ::setfsuid(65534) : 0; // what root may not do: this thread only
     expectDefaults("unreadable");
-    EXPECT_EQ(stage.machine.failedSources(), "preferences ");
+    EXPECT_TRUE(stage.viewer.preferencesFailure());
     ::setfsuid(static_cast<uid_t>(user));
 }
 

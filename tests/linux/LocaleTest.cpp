@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/linux/user/UserLocale.hpp"
 
 #include <gtest/gtest.h>
@@ -32,33 +32,33 @@ TEST(Locale, languageTags) {
 
 TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
     environment("it_IT.ISO-8859-15", "");
-    platform::linux::LinuxMachine machine;
-    EXPECT_EQ(machine.localeSigns().language, "it");
-    const std::optional<std::string> text = machine.localizedString("home_FREE");
+    LinuxViewer viewer;
+    EXPECT_EQ(viewer.localeSigns().language, "it");
+    const std::optional<std::string> text = viewer.localizedString("home_FREE");
     if (!text) {
         GTEST_SKIP() << "no message catalogues were built";
     }
     EXPECT_NE(*text, "home_FREE");
-    EXPECT_FALSE(machine.localizedString("home_NOSUCHTEXT"));
-    EXPECT_FALSE(machine.localizedString(""));
+    EXPECT_FALSE(viewer.localizedString("home_NOSUCHTEXT"));
+    EXPECT_FALSE(viewer.localizedString(""));
 }
 
 TEST(Locale, languageGoesBeforeTheLocaleButForC) {
     environment("C.UTF-8", "ru:de");
     {
-        platform::linux::LinuxMachine machine;
-        EXPECT_EQ(machine.localeSigns().language, "ru");
+        LinuxViewer viewer;
+        EXPECT_EQ(viewer.localeSigns().language, "ru");
     }
     environment("C", "ru");
-    platform::linux::LinuxMachine machine;
-    EXPECT_EQ(machine.localeSigns(), platform::LocaleSigns());
-    EXPECT_FALSE(machine.localizedString("home_FREE"));
+    LinuxViewer viewer;
+    EXPECT_EQ(viewer.localeSigns(), platform::LocaleSigns());
+    EXPECT_FALSE(viewer.localizedString("home_FREE"));
 }
 
 TEST(Locale, englishIsNotPassedOverForTheNextLanguage) {
     environment("C.UTF-8", "en:de");
-    platform::linux::LinuxMachine machine;
-    EXPECT_FALSE(machine.localizedString("home_FREE"));
+    LinuxViewer viewer;
+    EXPECT_FALSE(viewer.localizedString("home_FREE"));
 }
 
 TEST(Locale, signsComeFromTheNumericLocaleInUtf8) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -16,13 +17,14 @@ TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
     std::filesystem::copy(std::filesystem::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(),
                           std::filesystem::copy_options::recursive);
     TreeMachine machine(tree.root());
+    platform::linux::LinuxViewer viewer({.folders = homeBelow(tree.root()), .useLocale = false});
     platform::linux::ScanPace pace;
     pace.firstDelay = std::chrono::milliseconds(0);
     machine->startReleasableScan(pace);
     std::atomic<bool> going{true};
     std::vector<std::thread> reports;
     for (int i = 0; i < 3; ++i) {
-        reports.emplace_back([&machine] {
+        reports.emplace_back([&] {
             for (int round = 0; round < 30; ++round) {
                 platform::vm_statistics64 memory{};
                 EXPECT_EQ(machine->hostVirtualMemory(memory), platform::KERN_SUCCESS);
@@ -31,7 +33,8 @@ TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
                 EXPECT_EQ(machine->hostCpuLoad(ticks), platform::KERN_SUCCESS);
                 machine->interfaceAddresses();
                 EXPECT_TRUE(machine->volumeCapacities(machine->documentDirectories()->at(0)));
-                machine->readSuite("group.vantor");
+                (void)viewer.readSuite("group.vantor");
+                (void)viewer.preferencesFailure();
                 machine->failures();
             }
         });

@@ -3,6 +3,7 @@
 #include "platform/linux/KeptReleasable.hpp"
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/linux/user/SuiteReader.hpp"
 #include "platform/linux/user/UserDirs.hpp"
 #include "platform/posix/EventDescriptor.hpp"
@@ -22,12 +23,12 @@ using platform::posix::UserFolders;
 
 TEST(Suite, IsReadWholeAndNotMarkedAsRead) {
     const TestTree tree;
-    TreeMachine machine(tree.root());
+    LinuxViewer viewer({.folders = homeBelow(tree.root()), .useLocale = false});
     const std::string bytes("bplist00\0\xFF", 10);
     const std::string path = tree.write(storeFile, bytes).string();
     struct stat before {};
     ::stat(path.c_str(), &before);
-    const platform::SuiteFile file = machine->readSuite("group.vantor");
+    const platform::SuiteFile file = viewer.readSuite("group.vantor");
     EXPECT_TRUE(file.exists && file.usable);
     EXPECT_EQ(file.content, bytes);
     EXPECT_EQ(file.path, path);

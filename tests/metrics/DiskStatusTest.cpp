@@ -2,6 +2,7 @@
 #include "metrics/DiskStatus.hpp"
 
 #include "SimulatedStore.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
 
@@ -23,8 +24,8 @@ protected:
     }
     void change(const std::function<void(platform::SimulatedState&)>& with) { machine.change(with); }
     void showReleasable() {
-        change([](platform::SimulatedState& s) {
-            s.suite = storeHolding(storedFlag("isReleasableSTORAGEShow"));
+        m_viewer.change([](platform::SimulatedViewerState& state) {
+            state.suite = storeHolding(storedFlag("isReleasableSTORAGEShow"));
         });
     }
     static void expect(std::int64_t free, std::int64_t releasable, std::int64_t used) {
@@ -35,7 +36,9 @@ protected:
     platform::SimulatedMachine machine;
 
 private:
-    platform::Current<platform::Machine> m_scope{machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Machine> m_currentMachine{machine};
+    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
 };
 
 TEST_F(DiskStatusTest, CountsReleasableSpaceAsFreeOrApart) {

@@ -2,6 +2,7 @@
 #include "metrics/MemoryStatus.hpp"
 
 #include "SimulatedStore.hpp"
+#include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +20,17 @@ protected:
     }
     void change(const std::function<void(platform::SimulatedState&)>& with) { m_machine.change(with); }
 
+    void hideInactive() {
+        m_viewer.change([](platform::SimulatedViewerState& state) {
+            state.suite = storeHolding(storedFlag("isInactiveRAMHide"));
+        });
+    }
+
 private:
     platform::SimulatedMachine m_machine;
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Machine> m_currentMachine{m_machine};
+    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
 };
 
 TEST_F(MemoryStatusTest, MakesTenFiguresInOrder) {
@@ -39,8 +48,7 @@ TEST_F(MemoryStatusTest, MakesTenFiguresInOrder) {
         {"pressure", 245'760}};
     EXPECT_EQ(MemoryStatus::getMemoryStatus(record), expected);
 
-    change(
-        [](platform::SimulatedState& state) { state.suite = storeHolding(storedFlag("isInactiveRAMHide")); });
+    hideInactive();
     const MemoryFigures hidden = MemoryStatus::getMemoryStatus(record);
     EXPECT_EQ(hidden.at("used"), total - 2'457'600);
     EXPECT_EQ(hidden.at("free"), 1'638'400);

@@ -16,7 +16,7 @@ namespace {
 class SharedStore : public ::testing::Test {
 protected:
     void hold(const std::string& entries) {
-        m_machine.change([&](platform::SimulatedState& state) { state.suite = storeHolding(entries); });
+        m_viewer.change([&](platform::SimulatedViewerState& state) { state.suite = storeHolding(entries); });
     }
     double intervalFor(const std::string& seconds) {
         hold(storedText("refreshSeconds", seconds));
@@ -24,8 +24,8 @@ protected:
     }
 
 private:
-    platform::SimulatedMachine m_machine;
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Viewer> m_scope{m_viewer};
 };
 
 TEST_F(SharedStore, FlagsAreFalseUntilTheStoreSaysOtherwise) {

@@ -4,6 +4,7 @@
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/time/RunLoop.hpp"
 
 #include <memory>
@@ -15,8 +16,9 @@ namespace vantor::tests {
 /// and timed. Only one at a time.
 class FullRefresh {
 public:
-    explicit FullRefresh(platform::linux::LinuxMachine::Options options = {})
-        : m_machine(std::move(options)) {
+    explicit FullRefresh(platform::linux::LinuxMachine::Options machine = {},
+                         platform::linux::ViewerOptions viewer = {})
+        : m_machine(std::move(machine)), m_viewer(std::move(viewer)) {
         m_controller->setReportHandler([this](ReportSection /*section*/) { ++m_reports; });
         m_controller->view(); // its own first refresh finds what is costly to find
         finish(3);
@@ -41,7 +43,9 @@ private:
     }
 
     platform::linux::LinuxMachine m_machine;
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::linux::LinuxViewer m_viewer;
+    platform::Current<platform::Machine> m_currentMachine{m_machine};
+    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
     hosts::common::VirtualTime m_loop;
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     unsigned m_reports = 0;

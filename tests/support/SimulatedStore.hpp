@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ColourArchives.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "platform/simulated/SimulatedViewer.hpp"
 
 #include <string>
 

@@ -14,8 +14,15 @@
 
 namespace vantor::tests {
 
-/// Where a TreeMachine looks for the preferences, below its root.
+/// Where a viewer with the home of a tree looks for the preferences, below the root.
 inline const std::filesystem::path storeFile = "home/.config/vantor/group.vantor.plist";
+
+inline platform::posix::UserFolders homeBelow(const std::filesystem::path& root) {
+    return {.home = root / "home",
+            .config = root / "home/.config",
+            .cache = root / "home/.cache",
+            .data = root / "home/.local/share"};
+}
 
 /// A Linux machine on a folder that holds proc/, sys/ and home/, with a clock that the test moves. A pause of
 /// the machine's moves it too.
@@ -51,11 +58,7 @@ private:
     platform::linux::LinuxMachine::Options options(const std::filesystem::path& root) {
         platform::linux::LinuxMachine::Options options;
         options.tree = platform::linux::KernelTree(root);
-        options.folders = {.home = root / "home",
-                           .config = root / "home/.config",
-                           .cache = root / "home/.cache",
-                           .data = root / "home/.local/share"};
-        options.useLocale = false;
+        options.folders = homeBelow(root);
         options.pageSize = 4096;
         options.ticksPerSecond = 100;
         options.clock = [this] { return std::chrono::nanoseconds(m_now); };

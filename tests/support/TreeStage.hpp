@@ -4,6 +4,7 @@
 #include "HandTurnedQueue.hpp"
 #include "TreeMachine.hpp"
 #include "controller/ReportInterface.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -39,8 +40,8 @@ struct KernelFigures {
     }
 };
 
-/// The whole widget on the Linux machine, which reads a folder instead of /proc and /sys, on a clock and
-/// queues that only the test turns.
+/// The whole widget on the Linux machine and its user, who read a folder instead of /proc and /sys, on a
+/// clock and queues that only the test turns.
 class TreeStage {
 public:
     explicit TreeStage(KernelFigures first = {}) : figures(std::move(first)) {
@@ -78,10 +79,17 @@ public:
         } while (loop.queue.waiting() > 0); // shares that are no numbers are asked for again
     }
 
+    /// The machine's sources that cannot be read, and the viewer's.
+    std::string failedSources() {
+        return machine.failedSources() + (viewer.preferencesFailure() ? "preferences " : "");
+    }
+
     KernelFigures figures;
     const TestTree tree{TestTree::inMemory()};
     TreeMachine machine{tree.root()};
-    platform::Current<platform::Machine> scope{machine.machine()};
+    platform::linux::LinuxViewer viewer{{.folders = homeBelow(tree.root()), .useLocale = false}};
+    platform::Current<platform::Machine> currentMachine{machine.machine()};
+    platform::Current<platform::Viewer> currentViewer{viewer};
     HandTurnedLoop loop;
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();
 };

@@ -40,8 +40,9 @@ inline platform::SimulatedState smallMachine() {
 
 /// The whole widget on that machine, on a clock and queues that only the test turns.
 struct WidgetStage {
-    explicit WidgetStage(bool withContext = true, platform::SimulatedMachine::Script script = {})
-        : machine(smallMachine(), std::move(script)) {
+    explicit WidgetStage(bool withContext = true, platform::SimulatedMachine::Script script = {},
+                         std::function<void()> openingStore = {})
+        : machine(smallMachine(), std::move(script)), viewer({}, std::move(openingStore)) {
         if (withContext) {
             controller->setExtensionContext(context);
         }
@@ -55,14 +56,16 @@ struct WidgetStage {
     void play() { loop.play(); }
     void advance(double seconds) { loop.advance(seconds); }
     void setStore(const std::string& entries) {
-        machine.change([&](platform::SimulatedState& state) { state.suite = storeHolding(entries); });
+        viewer.change([&](platform::SimulatedViewerState& state) { state.suite = storeHolding(entries); });
     }
     ArcChartViewModel& model(const std::shared_ptr<TEReportTableViewController::ChartContainer>& chart) {
         return *chart->hostingController()->rootView()->arcChartViewModel;
     }
 
     platform::SimulatedMachine machine;
-    platform::Current<platform::Machine> scope{machine};
+    platform::SimulatedViewer viewer;
+    platform::Current<platform::Machine> currentMachine{machine};
+    platform::Current<platform::Viewer> currentViewer{viewer};
     HandTurnedLoop loop;
     std::shared_ptr<RecordingContext> context = std::make_shared<RecordingContext>();
     std::shared_ptr<TEReportTableViewController> controller = ReportInterface::instantiate();

@@ -26,9 +26,11 @@ protected:
     const Scene& scene() { return m_host->sceneAt(m_loop.clock.now()); }
 
     platform::SimulatedMachine m_machine{tests::smallMachine()};
-    platform::Current<platform::Machine> m_scope{m_machine};
+    platform::SimulatedViewer m_viewer;
+    platform::Current<platform::Machine> m_currentMachine{m_machine};
+    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
     tests::HandTurnedLoop m_loop;
-    std::optional<TerminalHost> m_host{std::in_place, m_machine, true};
+    std::optional<TerminalHost> m_host{std::in_place, true};
 };
 
 TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
@@ -39,7 +41,7 @@ TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
     EXPECT_EQ(scene().sections[0].chart->arcChartViewModel->progress(), 0.75);
     EXPECT_EQ(scene().sections[1].rows.size(), 3U);
     EXPECT_EQ(scene().network.rows[0].figure, "") << "no rate before the second tick";
-    m_machine.change([](platform::SimulatedState& state) {
+    m_viewer.change([](platform::SimulatedViewerState& state) {
         state.suite = tests::storeHolding(tests::storedFlag("isReleasableSTORAGEShow"));
     });
     m_host->perform(Action::refresh, m_loop.clock.now());

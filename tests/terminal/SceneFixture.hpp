@@ -2,8 +2,7 @@
 #pragma once
 
 #include "hosts/terminal/picture/Scene.hpp"
-#include "platform/machine/Machine.hpp"
-#include "platform/simulated/SimulatedMachine.hpp"
+#include "platform/simulated/SimulatedViewer.hpp"
 
 #include <chrono>
 #include <clocale>
@@ -13,10 +12,10 @@
 
 namespace vantor::tests {
 
-/// A machine without preferences and a scene with round figures, in a locale that knows all widths.
+/// A viewer without preferences and a scene with round figures, in a locale that knows all widths.
 struct SceneFixture {
-    platform::SimulatedMachine machine;
-    platform::Current<platform::Machine> scope{machine};
+    platform::SimulatedViewer viewer;
+    platform::Current<platform::Viewer> scope{viewer};
     hosts::terminal::Scene scene;
 
     SceneFixture() {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/common/HostMachine.hpp"
+#include "DemoInPlace.hpp"
 #include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
@@ -26,9 +26,9 @@ protected:
         if (std::setlocale(LC_ALL, "") == nullptr) {
             GTEST_SKIP() << "the locale " << locale << " is not generated on this machine";
         }
-        static hosts::common::HostMachine machine(true);
+        tests::putDemoInPlace();
         QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-        m_window = std::make_unique<WidgetWindow>(Options{}, machine.machine());
+        m_window = std::make_unique<WidgetWindow>(Options{});
         m_window->show();
         QApplication::processEvents();
     }

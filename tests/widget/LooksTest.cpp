@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "DemoInPlace.hpp"
 #include "PictureComparison.hpp"
 #include "TestTree.hpp"
 #include "WidgetStage.hpp"
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/widget/ReportCard.hpp"
 #include "hosts/widget/Snapshot.hpp"
@@ -50,7 +50,7 @@ TEST_P(Looks, AreAsInTheDocuments) {
     if (std::setlocale(LC_ALL, "") == nullptr) {
         GTEST_SKIP() << "the locale " << locale << " is not generated on this machine";
     }
-    static const hosts::common::HostMachine machine(true);
+    tests::putDemoInPlace();
     QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const tests::TestTree folder;
     Options options;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "DemoInPlace.hpp"
 #include "PictureComparison.hpp"
 #include "TestTree.hpp"
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/widget/Snapshot.hpp"
 
 #include <gtest/gtest.h>
@@ -14,12 +14,6 @@ namespace vantor::hosts::widget {
 
 namespace {
 
-/// Outlives the workers, as in the program.
-platform::Machine& demoMachine() {
-    static hosts::common::HostMachine machine(true);
-    return machine.machine();
-}
-
 QByteArray bytesOf(const std::filesystem::path& path) {
     QFile file(QString::fromStdString(path.string()));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -30,7 +24,7 @@ protected:
     int draw(const std::string& name, Options options = {}) {
         options.snapshot = (m_tree.root() / name).string();
         options.demo = true;
-        (void)demoMachine();
+        tests::putDemoInPlace();
         return writeSnapshot(options);
     }
     QImage image(const std::string& name) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "DemoInPlace.hpp"
 #include "Eventually.hpp"
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
+#include <optional>
 
 namespace vantor::hosts::widget {
 
@@ -17,56 +18,54 @@ namespace {
 
 using tests::eventually;
 
-/// Outlives the workers, as in the program.
-platform::Machine& demoMachine() {
-    static hosts::common::HostMachine machine(true);
-    return machine.machine();
-}
-
 class Window : public ::testing::Test {
 protected:
-    bool hasFigures() {
-        return m_window.findChild<QLabel*>(QStringLiteral("usedRAMLabel"))->text() != QStringLiteral("–");
+    Window() {
+        tests::putDemoInPlace();
+        m_window.emplace(Options{});
     }
-    WidgetWindow m_window{Options{}, demoMachine()};
+    bool hasFigures() {
+        return m_window->findChild<QLabel*>(QStringLiteral("usedRAMLabel"))->text() != QStringLiteral("–");
+    }
+    std::optional<WidgetWindow> m_window;
 };
 
 TEST_F(Window, ShowsFiguresAtOnceAndRestsWhileHidden) {
     EXPECT_FALSE(hasFigures());
-    m_window.show();
+    m_window->show();
     ASSERT_TRUE(eventually([this] { return hasFigures(); }));
-    EXPECT_TRUE(m_window.presence().isSeen());
-    m_window.hide();
-    ASSERT_TRUE(eventually([this] { return !m_window.presence().isSeen(); }));
+    EXPECT_TRUE(m_window->presence().isSeen());
+    m_window->hide();
+    ASSERT_TRUE(eventually([this] { return !m_window->presence().isSeen(); }));
     const platform::Instant lastTurn = platform::RunLoop::main().now();
     platform::RunLoop::main().post([] {}); // nobody is woken by it
     QApplication::processEvents();
     EXPECT_EQ(platform::RunLoop::main().now(), lastTurn);
-    EXPECT_FALSE(m_window.card().animator().isRunning());
+    EXPECT_FALSE(m_window->card().animator().isRunning());
 
-    m_window.show();
-    ASSERT_TRUE(eventually([this] { return m_window.presence().isSeen(); }));
+    m_window->show();
+    ASSERT_TRUE(eventually([this] { return m_window->presence().isSeen(); }));
     for (const auto& timer : platform::RunLoop::main().timers()) {
         EXPECT_GT(timer->fireDate(), platform::RunLoop::main().now()); // none fires for the pause
     }
 }
 
 TEST_F(Window, RestsBehindALockedScreen) {
-    m_window.show();
-    ASSERT_TRUE(eventually([this] { return m_window.presence().isSeen(); }));
-    m_window.presence().setScreenLocked(true);
-    EXPECT_FALSE(m_window.presence().isSeen());
-    m_window.presence().setScreenLocked(false);
-    EXPECT_TRUE(m_window.presence().isSeen());
+    m_window->show();
+    ASSERT_TRUE(eventually([this] { return m_window->presence().isSeen(); }));
+    m_window->presence().setScreenLocked(true);
+    EXPECT_FALSE(m_window->presence().isSeen());
+    m_window->presence().setScreenLocked(false);
+    EXPECT_TRUE(m_window->presence().isSeen());
 }
 
 TEST_F(Window, GoesFromOneHeightToTheOther) {
-    m_window.show();
-    EXPECT_EQ(m_window.card().height(), 360);
-    m_window.findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
-    EXPECT_EQ(m_window.card().height(), 110);
-    m_window.findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
-    EXPECT_EQ(m_window.card().height(), 360);
+    m_window->show();
+    EXPECT_EQ(m_window->card().height(), 360);
+    m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
+    EXPECT_EQ(m_window->card().height(), 110);
+    m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
+    EXPECT_EQ(m_window->card().height(), 360);
 }
 
 } // namespace

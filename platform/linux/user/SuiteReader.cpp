@@ -89,24 +89,23 @@ Outcome readOnce(int descriptor, std::string& content, std::string& reason) {
 
 } // namespace
 
-SuiteFile readSuiteFile(const char* path, std::string& reason) {
+SuiteFile readSuiteFile(const char* path) {
     SuiteFile file;
     for (int i = 0; i < attempts; ++i) {
         const posix::Descriptor descriptor(openQuietly(path));
         const int error = errno;
         if (!descriptor.isOpen() && (error == ENOENT || error == ENOTDIR)) {
-            reason.clear();
             return {};
         }
         file.exists = true;
         file.path = path;
         if (!descriptor.isOpen()) {
-            reason = file.path + ": " + posix::errorText(error);
+            file.reason = posix::errorText(error);
             return file;
         }
-        const Outcome outcome = readOnce(descriptor.number(), file.content, reason);
+        const Outcome outcome = readOnce(descriptor.number(), file.content, file.reason);
         if (outcome == Outcome::whole) {
-            reason.clear();
+            file.reason.clear();
             file.usable = true;
             return file;
         }
@@ -115,7 +114,6 @@ SuiteFile readSuiteFile(const char* path, std::string& reason) {
         }
     }
     file.content.clear();
-    reason = file.path + ": " + reason;
     return file;
 }
 

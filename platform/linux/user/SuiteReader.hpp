@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Machine.hpp"
 #include "platform/posix/UserFolders.hpp"
+#include "platform/viewer/SuiteFile.hpp"
 
 #include <cstddef>
 #include <string>
@@ -15,9 +15,8 @@ inline constexpr std::size_t suiteFileLimit = std::size_t{1} << 20;
 
 /// Reads a file that others write, whole or not at all: it must be a regular file under `suiteFileLimit`, and
 /// one that changes while it is read is read again, then given up. Opened without blocking and without
-/// leaving a mark; never written. An absent file is no failure. Otherwise `reason` receives what is wrong.
-/// Any thread.
-[[nodiscard]] SuiteFile readSuiteFile(const char* path, std::string& reason);
+/// leaving a mark; never written. An absent file is no failure. Any thread.
+[[nodiscard]] SuiteFile readSuiteFile(const char* path);
 
 /// Where a suite's file is: the file that VANTOR_SUITE_FILE names, else vantor/<suite>.plist in the
 /// configuration folder; empty without a home.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/LocaleSigns.hpp"
+#include "platform/viewer/LocaleSigns.hpp"
 
 #include <string>
 #include <string_view>

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/user/Translations.hpp"
+#include "platform/posix/UserFolders.hpp"
+#include "platform/viewer/Viewer.hpp"
+
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace vantor::platform::linux {
+
+/// What a LinuxViewer is made of. The default is the user who runs the program.
+struct ViewerOptions {
+    /// Where the preferences are looked for; without any folder there are none.
+    posix::UserFolders folders = posix::UserFolders::fromEnvironment();
+    /// The real locale and catalogues (process-wide, see Translations.hpp); off: English and its signs.
+    bool useLocale = true;
+};
+
+/// The user who runs the program: preferences from the configuration folder, language and number signs from
+/// the locale. Any thread, but for the constructor: with the default options it adopts the user's locale for
+/// the whole process, so make it on the main thread before others run.
+class LinuxViewer final : public Viewer {
+public:
+    explicit LinuxViewer(ViewerOptions options = {});
+
+    SuiteFile readSuite(std::string_view suiteName) override;
+    std::optional<std::string> localizedString(std::string_view key) override;
+    const LocaleSigns& localeSigns() override;
+    std::optional<std::string> preferencesFailure() override;
+
+private:
+    const posix::UserFolders m_folders;
+    std::optional<Translations> m_translations;
+    LocaleSigns m_signs;
+    std::mutex m_mutex; // guards m_failure
+    std::optional<std::string> m_failure;
+};
+
+} // namespace vantor::platform::linux

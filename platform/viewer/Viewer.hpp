@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/core/Current.hpp"
+#include "platform/viewer/LocaleSigns.hpp"
+#include "platform/viewer/SuiteFile.hpp"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vantor::platform {
+
+/// The person in front of the screen: what is theirs whichever machine is shown, namely preferences, language
+/// and the way they write numbers. Preferences, captions and byte texts ask the current viewer. Any thread.
+class Viewer {
+public:
+    virtual ~Viewer() = default;
+
+    /// The file behind a preference suite, read afresh.
+    virtual SuiteFile readSuite(std::string_view suiteName) = 0;
+
+    /// A caption in the viewer's language; absent where there is no translation.
+    virtual std::optional<std::string> localizedString(std::string_view key) = 0;
+
+    /// How the viewer writes numbers. Constant while the process runs.
+    virtual const LocaleSigns& localeSigns() = 0;
+
+    /// What is wrong with the preference file that was read last, its path first: "…/group.vantor.plist: is
+    /// not a regular file". Absent while it can be read or there is none.
+    virtual std::optional<std::string> preferencesFailure() = 0;
+};
+
+/// The viewer that a `Current<Viewer>` has put in place: on this thread, or where the running block was
+/// submitted. Without one: fatal.
+Viewer& currentViewer();
+
+} // namespace vantor::platform
