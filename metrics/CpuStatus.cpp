@@ -2,7 +2,7 @@
 #include "metrics/CpuStatus.hpp"
 
 #include "platform/core/Checked.hpp"
-#include "platform/machine/HostStatistics.hpp"
+#include "platform/machine/Machine.hpp"
 
 #include <array>
 #include <cstdint>
@@ -14,16 +14,11 @@ namespace {
 
 using Ticks = platform::host_cpu_load_info;
 
-/// The counters of the previous sample, one set for the process.
-struct PreviousTicks {
+/// The counters of the previous sample, one set a machine.
+struct PreviousCpuTicks {
     std::mutex mutex;
     Ticks ticks{0, 0, 0, 0};
 };
-
-PreviousTicks& previousCpuTicks() {
-    static PreviousTicks previous;
-    return previous;
-}
 
 Ticks currentTicks() {
     std::array<std::uint32_t, platform::HOST_CPU_LOAD_INFO_COUNT> words{};
@@ -40,7 +35,7 @@ double elapsed(std::uint32_t now, std::uint32_t before) {
 } // namespace
 
 CpuUsage CpuStatus::getCpuUsage() {
-    PreviousTicks& previous = previousCpuTicks();
+    auto& previous = platform::currentMachine().associated<PreviousCpuTicks>();
     // From the reading to the store: a sample that overtook another would see its counters fall.
     const std::scoped_lock lock(previous.mutex);
     const Ticks now = currentTicks();

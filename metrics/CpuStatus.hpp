@@ -16,7 +16,8 @@ struct CpuUsage {
 /// Samples the host's processor time.
 class CpuStatus {
 public:
-    /// The split since the previous call in this process; the first call tells of the whole time since boot.
+    /// The split since the previous call for the current machine; the first call for a machine tells of the
+    /// whole time since it booted.
     /// A counter that fell is fatal. Any thread: calls take turns.
     [[nodiscard]] static CpuUsage getCpuUsage();
 };

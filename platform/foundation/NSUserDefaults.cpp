@@ -30,17 +30,18 @@ bool isTrue(std::string_view text) {
     return !text.empty() && text.front() >= '1' && text.front() <= '9';
 }
 
+/// What a viewer's file held when it was last opened.
+struct LatestList {
+    std::mutex mutex;
+    std::string bytes;
+    std::optional<PropertyListResult> list;
+};
+
 /// The list that a file's bytes hold. A refresh opens the store some ten times, each time afresh, and nearly
 /// always finds the bytes that it found before: these are not taken apart again. A file far larger than ours
 /// is, so that nothing of it stays in memory.
-PropertyListResult listIn(std::string bytes) {
+PropertyListResult listIn(std::string bytes, LatestList& latest) {
     constexpr std::size_t largestKept = 65'536;
-    struct Latest {
-        std::mutex mutex;
-        std::string bytes;
-        std::optional<PropertyListResult> list;
-    };
-    static Latest& latest = *new Latest; // never destroyed: a worker may still read while the process ends
     if (bytes.size() > largestKept) {
         return readPropertyList(std::move(bytes));
     }
@@ -61,11 +62,12 @@ PropertyListResult listIn(std::string bytes) {
 } // namespace
 
 std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) try {
-    SuiteFile file = currentViewer().readSuite(suiteName);
+    Viewer& viewer = currentViewer();
+    SuiteFile file = viewer.readSuite(suiteName);
     if (!file.usable) {
         return std::nullopt;
     }
-    PropertyListResult list = listIn(std::move(file.content));
+    PropertyListResult list = listIn(std::move(file.content), viewer.associated<LatestList>());
     PropertyListObject* const top = std::get_if<PropertyListObject>(&list);
     if (top == nullptr || top->kind() != PropertyListKind::dictionary) {
         return std::nullopt;

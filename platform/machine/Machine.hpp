@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/AssociatedState.hpp"
 #include "platform/core/Current.hpp"
 #include "platform/machine/HostStatistics.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
@@ -18,7 +19,7 @@ namespace vantor::platform {
 /// The machine that is measured, behind the platform's calls: the real one or a scripted one. The free
 /// functions of this folder ask the current machine, so that code above speaks only the platform's own names;
 /// several machines may be shown side by side, each current where its own reports run. Any thread.
-class Machine {
+class Machine : public AssociatedState {
 public:
     virtual ~Machine() = default;
 

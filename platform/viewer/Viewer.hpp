@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/AssociatedState.hpp"
 #include "platform/core/Current.hpp"
 #include "platform/viewer/LocaleSigns.hpp"
 #include "platform/viewer/SuiteFile.hpp"
@@ -13,7 +14,7 @@ namespace vantor::platform {
 
 /// The person in front of the screen: what is theirs whichever machine is shown, namely preferences, language
 /// and the way they write numbers. Preferences, captions and byte texts ask the current viewer. Any thread.
-class Viewer {
+class Viewer : public AssociatedState {
 public:
     virtual ~Viewer() = default;
 
