@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <mutex>
-#include <new>
 #include <utility>
 #include <variant>
 
@@ -37,6 +36,12 @@ struct LatestList {
     std::optional<PropertyListResult> list;
 };
 
+/// The same bytes may well be read another time.
+bool ranOutOfMemory(const PropertyListResult& list) {
+    const auto* const failure = std::get_if<PropertyListFailure>(&list);
+    return failure != nullptr && std::string_view(failure->reason) == noMemoryForList;
+}
+
 /// The list that a file's bytes hold. A refresh opens the store some ten times, each time afresh, and nearly
 /// always finds the bytes that it found before: these are not taken apart again. A file far larger than ours
 /// is, so that nothing of it stays in memory.
@@ -46,22 +51,16 @@ PropertyListResult listIn(std::string bytes, LatestList& latest) {
         return readPropertyList(std::move(bytes));
     }
     const std::scoped_lock lock(latest.mutex);
-    if (!latest.list || latest.bytes != bytes) {
-        latest.list.reset();
+    if (!latest.list || latest.bytes != bytes || ranOutOfMemory(*latest.list)) {
         latest.bytes = bytes;
-        PropertyListResult list = readPropertyList(std::move(bytes));
-        const auto* const failure = std::get_if<PropertyListFailure>(&list);
-        if (failure != nullptr && std::string_view(failure->reason) == noMemoryForList) {
-            return list; // not kept
-        }
-        latest.list = std::move(list);
+        latest.list = readPropertyList(std::move(bytes));
     }
     return *latest.list;
 }
 
 } // namespace
 
-std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) try {
+std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) {
     Viewer& viewer = currentViewer();
     SuiteFile file = viewer.readSuite(suiteName);
     if (!file.usable) {
@@ -73,8 +72,6 @@ std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view
         return std::nullopt;
     }
     return NSUserDefaults(std::move(*top));
-} catch (const std::bad_alloc&) {
-    return std::nullopt; // the defaults hold until there is memory again
 }
 
 bool NSUserDefaults::boolForKey(std::string_view key) const {

@@ -17,8 +17,6 @@ class FailureBoard {
 public:
     /// Notes that a source cannot be read, and why, in English; the latest reason stands.
     void fail(Source source, std::string reason);
-    /// The same for a reader that found no memory left; it takes none itself.
-    void failForMemory(Source source) { fail(source, "out of memory"); }
     /// The source could be read again.
     void clear(Source source);
     /// The sources that fail now, in the order of the sections.

@@ -2,7 +2,6 @@
 #include "platform/linux/InterfaceReader.hpp"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace vantor::platform::linux {
@@ -166,27 +165,6 @@ std::vector<InterfaceAddress> InterfaceReader::entries() const {
 
 std::optional<std::vector<InterfaceAddress>> InterfaceReader::read() {
     const std::lock_guard lock(m_mutex);
-    try {
-        return readLocked();
-    } catch (const std::bad_alloc&) {
-        forgetAll();
-        m_failures.failForMemory(Source::network);
-        return std::nullopt;
-    }
-}
-
-/// Half of a change may have been made: the next reading begins like the first.
-void InterfaceReader::forgetAll() {
-    m_order.clear();
-    m_listed.clear();
-    m_links.clear();
-    m_cards = NumberPool();
-    m_modems = NumberPool();
-    m_real = 0;
-    m_checked.reset();
-}
-
-std::optional<std::vector<InterfaceAddress>> InterfaceReader::readLocked() {
     if (!list() || (countedLinkMissing() && !list())) {
         return std::nullopt;
     }

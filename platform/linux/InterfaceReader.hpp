@@ -52,8 +52,6 @@ private:
         Links::value_type* link; ///< null for one that is new
     };
 
-    [[nodiscard]] std::optional<std::vector<InterfaceAddress>> readLocked();
-    void forgetAll();
     [[nodiscard]] bool list();
     [[nodiscard]] Links::value_type* find(std::string_view name, std::size_t place);
     [[nodiscard]] bool countedLinkMissing() const;

@@ -3,8 +3,6 @@
 
 #include "platform/linux/kernel/TextScan.hpp"
 
-#include <new>
-
 namespace vantor::platform::linux {
 
 namespace {
@@ -45,13 +43,7 @@ std::optional<MemorySplit> MemoryReader::readFiles() {
 }
 
 std::optional<MemorySplit> MemoryReader::readLocked() {
-    std::optional<MemorySplit> figures;
-    try {
-        figures = readFiles();
-    } catch (const std::bad_alloc&) {
-        m_failures.failForMemory(Source::memory);
-    }
-    if (figures) {
+    if (const std::optional<MemorySplit> figures = readFiles()) {
         m_failures.clear(Source::memory);
         m_last = figures;
     } else if (const std::optional<PlainMemory> plain = m_options.plainMemory();

@@ -2,7 +2,6 @@
 #include "platform/linux/ProcessorReader.hpp"
 
 #include <algorithm>
-#include <new>
 
 namespace vantor::platform::linux {
 
@@ -21,7 +20,7 @@ ProcessorReader::ProcessorReader(const MachineOptions& options, FailureBoard& fa
       m_stat(options.tree.path("proc/stat"), Shape::oneRecord),
       m_account(options.ticksPerSecond) {}
 
-std::optional<ProcessorTimes> ProcessorReader::readTimes() try {
+std::optional<ProcessorTimes> ProcessorReader::readTimes() {
     const KernelFile::Content content = m_stat.read(firstLine);
     if (content.error != 0) {
         m_failures.fail(Source::processor, m_stat.reason(content.error));
@@ -34,9 +33,6 @@ std::optional<ProcessorTimes> ProcessorReader::readTimes() try {
     }
     m_failures.clear(Source::processor);
     return times;
-} catch (const std::bad_alloc&) {
-    m_failures.failForMemory(Source::processor);
-    return std::nullopt;
 }
 
 /// A reading that differs from the last one, if the machine gives one within the wait.
@@ -50,10 +46,7 @@ std::optional<ProcessorTimes> ProcessorReader::readMovedTimes() {
 }
 
 void ProcessorReader::countOnline() {
-    try {
-        m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
-    } catch (const std::bad_alloc&) { // counted with the next reading
-    }
+    m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
 }
 
 host_cpu_load_info ProcessorReader::read() {

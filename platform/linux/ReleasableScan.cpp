@@ -16,7 +16,6 @@
 #include <condition_variable>
 #include <limits>
 #include <mutex>
-#include <new>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -77,7 +76,6 @@ struct ReleasableScan::State {
     ScanPace pace;
     std::string file;
     std::atomic<std::int64_t> bytes{0};
-    std::atomic<std::uint64_t> scans{0};
     std::mutex mutex;
     std::condition_variable changed;
     bool stopping = false;
@@ -94,7 +92,6 @@ struct ReleasableScan::State {
     void take(std::uint64_t found) {
         constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
         bytes = static_cast<std::int64_t>(std::min(found, most));
-        ++scans;
     }
     void scan();
     void run();
@@ -126,10 +123,7 @@ void ReleasableScan::State::run() {
         }
     }
     for (bool going = sleep(pace.firstDelay); going; going = sleep(pace.interval)) {
-        try {
-            scan();
-        } catch (const std::bad_alloc&) { // the next one may have more luck
-        }
+        scan();
     }
     const std::lock_guard lock(mutex);
     ended = true;
@@ -158,10 +152,6 @@ ReleasableScan::~ReleasableScan() {
 
 std::int64_t ReleasableScan::bytes() const {
     return m_state->bytes;
-}
-
-std::uint64_t ReleasableScan::scans() const {
-    return m_state->scans;
 }
 
 std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,

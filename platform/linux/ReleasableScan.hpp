@@ -35,8 +35,6 @@ public:
 
     /// Bytes as of the last scan; 0 before the first. Any thread.
     [[nodiscard]] std::int64_t bytes() const;
-    /// How many scans ended. Any thread.
-    [[nodiscard]] std::uint64_t scans() const;
 
 private:
     struct State;

@@ -4,7 +4,6 @@
 #include "platform/time/DispatchQueue.hpp"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace vantor::platform::linux {
@@ -13,7 +12,7 @@ VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures
     : m_options(options), m_failures(failures), m_mounts(options.tree) {}
 
 bool VolumeReader::continues(const Report& report, const std::string& path, std::chrono::nanoseconds now) {
-    if (!report.outOfMemory && report.path != path) {
+    if (report.path != path) {
         return false;
     }
     const bool outlasts = now - report.began >= longestReport;
@@ -49,35 +48,25 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
 void VolumeReader::begin(Report& report, const std::string& path, std::chrono::nanoseconds now) {
     report.began = now;
     report.figures.reset();
-    report.outOfMemory = true; // until the path is there to tell the report by
     report.path = path;
-    report.outOfMemory = false;
 }
 
 /// Asks where it is time to; what comes of it is in the report.
 void VolumeReader::refresh(Report& report, const std::string& path, std::chrono::nanoseconds now) {
     const bool goesOn = continues(report, path, now);
     report.lastCall = now;
-    try {
-        if (!goesOn) {
-            begin(report, path, now);
-        }
-        if (goesOn && (!report.figures || now - report.asked < fresh)) {
-            return;
-        }
-        VolumeAnswer answer = ask(path);
-        report.lastCall = report.asked = m_options.clock(); // a volume on a network takes its time
-        if (answer.figures) {
-            report.figures = answer.figures;
-            m_failures.clear(Source::storage);
-        } else if (!goesOn) {
-            m_failures.fail(Source::storage, std::move(answer.reason));
-        }
-    } catch (const std::bad_alloc&) {
-        m_localPath.clear(); // a change of mounts may have been noticed, and not yet looked at
-        if (!goesOn) {
-            m_failures.failForMemory(Source::storage);
-        }
+    if (!goesOn) {
+        begin(report, path, now);
+    } else if (!report.figures || now - report.asked < fresh) {
+        return;
+    }
+    VolumeAnswer answer = ask(path);
+    report.lastCall = report.asked = m_options.clock(); // a volume on a network takes its time
+    if (answer.figures) {
+        report.figures = answer.figures;
+        m_failures.clear(Source::storage);
+    } else if (!goesOn) {
+        m_failures.fail(Source::storage, std::move(answer.reason));
     }
 }
 

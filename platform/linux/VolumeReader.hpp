@@ -41,8 +41,7 @@ public:
 private:
     struct Report {
         std::uint64_t workItem = 0;
-        std::string path;         ///< empty: no report yet
-        bool outOfMemory = false; ///< there was none for the path: the whole report has failed
+        std::string path; ///< empty: no report yet
         std::optional<VolumeFigures> figures;
         std::chrono::nanoseconds began{};
         std::chrono::nanoseconds asked{};

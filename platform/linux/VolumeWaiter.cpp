@@ -3,7 +3,6 @@
 
 #include <condition_variable>
 #include <mutex>
-#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -30,12 +29,8 @@ VolumeWaiter::Result VolumeWaiter::ask(const std::string& path) {
     try {
         std::thread([query, path] {
             Result result;
-            try {
-                result.answer = queryVolume(path);
-                result.local = result.answer.figures && isOnLocalFileSystem(path);
-            } catch (const std::bad_alloc&) {
-                result = Result(); // a failure without words
-            }
+            result.answer = queryVolume(path);
+            result.local = result.answer.figures && isOnLocalFileSystem(path);
             const std::lock_guard lock(query->mutex);
             query->result = std::move(result);
             query->done = true;

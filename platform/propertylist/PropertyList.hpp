@@ -22,7 +22,7 @@ struct PropertyListFailure {
     std::size_t at = 0;
 };
 
-/// The reason where memory ran out: the same bytes may well be read another time.
+/// The reason where memory ran out: a file from outside asked for more than there is.
 inline constexpr const char* noMemoryForList = "there is no memory for it";
 
 /// The top object, or why there is none.

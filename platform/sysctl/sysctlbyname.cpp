@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <string>
 
 namespace vantor::platform {
@@ -88,7 +87,7 @@ Bytes answer(const SysctlValue& value, std::size_t oldlen, SysctlSign sign) {
 } // namespace
 
 int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* newp, std::size_t newlen,
-               SysctlSign sign) try {
+               SysctlSign sign) {
     if (newp != nullptr || newlen != 0) {
         return failed(EPERM);
     }
@@ -111,8 +110,6 @@ int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* n
     }
     *oldlenp = bytes.content.size();
     return 0;
-} catch (const std::bad_alloc&) {
-    return failed(ENOMEM);
 }
 
 } // namespace vantor::platform

@@ -19,7 +19,7 @@ int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* n
 ///
 /// - unknown name: ENOENT, `*oldlenp` untouched;
 /// - `oldp` null: 0, and `*oldlenp` is the size needed (of a text with its NUL);
-/// - buffer too small, or no memory left to make the value in: ENOMEM, nothing copied;
+/// - buffer too small: ENOMEM, nothing copied;
 /// - buffer larger: only the value's bytes are written, and `*oldlenp` becomes their number.
 ///
 /// A buffer of 1, 2, 4 or 8 bytes asks for a number: it is filled whole, in the machine's own order of bytes,

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "FailingAllocation.hpp"
 #include "SimulatedStore.hpp"
 #include "platform/foundation/NSFileManager.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
@@ -27,21 +26,6 @@ std::optional<NSUserDefaults> opened(const SuiteFile& file) {
 std::string problem(const SuiteFile& file) {
     const SuiteViewer viewer(file);
     return suiteProblem("group").value_or("");
-}
-
-TEST(UserDefaults, AMomentWithoutMemoryIsForgotten) {
-    const SuiteViewer viewer(storeHolding("<key>a moment without memory</key><true/>"));
-    const auto isSet = [](int) {
-        const std::optional<NSUserDefaults> store = NSUserDefaults::initWithSuiteName("group");
-        return store && store->boolForKey("a moment without memory");
-    };
-    const std::size_t failed = vantor::tests::failEachAllocation(
-        [] {
-            (void)opened(storeHolding("")); // other bytes, so that these are taken apart again
-            return 0;
-        },
-        isSet, [&](bool set, bool hasFailed) { EXPECT_TRUE((set || hasFailed) && isSet(0)); });
-    EXPECT_GT(failed, 5U);
 }
 
 TEST(UserDefaults, ConvertsValuesAsTheirReadersExpect) {

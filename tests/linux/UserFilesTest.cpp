@@ -79,7 +79,6 @@ TEST(Releasable, countsBlocksOnceOnOneFileSystemAndFollowsNoLink) {
     const auto walked = [&](const fs::path& folder, dev_t fileSystem, int entries) {
         FolderWalk walk(fileSystem, ::getuid(), [&entries] { return --entries >= 0; });
         walk.add(folder.string());
-        EXPECT_EQ(walk.wasStopped(), entries < 0);
         return walk.bytes();
     };
     EXPECT_GE(walked(tree.root() / "cache", about.st_dev, 100), 2 * block.size());

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "FailingAllocation.hpp"
 #include "Trees.hpp"
 #include "platform/linux/sysctl/CpuNumbers.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
@@ -9,12 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <map>
 #include <optional>
 #include <utility>
-#include <variant>
 
 namespace vantor::platform {
 namespace {
@@ -83,31 +80,6 @@ TEST(LinuxSysctl, HybridLaptop) {
     EXPECT_EQ(textOf(source, "kern.bootargs"), "BOOT_IMAGE=/vmlinuz root=/dev/sda1 ro quiet");
     EXPECT_EQ(textOf(source, "kern.osproductversion"), "12");
     EXPECT_EQ(source.read("kern.osreleasetype").error, ENOENT);
-}
-
-TEST(LinuxSysctl, OutOfMemoryIsAnErrorLikeAnyOther) {
-    const Tree tree;
-    tests::makeHybridLaptop(tree);
-    LinuxSysctlSource source = sourceOn(tree, "x86_64");
-    const Current<SysctlSource> scope(source);
-    for (const char* key : {"hw.memsize", "hw.physicalcpu", "hw.perflevel1.cpusperl2", "hw.model",
-                            "hw.cputype", "kern.version", "kern.osproductversion"}) {
-        using Outcome = std::pair<int, std::array<char, 128>>; // 0 or an error, and what was copied
-        const auto ask = [key](std::monostate) {
-            Outcome outcome{0, {}};
-            std::size_t size = outcome.second.size();
-            outcome.first = sysctlbyname(key, outcome.second.data(), &size, nullptr, 0) == 0 ? 0 : errno;
-            return outcome;
-        };
-        const Outcome expected = ask({});
-        EXPECT_EQ(expected.first, 0) << key;
-        const std::size_t failed = tests::failEachAllocation(
-            [] { return std::monostate(); }, ask,
-            [&](const Outcome& outcome, bool hasFailed) {
-                EXPECT_EQ(outcome, hasFailed ? (Outcome{ENOMEM, {}}) : expected) << key;
-            });
-        EXPECT_GT(failed, 0U) << key;
-    }
 }
 
 TEST(LinuxSysctl, PhoneWithTwoLevels) {

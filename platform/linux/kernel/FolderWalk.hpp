@@ -27,8 +27,6 @@ public:
     void add(const std::string& folder);
 
     [[nodiscard]] std::uint64_t bytes() const { return m_bytes; }
-    /// True once `keepGoing` said no: then `bytes` is only a part.
-    [[nodiscard]] bool wasStopped() const { return m_stopped; }
 
 private:
     void walk(posix::Descriptor descriptor, int depth);
