@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controller/Outlet.hpp"
 #include "controller/ReportSteps.hpp"
+#include "controller/ShowProgress.hpp"
 #include "controller/TEReportTableViewController.hpp"
 
 #include <array>
@@ -30,16 +31,16 @@ void TEReportTableViewController::reportCPUStatus() {
 }
 
 void TEReportTableViewController::displayCPU(const CpuUsage& usage) {
-    outlet(userCPULabel)->setText(shareText(usage.user));
-    outlet(systemCPULabel)->setText(shareText(usage.system));
-    outlet(inactiveCPULabel)->setText(shareText(usage.idle));
+    outlet(*this, userCPULabel)->setText(shareText(usage.user));
+    outlet(*this, systemCPULabel)->setText(shareText(usage.system));
+    outlet(*this, inactiveCPULabel)->setText(shareText(usage.idle));
     const double busy = usage.system + usage.nice + usage.user;
     if (std::isnan(busy)) {
         reportCPUStatus(); // no tick passed between two samples: a fresh report overwrites this one
     }
     m_records.processor = usage;
     showProgress(m_cpuChartView, busy / 100.0);
-    reported(ReportSection::processor);
+    reported(platform::Source::processor);
 }
 
 } // namespace vantor

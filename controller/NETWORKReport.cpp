@@ -48,11 +48,11 @@ void TEReportTableViewController::displayNETWORK(const NetworkFigures& figures) 
     if (m_isFirstNetworkDataLoad) {
         m_isFirstNetworkDataLoad = false; // its delta counts from 0, not from a second ago
     } else {
-        outlet(dataSentNETWORKLabel)->setText(sent + "/s");
-        outlet(dataReceivedNETWORKLabel)->setText(received + "/s");
+        outlet(*this, dataSentNETWORKLabel)->setText(sent + "/s");
+        outlet(*this, dataReceivedNETWORKLabel)->setText(received + "/s");
     }
     keepCounters(figures.usage);
-    reported(ReportSection::network);
+    reported(platform::Source::network);
 }
 
 void TEReportTableViewController::keepCounters(const DataUsageInfo& usage) {

@@ -2,6 +2,7 @@
 #include "controller/ByteText.hpp"
 #include "controller/Outlet.hpp"
 #include "controller/ReportSteps.hpp"
+#include "controller/ShowProgress.hpp"
 #include "controller/TEReportTableViewController.hpp"
 #include "metrics/MemoryStatus.hpp"
 #include "settings/SharedStore.hpp"
@@ -19,13 +20,14 @@ void TEReportTableViewController::reportRAMStatus() {
 
 void TEReportTableViewController::displayRAM(const MemoryFigures& figures) {
     const bool inactiveCountsAsFree = sharedFlag(SettingsKey::isInactiveRAMHide);
-    outlet(freeRAMLabel)->setText(memoryText(figures.at(inactiveCountsAsFree ? "free+inactive" : "free")));
+    outlet(*this, freeRAMLabel)
+        ->setText(memoryText(figures.at(inactiveCountsAsFree ? "free+inactive" : "free")));
     const std::int64_t used = figures.at("used");
-    outlet(usedRAMLabel)->setText(memoryText(used));
+    outlet(*this, usedRAMLabel)->setText(memoryText(used));
     const std::int64_t total = figures.at("total");
     m_records.memory = figures;
     showProgress(m_ramChartView, static_cast<double>(used) / static_cast<double>(total));
-    reported(ReportSection::memory);
+    reported(platform::Source::memory);
 }
 
 } // namespace vantor

@@ -1,13 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "controller/ReportInterface.hpp"
 
-#include "controller/Outlets.hpp"
+#include "controller/Sections.hpp"
 
 namespace vantor {
 
 using platform::UILabel;
 using platform::UIStackView;
 using platform::UIView;
+
+namespace {
+
+/// A new view in the tree, connected to its outlet.
+template<class View>
+std::shared_ptr<View> connect(std::shared_ptr<View>& outlet, UIView& above) {
+    outlet = std::make_shared<View>();
+    above.addSubview(outlet);
+    return outlet;
+}
+
+void loadRow(TEReportTableViewController& controller, const SectionRow& row, UIView& root) {
+    if (!row.stack) {
+        connect(controller.*row.caption.label, root);
+        connect(controller.*row.figure.label, root);
+        return;
+    }
+    const auto stack = connect(controller.*row.stack->stack, root);
+    stack->setHidden(true); // until a report has read the preference
+    for (const LabelOutlet& outlet : {row.caption, row.figure}) {
+        controller.*outlet.label = std::make_shared<UILabel>();
+        stack->addArrangedSubview(controller.*outlet.label);
+    }
+}
+
+} // namespace
 
 std::shared_ptr<TEReportTableViewController> ReportInterface::instantiate() {
     auto controller = std::make_shared<TEReportTableViewController>(platform::NSCoder{});
@@ -17,23 +43,13 @@ std::shared_ptr<TEReportTableViewController> ReportInterface::instantiate() {
 
 void ReportInterface::load(TEReportTableViewController& controller) {
     const auto root = std::make_shared<UIView>();
-    const auto releasable = std::make_shared<UIStackView>();
-    releasable->setHidden(true); // until a report says that it is wanted
-    root->addSubview(releasable);
-    controller.releasableSTORAGEStackView = releasable;
-    for (const ViewOutlet& outlet : chartOutlets) {
-        const auto placeholder = std::make_shared<UIView>();
-        root->addSubview(placeholder);
-        controller.*outlet.view = placeholder;
-    }
-    for (const LabelOutlet& outlet : labelOutlets) {
-        const auto label = std::make_shared<UILabel>();
-        if (outlet.name.starts_with("releasable")) {
-            releasable->addArrangedSubview(label);
-        } else {
-            root->addSubview(label);
+    for (const Section& section : sections) {
+        if (section.chart) {
+            connect(controller.*section.chart->view, *root);
         }
-        controller.*outlet.label = label;
+        for (const SectionRow& row : section.rows) {
+            loadRow(controller, row, *root);
+        }
     }
     controller.setView(root);
 }

@@ -15,8 +15,8 @@ public:
     /// A controller whose tree is made when its view is first asked for (`initWithCoder:` and the archive).
     static std::shared_ptr<TEReportTableViewController> instantiate();
 
-    /// Makes the tree: the root holds three placeholders, four columns of captions and figures, and the row
-    /// of the releasable storage.
+    /// Makes the tree: the root holds the rings' placeholders, the captions and the figures, all side by
+    /// side, and a row that a preference hides as a view of its own.
     static void load(TEReportTableViewController& controller);
 };
 

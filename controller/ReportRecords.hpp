@@ -11,8 +11,6 @@
 
 namespace vantor {
 
-enum class ReportSection : std::uint8_t { memory, storage, processor, network };
-
 /// The four storage numbers of one report, in bytes.
 struct StorageFigures {
     std::int64_t total = 0;

@@ -20,14 +20,4 @@ void report(Sample sample, Display display) {
                    });
 }
 
-/// Sends a ring to a fraction; without a chart there is nothing to send.
-template<class Chart>
-void showProgress(const Chart& chart, double fraction) {
-    if (chart != nullptr && chart->hostingController()->rootView()) {
-        if (const auto& model = chart->hostingController()->rootView()->arcChartViewModel) {
-            model->setProgress(fraction);
-        }
-    }
-}
-
 } // namespace vantor

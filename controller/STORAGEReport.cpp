@@ -2,6 +2,7 @@
 #include "controller/ByteText.hpp"
 #include "controller/Outlet.hpp"
 #include "controller/ReportSteps.hpp"
+#include "controller/ShowProgress.hpp"
 #include "controller/TEReportTableViewController.hpp"
 #include "metrics/DiskStatus.hpp"
 #include "settings/SharedStore.hpp"
@@ -39,14 +40,14 @@ void TEReportTableViewController::reportSTORAGEStatus() {
 }
 
 void TEReportTableViewController::displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts) {
-    outlet(totalSTORAGELabel)->setText(texts.total);
-    outlet(usedSTORAGELabel)->setText(texts.used);
-    outlet(freeSTORAGELabel)->setText(texts.free);
-    outlet(releasableSTORAGELabel)->setText(texts.releasable);
-    outlet(releasableSTORAGEStackView)->setHidden(!sharedFlag(SettingsKey::isReleasableSTORAGEShow));
+    outlet(*this, totalSTORAGELabel)->setText(texts.total);
+    outlet(*this, usedSTORAGELabel)->setText(texts.used);
+    outlet(*this, freeSTORAGELabel)->setText(texts.free);
+    outlet(*this, releasableSTORAGELabel)->setText(texts.releasable);
+    outlet(*this, releasableSTORAGEStackView)->setHidden(!sharedFlag(SettingsKey::isReleasableSTORAGEShow));
     m_records.storage = figures;
     showProgress(m_storateChartView, static_cast<double>(figures.used) / static_cast<double>(figures.total));
-    reported(ReportSection::storage);
+    reported(platform::Source::storage);
 }
 
 } // namespace vantor

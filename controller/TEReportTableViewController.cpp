@@ -85,14 +85,14 @@ void TEReportTableViewController::setupTitleLabels() {
         {dataReceivedNETWORKTitleLabel, "home_DATARECEIVED"},
     };
     for (const auto& [label, key] : captions) {
-        outlet(label)->setText(NSLocalizedString(key));
+        outlet(*this, label)->setText(NSLocalizedString(key));
     }
 }
 
 std::shared_ptr<TEReportTableViewController::ChartContainer>
 TEReportTableViewController::placeChart(const View& placeholder, std::string_view titleKey) {
     auto container = ChartContainer::initWithContent(makeChart(NSLocalizedString(titleKey)), *this);
-    outlet(placeholder)->addSubview(container);
+    outlet(*this, placeholder)->addSubview(container);
     pinInto(*container, *placeholder);
     return container;
 }
@@ -117,7 +117,7 @@ void TEReportTableViewController::makeReports() {
     reportCPUStatus();
 }
 
-void TEReportTableViewController::reported(ReportSection section) {
+void TEReportTableViewController::reported(platform::Source section) {
     if (m_reported) {
         m_reported(section);
     }

@@ -4,6 +4,7 @@
 #include "charts/ArcChartView.hpp"
 #include "charts/HostingContainer.hpp"
 #include "controller/ReportRecords.hpp"
+#include "platform/machine/Source.hpp"
 #include "platform/time/NSTimer.hpp"
 #include "platform/views/UILabel.hpp"
 #include "platform/views/UIViewController.hpp"
@@ -68,11 +69,12 @@ public:
 
     /// What the figures on screen were made of.
     [[nodiscard]] const ReportRecords& records() const { return m_records; }
-    /// Called on the main thread after each display step: a host that prints reports listens here.
-    void setReportHandler(std::function<void(ReportSection)> handler) { m_reported = std::move(handler); }
+    /// Called on the main thread after each display step, with the source of the section that it was for.
+    void setReportHandler(std::function<void(platform::Source)> handler) { m_reported = std::move(handler); }
 
     [[nodiscard]] const std::shared_ptr<platform::NSTimer>& refreshTime() const { return m_refreshTime; }
     [[nodiscard]] const std::shared_ptr<ChartContainer>& ramChartView() const { return m_ramChartView; }
+    /// The ring of the storage. The word is spelt so on purpose: it is the name that hosts know it by.
     [[nodiscard]] const std::shared_ptr<ChartContainer>& storateChartView() const {
         return m_storateChartView;
     }
@@ -90,7 +92,7 @@ private:
     [[nodiscard]] NetworkFigures sampleNETWORK() const;
     void displayNETWORK(const NetworkFigures& figures);
     void keepCounters(const DataUsageInfo& usage);
-    void reported(ReportSection section);
+    void reported(platform::Source section);
     void openLink(std::string_view link);
     std::shared_ptr<ChartContainer> placeChart(const View& placeholder, std::string_view titleKey);
     std::shared_ptr<platform::NSTimer> repeat(double seconds,
@@ -105,7 +107,7 @@ private:
     std::shared_ptr<ChartContainer> m_storateChartView;
     std::shared_ptr<ChartContainer> m_cpuChartView;
     ReportRecords m_records;
-    std::function<void(ReportSection)> m_reported;
+    std::function<void(platform::Source)> m_reported;
 };
 
 } // namespace vantor

@@ -69,7 +69,7 @@ void soak(vantor::TEReportTableViewController& controller, double speed, double 
     unsigned long long turns = 0;
     unsigned long long layers = 0;
     controller.setReportHandler(
-        [&reports](vantor::ReportSection section) { ++reports.at(static_cast<std::size_t>(section)); });
+        [&reports](vantor::platform::Source section) { ++reports.at(static_cast<std::size_t>(section)); });
     const FastClock clock(speed);
     loop.turn(clock.now());
     controller.view();

@@ -79,10 +79,12 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
                     {"waybar", Format::waybar},
                     {"prometheus", Format::prometheus}},
                    "How a report is written");
-    choice<Field>(
-        app, "--field", options.field,
-        {{"ram", Field::ram}, {"storage", Field::storage}, {"cpu", Field::cpu}, {"network", Field::network}},
-        "Reading one section only (text and waybar)");
+    std::vector<std::pair<std::string, platform::Source>> fields;
+    for (const Section& section : sections) {
+        fields.emplace_back(section.mark, section.source);
+    }
+    choice<platform::Source>(app, "--field", options.field, fields,
+                             "Report one section only (text and waybar)");
     app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
     app.add_flag("--compact", options.compact, "Start with the rings alone")
         ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));

@@ -16,7 +16,7 @@ struct Options {
     bool watch = false;
     std::optional<double> watchSeconds; ///< absent: the preference's interval
     std::optional<Format> format;
-    std::optional<Field> field;
+    std::optional<platform::Source> field; ///< the one section to print
     bool demo = false;
     bool compact = false;
     ColorChoice color = ColorChoice::automatic;

@@ -57,7 +57,7 @@ public:
     int run() {
         m_complaints.tellStore();
         RunLoop::main().turn(std::chrono::steady_clock::now()); // all of the start counts as one instant
-        m_controller->setReportHandler([this](ReportSection section) { took(section); });
+        m_controller->setReportHandler([this](platform::Source source) { took(source); });
         m_controller->view();
         const auto interval = m_controller->refreshTime()->timeInterval();
         m_controller->refreshTime()->invalidate();
@@ -89,13 +89,13 @@ private:
         m_controller->makeReports();
     }
 
-    void took(ReportSection section) {
+    void took(platform::Source source) {
         const ReportRecords& records = m_controller->records();
-        if (section == ReportSection::processor && std::isnan(records.processor->idle)) {
+        if (source == platform::Source::processor && std::isnan(records.processor->idle)) {
             return; // no tick passed; the widget has asked again by itself
         }
-        if (section != ReportSection::network && m_asked) {
-            m_missing[static_cast<std::size_t>(section)] = false;
+        if (source != platform::Source::network && m_asked) {
+            m_missing[static_cast<std::size_t>(source)] = false;
         }
         const bool hasRates = records.network && !records.network->isFirst;
         if (m_missing == std::array<bool, 3>{} && hasRates && !m_ended) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/SceneReader.hpp"
 
+#include "controller/Sections.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <utility>
@@ -8,64 +9,48 @@
 namespace vantor::hosts::terminal {
 
 using platform::NSLocalizedString;
-using Label = TEReportTableViewController::Label;
-
 namespace {
 
-using Rows = std::vector<Scene::Row>;
-
-Scene::Row row(const Label& caption, const Label& figure) {
-    return {caption->text(), figure->text()};
-}
-
-Scene::Section section(std::string_view nameKey,
-                       const std::shared_ptr<TEReportTableViewController::ChartContainer>& chart, Rows rows,
-                       Action action) {
-    Scene::Section section{NSLocalizedString(nameKey), std::nullopt, std::move(rows), action};
-    if (chart != nullptr) {
-        section.chart = chart->hostingController()->rootView();
+Scene::Section shown(const TEReportTableViewController& controller, const Section& section) {
+    Scene::Section shown{NSLocalizedString(section.headingKey), std::nullopt, {}, section.source};
+    if (const ArcChartView* const chart = chartOf(controller, section)) {
+        shown.chart = *chart;
     }
-    return section;
+    for (const SectionRow& row : section.rows) {
+        if (isShown(controller, row)) {
+            shown.rows.push_back({(controller.*row.caption.label)->text(),
+                                  (controller.*row.figure.label)->text(), row.sign, row.asciiSign});
+        }
+    }
+    return shown;
 }
 
 std::vector<Scene::Key> keys(bool isExpanded) {
     const auto key = [](char name, std::string_view text, std::string_view shortText, Action action) {
         return Scene::Key{name, NSLocalizedString(text), NSLocalizedString(shortText), action};
     };
+    std::vector<Scene::Key> keys;
+    for (const Section& section : sections) {
+        const auto& [name, action, caption, letter] = section.action;
+        if (section.chart) {
+            keys.push_back(key(letter, caption, section.headingKey, section.source));
+        } else {
+            keys.insert(keys.begin(), key(letter, caption, caption, section.source));
+        }
+    }
     const std::string_view mode = isExpanded ? "host_SHOWLESS" : "host_SHOWMORE";
-    return {key('r', "host_REFRESH", "host_REFRESH", Action::refresh),
-            key('c', "host_CLEANRAM", "host_MEMORY", Action::cleanRam),
-            key('s', "host_OPENSTORAGE", "host_STORAGE", Action::openApp),
-            key('p', "host_SHOWCPU", "host_PROCESSOR", Action::showCpuChart),
-            key('m', mode, mode, Action::changeMode),
-            key('q', "host_QUIT", "host_QUIT", Action::quit)};
+    keys.push_back(key('m', mode, mode, HostAction::changeMode));
+    keys.push_back(key('q', "host_QUIT", "host_QUIT", HostAction::quit));
+    return keys;
 }
 
 } // namespace
 
 Scene sceneOf(const TEReportTableViewController& controller, bool isExpanded) {
-    const auto& c = controller;
     Scene scene;
-    scene.sections[0] =
-        section("host_MEMORY", c.ramChartView(),
-                {row(c.usedRAMTitleLabel, c.usedRAMLabel), row(c.freeRAMTitleLabel, c.freeRAMLabel)},
-                Action::cleanRam);
-    Rows storage{row(c.totalSTORAGETitleLabel, c.totalSTORAGELabel),
-                 row(c.usedSTORAGETitleLabel, c.usedSTORAGELabel),
-                 row(c.freeSTORAGETitleLabel, c.freeSTORAGELabel)};
-    if (!c.releasableSTORAGEStackView->isHidden()) {
-        storage.push_back(row(c.releasableSTORAGETitleLabel, c.releasableSTORAGELabel));
+    for (const Section& section : sections) {
+        (section.chart ? scene.sections : scene.lines).push_back(shown(controller, section));
     }
-    scene.sections[1] = section("host_STORAGE", c.storateChartView(), std::move(storage), Action::openApp);
-    scene.sections[2] =
-        section("host_PROCESSOR", c.cpuChartView(),
-                {row(c.userCPUTitleLabel, c.userCPULabel), row(c.systemCPUTitleLabel, c.systemCPULabel),
-                 row(c.inactiveCPUTitleLabel, c.inactiveCPULabel)},
-                Action::showCpuChart);
-    scene.network = section("host_NETWORK", nullptr,
-                            {row(c.dataReceivedNETWORKTitleLabel, c.dataReceivedNETWORKLabel),
-                             row(c.dataSentNETWORKTitleLabel, c.dataSentNETWORKLabel)},
-                            Action::refresh);
     scene.keys = keys(isExpanded);
     scene.isExpanded = isExpanded;
     return scene;

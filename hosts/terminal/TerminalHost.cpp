@@ -2,6 +2,7 @@
 #include "hosts/terminal/TerminalHost.hpp"
 
 #include "controller/ReportInterface.hpp"
+#include "controller/Sections.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/terminal/SceneReader.hpp"
 #include "hosts/terminal/screen/LinkOpener.hpp"
@@ -22,19 +23,8 @@ constexpr std::chrono::seconds noticeTime{3};
 constexpr platform::CGSize widgetRoom{320, 110}; // points; a terminal's cells are laid out by their own rules
 
 std::string nameOf(platform::Source source) {
-    switch (source) {
-    case platform::Source::memory:
-        return NSLocalizedString("host_MEMORY");
-    case platform::Source::storage:
-        return NSLocalizedString("host_STORAGE");
-    case platform::Source::processor:
-        return NSLocalizedString("host_PROCESSOR");
-    case platform::Source::network:
-        return NSLocalizedString("host_NETWORK");
-    case platform::Source::preferences:
-        break;
-    }
-    return std::string(sourceName(source));
+    const Section* const section = sectionOf(source);
+    return section != nullptr ? NSLocalizedString(section->headingKey) : std::string(sourceName(source));
 }
 
 } // namespace
@@ -64,7 +54,7 @@ TerminalHost::TerminalHost(bool isExpanded)
       m_controller(ReportInterface::instantiate()),
       m_isExpanded(isExpanded) {
     m_controller->setExtensionContext(m_context);
-    m_controller->setReportHandler([this](ReportSection) { noteFailures(); });
+    m_controller->setReportHandler([this](platform::Source) { noteFailures(); });
     m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
     m_controller->widgetActiveDisplayModeDidChange(
         isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
@@ -104,28 +94,18 @@ std::optional<Instant> TerminalHost::noticeEnd() const {
 }
 
 void TerminalHost::perform(Action action, Instant now) {
-    switch (action) {
-    case Action::refresh:
-        m_controller->manualInfoRefresh(this);
-        tell(NSLocalizedString("host_REFRESHED"), now);
-        break;
-    case Action::cleanRam:
-        m_controller->cleanRam(this);
-        break;
-    case Action::openApp:
-        m_controller->openApp(this);
-        break;
-    case Action::showCpuChart:
-        m_controller->showCpuChart(this);
-        break;
-    case Action::changeMode:
+    if (const auto* const source = std::get_if<platform::Source>(&action)) {
+        const ActionOutlet& asked = sectionOf(*source)->action;
+        ((*m_controller).*asked.action)(this);
+        if (asked.action == &TEReportTableViewController::manualInfoRefresh) {
+            tell(NSLocalizedString("host_REFRESHED"), now);
+        }
+    } else if (std::get<HostAction>(action) == HostAction::quit) {
+        m_hasQuit = true;
+    } else {
         m_isExpanded = !m_isExpanded;
         m_controller->widgetActiveDisplayModeDidChange(
             m_isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
-        break;
-    case Action::quit:
-        m_hasQuit = true;
-        break;
     }
     m_changed = true;
 }

@@ -52,7 +52,7 @@ public:
         m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
         m_look.appearance = options.appearance.value_or(
             appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
-        m_look.isRightToLeft = holdsRightToLeft(harmlessCharacters(m_host.sceneAt({}).network.name));
+        m_look.isRightToLeft = holdsRightToLeft(harmlessCharacters(m_host.sceneAt({}).sections.front().name));
     }
 
     int run() {
@@ -188,7 +188,7 @@ private:
             m_writer.forget();
             m_isStale = true;
         } else if (press.key == ' ' || press.key == '\r' || press.key == '\n') {
-            m_host.perform(Action::changeMode, clockNow());
+            m_host.perform(HostAction::changeMode, clockNow());
         } else {
             for (const Scene::Key& key : m_host.scene().keys) {
                 if (key.key == (press.key | letterCase)) {

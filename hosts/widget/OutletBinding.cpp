@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/OutletBinding.hpp"
 
-#include "controller/Outlets.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/RingView.hpp"
-#include "platform/core/FatalStop.hpp"
+#include "hosts/widget/FormWidget.hpp"
 
 #include <QLabel>
 #include <algorithm>
@@ -23,16 +22,6 @@ QString shownText(const std::string& text) {
     return text.empty() ? QStringLiteral("–") : QString::fromStdString(text);
 }
 
-template<class Widget>
-Widget& widgetNamed(QWidget& form, std::string_view name) {
-    auto* widget = dynamic_cast<Widget*>(
-        form.findChild<QWidget*>(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()))));
-    if (widget == nullptr) {
-        platform::fatalStop("the desktop's form has no widget for an outlet");
-    }
-    return *widget;
-}
-
 std::shared_ptr<UIHostingView> hostedView(const TEReportTableViewController::ChartContainer& chart) {
     return std::dynamic_pointer_cast<UIHostingView>(chart.hostingController()->view());
 }
@@ -41,10 +30,15 @@ std::shared_ptr<UIHostingView> hostedView(const TEReportTableViewController::Cha
 
 OutletBinding::OutletBinding(QWidget& form, std::shared_ptr<TEReportTableViewController> controller)
     : m_form(form), m_controller(std::move(controller)) {
-    bindLabels();
-    bindReleasableRow();
-    bindCharts();
-    bindActions();
+    for (const Section& section : sections) {
+        for (const SectionRow& row : section.rows) {
+            bindRow(row);
+        }
+        QAbstractButton& button = bindAction(section.action);
+        if (section.chart) {
+            bindChart(*section.chart, button);
+        }
+    }
     for (const auto& [view, update] : m_updates) {
         update();
     }
@@ -63,48 +57,40 @@ void OutletBinding::bindUpdate(const std::shared_ptr<UIView>& view, std::functio
     m_updates.emplace(view.get(), std::move(update));
 }
 
-/// The caption beside a figure ("usedRAMLabel" has "usedRAMTitleLabel"); null for a caption.
-const platform::UILabel* OutletBinding::captionOf(std::string_view figure) const {
-    std::string name(figure.substr(0, figure.size() - std::string_view("Label").size()));
-    name += "TitleLabel";
-    const auto found = std::ranges::find(labelOutlets, name, &LabelOutlet::name);
-    return found == labelOutlets.end() ? nullptr : ((*m_controller).*found->label).get();
-}
-
-void OutletBinding::bindLabels() {
-    for (const LabelOutlet& outlet : labelOutlets) {
-        const auto& label = (*m_controller).*outlet.label;
-        auto& shown = widgetNamed<QLabel>(m_form, outlet.name);
-        shown.setTextFormat(Qt::PlainText);
-        bindUpdate(label, [&shown, source = label.get(), caption = captionOf(outlet.name)] {
-            shown.setText(shownText(source->text()));
-            if (caption != nullptr) {
-                shown.setAccessibleName(qt::valueText(caption->text(), shown.text().toStdString()));
-            }
-        });
+void OutletBinding::bindRow(const SectionRow& row) {
+    const auto& caption = (*m_controller).*row.caption.label;
+    const auto& figure = (*m_controller).*row.figure.label;
+    auto& shownCaption = formWidget<QLabel>(m_form, row.caption.name);
+    auto& shownFigure = formWidget<QLabel>(m_form, row.figure.name);
+    shownCaption.setTextFormat(Qt::PlainText);
+    shownFigure.setTextFormat(Qt::PlainText);
+    bindUpdate(caption,
+               [&shownCaption, source = caption.get()] { shownCaption.setText(shownText(source->text())); });
+    bindUpdate(figure, [&shownFigure, source = figure.get(), said = caption.get()] {
+        shownFigure.setText(shownText(source->text()));
+        shownFigure.setAccessibleName(qt::valueText(said->text(), shownFigure.text().toStdString()));
+    });
+    if (row.stack) {
+        auto& shownRow = formWidget<QWidget>(m_form, row.stack->name);
+        const auto& stack = (*m_controller).*row.stack->stack;
+        bindUpdate(stack, [&shownRow, source = stack.get()] { shownRow.setVisible(!source->isHidden()); });
     }
 }
 
-void OutletBinding::bindReleasableRow() {
-    auto& row = widgetNamed<QWidget>(m_form, releasableRowName);
-    const auto& view = m_controller->releasableSTORAGEStackView;
-    bindUpdate(view, [&row, source = view.get()] { row.setVisible(!source->isHidden()); });
+QAbstractButton& OutletBinding::bindAction(const ActionOutlet& outlet) {
+    auto& button = formWidget<QAbstractButton>(m_form, outlet.name);
+    QObject::connect(&button, &QAbstractButton::clicked, &m_form,
+                     [this, action = outlet.action, &button] { ((*m_controller).*action)(&button); });
+    return button;
 }
 
-void OutletBinding::bindCharts() {
-    for (const ViewOutlet& outlet : chartOutlets) {
-        m_rings.push_back(&widgetNamed<qt::RingView>(m_form, outlet.name));
-        const auto& chart = ((*m_controller).*outlet.chart)();
-        bindUpdate(hostedView(*chart), [this] { m_ringsChanged = true; });
-    }
-}
-
-void OutletBinding::bindActions() {
-    for (const ActionOutlet& outlet : actionOutlets) {
-        auto& button = widgetNamed<QAbstractButton>(m_form, outlet.name);
-        QObject::connect(&button, &QAbstractButton::clicked, &m_form,
-                         [this, action = outlet.action, &button] { ((*m_controller).*action)(&button); });
-    }
+/// A press on a ring is one on its section's button.
+void OutletBinding::bindChart(const ChartOutlet& outlet, QAbstractButton& button) {
+    auto& ring = formWidget<qt::RingView>(m_form, outlet.name);
+    QObject::connect(&ring, &QAbstractButton::clicked, &button, &QAbstractButton::click);
+    m_rings.push_back(&ring);
+    m_charts.push_back(&outlet);
+    bindUpdate(hostedView(*((*m_controller).*outlet.chart)()), [this] { m_ringsChanged = true; });
 }
 
 bool OutletBinding::flush() {
@@ -121,11 +107,11 @@ void OutletBinding::placeCharts(double pointScale) {
         const QPoint origin = m_rings[i]->mapTo(&m_form, QPoint(0, 0));
         const CGRect frame{{points(origin.x()), points(origin.y())},
                            {points(m_rings[i]->width()), points(m_rings[i]->height())}};
-        ((*m_controller).*chartOutlets[i].view)->setFrame(frame);
+        ((*m_controller).*m_charts[i]->view)->setFrame(frame);
     }
     m_controller->view()->layoutIfNeeded();
     for (std::size_t i = 0; i < m_rings.size(); ++i) {
-        const auto& chart = ((*m_controller).*chartOutlets[i].chart)();
+        const auto& chart = ((*m_controller).*m_charts[i]->chart)();
         const std::shared_ptr<UIHostingView> view = hostedView(*chart);
         const CGRect& outer = chart->frame();
         const CGRect& inner = view->frame();

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "controller/TEReportTableViewController.hpp"
+#include "controller/Sections.hpp"
 
 #include <functional>
 #include <memory>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-class QLabel;
+class QAbstractButton;
 class QWidget;
 
 namespace vantor::hosts::qt {
@@ -39,16 +38,15 @@ public:
     [[nodiscard]] const std::vector<qt::RingView*>& rings() const { return m_rings; }
 
 private:
-    [[nodiscard]] const platform::UILabel* captionOf(std::string_view figure) const;
-    void bindLabels();
-    void bindReleasableRow();
-    void bindCharts();
-    void bindActions();
+    void bindRow(const SectionRow& row);
+    QAbstractButton& bindAction(const ActionOutlet& outlet);
+    void bindChart(const ChartOutlet& outlet, QAbstractButton& button);
     void bindUpdate(const std::shared_ptr<platform::UIView>& view, std::function<void()> update);
 
     QWidget& m_form;
     std::shared_ptr<TEReportTableViewController> m_controller;
-    std::vector<qt::RingView*> m_rings; // in the order of chartOutlets
+    std::vector<qt::RingView*> m_rings; // in the order of the sections
+    std::vector<const ChartOutlet*> m_charts;
     std::unordered_map<const platform::UIView*, std::function<void()>> m_updates;
     std::vector<const platform::UIView*> m_changed;
     bool m_ringsChanged = false;

@@ -5,6 +5,7 @@
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
 #include "hosts/qt/RingAccessible.hpp"
+#include "hosts/widget/FormWidget.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "ui_ReportForm.h"
 
@@ -59,7 +60,7 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
       m_animator(m_binding.rings()),
       m_message(new qt::MessageLine(this)) {
     qt::installRingAccessibility();
-    nameButtons();
+    nameSections();
     for (qt::RingView* ring : m_binding.rings()) {
         ring->installEventFilter(this);
     }
@@ -76,33 +77,23 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
         m_form->compactRefresh->confirm({});
         m_message->hide(); // it would lie over the confirmation
     });
-    connect(m_form->progressRAMView, &QAbstractButton::clicked, m_form->cleanRam, &QAbstractButton::click);
-    connect(m_form->progressSTORAGEView, &QAbstractButton::clicked, m_form->openApp, &QAbstractButton::click);
-    connect(m_form->progressCPUView, &QAbstractButton::clicked, m_form->showCpuChart,
-            &QAbstractButton::click);
 }
 
 ReportCard::~ReportCard() = default;
 
-void ReportCard::nameButtons() {
-    const std::pair<QAbstractButton*, std::string_view> names[] = {
-        {m_form->cleanRam, "host_CLEANRAM"},        {m_form->openApp, "host_OPENSTORAGE"},
-        {m_form->showCpuChart, "host_SHOWCPU"},     {m_form->manualInfoRefresh, "host_REFRESH"},
-        {m_form->progressRAMView, "host_CLEANRAM"}, {m_form->progressSTORAGEView, "host_OPENSTORAGE"},
-        {m_form->progressCPUView, "host_SHOWCPU"},  {m_form->compactRefresh, "host_REFRESH"},
-    };
-    for (const auto& [button, key] : names) {
-        button->setText(qt::hostText(key));
+void ReportCard::nameSections() {
+    for (const Section& section : sections) {
+        const QString name = qt::hostText(section.action.captionKey);
+        formWidget<QAbstractButton>(*this, section.action.name).setText(name);
+        if (section.chart) {
+            auto& ring = formWidget<QAbstractButton>(*this, section.chart->name);
+            ring.setText(name);
+            setTip(ring, name);
+        }
+        showHeading(section, nullptr);
     }
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{m_form->progressRAMView, m_form->progressSTORAGEView,
-                                         m_form->progressCPUView, m_form->compactRefresh}) {
-        setTip(*widget, dynamic_cast<QAbstractButton*>(widget)->text());
-    }
-    m_form->memoryHeading->setText(qt::hostText("host_MEMORY"));
-    m_form->storageHeading->setText(qt::hostText("host_STORAGE"));
-    m_form->processorHeading->setText(qt::hostText("host_PROCESSOR"));
-    m_form->networkHeading->setText(qt::hostText("host_NETWORK"));
+    m_form->compactRefresh->setText(m_form->manualInfoRefresh->text());
+    setTip(*m_form->compactRefresh, m_form->compactRefresh->text());
 }
 
 void ReportCard::scaleForm() {
@@ -186,7 +177,12 @@ void ReportCard::setCanExpand(bool can) {
 }
 
 std::vector<QAbstractButton*> ReportCard::actionButtons() const {
-    return {m_form->manualInfoRefresh, m_form->cleanRam, m_form->openApp, m_form->showCpuChart};
+    std::vector<QAbstractButton*> buttons;
+    for (const Section& section : sections) {
+        auto& button = formWidget<QAbstractButton>(*this, section.action.name);
+        buttons.insert(section.chart ? buttons.end() : buttons.begin(), &button);
+    }
+    return buttons;
 }
 
 QAbstractButton& ReportCard::displayModeButton() const {
@@ -219,25 +215,18 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
         return;
     }
     m_failures = failures;
-    const struct {
-        platform::Source source;
-        QLabel* heading;
-        std::string_view name;
-    } sections[] = {{platform::Source::memory, m_form->memoryHeading, "host_MEMORY"},
-                    {platform::Source::storage, m_form->storageHeading, "host_STORAGE"},
-                    {platform::Source::processor, m_form->processorHeading, "host_PROCESSOR"},
-                    {platform::Source::network, m_form->networkHeading, "host_NETWORK"}};
-    for (const auto& section : sections) {
+    for (const Section& section : sections) {
         const auto failed = std::ranges::find(failures, section.source, &platform::SourceFailure::source);
-        const QString name = qt::hostText(section.name);
-        if (failed == failures.end()) {
-            section.heading->setText(name);
-            setTip(*section.heading, {});
-        } else {
-            section.heading->setText(name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));
-            setTip(*section.heading, literal(failed->reason));
-        }
+        showHeading(section, failed != failures.end() ? &*failed : nullptr);
     }
+}
+
+void ReportCard::showHeading(const Section& section, const platform::SourceFailure* failure) {
+    auto& heading = formWidget<QLabel>(*this, std::string(sourceName(section.source)) + "Heading");
+    const QString name = qt::hostText(section.headingKey);
+    heading.setText(failure == nullptr ? name
+                                       : name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));
+    setTip(heading, failure == nullptr ? QString() : literal(failure->reason));
 }
 
 void ReportCard::showMessage(const QString& text) {

@@ -5,7 +5,7 @@
 #include "hosts/qt/RingAnimator.hpp"
 #include "hosts/qt/Theme.hpp"
 #include "hosts/widget/OutletBinding.hpp"
-#include "platform/machine/Machine.hpp"
+#include "platform/machine/Source.hpp"
 
 #include <QWidget>
 #include <functional>
@@ -66,7 +66,8 @@ protected:
 private:
     void scaleForm();
     void styleLabels();
-    void nameButtons();
+    void nameSections();
+    void showHeading(const Section& section, const platform::SourceFailure* failure);
     void showReleasableTip();
     void setTip(QWidget& widget, const QString& text);
     [[nodiscard]] int figureWidth() const;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Snapshot.hpp"
 
-#include "controller/Outlets.hpp"
 #include "controller/ReportInterface.hpp"
+#include "controller/Sections.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/widget/DesktopContext.hpp"
 #include "hosts/widget/ReportCard.hpp"
@@ -26,12 +26,13 @@ constexpr double tallest = 4096;    // what a file offers in height
 
 /// Every figure has a text and every ring has arrived.
 bool isComplete(TEReportTableViewController& controller, platform::Instant now) {
-    const bool filled = std::ranges::none_of(
-        labelOutlets, [&](const LabelOutlet& outlet) { return (controller.*outlet.label)->text().empty(); });
-    return filled && std::ranges::none_of(chartOutlets, [&](const ViewOutlet& outlet) {
-               const auto& chart = (controller.*outlet.chart)();
-               return chart->hostingController()->rootView()->animation().isRunningAt(now);
-           });
+    return std::ranges::all_of(sections, [&](const Section& section) {
+        const ArcChartView* const chart = chartOf(controller, section);
+        return (chart == nullptr || !chart->animation().isRunningAt(now)) &&
+               std::ranges::none_of(section.rows, [&](const SectionRow& row) {
+                   return (controller.*row.figure.label)->text().empty();
+               });
+    });
 }
 
 void waitForFigures(TEReportTableViewController& controller, bool demo) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
-#include "controller/Outlets.hpp"
+#include "controller/Sections.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <gtest/gtest.h>
@@ -28,21 +28,22 @@ TEST(Lifecycle, LoadingBuildsTheWidgetInOrder) {
     EXPECT_EQ(stage.loop.queue.waiting(), 3U);
     EXPECT_EQ(RunLoop::main().timers().size(), 2U);
     EXPECT_EQ(stage.context->widgetLargestAvailableDisplayMode(), NCWidgetDisplayMode::expanded);
-    for (const LabelOutlet& outlet : labelOutlets) {
-        EXPECT_NE((*stage.controller).*outlet.label, nullptr) << outlet.name;
-    }
+    EXPECT_TRUE(stage.controller->releasableSTORAGEStackView->isHidden()); // no report has asked to show it
     EXPECT_EQ(stage.controller->childViewControllers().size(), 3U);
 }
 
 TEST(Lifecycle, ChartsArePinnedIntoTheirPlaceholders) {
     WidgetStage stage;
     stage.load();
-    for (const ViewOutlet& outlet : chartOutlets) {
-        const auto& placeholder = (*stage.controller).*outlet.view;
+    for (const Section& section : sections) {
+        if (!section.chart) {
+            continue;
+        }
+        const auto& placeholder = (*stage.controller).*section.chart->view;
         placeholder->setFrame({{50, 60}, {100, 113}});
         placeholder->layoutIfNeeded();
-        const auto& chart = ((*stage.controller).*outlet.chart)();
-        EXPECT_EQ(chart->frame(), (platform::CGRect{{0, 5}, {100, 100}})) << outlet.name;
+        const auto& chart = ((*stage.controller).*section.chart->chart)();
+        EXPECT_EQ(chart->frame(), (platform::CGRect{{0, 5}, {100, 100}})) << section.chart->name;
         EXPECT_EQ(chart->subviews().front()->frame(), (platform::CGRect{{0, 0}, {100, 100}}));
     }
 }
@@ -92,11 +93,11 @@ TEST(Lifecycle, TheTimersKeepTheControllerAlive) {
 TEST(Lifecycle, WithoutAnOutletTheWidgetStops) {
     WidgetStage stage(false);
     auto bare = std::make_shared<TEReportTableViewController>("Report", nullptr);
-    EXPECT_DEATH(bare->view(), "outlet of the report interface");
+    EXPECT_DEATH(bare->view(), "nothing to the outlet totalSTORAGETitleLabel");
     stage.load(); // and without a context it loads and asks for nothing
     EXPECT_EQ(stage.context->widgetLargestAvailableDisplayMode(), NCWidgetDisplayMode::compact);
     stage.controller->usedRAMLabel.reset();
-    EXPECT_DEATH(stage.advance(2), "outlet of the report interface");
+    EXPECT_DEATH(stage.advance(2), "nothing to the outlet usedRAMLabel");
 }
 
 TEST(Actions, OpenTheirLinksWhateverTheSender) {

@@ -148,12 +148,12 @@ TEST(Reports, AskTheVolumeAndTheStoreInOrder) {
 
 TEST(Reports, TellAHostThatListens) {
     WidgetStage stage;
-    std::vector<ReportSection> heard;
-    stage.controller->setReportHandler([&](ReportSection section) { heard.push_back(section); });
+    std::vector<platform::Source> heard;
+    stage.controller->setReportHandler([&](platform::Source section) { heard.push_back(section); });
     stage.load();
     stage.advance(1);
-    EXPECT_EQ(heard, (std::vector{ReportSection::storage, ReportSection::memory, ReportSection::processor,
-                                  ReportSection::network}));
+    EXPECT_EQ(heard, (std::vector{platform::Source::storage, platform::Source::memory,
+                                  platform::Source::processor, platform::Source::network}));
     EXPECT_EQ(stage.controller->records().storage->releasable, 10'000'000'000);
 }
 

@@ -14,7 +14,7 @@ class ClockTest : public testing::Test {
 protected:
     ClockTest() {
         stage.controller->setReportHandler(
-            [this](ReportSection section) { ++reports.at(static_cast<std::size_t>(section)); });
+            [this](platform::Source section) { ++reports.at(static_cast<std::size_t>(section)); });
         stage.load();
         reports.fill(0);
     }

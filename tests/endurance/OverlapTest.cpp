@@ -21,16 +21,16 @@ TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
     const platform::Current<platform::Viewer> currentViewer(viewer);
     const auto controller = ReportInterface::instantiate();
     std::array<int, 4> reports{};
-    controller->setReportHandler([&](ReportSection section) {
+    controller->setReportHandler([&](platform::Source section) {
         ++reports.at(static_cast<std::size_t>(section));
         const ReportRecords& records = controller->records();
-        if (section == ReportSection::memory) {
+        if (section == platform::Source::memory) {
             EXPECT_EQ(records.memory->at("total"), static_cast<std::int64_t>(machine.physicalMemory()));
             EXPECT_EQ(records.memory->at("used"), records.memory->at("total") - records.memory->at("free"));
-        } else if (section == ReportSection::storage) {
+        } else if (section == platform::Source::storage) {
             EXPECT_GT(records.storage->total, 0);
             EXPECT_LE(records.storage->used, records.storage->total);
-        } else if (section == ReportSection::processor) {
+        } else if (section == platform::Source::processor) {
             const CpuUsage& usage = *records.processor;
             EXPECT_NEAR(usage.user + usage.system + usage.idle + usage.nice, 100, 1e-6);
         }

@@ -19,7 +19,7 @@ SECTIONS = ("memory", "storage", "cpu", "network")
 
 # (path whose calls fail, or nothing for all calls; faults; the sections that are named; those without figures).
 CASES = [
-    ("/proc/meminfo", OPEN + READ + ["pread64:retval=0"], "memory", None),  # sysinfo(2) still tells total and free
+    ("/proc/meminfo", OPEN + READ + ["pread64:retval=0"], "memory", "memory"),
     ("/proc/stat", OPEN + READ + ["pread64:retval=0"], "processor", "cpu"),
     ("/proc/net/dev", OPEN, "network", "network"),
     (None, ["statfs:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ENOSYS", "EINTR")], "storage", "storage"),

@@ -19,7 +19,7 @@ public:
     explicit FullRefresh(platform::linux::LinuxMachine::Options machine = {},
                          platform::linux::ViewerOptions viewer = {})
         : m_machine(std::move(machine)), m_viewer(std::move(viewer)) {
-        m_controller->setReportHandler([this](ReportSection /*section*/) { ++m_reports; });
+        m_controller->setReportHandler([this](platform::Source /*source*/) { ++m_reports; });
         m_controller->view(); // its own first refresh finds what is costly to find
         finish(3);
     }

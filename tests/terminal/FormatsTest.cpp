@@ -69,28 +69,29 @@ TEST_F(Formats, JsonHoldsRecordsLabelsAndCharts) {
 }
 
 TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
-    Reading failed = reading(
+    const Reading failed = reading(
         {{platform::Source::storage, "statvfs: \xFF\x1B[2J<b>"}, {platform::Source::network, "netlink"}});
-    failed.charts[1].progress = std::numeric_limits<double>::quiet_NaN();
     const json object = json::parse(jsonText(failed));
     EXPECT_EQ(object["failed"]["storage"], "statvfs: \uFFFD\uFFFD[2J<b>");
     EXPECT_TRUE(object["storage"]["total"].is_null());
     EXPECT_TRUE(object["network"]["wifiSent"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["progress"].is_null());
-    EXPECT_EQ(object["charts"]["storage"]["text"], "nan%");
+    EXPECT_TRUE(object["charts"]["storage"]["text"].is_null());
+    EXPECT_TRUE(object["labels"]["usedSTORAGELabel"].is_null());
     EXPECT_EQ(object["memory"]["total"], 4'294'967'296) << "the other sections still appear";
 
     const std::string prometheus = prometheusText(failed);
     EXPECT_THAT(prometheus, Not(HasSubstr("vantor_storage_")));
     EXPECT_THAT(prometheus, HasSubstr("vantor_source_up{source=\"storage\"} 0\n"));
-    EXPECT_THAT(prometheus, HasSubstr("vantor_chart_progress_ratio{chart=\"storage\"} NaN\n"));
+    EXPECT_THAT(prometheus, Not(HasSubstr("{chart=\"storage\"}")));
     EXPECT_THAT(prometheus, HasSubstr("vantor_memory_free_bytes 1073741824\n"));
 
     const std::string text = plainText(failed);
     EXPECT_THAT(text, HasSubstr("Not available"));
     EXPECT_THAT(text, Not(HasSubstr("98 GB")));
 
-    const json bar = json::parse(waybarText(failed, Field::storage));
+    const json bar = json::parse(waybarText(failed, platform::Source::storage));
+    EXPECT_EQ(bar["text"], "-");
     EXPECT_FALSE(bar.contains("class")) << "no level, no band";
     EXPECT_FALSE(bar.contains("percentage"));
     EXPECT_THAT(bar["tooltip"].get<std::string>(), HasSubstr("[2J&lt;b&gt;"));
@@ -102,9 +103,10 @@ TEST_F(Formats, WaybarShowsTheFullestOrTheFieldAskedFor) {
     EXPECT_EQ(all["class"], "orange");
     EXPECT_EQ(all["percentage"], 80);
     EXPECT_THAT(all["tooltip"].get<std::string>(), Not(HasSubstr("Releasable"))) << "the widget hides it";
-    EXPECT_EQ(json::parse(waybarText(reading(), Field::ram))["text"], "75%");
-    EXPECT_EQ(json::parse(waybarText(reading(), Field::network))["text"], "\u2193 2 KB/s  \u2191 0 KB/s");
-    EXPECT_EQ(plainText(reading(), Field::cpu), "80%\n");
+    EXPECT_EQ(json::parse(waybarText(reading(), platform::Source::memory))["text"], "75%");
+    EXPECT_EQ(json::parse(waybarText(reading(), platform::Source::network))["text"],
+              "\u2193 2 KB/s  \u2191 0 KB/s");
+    EXPECT_EQ(plainText(reading(), platform::Source::processor), "80%\n");
 }
 
 TEST(FormatFigures, BandsAreCutAndPercentagesRounded) {
@@ -120,11 +122,8 @@ TEST(FormatFigures, BandsAreCutAndPercentagesRounded) {
 
 TEST_F(Formats, TheTextPageIsAlignedByTheWidthOnScreen) {
     Reading japanese = reading();
-    for (Reading::Label& label : japanese.labels) {
-        label.text = label.outlet == "usedRAMTitleLabel"   ? "\u4F7F\u7528\u4E2D\u306ERAM"
-                     : label.outlet == "freeRAMTitleLabel" ? "\u0627\u0644\u062D\u0631\u0651\u0629"
-                                                           : label.text;
-    }
+    japanese.sections[0].rows[0].caption = "\u4F7F\u7528\u4E2D\u306ERAM";
+    japanese.sections[0].rows[1].caption = "\u0627\u0644\u062D\u0631\u0651\u0629";
     std::istringstream page(plainText(japanese));
     int width = 0;
     for (std::string line; std::getline(page, line);) {

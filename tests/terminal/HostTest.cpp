@@ -40,11 +40,11 @@ TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
     EXPECT_EQ(scene().sections[0].rows[0].figure, "3 GB");
     EXPECT_EQ(scene().sections[0].chart->arcChartViewModel->progress(), 0.75);
     EXPECT_EQ(scene().sections[1].rows.size(), 3U);
-    EXPECT_EQ(scene().network.rows[0].figure, "") << "no rate before the second tick";
+    EXPECT_EQ(scene().lines[0].rows[0].figure, "") << "no rate before the second tick";
     m_viewer.change([](platform::SimulatedViewerState& state) {
         state.suite = tests::storeHolding(tests::storedFlag("isReleasableSTORAGEShow"));
     });
-    m_host->perform(Action::refresh, m_loop.clock.now());
+    m_host->perform(platform::Source::network, m_loop.clock.now());
     m_loop.play();
     EXPECT_TRUE(m_host->takeChange());
     EXPECT_EQ(scene().sections[1].rows.size(), 4U) << "with what is releasable";
@@ -55,19 +55,20 @@ TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
 }
 
 TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
-    const std::pair<Action, const char*> links[] = {{Action::cleanRam, "vantor://action?cleanRam"},
-                                                    {Action::openApp, "vantor://action?showStorage"},
-                                                    {Action::showCpuChart, "vantor://action?showCpu"}};
+    const std::pair<Action, const char*> links[] = {
+        {platform::Source::memory, "vantor://action?cleanRam"},
+        {platform::Source::storage, "vantor://action?showStorage"},
+        {platform::Source::processor, "vantor://action?showCpu"}};
     for (const auto& [action, link] : links) {
         m_host->perform(action, m_loop.clock.now());
         EXPECT_THAT(scene().notice, HasSubstr(link));
     }
     EXPECT_TRUE(scene().isExpanded);
-    m_host->perform(Action::changeMode, m_loop.clock.now());
+    m_host->perform(HostAction::changeMode, m_loop.clock.now());
     EXPECT_FALSE(scene().isExpanded);
     EXPECT_EQ(scene().keys[4].text, "Show More");
     EXPECT_FALSE(m_host->hasQuit());
-    m_host->perform(Action::quit, m_loop.clock.now());
+    m_host->perform(HostAction::quit, m_loop.clock.now());
     EXPECT_TRUE(m_host->hasQuit());
 }
 
@@ -90,15 +91,15 @@ TEST_F(Host, APauseIsNoRate) {
     m_loop.advance(1);
     receive(2000);
     m_loop.advance(1);
-    EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s");
+    EXPECT_EQ(scene().lines[0].rows[0].figure, "2 KB/s");
     receive(900'000'000); // an hour's worth behind a stopped job
     m_host->resume(m_loop.clock.now() + std::chrono::hours(1));
     m_loop.play();
-    EXPECT_EQ(scene().network.rows[0].figure, "2 KB/s") << "what was on screen stays";
+    EXPECT_EQ(scene().lines[0].rows[0].figure, "2 KB/s") << "what was on screen stays";
     m_loop.clock.advance(3600);
     receive(5000);
     m_loop.advance(1);
-    EXPECT_EQ(scene().network.rows[0].figure, "5 KB/s");
+    EXPECT_EQ(scene().lines[0].rows[0].figure, "5 KB/s");
 }
 
 } // namespace

@@ -101,7 +101,7 @@ TEST(Pictures, CustomColoursOddFiguresAndNoFiguresAreDrawn) {
     for (const double progress : {0.0, 1.0, 7.5, std::numeric_limits<double>::quiet_NaN()}) {
         SceneFixture fixture;
         fixture.scene.sections[1].chart = SceneFixture::chart("Used", progress);
-        fixture.scene.network.rows[0].figure.clear();
+        fixture.scene.lines[0].rows[0].figure.clear();
         for (const Size size : {Size{80, 24}, Size{30, 3}, Size{2, 1}}) {
             EXPECT_EQ(drawPicture(fixture.scene, size, {}, SceneFixture::rest()).grid.size(), size);
         }
@@ -164,11 +164,11 @@ TEST(Pictures, AStepIsDueWhenAChartsEndHasMovedByADot) {
 TEST(Pictures, ClicksFindRingsAndKeys) {
     SceneFixture fixture;
     const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
-    EXPECT_EQ(picture.actionAt(14, 8), Action::cleanRam);
-    EXPECT_EQ(picture.actionAt(40, 8), Action::openApp);
-    EXPECT_EQ(picture.actionAt(66, 8), Action::showCpuChart);
+    EXPECT_EQ(picture.actionAt(14, 8), Action(platform::Source::memory));
+    EXPECT_EQ(picture.actionAt(40, 8), Action(platform::Source::storage));
+    EXPECT_EQ(picture.actionAt(66, 8), Action(platform::Source::processor));
     const std::string keys = picture.grid.lines()[23];
-    EXPECT_EQ(picture.actionAt(static_cast<int>(keys.find("Quit")), 23), Action::quit);
+    EXPECT_EQ(picture.actionAt(static_cast<int>(keys.find("Quit")), 23), Action(HostAction::quit));
     EXPECT_EQ(picture.actionAt(0, 0), std::nullopt);
 }
 

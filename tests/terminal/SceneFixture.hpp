@@ -21,27 +21,26 @@ struct SceneFixture {
     SceneFixture() {
         std::setlocale(LC_CTYPE, "C.UTF-8");
         platform::RunLoop::main().turn(std::chrono::steady_clock::now()); // all rings set out at one instant
-        using Action = hosts::terminal::Action;
-        scene.sections[0] = {"Memory",
-                             chart("Used RAM", 0.34),
-                             {{"Used RAM", "5.2 GB"}, {"Free RAM", "10.8 GB"}},
-                             Action::cleanRam};
-        scene.sections[1] = {"Storage",
-                             chart("Used", 0.68),
-                             {{"Total", "512 GB"}, {"Used", "348.2 GB"}, {"Free", "163.8 GB"}},
-                             Action::openApp};
-        scene.sections[2] = {"Processor",
-                             chart("CPU", 0.84),
-                             {{"User", "61.00 %"}, {"System", "23.00 %"}, {"Idle", "16.00 %"}},
-                             Action::showCpuChart};
-        scene.network.name = "Network";
-        scene.network.rows = {{"Received", "1.2 MB/s"}, {"Sent", "86 KB/s"}};
-        scene.keys = {{'r', "Refresh", "Refresh", Action::refresh},
-                      {'c', "Free up memory", "Memory", Action::cleanRam},
-                      {'s', "Show storage", "Storage", Action::openApp},
-                      {'p', "Show processor", "Processor", Action::showCpuChart},
-                      {'m', "Show Less", "Show Less", Action::changeMode},
-                      {'q', "Quit", "Quit", Action::quit}};
+        using enum hosts::terminal::HostAction;
+        using enum platform::Source;
+        scene.sections = {
+            {"Memory", chart("Used RAM", 0.34), {{"Used RAM", "5.2 GB"}, {"Free RAM", "10.8 GB"}}, memory},
+            {"Storage",
+             chart("Used", 0.68),
+             {{"Used", "348.2 GB"}, {"Free", "163.8 GB"}, {"Total", "512 GB"}},
+             storage},
+            {"Processor",
+             chart("CPU", 0.84),
+             {{"User", "61.00 %"}, {"System", "23.00 %"}, {"Idle", "16.00 %"}},
+             processor}};
+        scene.lines = {{"Network",
+                        std::nullopt,
+                        {{"Received", "1.2 MB/s", "\u2193", "v"}, {"Sent", "86 KB/s", "\u2191", "^"}},
+                        network}};
+        scene.keys = {
+            {'r', "Refresh", "Refresh", network},        {'c', "Free up memory", "Memory", memory},
+            {'s', "Show storage", "Storage", storage},   {'p', "Show processor", "Processor", processor},
+            {'m', "Show Less", "Show Less", changeMode}, {'q', "Quit", "Quit", quit}};
     }
 
     static ArcChartView chart(std::string title, double progress) {

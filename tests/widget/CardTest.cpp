@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
-#include "controller/Outlets.hpp"
 #include "hosts/qt/Buttons.hpp"
 #include "hosts/widget/ReportCard.hpp"
 
@@ -56,10 +55,20 @@ protected:
 };
 
 TEST_F(Card, ShowsWhatTheTreeSays) {
-    for (const LabelOutlet& outlet : labelOutlets) {
-        const std::string& said = ((*m_stage.controller).*outlet.label)->text();
-        const std::string shown = text(std::string(outlet.name).c_str()).toStdString();
-        EXPECT_EQ(shown, said.empty() ? "–" : said) << outlet.name;
+    for (const Section& section : sections) {
+        int above = widget((std::string(sourceName(section.source)) + "Heading").c_str())
+                        .mapTo(m_card.get(), QPoint())
+                        .y();
+        for (const SectionRow& row : section.rows) {
+            for (const LabelOutlet& outlet : {row.caption, row.figure}) {
+                const std::string& said = ((*m_stage.controller).*outlet.label)->text();
+                const std::string shown = text(std::string(outlet.name).c_str()).toStdString();
+                EXPECT_EQ(shown, said.empty() ? "–" : said) << outlet.name;
+            }
+            const int top = widget(std::string(row.figure.name).c_str()).mapTo(m_card.get(), QPoint()).y();
+            EXPECT_TRUE(row.stack || top > above) << row.figure.name << " stands out of order";
+            above = top;
+        }
     }
     EXPECT_EQ(text("usedRAMLabel"), "3 GB");
     EXPECT_EQ(text("userCPULabel"), "20.00 %");
@@ -136,8 +145,8 @@ TEST_F(Card, KeepsTheRingsInPlaceBetweenItsTwoHeights) {
 
 /// The square of a ring keeps room for half its stroke and for its caption.
 TEST_F(Card, NothingOfARingIsCutOff) {
-    for (const ViewOutlet& outlet : chartOutlets) {
-        const auto& ring = widget<RingView>(std::string(outlet.name).c_str());
+    for (const RingView* view : m_card->rings()) {
+        const RingView& ring = *view;
         const QRectF bounds = QRectF(ring.rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
         for (const platform::Layer& layer : ring.layers()) {
             if (const auto* stroke = std::get_if<platform::StrokeLayer>(&layer)) {
@@ -203,7 +212,7 @@ TEST_F(Card, SpeaksToScreenReaders) {
 
 TEST_F(Card, AFormThatMissesAnOutletIsFatal) {
     delete &widget("userCPULabel");
-    EXPECT_DEATH(OutletBinding(*m_card, m_stage.controller), "no widget for an outlet");
+    EXPECT_DEATH(OutletBinding(*m_card, m_stage.controller), "no widget for the outlet userCPULabel");
 }
 
 } // namespace

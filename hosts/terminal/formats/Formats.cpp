@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
 
+#include "charts/ArcChartStyle.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 
 namespace vantor::hosts::terminal {
 
-std::string formatted(const Reading& reading, Format format, std::optional<Field> field) {
+std::string formatted(const Reading& reading, Format format, std::optional<platform::Source> field) {
     switch (format) {
     case Format::json:
         return jsonText(reading);
@@ -19,14 +20,22 @@ std::string formatted(const Reading& reading, Format format, std::optional<Field
     return inLocaleCharacters(field ? plainText(reading, *field) : plainText(reading));
 }
 
-std::string networkLine(const Reading& reading, bool withArrows) {
-    const auto part = [&](std::string_view sign, std::string_view caption, std::string_view figure) {
-        const std::string_view text = reading.label(figure);
-        return std::string(withArrows ? sign : reading.label(caption)) + ' ' +
-               std::string(text.empty() || reading.hasFailed(platform::Source::network) ? "-" : text);
-    };
-    return part("\u2193", "dataReceivedNETWORKTitleLabel", "dataReceivedNETWORKLabel") + "  " +
-           part("\u2191", "dataSentNETWORKTitleLabel", "dataSentNETWORKLabel");
+std::string figureOf(const Reading::Row& row) {
+    return row.figure.empty() ? "-" : row.figure;
+}
+
+std::string percentOf(const Reading::Section& section) {
+    return section.hasFailed || !section.chart ? "-" : percentText(section.chart->progress);
+}
+
+std::string rowsLine(const Reading::Section& section, bool withSigns) {
+    std::string line;
+    for (const Reading::Row& row : section.rows) {
+        line += line.empty() ? "" : "  ";
+        line += withSigns ? std::string(row.kind->sign) : row.caption;
+        line += ' ' + figureOf(row);
+    }
+    return line;
 }
 
 } // namespace vantor::hosts::terminal

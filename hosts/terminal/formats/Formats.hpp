@@ -13,12 +13,13 @@ enum class Format : std::uint8_t { text, json, waybar, prometheus };
 
 /// A reading as a format writes it, ending in a newline. With a field, only that section: `text` and `waybar`
 /// know that. Pure, but for `text`, which speaks the user's language and character set.
-[[nodiscard]] std::string formatted(const Reading& reading, Format format, std::optional<Field> field);
+[[nodiscard]] std::string formatted(const Reading& reading, Format format,
+                                    std::optional<platform::Source> field);
 
 /// The page for people: sections with captions and figures, aligned by the width that they take on a screen.
 [[nodiscard]] std::string plainText(const Reading& reading);
 /// One section as a short line, such as "34%".
-[[nodiscard]] std::string plainText(const Reading& reading, Field field);
+[[nodiscard]] std::string plainText(const Reading& reading, platform::Source field);
 
 /// One JSON object in one line, as docs/vantor-report.schema.json describes it.
 [[nodiscard]] std::string jsonText(const Reading& reading);
@@ -26,13 +27,18 @@ enum class Format : std::uint8_t { text, json, waybar, prometheus };
 /// One JSON object in one line, as Waybar's custom modules take it (return-type json): "text", "tooltip" (in
 /// Pango markup), "class" and "percentage". Without a field: all three charts, with the class and percentage
 /// of the fullest.
-[[nodiscard]] std::string waybarText(const Reading& reading, std::optional<Field> field);
+[[nodiscard]] std::string waybarText(const Reading& reading, std::optional<platform::Source> field);
 
 /// The text exposition format 0.0.4 for a textfile collector. Bytes and ratios only; the figures of a source
 /// that failed are left out.
 [[nodiscard]] std::string prometheusText(const Reading& reading);
 
-/// The network's two figures in one line; with arrows or, for a screen without them, with captions.
-[[nodiscard]] std::string networkLine(const Reading& reading, bool withArrows);
+/// A figure or, where there is none, a dash; and so for a section's ring, as "34%".
+[[nodiscard]] std::string figureOf(const Reading::Row& row);
+[[nodiscard]] std::string percentOf(const Reading::Section& section);
+
+/// The figures of a section without a ring in one line; with their signs or, for a screen that does not have
+/// these characters, with their captions.
+[[nodiscard]] std::string rowsLine(const Reading::Section& section, bool withSigns);
 
 } // namespace vantor::hosts::terminal

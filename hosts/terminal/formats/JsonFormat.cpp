@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "charts/ArcChartStyle.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "platform/core/PrintableText.hpp"
 
@@ -33,8 +32,7 @@ Json memoryOf(const Reading& reading) {
 }
 
 Json storageOf(const Reading& reading) {
-    if (!reading.records.storage ||
-        reading.hasFailed(platform::Source::storage)) { // a failed query counts as 0 in the widget
+    if (!reading.records.storage) {
         return {{"total", nullptr}, {"used", nullptr}, {"free", nullptr}, {"releasable", nullptr}};
     }
     const StorageFigures& storage = *reading.records.storage;
@@ -45,10 +43,7 @@ Json storageOf(const Reading& reading) {
 }
 
 Json processorOf(const Reading& reading) {
-    CpuUsage usage{NAN, NAN, NAN, NAN};
-    if (reading.records.processor && !reading.hasFailed(platform::Source::processor)) {
-        usage = *reading.records.processor;
-    }
+    const CpuUsage usage = reading.records.processor.value_or(CpuUsage{NAN, NAN, NAN, NAN});
     return {{"system", numberOf(usage.system)},
             {"user", numberOf(usage.user)},
             {"idle", numberOf(usage.idle)},
@@ -56,8 +51,8 @@ Json processorOf(const Reading& reading) {
 }
 
 Json networkOf(const Reading& reading) {
-    const bool known = reading.records.network && !reading.hasFailed(platform::Source::network);
-    const NetworkFigures figures = known ? *reading.records.network : NetworkFigures{};
+    const bool known = reading.records.network.has_value();
+    const NetworkFigures figures = reading.records.network.value_or(NetworkFigures{});
     const auto counter = [&](std::uint64_t bytes) { return known ? Json(bytes) : Json(nullptr); };
     const auto rate = [&](std::int64_t delta) {
         return known && !figures.isFirst ? Json(delta) : Json(nullptr);
@@ -82,9 +77,10 @@ std::string hexOf(const platform::UIColor& color) {
 
 Json labelsOf(const Reading& reading) {
     Json object = Json::object();
-    for (const Reading::Label& label : reading.labels) {
-        if (!label.outlet.ends_with("TitleLabel")) {
-            object[std::string(label.outlet)] = platform::printableText(label.text);
+    for (const Reading::Section& section : reading.sections) {
+        for (const Reading::Row& row : section.rows) {
+            object[std::string(row.kind->figure.name)] =
+                section.hasFailed ? Json(nullptr) : Json(platform::printableText(row.figure));
         }
     }
     return object;
@@ -92,10 +88,13 @@ Json labelsOf(const Reading& reading) {
 
 Json chartsOf(const Reading& reading) {
     Json object = Json::object();
-    for (const Reading::Chart& chart : reading.charts) {
-        object[std::string(chart.name)] = {{"progress", numberOf(chart.progress)},
-                                           {"text", percentText(chart.progress)},
-                                           {"color", hexOf(chart.color)}};
+    for (const Reading::Section& section : reading.sections) {
+        if (section.chart) {
+            object[std::string(section.kind->mark)] = {
+                {"progress", numberOf(section.chart->progress)},
+                {"text", section.hasFailed ? Json(nullptr) : Json(percentOf(section))},
+                {"color", hexOf(section.chart->color)}};
+        }
     }
     return object;
 }

@@ -117,18 +117,21 @@ std::string prometheusText(const Reading& reading) {
     if (records.memory) {
         addMemory(exposition, *records.memory);
     }
-    if (records.storage && !reading.hasFailed(platform::Source::storage)) {
+    if (records.storage) {
         addStorage(exposition, *records.storage);
     }
-    if (records.processor && !reading.hasFailed(platform::Source::processor)) {
+    if (records.processor) {
         addProcessor(exposition, *records.processor);
     }
-    if (records.network && !reading.hasFailed(platform::Source::network)) {
+    if (records.network) {
         addNetwork(exposition, *records.network);
     }
     exposition.family("vantor_chart_progress_ratio", "gauge", "What a ring shows; 1 is full.");
-    for (const Reading::Chart& chart : reading.charts) {
-        exposition.sample("{chart=\"" + std::string(chart.name) + "\"}", numberText(chart.progress));
+    for (const Reading::Section& section : reading.sections) {
+        if (section.chart && !section.hasFailed) {
+            exposition.sample("{chart=\"" + std::string(section.kind->mark) + "\"}",
+                              numberText(section.chart->progress));
+        }
     }
     addSources(exposition, reading);
     return exposition.text();

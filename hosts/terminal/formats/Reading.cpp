@@ -2,7 +2,6 @@
 #include "hosts/terminal/formats/Reading.hpp"
 
 #include "charts/LevelColor.hpp"
-#include "controller/Outlets.hpp"
 
 #include <algorithm>
 #include <array>
@@ -15,18 +14,45 @@ namespace vantor::hosts::terminal {
 
 namespace {
 
-constexpr std::array<std::string_view, chartOutlets.size()> chartNames{"ram", "storage", "cpu"};
+/// What a failed source told last, or counts as in the widget, is no figure.
+void forget(ReportRecords& records, platform::Source source) {
+    switch (source) {
+    case platform::Source::memory:
+        records.memory.reset();
+        break;
+    case platform::Source::storage:
+        records.storage.reset();
+        break;
+    case platform::Source::processor:
+        records.processor.reset();
+        break;
+    case platform::Source::network:
+        records.network.reset();
+        break;
+    case platform::Source::preferences:
+        break;
+    }
+}
+
+Reading::Section sectionRead(const TEReportTableViewController& controller, const Section& kind,
+                             bool hasFailed) {
+    Reading::Section section{&kind, hasFailed, {}, std::nullopt};
+    for (const SectionRow& row : kind.rows) {
+        section.rows.push_back({&row, (controller.*row.caption.label)->text(),
+                                hasFailed ? std::string() : (controller.*row.figure.label)->text(),
+                                isShown(controller, row)});
+    }
+    if (const ArcChartView* const view = chartOf(controller, kind)) {
+        section.chart = {hasFailed ? NAN : view->arcChartViewModel->progress(), view->title,
+                         view->arcChartViewModel->innerRingColor()};
+    }
+    return section;
+}
 
 } // namespace
 
-std::string_view Reading::label(std::string_view outlet) const {
-    const auto found = std::ranges::find(labels, outlet, &Label::outlet);
-    return found != labels.end() ? std::string_view(found->text) : std::string_view();
-}
-
-const Reading::Chart* Reading::chart(std::string_view name) const {
-    const auto found = std::ranges::find(charts, name, &Chart::name);
-    return found != charts.end() ? &*found : nullptr;
+const Reading::Section& Reading::section(platform::Source source) const {
+    return *std::ranges::find(sections, source, [](const Section& section) { return section.kind->source; });
 }
 
 bool Reading::hasFailed(platform::Source source) const {
@@ -39,18 +65,12 @@ Reading readingOf(const TEReportTableViewController& controller,
     reading.time = time;
     reading.records = controller.records();
     reading.failures = std::move(failures);
-    for (const LabelOutlet& outlet : labelOutlets) {
-        reading.labels.push_back({outlet.name, (controller.*outlet.label)->text()});
+    for (const platform::SourceFailure& failure : reading.failures) {
+        forget(reading.records, failure.source);
     }
-    for (std::size_t i = 0; i < chartOutlets.size(); ++i) {
-        const auto& container = (controller.*chartOutlets[i].chart)();
-        if (container != nullptr && container->hostingController()->rootView()) {
-            const ArcChartView& view = *container->hostingController()->rootView();
-            reading.charts.push_back({chartNames[i], view.arcChartViewModel->progress(), view.title,
-                                      view.arcChartViewModel->innerRingColor()});
-        }
+    for (const Section& section : sections) {
+        reading.sections.push_back(sectionRead(controller, section, reading.hasFailed(section.source)));
     }
-    reading.showsReleasable = !controller.releasableSTORAGEStackView->isHidden();
     return reading;
 }
 
@@ -83,11 +103,6 @@ std::optional<int> wholePercent(double progress) {
         return std::nullopt;
     }
     return static_cast<int>(std::nearbyint(std::clamp(progress, 0.0, 1.0) * 100));
-}
-
-std::string_view chartName(Field field) {
-    const auto index = static_cast<std::size_t>(field);
-    return index < chartNames.size() ? chartNames[index] : std::string_view();
 }
 
 } // namespace vantor::hosts::terminal

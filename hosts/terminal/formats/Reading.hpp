@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "controller/TEReportTableViewController.hpp"
-#include "platform/machine/Source.hpp"
+#include "controller/Sections.hpp"
 
 #include <chrono>
 #include <optional>
@@ -12,29 +11,34 @@
 
 namespace vantor::hosts::terminal {
 
-/// What the widget showed at one moment, as values: the source of every format.
+/// What the widget showed at one moment, as values: the source of every format. Of a section whose source has
+/// failed there is no figure in it, whatever the widget still shows.
 struct Reading {
-    struct Label {
-        std::string_view outlet;
-        std::string text;
+    struct Row {
+        const SectionRow* kind;
+        std::string caption;
+        std::string figure; ///< empty: there is none
+        bool isShown;       ///< false: a preference hides it
     };
     struct Chart {
-        std::string_view name; ///< "ram", "storage" or "cpu"
-        double progress = 0;   ///< the fraction shown; may be not-a-number
+        double progress; ///< the fraction shown; not-a-number where there is none
         std::string title;
-        platform::UIColor color = platform::UIColor::systemGreenColor();
+        platform::UIColor color;
+    };
+    struct Section {
+        const vantor::Section* kind;
+        bool hasFailed;
+        std::vector<Row> rows;
+        std::optional<Chart> chart; ///< absent where the section has no ring
     };
 
     std::chrono::system_clock::time_point time;
     ReportRecords records;
-    std::vector<Label> labels; ///< captions and figures, in the order of the outlets
-    std::vector<Chart> charts; ///< in the order of the sections
-    bool showsReleasable = false;
+    std::vector<Section> sections;
     std::vector<platform::SourceFailure> failures;
 
-    /// The text of a label; empty where there is none.
-    [[nodiscard]] std::string_view label(std::string_view outlet) const;
-    [[nodiscard]] const Chart* chart(std::string_view name) const;
+    /// The section of a source that has one.
+    [[nodiscard]] const Section& section(platform::Source source) const;
     [[nodiscard]] bool hasFailed(platform::Source source) const;
 };
 
@@ -52,11 +56,5 @@ struct Reading {
 
 /// A fraction in whole percent as the ring shows it, within 0...100; absent for not-a-number.
 [[nodiscard]] std::optional<int> wholePercent(double progress);
-
-/// One section, for readings of a single one.
-enum class Field : std::uint8_t { ram, storage, cpu, network };
-
-/// The name of a field's chart; empty for the network, which has none.
-[[nodiscard]] std::string_view chartName(Field field);
 
 } // namespace vantor::hosts::terminal

@@ -10,7 +10,6 @@
 namespace vantor::hosts::terminal {
 
 using platform::NSLocalizedString;
-using platform::Source;
 
 namespace {
 
@@ -19,46 +18,25 @@ struct Line {
     std::string right;
 };
 
-/// The outlets of a section's rows, without "TitleLabel" and "Label", in reading order.
-struct Section {
-    std::string_view nameKey;
-    platform::Source source;
-    std::string_view chart;
-    std::vector<std::string_view> outlets;
-};
-
-std::vector<Section> sections(const Reading& reading) {
-    std::vector<std::string_view> storage{"totalSTORAGE", "usedSTORAGE", "freeSTORAGE"};
-    if (reading.showsReleasable) {
-        storage.emplace_back("releasableSTORAGE");
-    }
-    return {{"host_MEMORY", Source::memory, "ram", {"usedRAM", "freeRAM"}},
-            {"host_STORAGE", Source::storage, "storage", std::move(storage)},
-            {"host_PROCESSOR", Source::processor, "cpu", {"userCPU", "systemCPU", "inactiveCPU"}},
-            {"host_NETWORK", Source::network, "", {"dataReceivedNETWORK", "dataSentNETWORK"}}};
-}
-
-std::string headFigure(const Reading& reading, const Section& section) {
-    if (reading.hasFailed(section.source)) {
+std::string headFigure(const Reading::Section& section) {
+    if (section.hasFailed) {
         return NSLocalizedString("host_UNAVAILABLE");
     }
-    const Reading::Chart* const chart = reading.chart(section.chart);
-    return chart != nullptr ? percentText(chart->progress) : std::string();
+    return section.chart ? percentOf(section) : std::string();
 }
 
 /// An empty line has neither side.
 std::vector<Line> lines(const Reading& reading) {
     std::vector<Line> lines;
-    for (const Section& section : sections(reading)) {
+    for (const Reading::Section& section : reading.sections) {
         if (!lines.empty()) {
             lines.emplace_back();
         }
-        lines.push_back({NSLocalizedString(section.nameKey), headFigure(reading, section)});
-        for (const std::string_view outlet : section.outlets) {
-            const std::string name(outlet);
-            lines.push_back({"  " + std::string(reading.label(name + "TitleLabel")),
-                             reading.hasFailed(section.source) ? std::string("-")
-                                                               : std::string(reading.label(name + "Label"))});
+        lines.push_back({NSLocalizedString(section.kind->headingKey), headFigure(section)});
+        for (const Reading::Row& row : section.rows) {
+            if (row.isShown) {
+                lines.push_back({"  " + row.caption, figureOf(row)});
+            }
         }
     }
     return lines;
@@ -93,12 +71,9 @@ std::string plainText(const Reading& reading) {
     return text;
 }
 
-std::string plainText(const Reading& reading, Field field) {
-    if (field == Field::network) {
-        return networkLine(reading, localeIsUtf8()) + '\n';
-    }
-    const Reading::Chart* const chart = reading.chart(chartName(field));
-    return (chart != nullptr ? percentText(chart->progress) : "-") + '\n';
+std::string plainText(const Reading& reading, platform::Source field) {
+    const Reading::Section& section = reading.section(field);
+    return (section.chart ? percentOf(section) : rowsLine(section, localeIsUtf8())) + '\n';
 }
 
 } // namespace vantor::hosts::terminal

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "charts/ArcChartStyle.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "platform/core/PrintableText.hpp"
 
@@ -32,20 +31,18 @@ std::string markup(std::string_view text) {
     return escaped;
 }
 
+bool isAsked(const Reading::Section& section, std::optional<platform::Source> field) {
+    return !field || section.kind->source == *field;
+}
+
 /// "Used RAM: 5.2 GB" for each figure of the fields asked for, then what failed.
-std::string tooltip(const Reading& reading, std::optional<Field> field) {
-    static constexpr std::string_view marks[] = {"RAM", "STORAGE", "CPU", "NETWORK"};
-    constexpr std::size_t suffix = 5; // "Label"
+std::string tooltip(const Reading& reading, std::optional<platform::Source> field) {
     std::string text;
-    for (const Reading::Label& label : reading.labels) {
-        const bool isFigure = !label.outlet.ends_with("TitleLabel");
-        const bool isAsked =
-            !field || label.outlet.find(marks[static_cast<std::size_t>(*field)]) != std::string_view::npos;
-        const bool isHidden = label.outlet == "releasableSTORAGELabel" && !reading.showsReleasable;
-        if (isFigure && isAsked && !isHidden) {
-            const std::string name(label.outlet.substr(0, label.outlet.size() - suffix));
-            text += text.empty() ? "" : "\n";
-            text += markup(reading.label(name + "TitleLabel")) + ": " + markup(label.text);
+    for (const Reading::Section& section : reading.sections) {
+        for (const Reading::Row& row : section.rows) {
+            if (row.isShown && isAsked(section, field)) {
+                text += (text.empty() ? "" : "\n") + markup(row.caption) + ": " + markup(figureOf(row));
+            }
         }
     }
     for (const platform::SourceFailure& failure : reading.failures) {
@@ -56,24 +53,24 @@ std::string tooltip(const Reading& reading, std::optional<Field> field) {
 }
 
 /// The fullest chart, or the one asked for.
-double fullest(const Reading& reading, std::optional<Field> field) {
+double fullest(const Reading& reading, std::optional<platform::Source> field) {
     double progress = NAN;
-    for (const Reading::Chart& chart : reading.charts) {
-        if (!field || chart.name == chartName(*field)) {
-            progress = std::fmax(progress, chart.progress); // the other one where one is not-a-number
+    for (const Reading::Section& section : reading.sections) {
+        if (section.chart && isAsked(section, field)) {
+            progress = std::fmax(progress, section.chart->progress); // the other where one is not-a-number
         }
     }
     return progress;
 }
 
-std::string shortText(const Reading& reading, std::optional<Field> field) {
-    if (field == Field::network) {
-        return networkLine(reading, true);
+std::string shortText(const Reading& reading, std::optional<platform::Source> field) {
+    if (field && !reading.section(*field).chart) {
+        return rowsLine(reading.section(*field), true);
     }
     std::string text;
-    for (const Reading::Chart& chart : reading.charts) {
-        if (!field || chart.name == chartName(*field)) {
-            text += (text.empty() ? "" : "  ") + percentText(chart.progress);
+    for (const Reading::Section& section : reading.sections) {
+        if (section.chart && isAsked(section, field)) {
+            text += (text.empty() ? "" : "  ") + percentOf(section);
         }
     }
     return text;
@@ -81,7 +78,7 @@ std::string shortText(const Reading& reading, std::optional<Field> field) {
 
 } // namespace
 
-std::string waybarText(const Reading& reading, std::optional<Field> field) {
+std::string waybarText(const Reading& reading, std::optional<platform::Source> field) {
     nlohmann::ordered_json object{{"text", markup(shortText(reading, field))},
                                   {"tooltip", tooltip(reading, field)}};
     const double progress = fullest(reading, field);

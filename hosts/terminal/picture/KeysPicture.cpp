@@ -26,19 +26,24 @@ int widthOf(const Keys& keys, bool isShort) {
     return width;
 }
 
+/// Pages can be opened without a key, so theirs go first, the last one before the others; then the mode's.
+Keys::const_iterator leastNeeded(const Keys& keys) {
+    for (auto key = keys.end() - 1; key != keys.begin(); --key) {
+        if (std::holds_alternative<platform::Source>((*key)->action)) {
+            return key;
+        }
+    }
+    return keys.begin() + (keys.size() > 2 ? 1 : 0);
+}
+
 /// The keys that fit, in their order; the one to leave and the one to refresh stay longest.
 Keys fitting(const Scene& scene, int width) {
     Keys keys;
     for (const Scene::Key& key : scene.keys) {
         keys.push_back(&key);
     }
-    static constexpr Action sacrifices[] = {Action::showCpuChart, Action::openApp, Action::cleanRam,
-                                            Action::changeMode, Action::refresh};
-    for (const Action action : sacrifices) {
-        if (widthOf(keys, true) <= width) {
-            break;
-        }
-        std::erase_if(keys, [&](const Scene::Key* key) { return key->action == action; });
+    while (keys.size() > 1 && widthOf(keys, true) > width) {
+        keys.erase(leastNeeded(keys));
     }
     return keys;
 }

@@ -9,7 +9,6 @@ namespace vantor::hosts::terminal {
 
 namespace {
 
-constexpr int columns = static_cast<int>(Scene::charts);
 constexpr int smallestRing = 4; // rows, with the caption: below that it is no circle any more
 constexpr int largestRing = 32;
 constexpr int roomyRing = 7;   // a ring gives up rows for blank lines and headings down to this size
@@ -30,7 +29,7 @@ int rowWidthOf(const Scene& scene) {
         }
     };
     std::ranges::for_each(scene.sections, look);
-    look(scene.network);
+    std::ranges::for_each(scene.lines, look);
     return width;
 }
 
@@ -43,9 +42,11 @@ int longestList(const Scene& scene) {
 }
 
 int wholeList(const Scene& scene) {
-    std::size_t rows = scene.network.rows.size() + 1;
-    for (const Scene::Section& section : scene.sections) {
-        rows += section.rows.size() + 1; // and the heading
+    std::size_t rows = 0;
+    for (const auto* const sections : {&scene.sections, &scene.lines}) {
+        for (const Scene::Section& section : *sections) {
+            rows += section.rows.size() + 1; // and the heading
+        }
     }
     return static_cast<int>(rows);
 }
@@ -63,24 +64,24 @@ Layout ringsIn(Layout layout, int height, int widest, int lines, int extra) {
 
 Layout below(Layout layout, Size size) {
     layout.arrangement = Arrangement::below;
-    const int widest = (size.width - (columns - 1) * gap) / columns;
+    const int widest = (size.width - (layout.columns - 1) * gap) / layout.columns;
     if (even(widest) < layout.rowWidth) {
         return layout;
     }
-    layout = ringsIn(layout, size.height, widest / 2, layout.listRows + 1, 4);
+    layout = ringsIn(layout, size.height, widest / 2, layout.listRows + layout.lines, 4);
     layout.columnWidth = even(std::min(widest, std::max(layout.rowWidth, 2 * layout.ringRows) + 2 * gap));
     return layout;
 }
 
 Layout beside(Layout layout, Size size) {
     layout.arrangement = Arrangement::beside;
-    const int widest = (size.width - 2 * columns * gap) / columns;
+    const int widest = (size.width - 2 * layout.columns * gap) / layout.columns;
     if (size.height <= layout.listRows) {
         return layout;
     }
-    layout = ringsIn(layout, size.height, (widest - gap - layout.rowWidth) / 2, 1, 1);
+    layout = ringsIn(layout, size.height, (widest - gap - layout.rowWidth) / 2, layout.lines, 1);
     layout.columnWidth = 2 * layout.ringRows + gap + layout.rowWidth;
-    layout.height = std::max(layout.height, layout.listRows + 1);
+    layout.height = std::max(layout.height, layout.listRows + layout.lines);
     return layout;
 }
 
@@ -89,16 +90,16 @@ Layout stacked(Layout layout, Size size, int list) {
     if (size.width < layout.rowWidth) {
         return layout;
     }
-    const int widest = (size.width - columns + 1) / columns;
-    layout = ringsIn(layout, size.height, widest / 2, list + 1, columns);
+    const int widest = (size.width - layout.columns + 1) / layout.columns;
+    layout = ringsIn(layout, size.height, widest / 2, list + 1, layout.columns + layout.lines - 1);
     layout.columnWidth = even(std::min(widest, 2 * layout.ringRows + 2 * gap));
     return layout;
 }
 
 Layout rings(Layout layout, Size size) {
     layout.arrangement = Arrangement::rings;
-    const int widest = (size.width - columns + 1) / columns;
-    layout = ringsIn(layout, size.height, widest / 2, 1, 1);
+    const int widest = (size.width - layout.columns + 1) / layout.columns;
+    layout = ringsIn(layout, size.height, widest / 2, layout.lines, 1);
     layout.columnWidth = even(std::min(widest, 2 * layout.ringRows + 2 * gap));
     return layout;
 }
@@ -107,6 +108,8 @@ Layout rings(Layout layout, Size size) {
 
 Layout layoutFor(const Scene& scene, Size size) {
     Layout start;
+    start.columns = static_cast<int>(scene.sections.size());
+    start.lines = static_cast<int>(scene.lines.size());
     start.hasKeys = size.height > smallestRing;
     start.listRows = longestList(scene);
     start.rowWidth = rowWidthOf(scene);
@@ -124,9 +127,10 @@ Layout layoutFor(const Scene& scene, Size size) {
     if (const Layout layout = rings(start, room); layout.ringRows >= smallestRing) {
         return layout;
     }
-    start.arrangement = size.height >= columns ? Arrangement::bars : Arrangement::line;
-    start.hasKeys = start.hasKeys && size.height > columns + 2;
-    start.height = std::min(size.height, start.arrangement == Arrangement::line ? 1 : columns + 1);
+    start.arrangement = size.height >= start.columns ? Arrangement::bars : Arrangement::line;
+    start.hasKeys = start.hasKeys && size.height > start.columns + start.lines + 1;
+    start.height =
+        std::min(size.height, start.arrangement == Arrangement::line ? 1 : start.columns + start.lines);
     return start;
 }
 

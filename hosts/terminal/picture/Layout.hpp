@@ -21,6 +21,8 @@ enum class Arrangement : std::uint8_t {
 /// An arrangement with its measures, in cells.
 struct Layout {
     Arrangement arrangement = Arrangement::line;
+    int columns = 0;     ///< one for each section with a ring
+    int lines = 0;       ///< and one line for each without
     int ringRows = 0;    ///< the height of a ring with its caption; it is twice as wide
     int columnWidth = 0; ///< of a ring's column
     int rowWidth = 0;    ///< what a caption and its figure need

@@ -52,17 +52,14 @@ char32_t levelGlyph(const Scene::Section& section, const Look& look) {
     return U'\u2581' + static_cast<char32_t>(std::min(pinned * 8, 7.0));
 }
 
-enum class Wording : std::uint8_t { captions, arrows, tight };
+enum class Wording : std::uint8_t { captions, signs, tight };
 
-std::string networkText(const Scene& scene, Wording wording, Glyphs glyphs) {
-    const bool isAscii = glyphs == Glyphs::ascii;
-    const char* const arrows[] = {isAscii ? "v" : "\u2193", isAscii ? "^" : "\u2191"};
+std::string rowsText(const Scene::Section& section, Wording wording, Glyphs glyphs) {
     const char* const gaps[] = {"    ", "  ", " "};
     std::string text;
-    for (std::size_t i = 0; i < scene.network.rows.size(); ++i) {
-        const Scene::Row& row = scene.network.rows[i];
+    for (const Scene::Row& row : section.rows) {
         text += text.empty() ? "" : gaps[static_cast<std::size_t>(wording)];
-        text += arrows[i % 2];
+        text += glyphs == Glyphs::ascii ? row.asciiSign : row.sign;
         text += wording == Wording::tight ? "" : " ";
         text += wording == Wording::captions ? row.caption + " " : "";
         text += row.figure.empty() ? "-" : row.figure;
@@ -100,15 +97,18 @@ void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platfo
     }
 }
 
-void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box) {
-    std::string text;
-    for (const Wording wording : {Wording::captions, Wording::arrows, Wording::tight}) {
-        text = networkText(scene, wording, sheet.look().glyphs);
-        if (displayWidth(text) <= box.width) {
-            break;
+void drawLines(Sheet& sheet, const Scene& scene, Box box) {
+    for (const Scene::Section& section : scene.lines) {
+        std::string text;
+        for (const Wording wording : {Wording::captions, Wording::signs, Wording::tight}) {
+            text = rowsText(section, wording, sheet.look().glyphs);
+            if (displayWidth(text) <= box.width) {
+                break;
+            }
         }
+        sheet.text(box, text, Align::center, {});
+        ++box.row;
     }
-    sheet.text(box, text, Align::center, {});
 }
 
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box) {
@@ -153,7 +153,7 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) 
         ++row;
     }
     if (row < sheet.size().height) {
-        drawNetwork(sheet, scene, {column, row, width});
+        drawLines(sheet, scene, {column, row, width});
     }
 }
 
@@ -161,16 +161,20 @@ void drawLine(Sheet& sheet, const Scene& scene, int row) {
     const Box whole{0, row, sheet.size().width};
     const std::string titled = chartsText(scene, true);
     std::string everything = titled;
-    everything.append("   ").append(networkText(scene, Wording::arrows, sheet.look().glyphs));
+    for (const Scene::Section& section : scene.lines) {
+        everything.append("   ").append(rowsText(section, Wording::signs, sheet.look().glyphs));
+    }
     for (const std::string& text : {everything, titled, chartsText(scene, false)}) {
         if (displayWidth(text) <= whole.width) {
             sheet.text(whole, text, Align::leading, {});
             return;
         }
     }
-    for (int i = 0; i < std::min<int>(whole.width, Scene::charts); ++i) {
-        const Scene::Section& section = scene.sections[static_cast<std::size_t>(i)];
-        sheet.put(whole, i, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+    int column = 0;
+    for (const Scene::Section& section : scene.sections) {
+        if (column < whole.width) {
+            sheet.put(whole, column++, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+        }
     }
 }
 

@@ -16,8 +16,8 @@ void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platfo
 /// The captions and figures of a section, one line each, from a box's first row on.
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box);
 
-/// The network's two figures side by side, centred in one row.
-void drawNetwork(Sheet& sheet, const Scene& scene, const Box& box);
+/// The sections without a ring, each with its figures side by side, centred in a row of its own.
+void drawLines(Sheet& sheet, const Scene& scene, Box box);
 
 /// The notice, or the keys and what they do, as many words as fit.
 void drawKeys(Sheet& sheet, const Scene& scene, const Box& box);

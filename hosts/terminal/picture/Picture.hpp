@@ -25,7 +25,7 @@ struct HitArea {
     int row = 0;
     int width = 0;
     int height = 0;
-    Action action = Action::refresh;
+    Action action;
 };
 
 /// Where a chart stands in a picture.

@@ -34,10 +34,9 @@ void placeRing(Sheet& sheet, const Scene& scene, std::size_t index, const Box& b
 }
 
 void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {
-    constexpr int columns = static_cast<int>(Scene::charts);
     const bool isBeside = layout.arrangement == Arrangement::beside;
     const int gap = isBeside ? 4 : 1;
-    const int whole = columns * layout.columnWidth + (columns - 1) * gap;
+    const int whole = layout.columns * layout.columnWidth + (layout.columns - 1) * gap;
     int column = std::max(0, (sheet.size().width - whole) / 2);
     for (std::size_t index = 0; index < scene.sections.size(); ++index) {
         const Scene::Section& section = scene.sections[index];
@@ -57,9 +56,9 @@ void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top
 
 /// The figures below the rings, each list as wide as its ring unless it needs more.
 void drawLists(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
-    constexpr int columns = static_cast<int>(Scene::charts);
     const int width = std::min(std::max(layout.columnWidth - 2, layout.rowWidth), layout.rowWidth + 4);
-    int column = std::max(0, (sheet.size().width - columns * layout.columnWidth - columns + 1) / 2);
+    int column =
+        std::max(0, (sheet.size().width - layout.columns * layout.columnWidth - layout.columns + 1) / 2);
     for (const Scene::Section& section : scene.sections) {
         drawRows(sheet, section, {column + (layout.columnWidth - width) / 2, row, width});
         column += layout.columnWidth + 1;
@@ -67,8 +66,8 @@ void drawLists(Sheet& sheet, const Scene& scene, const Layout& layout, int row) 
 }
 
 void drawHeadings(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
-    constexpr int columns = static_cast<int>(Scene::charts);
-    int column = std::max(0, (sheet.size().width - columns * layout.columnWidth - columns + 1) / 2);
+    int column =
+        std::max(0, (sheet.size().width - layout.columns * layout.columnWidth - layout.columns + 1) / 2);
     for (const Scene::Section& section : scene.sections) {
         sheet.text({column, row, layout.columnWidth}, section.name, Align::center, strongInk());
         column += layout.columnWidth + 1;
@@ -84,7 +83,7 @@ void drawStack(Sheet& sheet, const Scene& scene, const Layout& layout, int row) 
         row += static_cast<int>(section.rows.size()) + 1 + (layout.isRoomy ? 1 : 0);
     };
     std::ranges::for_each(scene.sections, list);
-    list(scene.network);
+    std::ranges::for_each(scene.lines, list);
 }
 
 } // namespace
@@ -120,9 +119,9 @@ void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, 
         drawLists(sheet, scene, layout, row);
         row += layout.listRows;
     } else {
-        row = std::max(row, top + layout.height - 1 - (layout.isRoomy ? 1 : 0));
+        row = std::max(row, top + layout.height - layout.lines - (layout.isRoomy ? 1 : 0));
     }
-    drawNetwork(sheet, scene, {0, row + (layout.isRoomy ? 1 : 0), sheet.size().width});
+    drawLines(sheet, scene, {0, row + (layout.isRoomy ? 1 : 0), sheet.size().width});
 }
 
 } // namespace vantor::hosts::terminal

@@ -2,44 +2,47 @@
 #pragma once
 
 #include "charts/ArcChartView.hpp"
+#include "platform/machine/Source.hpp"
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 #include <vector>
 
 namespace vantor::hosts::terminal {
 
-/// What the user can ask for with a key or a click.
-enum class Action : std::uint8_t { refresh, cleanRam, openApp, showCpuChart, changeMode, quit };
+/// What the user can ask for with a key or a click: what a section offers, or something of the host itself.
+enum class HostAction : std::uint8_t { changeMode, quit };
+using Action = std::variant<platform::Source, HostAction>;
 
 /// The texts and charts to show, read from the view tree.
 struct Scene {
     struct Row {
         std::string caption;
-        std::string figure; ///< empty until the first report
+        std::string figure;    ///< empty until the first report
+        std::string_view sign = {}; ///< a character in place of the caption
+        std::string_view asciiSign = {};
     };
     struct Section {
         std::string name;
-        std::optional<ArcChartView> chart; ///< absent for the network
+        std::optional<ArcChartView> chart;
         std::vector<Row> rows;
-        Action action = Action::refresh; ///< of a click on the chart
+        Action action; ///< of a click on the chart
     };
     struct Key {
         char key = 0;
         std::string text;
         std::string shortText;
-        Action action = Action::refresh;
+        Action action;
     };
 
-    static constexpr std::size_t charts = 3;
-    std::array<Section, charts> sections; ///< memory, storage, processor
-    Section network;                      ///< received, then sent
-    std::vector<Key> keys;
-    std::string notice;  ///< something to tell, in place of the keys
-    std::string warning; ///< what cannot be read at present, above the keys where there is room
+    std::vector<Section> sections; ///< those with a ring, one column each
+    std::vector<Section> lines;    ///< those without, one line each
+    std::vector<Key> keys;         ///< the one that is needed most first, the one to leave last
+    std::string notice;            ///< something to tell, in place of the keys
+    std::string warning;           ///< what cannot be read at present, above the keys where there is room
     bool isExpanded = true;
 };
 

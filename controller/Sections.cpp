@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "controller/Sections.hpp"
+
+namespace vantor {
+
+bool isShown(const TEReportTableViewController& controller, const SectionRow& row) {
+    return !row.stack || !(controller.*row.stack->stack)->isHidden();
+}
+
+const ArcChartView* chartOf(const TEReportTableViewController& controller, const Section& section) {
+    if (!section.chart) {
+        return nullptr;
+    }
+    const auto& container = (controller.*section.chart->chart)();
+    return container != nullptr && container->hostingController()->rootView()
+               ? &*container->hostingController()->rootView()
+               : nullptr;
+}
+
+} // namespace vantor
