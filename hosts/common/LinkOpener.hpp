@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/views/NSURL.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vantor::hosts::common {
+
+/// Has the desktop open links, each with the program that is registered for its scheme: asks xdg-mime(1)
+/// whether there is one, then hands the link to xdg-open(1). Both are started by their paths and waited for
+/// on a thread of their own, so that nothing here waits. Main thread.
+class LinkOpener {
+public:
+    /// Where the two programs are; empty: nowhere.
+    struct Programs {
+        std::string query; ///< xdg-mime; without it xdg-open alone says whether there is a program
+        std::string open;  ///< xdg-open
+        /// In the folders that a system installs programs to; PATH does not count.
+        static Programs installed();
+    };
+
+    explicit LinkOpener(Programs programs = Programs::installed());
+    /// From here on nobody is called back, and what is still being looked up is given up.
+    ~LinkOpener();
+    LinkOpener(const LinkOpener&) = delete;
+    LinkOpener& operator=(const LinkOpener&) = delete;
+
+    using Finished = std::function<void(bool opened)>;
+    /// `finished` hears in a later turn of the main loop whether the link was opened: false without a
+    /// desktop, without a program for the scheme, or when that fails to start. A link that is being opened
+    /// already is not opened a second time, and both callers hear the same.
+    void open(const platform::NSURL& url, Finished finished);
+
+    struct Lookups;
+
+private:
+    const Programs m_programs;
+    const std::shared_ptr<Lookups> m_lookups;
+};
+
+} // namespace vantor::hosts::common

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/LinkOpener.hpp"
+#include "platform/views/NSExtensionContext.hpp"
+
+#include <functional>
+#include <string>
+
+namespace vantor::hosts::common {
+
+/// A host as its widget sees it: has the widget's links opened by the desktop, and tells when none of its
+/// programs does.
+class WidgetContext final : public platform::NSExtensionContext {
+public:
+    /// `tell` is handed a line in the user's language, in a turn of the main loop. The host that it belongs
+    /// to takes the context away from its controller before it goes.
+    explicit WidgetContext(std::function<void(const std::string& line)> tell,
+                           LinkOpener::Programs programs = LinkOpener::Programs::installed());
+
+    void openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) override;
+    [[nodiscard]] bool offersExpanded() const {
+        return widgetLargestAvailableDisplayMode() == platform::NCWidgetDisplayMode::expanded;
+    }
+
+private:
+    const std::function<void(const std::string&)> m_tell;
+    LinkOpener m_opener; // gone before what it calls back
+};
+
+} // namespace vantor::hosts::common
