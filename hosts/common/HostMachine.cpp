@@ -2,6 +2,7 @@
 #include "hosts/common/HostMachine.hpp"
 
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/simulated/DemoMachine.hpp"
 
 namespace vantor::hosts::common {
@@ -18,13 +19,13 @@ std::unique_ptr<platform::Machine> machineFor(bool demo) {
     return machine;
 }
 
-platform::linux::ViewerOptions viewerFor(bool demo, bool useLocale) {
+std::unique_ptr<platform::Viewer> viewerFor(bool demo, bool useLocale) {
     platform::linux::ViewerOptions options;
     options.useLocale = useLocale;
     if (demo) {
         options.folders = {}; // the same pictures for everybody
     }
-    return options;
+    return std::make_unique<platform::linux::LinuxViewer>(options);
 }
 
 } // namespace

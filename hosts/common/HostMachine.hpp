@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/machine/Machine.hpp"
+#include "platform/viewer/Viewer.hpp"
 
 #include <memory>
 
@@ -10,7 +10,8 @@ namespace vantor::hosts::common {
 
 /// The machine that a host shows and the viewer in front of it, both in place while this lives: the machine
 /// that the program runs on and its user, or the demonstration's for a viewer without preferences, in the
-/// user's language. Make it first in main, after setlocale.
+/// user's language. The one door through which hosts come to a platform's own machine. Make it first in main,
+/// after setlocale.
 class HostMachine {
 public:
     /// `useLocale` off: English and its number signs, whatever the user's language.
@@ -18,9 +19,9 @@ public:
 
 private:
     std::unique_ptr<platform::Machine> m_machine;
-    platform::linux::LinuxViewer m_viewer;
+    std::unique_ptr<platform::Viewer> m_viewer;
     platform::Current<platform::Machine> m_currentMachine{*m_machine};
-    platform::Current<platform::Viewer> m_currentViewer{m_viewer};
+    platform::Current<platform::Viewer> m_currentViewer{*m_viewer};
 };
 
 } // namespace vantor::hosts::common

@@ -150,7 +150,10 @@ void LinkOpener::open(const platform::NSURL& url, Finished finished) {
         return;
     }
     try {
-        std::thread(lookUp, m_lookups, m_programs, link).detach();
+        // As a work item, so that what the loop is told by it counts for the same machine and viewer.
+        std::thread(platform::WorkItem([lookups = m_lookups, programs = m_programs, link] {
+            lookUp(lookups, programs, link);
+        })).detach();
     } catch (const std::system_error&) { // no more threads
         postConclusion(m_lookups, link, false);
     }

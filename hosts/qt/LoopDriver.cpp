@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/LoopDriver.hpp"
 
-#include "platform/posix/SleptTime.hpp"
-#include "platform/time/RunLoop.hpp"
-
 #include <QCoreApplication>
 #include <QEvent>
 #include <algorithm>
@@ -18,19 +15,14 @@ using platform::RunLoop;
 namespace {
 
 constexpr auto wakeEvent = static_cast<QEvent::Type>(QEvent::User + 1);
-constexpr double noticeableSleep = 0.5; // seconds
-
-double sleepTime() {
-    return std::chrono::duration<double>(platform::posix::sleptTime()).count();
-}
 
 } // namespace
 
-LoopDriver::LoopDriver(std::function<void()> turned, std::function<void()> slept)
-    : m_turned(std::move(turned)), m_slept(std::move(slept)) {
+LoopDriver::LoopDriver(std::function<void(Instant)> turn, Clock clock)
+    : m_turn(std::move(turn)), m_clock(std::move(clock)) {
     m_deadline.setSingleShot(true);
     m_deadline.setTimerType(Qt::PreciseTimer);
-    m_deadline.callOnTimeout(this, [this] { turn(); });
+    m_deadline.callOnTimeout(this, [this] { this->turn(); });
 }
 
 LoopDriver::~LoopDriver() {
@@ -41,7 +33,6 @@ void LoopDriver::start() {
     if (std::exchange(m_running, true)) {
         return;
     }
-    m_sleepTime = sleepTime();
     RunLoop::main().setWakeHandler([this] {
         if (!m_woken.exchange(true)) {
             QCoreApplication::postEvent(this, new QEvent(wakeEvent));
@@ -64,25 +55,17 @@ bool LoopDriver::event(QEvent* event) {
     return true;
 }
 
-bool LoopDriver::noticedSleep() {
-    const double before = std::exchange(m_sleepTime, sleepTime());
-    return m_sleepTime - before > noticeableSleep;
-}
-
 void LoopDriver::turn() {
     if (!m_running) {
         return;
     }
     m_woken = false; // first: what is posted from now on may miss this turn
-    if (noticedSleep()) {
-        m_slept();
+    m_turn(m_clock());
+    if (!m_running) {
+        return;
     }
-    RunLoop& loop = RunLoop::main();
-    loop.turn(std::chrono::steady_clock::now());
-    m_turned();
-    if (const std::optional<Instant> next = loop.nextDeadline()) {
-        const auto wait =
-            std::chrono::ceil<std::chrono::milliseconds>(*next - std::chrono::steady_clock::now());
+    if (const std::optional<Instant> next = RunLoop::main().nextDeadline()) {
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*next - m_clock());
         // The toolkit's timers count milliseconds in an int: a longer wait is taken in pieces.
         m_deadline.start(
             std::clamp(wait, std::chrono::milliseconds(0), std::chrono::milliseconds(1'000'000'000)));

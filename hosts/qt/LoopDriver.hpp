@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/time/RunLoop.hpp"
+
 #include <QObject>
 #include <QTimer>
 #include <atomic>
@@ -8,13 +10,14 @@
 
 namespace vantor::hosts::qt {
 
-/// Turns the main run loop inside the toolkit's event loop: when the next deadline has come, and when another
-/// thread has posted. Stopped, nothing is turned and nothing wakes up.
+/// Has the main run loop turned inside the toolkit's event loop: when its next deadline has come, and when
+/// another thread has posted. Stopped, nothing is turned and nothing wakes up.
 class LoopDriver final : public QObject {
 public:
-    /// `turned` is called after each turn; `slept` instead of a turn when the machine has slept since the
-    /// last one, so that timers can be set anew first.
-    LoopDriver(std::function<void()> turned, std::function<void()> slept);
+    using Clock = std::function<platform::Instant()>;
+
+    /// `turn` turns the loop at the instant it is given, which is the clock's.
+    LoopDriver(std::function<void(platform::Instant)> turn, Clock clock);
     ~LoopDriver() override;
 
     void start();
@@ -26,13 +29,11 @@ protected:
 
 private:
     void turn();
-    [[nodiscard]] bool noticedSleep();
 
-    std::function<void()> m_turned;
-    std::function<void()> m_slept;
+    std::function<void(platform::Instant)> m_turn;
+    Clock m_clock;
     QTimer m_deadline;
     std::atomic<bool> m_woken{false}; // an event is on its way
-    double m_sleepTime = 0;           // seconds that the machine has slept since it started
     bool m_running = false;
 };
 

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/Theme.hpp"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QFontInfo>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vantor::hosts::qt {
 
 using platform::Appearance;
 
 namespace {
+
+constexpr double usualFontSize = 14.7; // pixels: eleven points at 96 dots an inch, what desktops come with
+constexpr double greatestTextScale = 3;
 
 double luminance(const QColor& color) {
     const auto linear = [](double component) {
@@ -32,6 +37,16 @@ QColor visibleOn(const QColor& accent, const QColor& card, const QColor& text) {
 }
 
 } // namespace
+
+Appearance toolkitAppearance() {
+    const bool dark = QApplication::palette().color(QPalette::Window).lightness() < 128;
+    return dark ? Appearance::dark : Appearance::light;
+}
+
+double desktopTextScale() {
+    const double size = QFontInfo(QApplication::font()).pixelSize();
+    return std::clamp(size / usualFontSize, 1.0, greatestTextScale);
+}
 
 double contrast(const QColor& a, const QColor& b) {
     const double first = luminance(a);
@@ -62,6 +77,18 @@ Theme Theme::of(Appearance appearance, double pointScale, const QColor& accent) 
     const QColor blue = light ? QColor(0x00, 0x7A, 0xFF) : QColor(0x0A, 0x84, 0xFF);
     theme.accent = visibleOn(accent.isValid() ? accent : blue, theme.card, theme.text);
     return theme;
+}
+
+QPalette Theme::palette() const {
+    QPalette palette;
+    for (const auto& [role, color] :
+         {std::pair(QPalette::Window, card), std::pair(QPalette::WindowText, text),
+          std::pair(QPalette::Base, card), std::pair(QPalette::Text, text), std::pair(QPalette::Button, fill),
+          std::pair(QPalette::ButtonText, text), std::pair(QPalette::ToolTipBase, card),
+          std::pair(QPalette::ToolTipText, text), std::pair(QPalette::Highlight, accent)}) {
+        palette.setColor(role, color);
+    }
+    return palette;
 }
 
 QFont Theme::font(double points, QFont::Weight weight) const {

@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPalette>
 
 namespace vantor::hosts::qt {
 
@@ -33,9 +34,17 @@ struct Theme {
     /// The theme of an appearance. `accent` may be invalid: then it is the platform's blue.
     static Theme of(platform::Appearance appearance, double pointScale, const QColor& accent);
 
+    /// What the toolkit paints itself with, such as menus and tooltips.
+    [[nodiscard]] QPalette palette() const;
     [[nodiscard]] QFont font(double points, QFont::Weight weight = QFont::Normal) const;
     [[nodiscard]] int pixels(double points) const; ///< whole logical pixels
 };
+
+/// What the toolkit's own theme looks like, for desktops that do not say.
+[[nodiscard]] platform::Appearance toolkitAppearance();
+
+/// How much larger than usual the desktop wants its texts, 1...3.
+[[nodiscard]] double desktopTextScale();
 
 [[nodiscard]] QColor painted(const platform::UIColor& color, platform::Appearance appearance,
                              double opacity = 1);

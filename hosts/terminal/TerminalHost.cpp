@@ -4,8 +4,8 @@
 #include "controller/ReportInterface.hpp"
 #include "controller/Sections.hpp"
 #include "hosts/common/Failures.hpp"
+#include "hosts/common/WidgetSizes.hpp"
 #include "hosts/terminal/SceneReader.hpp"
-#include "hosts/terminal/screen/LinkOpener.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <chrono>
@@ -20,7 +20,9 @@ using platform::NSLocalizedString;
 namespace {
 
 constexpr std::chrono::seconds noticeTime{3};
-constexpr platform::CGSize widgetRoom{320, 110}; // points; a terminal's cells are laid out by their own rules
+// In points; a terminal's cells are laid out by rules of their own.
+constexpr platform::CGSize compactRoom{320, common::compactHeight};
+constexpr platform::CGSize expandedRoom{320, 500};
 
 std::string nameOf(platform::Source source) {
     const Section* const section = sectionOf(source);
@@ -29,35 +31,15 @@ std::string nameOf(platform::Source source) {
 
 } // namespace
 
-/// The widget's host as the widget sees it.
-class TerminalHost::Context final : public platform::NSExtensionContext {
-public:
-    explicit Context(TerminalHost& host) : m_host(host) {}
-
-    void openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) override {
-        m_host.m_lastLink = url.absoluteString();
-        const bool opened = openLink(m_host.m_lastLink);
-        if (!opened) {
-            m_host.linkFailed(platform::RunLoop::main().now());
-        }
-        if (completionHandler) {
-            completionHandler(opened);
-        }
-    }
-
-private:
-    TerminalHost& m_host;
-};
-
-TerminalHost::TerminalHost(bool isExpanded)
-    : m_context(std::make_shared<Context>(*this)),
-      m_controller(ReportInterface::instantiate()),
-      m_isExpanded(isExpanded) {
+TerminalHost::TerminalHost(bool isExpanded, common::LinkOpener::Programs programs)
+    : m_context(std::make_shared<common::WidgetContext>(
+          [this](const std::string& line) { tell(line, platform::RunLoop::main().now()); },
+          std::move(programs))),
+      m_controller(ReportInterface::instantiate()) {
     m_controller->setExtensionContext(m_context);
     m_controller->setReportHandler([this](platform::Source) { noteFailures(); });
     m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
-    m_controller->widgetActiveDisplayModeDidChange(
-        isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
+    setMode(isExpanded);
     m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
 }
 
@@ -67,8 +49,20 @@ TerminalHost::~TerminalHost() {
     m_controller->setExtensionContext(nullptr);
 }
 
+void TerminalHost::turn(Instant now) {
+    if (m_pauses.isOver(now)) {
+        common::resumeWidget(*m_controller, now);
+        m_changed = true;
+    }
+    platform::RunLoop::main().turn(now);
+}
+
 const Scene& TerminalHost::sceneAt(Instant now) {
     m_scene = sceneOf(*m_controller, m_isExpanded);
+    if (!m_context->offersExpanded()) {
+        std::erase_if(m_scene.keys,
+                      [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });
+    }
     if (now < m_noticeEnd) {
         m_scene.notice = m_notice;
     }
@@ -103,15 +97,16 @@ void TerminalHost::perform(Action action, Instant now) {
     } else if (std::get<HostAction>(action) == HostAction::quit) {
         m_hasQuit = true;
     } else {
-        m_isExpanded = !m_isExpanded;
-        m_controller->widgetActiveDisplayModeDidChange(
-            m_isExpanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact, widgetRoom);
+        setMode(!m_isExpanded);
     }
     m_changed = true;
 }
 
-void TerminalHost::linkFailed(Instant now) {
-    tell(platform::textWithValue(NSLocalizedString("host_NOHANDLER"), "link", m_lastLink), now);
+void TerminalHost::setMode(bool isExpanded) {
+    m_isExpanded = isExpanded && m_context->offersExpanded();
+    m_controller->widgetActiveDisplayModeDidChange(m_isExpanded ? NCWidgetDisplayMode::expanded
+                                                                : NCWidgetDisplayMode::compact,
+                                                   m_isExpanded ? expandedRoom : compactRoom);
 }
 
 void TerminalHost::tell(std::string text, Instant now) {
@@ -126,14 +121,6 @@ void TerminalHost::noteFailures() {
         m_failures = std::move(failures);
         m_changed = true;
     }
-}
-
-void TerminalHost::resume(Instant now) {
-    platform::RunLoop::main().restartTimers(now);
-    m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
-    m_controller->makeReports();
-    m_controller->resumeNETWORKStatus(); // the next tick's rate covers a second, not the pause
-    m_changed = true;
 }
 
 } // namespace vantor::hosts::terminal

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "controller/TEReportTableViewController.hpp"
+#include "hosts/common/Pause.hpp"
+#include "hosts/common/WidgetContext.hpp"
 #include "hosts/terminal/picture/Picture.hpp"
 #include "platform/machine/Machine.hpp"
 
@@ -15,10 +17,16 @@ namespace vantor::hosts::terminal {
 /// to tell beside the figures. Knows nothing of the terminal. Main thread.
 class TerminalHost {
 public:
-    explicit TerminalHost(bool isExpanded);
+    explicit TerminalHost(bool isExpanded,
+                          common::LinkOpener::Programs programs = common::LinkOpener::Programs::installed());
     ~TerminalHost();
     TerminalHost(const TerminalHost&) = delete;
     TerminalHost& operator=(const TerminalHost&) = delete;
+
+    /// Turns the main loop, after a pause with the widget taken up again.
+    void turn(platform::Instant now);
+    /// The widget leaves the screen, or has left it: the next turn comes after a pause.
+    void pause() { m_pauses.begin(); }
 
     /// The scene to draw at an instant.
     [[nodiscard]] const Scene& sceneAt(platform::Instant now);
@@ -33,26 +41,22 @@ public:
 
     void perform(Action action, platform::Instant now);
     [[nodiscard]] bool hasQuit() const { return m_hasQuit; }
-    /// The opener could not open the last link.
-    void linkFailed(platform::Instant now);
-    /// The widget is on screen again after a pause: fresh figures, timers from now on.
-    void resume(platform::Instant now);
 
 private:
-    class Context;
+    void setMode(bool isExpanded);
     void tell(std::string text, platform::Instant now);
     void noteFailures();
 
-    std::shared_ptr<Context> m_context;
+    std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     Scene m_scene;
     std::string m_notice;
     platform::Instant m_noticeEnd;
-    std::string m_lastLink;
     std::vector<platform::SourceFailure> m_failures;
-    bool m_isExpanded;
+    bool m_isExpanded = false;
     bool m_changed = true;
     bool m_hasQuit = false;
+    common::PauseWatch m_pauses;
 };
 
 } // namespace vantor::hosts::terminal

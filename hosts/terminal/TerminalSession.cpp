@@ -3,13 +3,11 @@
 
 #include "hosts/terminal/TerminalHost.hpp"
 #include "hosts/terminal/screen/Input.hpp"
-#include "hosts/terminal/screen/LinkOpener.hpp"
 #include "hosts/terminal/screen/ScreenWriter.hpp"
 #include "hosts/terminal/screen/TerminalDevice.hpp"
 #include "hosts/terminal/screen/TerminalState.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/posix/EventDescriptor.hpp"
-#include "platform/posix/SleptTime.hpp"
 
 #include <poll.h>
 
@@ -29,7 +27,6 @@ namespace {
 
 constexpr std::chrono::milliseconds firstPicture{20}; // the longest wait for figures before drawing without
 constexpr std::chrono::milliseconds lastAnswers{100}; // for a terminal that is slow to say what it is
-constexpr std::chrono::seconds longPause{2};
 constexpr const char* mouseOn = "\033[?1000h\033[?1006h";
 constexpr const char* mouseOff = "\033[?1006l\033[?1000l";
 constexpr const char* askForBackground = "\033]11;?\033\\\033[c";
@@ -40,7 +37,7 @@ Instant clockNow() {
 
 class TerminalSession {
 public:
-    TerminalSession(const Options& options, const Signals& signals)
+    TerminalSession(const Options& options, const TerminalSignals& signals)
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
@@ -88,15 +85,7 @@ private:
         if (m_device.isBlocked()) {
             return;
         }
-        const std::chrono::nanoseconds slept = platform::posix::sleptTime();
-        if (slept - m_slept > longPause ||
-            (m_lastTurn != Instant() && m_blockedSince != Instant() && now - m_blockedSince > longPause)) {
-            m_host.resume(now);
-        }
-        m_slept = slept;
-        m_blockedSince = {};
-        m_lastTurn = now;
-        RunLoop::main().turn(now);
+        m_host.turn(now);
         const bool isEarly = now - m_start < firstPicture && !m_host.hasFigures();
         const bool isStep = m_nextStep && now >= *m_nextStep;
         const bool noticeEnds = m_noticeEnd && now >= *m_noticeEnd;
@@ -130,9 +119,6 @@ private:
         m_isThere = m_device.write(m_writer.update(m_picture.grid)) && m_isThere;
         m_drawn = now;
         m_nextStep = m_terminal.canAddress ? nextStep(m_host.scene(), m_picture, now) : std::nullopt;
-        if (m_device.isBlocked()) {
-            m_blockedSince = now;
-        }
     }
 
     [[nodiscard]] timespec untilNext() const {
@@ -214,14 +200,9 @@ private:
         case SIGWINCH:
             m_isStale = true;
             break;
-        case SIGCHLD:
-            if (reapOpeners()) {
-                m_host.linkFailed(clockNow());
-            }
-            break;
         case SIGTSTP:
             m_state.leave();
-            Signals::actOn(signal); // stops here until the shell continues it
+            common::Signals::actOn(signal); // stops here until the shell continues it
             comeBack();
             break;
         case SIGCONT: // after a stop that gave no notice
@@ -237,7 +218,7 @@ private:
         m_isThere = m_state.enter() && m_isThere;
         m_writer.forget();
         m_isStale = true;
-        m_host.resume(clockNow());
+        m_host.pause();
     }
 
     /// An answer that comes after the end would be typed into the shell.
@@ -252,7 +233,7 @@ private:
     }
 
     const Options& m_options;
-    const Signals& m_signals;
+    const TerminalSignals& m_signals;
     const TerminalEnvironment m_environment;
     const Terminfo m_terminal = Terminfo::fromEnvironment();
     TerminalDevice m_device;
@@ -266,9 +247,6 @@ private:
     Size m_size;
     Instant m_start;
     Instant m_drawn;
-    Instant m_lastTurn;
-    Instant m_blockedSince;
-    std::chrono::nanoseconds m_slept = platform::posix::sleptTime();
     std::optional<Instant> m_nextStep;
     std::optional<Instant> m_noticeEnd;
     bool m_isStale = true;
@@ -279,7 +257,7 @@ private:
 
 } // namespace
 
-int runTerminal(const Options& options, const Signals& signals) {
+int runTerminal(const Options& options, const TerminalSignals& signals) {
     int status = 0;
     int signal = 0;
     {
@@ -288,7 +266,7 @@ int runTerminal(const Options& options, const Signals& signals) {
         signal = session.endSignal();
     }
     if (signal != 0) {
-        Signals::actOn(signal);
+        common::Signals::actOn(signal);
     }
     return status;
 }

@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/Signals.hpp"
 #include "hosts/terminal/Options.hpp"
-#include "hosts/terminal/screen/Signals.hpp"
 
 namespace vantor::hosts::terminal {
 
+/// The signals that concern a program on a terminal, to be handed to `runTerminal`.
+class TerminalSignals final : public common::Signals {
+public:
+    TerminalSignals()
+        : Signals({SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGWINCH}, Again::taken) {}
+};
+
 /// Shows the widget on the terminal until the user ends it. The exit status. A signal that ends the program
 /// takes its default course after the terminal is put back. Main thread; the loop is turned until the end.
-[[nodiscard]] int runTerminal(const Options& options, const Signals& signals);
+[[nodiscard]] int runTerminal(const Options& options, const TerminalSignals& signals);
 
 } // namespace vantor::hosts::terminal

@@ -21,12 +21,8 @@ using namespace vantor;
 
 /// What machines read is the same everywhere: those formats run without the user's locale.
 bool usesLocale(const hosts::terminal::Options& options) {
-    return options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
-}
-
-/// The machine is never destroyed: workers may be asking it while the program ends.
-void putInPlace(bool demo, bool useLocale) {
-    [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(demo, useLocale);
+    return !options.wantsPrint() ||
+           options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
 }
 
 /// Standard output belongs to the picture or the reading, so the log goes elsewhere. On a terminal with a
@@ -49,12 +45,13 @@ int run(const hosts::terminal::Options& options) {
         return 2;
     }
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
+    // Never destroyed: workers may be asking it while the program ends.
+    [[maybe_unused]] static const auto& machine =
+        *new hosts::common::HostMachine(options.demo, usesLocale(options));
     if (!hasPicture) {
-        putInPlace(options.demo, usesLocale(options));
         return hosts::terminal::printReadings(options);
     }
-    const hosts::terminal::Signals signals; // before the machine, whose threads inherit the mask
-    putInPlace(options.demo, true);
+    const hosts::terminal::TerminalSignals signals;
     hosts::common::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
     return hosts::terminal::runTerminal(options, signals);
 }

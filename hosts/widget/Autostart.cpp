@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Autostart.hpp"
 
-#include "hosts/qt/UserFile.hpp"
+#include "hosts/common/UserFile.hpp"
+#include "platform/posix/UserFolders.hpp"
 
 #include <filesystem>
 #include <system_error>
@@ -10,8 +11,9 @@ namespace vantor::hosts::widget {
 
 namespace {
 
-std::filesystem::path entryPath() {
-    return qt::userFolder("XDG_CONFIG_HOME", ".config") / "autostart" / "vantor-widget.desktop";
+std::string entryPath() {
+    return common::userFilePath(platform::posix::UserFolders::fromEnvironment().config,
+                                "autostart/vantor-widget.desktop");
 }
 
 std::string entryText() {
@@ -48,11 +50,11 @@ bool isAutostarted() {
 
 std::optional<std::string> setAutostart(bool on) {
     if (on) {
-        return qt::writeUserFile(entryPath(), entryText());
+        return common::writeUserFile(entryPath(), entryText());
     }
     std::error_code error;
     std::filesystem::remove(entryPath(), error);
-    return error ? std::optional(entryPath().string() + ": " + error.message()) : std::nullopt;
+    return error ? std::optional(entryPath() + ": " + error.message()) : std::nullopt;
 }
 
 } // namespace vantor::hosts::widget

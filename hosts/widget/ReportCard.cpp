@@ -2,6 +2,7 @@
 #include "hosts/widget/ReportCard.hpp"
 
 #include "controller/ByteText.hpp"
+#include "hosts/common/WidgetSizes.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
 #include "hosts/qt/RingAccessible.hpp"
@@ -98,7 +99,7 @@ void ReportCard::nameSections() {
 
 void ReportCard::scaleForm() {
     m_lengths.scale(m_theme);
-    m_form->ringRow->setFixedHeight(m_theme.pixels(110));
+    m_form->ringRow->setFixedHeight(m_theme.pixels(common::compactHeight));
     for (qt::GlyphButton* button : {m_form->compactRefresh, m_form->displayModeButton}) {
         button->setFixedSize(button->sizeHint());
     }
@@ -242,7 +243,8 @@ void ReportCard::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(rect(), radius, radius);
     if (m_expanded) {
         const int inset = m_theme.pixels(20);
-        painter.fillRect(inset, m_theme.pixels(110), width() - 2 * inset, 1, m_theme.separator);
+        painter.fillRect(inset, m_theme.pixels(common::compactHeight), width() - 2 * inset, 1,
+                         m_theme.separator);
     }
 }
 

@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Snapshot.hpp"
 
-#include "controller/ReportInterface.hpp"
 #include "controller/Sections.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
-#include "hosts/widget/DesktopContext.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetHost.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "platform/posix/FileReplacement.hpp"
 
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 #include <algorithm>
-#include <cmath>
+#include <filesystem>
 #include <iostream>
 
 namespace vantor::hosts::widget {
@@ -22,30 +20,32 @@ namespace vantor::hosts::widget {
 namespace {
 
 constexpr double longestWait = 3.7; // seconds
-constexpr double tallest = 4096;    // what a file offers in height
+constexpr double tallest = 4096;    // points that a file offers in height
 
-/// Every figure has a text and every ring has arrived.
-bool isComplete(TEReportTableViewController& controller, platform::Instant now) {
-    return std::ranges::all_of(sections, [&](const Section& section) {
-        const ArcChartView* const chart = chartOf(controller, section);
-        return (chart == nullptr || !chart->animation().isRunningAt(now)) &&
-               std::ranges::none_of(section.rows, [&](const SectionRow& row) {
-                   return (controller.*row.figure.label)->text().empty();
-               });
-    });
-}
-
-void waitForFigures(TEReportTableViewController& controller, bool demo) {
-    const auto done = [&controller] { return isComplete(controller, platform::RunLoop::main().now()); };
-    if (demo) {
-        hosts::common::VirtualTime time;
-        controller.view();
-        (void)time.turnUntil(done, longestWait);
-    } else {
-        controller.view();
-        (void)hosts::common::turnUntil(done, longestWait); // a machine that does not answer is shown as it is
+/// Tells when every figure is there, and covers no more than the time since the widget started: the first
+/// share of the processor covers the time since the machine did.
+class Readiness {
+public:
+    explicit Readiness(TEReportTableViewController& controller) : m_controller(controller) {
+        m_controller.setReportHandler(
+            [this](platform::Source source) { m_shares += source == platform::Source::processor ? 1 : 0; });
     }
-}
+    ~Readiness() { m_controller.setReportHandler({}); }
+    Readiness(const Readiness&) = delete;
+    Readiness& operator=(const Readiness&) = delete;
+
+    [[nodiscard]] bool isReached() const {
+        return m_shares > 1 && std::ranges::all_of(sections, [this](const Section& section) {
+                   return std::ranges::none_of(section.rows, [this](const SectionRow& row) {
+                       return (m_controller.*row.figure.label)->text().empty();
+                   });
+               });
+    }
+
+private:
+    TEReportTableViewController& m_controller;
+    int m_shares = 0; // of the processor's time that were reported
+};
 
 QByteArray pngBytes(ReportCard& card, double scale) {
     QImage image((QSizeF(card.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -72,50 +72,48 @@ QByteArray svgBytes(ReportCard& card, double scale) {
     return bytes;
 }
 
-int report(const std::string& file, const QString& problem) {
-    std::cerr << "vantor-widget: cannot write " << platform::printableText(file) << ": "
-              << platform::printableText(problem.toStdString()) << '\n';
-    return 1;
-}
-
+/// Names are bytes, in no encoding.
 int writeWhole(const std::string& name, const QByteArray& bytes) {
-    QSaveFile file(QString::fromLocal8Bit(name.c_str()));
-    if (bytes.isEmpty()) {
-        return report(name, QStringLiteral("the picture could not be made"));
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(name, error);
+    const std::optional<std::string> problem =
+        bytes.isEmpty() ? "the picture could not be made"
+                        : platform::posix::replaceFile(
+                              path.native(), {bytes.data(), static_cast<std::size_t>(bytes.size())}, 0666);
+    if (problem) {
+        std::cerr << "vantor-widget: --snapshot: " << platform::printableText(*problem, 4096) << '\n';
     }
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        return report(name, file.errorString());
-    }
-    return 0;
+    return problem ? 1 : 0;
 }
 
 } // namespace
 
 int writeSnapshot(const Options& options) {
-    const auto controller = ReportInterface::instantiate();
-    controller->setExtensionContext(std::make_shared<DesktopContext>([](const auto&, const auto&) {}));
-    waitForFigures(*controller, options.demo);
+    std::optional<common::VirtualTime> time;
+    if (options.demo) {
+        time.emplace();
+    }
+    WidgetHost host;
+    {
+        const Readiness ready(host.controller());
+        const auto done = [&ready] { return ready.isReached(); };
+        // A machine that does not answer in time is shown as it is.
+        (void)(time ? time->turnUntil(done, longestWait) : common::turnUntil(done, longestWait));
+    }
+    host.update();
 
     const bool dark = options.appearance == AppearanceChoice::dark;
-    const bool expanded = options.expanded.value_or(true);
-    ReportCard card(controller);
-    card.setTheme(qt::Theme::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
-    card.setCanExpand(true);
-    const double width = card.neededWidth();
-    card.setExpanded(expanded);
     using Mode = platform::NCWidgetDisplayMode;
-    controller->widgetActiveDisplayModeDidChange(expanded ? Mode::expanded : Mode::compact,
-                                                 {width, expanded ? tallest : 110});
-    card.setContentSize(controller->preferredContentSize());
+    host.setTheme(qt::Theme::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
+    host.setMode(options.expanded.value_or(true) ? Mode::expanded : Mode::compact, tallest);
+    ReportCard& card = host.card();
     card.setAttribute(Qt::WA_DontShowOnScreen);
     card.show(); // lays everything out
     card.animator().settle();
 
     const bool vector = options.snapshot->ends_with(".svg");
-    const int status =
-        writeWhole(*options.snapshot, vector ? svgBytes(card, options.scale) : pngBytes(card, options.scale));
-    platform::RunLoop::main().clear();
-    return status;
+    return writeWhole(*options.snapshot,
+                      vector ? svgBytes(card, options.scale) : pngBytes(card, options.scale));
 }
 
 } // namespace vantor::hosts::widget

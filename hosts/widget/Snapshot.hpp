@@ -5,10 +5,10 @@
 
 namespace vantor::hosts::widget {
 
-/// Draws the widget into the file of `options.snapshot`: waits until every section holds figures and the
-/// rings stand still (under four seconds), then writes the picture in one piece, so that there is never half
-/// a file. The exit status of the program: 1, with a line on standard error, when the file cannot be written.
-/// An application object exists.
+/// Draws the widget into the file of `options.snapshot`: waits until every section holds figures (two
+/// seconds, or under four where a source does not answer), then writes the picture in one piece, so that
+/// there is never half a file. The exit status of the program: 1, with a line on standard error, when the
+/// file cannot be written. `machine` is the one in place; an application object exists.
 [[nodiscard]] int writeSnapshot(const Options& options);
 
 } // namespace vantor::hosts::widget

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/WindowMemory.hpp"
 
-#include "hosts/qt/UserFile.hpp"
+#include "hosts/common/UserFile.hpp"
+#include "platform/posix/UserFolders.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <vector>
 
@@ -10,8 +12,9 @@ namespace vantor::hosts::widget {
 
 namespace {
 
-std::filesystem::path statePath() {
-    return qt::userFolder("XDG_STATE_HOME", ".local/state") / "vantor" / "widget-window";
+std::string statePath() {
+    return common::userFilePath(platform::posix::UserFolders::fromEnvironment().state,
+                                "vantor/widget-window");
 }
 
 std::vector<std::string_view> words(std::string_view line) {
@@ -60,11 +63,11 @@ std::optional<WindowState> parseState(std::string_view text) {
 }
 
 void rememberWindow(const WindowState& state) {
-    (void)qt::writeUserFile(statePath(), stateText(state));
+    (void)common::writeUserFile(statePath(), stateText(state));
 }
 
 std::optional<WindowState> rememberedWindow() {
-    return parseState(qt::readUserFile(statePath()));
+    return parseState(common::readUserFile(statePath()));
 }
 
 } // namespace vantor::hosts::widget

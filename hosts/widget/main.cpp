@@ -2,9 +2,10 @@
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/Signals.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/SingleInstance.hpp"
-#include "hosts/qt/TerminationSignals.hpp"
+#include "hosts/qt/ToolkitSetup.hpp"
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/Snapshot.hpp"
@@ -14,13 +15,10 @@
 #include <malloc.h>
 
 #include <QApplication>
-#include <algorithm>
-#include <array>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
-#include <utility>
 
 namespace {
 
@@ -32,33 +30,6 @@ void keepMemorySmall() {
     ::mallopt(M_ARENA_MAX, 1);
     ::mallopt(M_TRIM_THRESHOLD, 128 * 1024);
     ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-}
-
-/// The card paints itself in memory: without these the toolkit loads a GL driver of thirty megabytes for
-/// window frames that are never drawn.
-void keepDriversOut() {
-    for (const auto& [name, value] : {std::pair("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none"),
-                                      std::pair("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1"),
-                                      std::pair("QT_XCB_GL_INTEGRATION", "none")}) {
-        if (!qEnvironmentVariableIsSet(name)) {
-            qputenv(name, value);
-        }
-    }
-}
-
-/// The toolkit's own remarks are for its developers; whoever sets QT_LOGGING_RULES wants them.
-void quietRemarks(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
-    if (type == QtFatalMsg || type == QtCriticalMsg || qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
-        std::cerr << "vantor-widget: " << text.toStdString() << '\n';
-    }
-    if (type == QtFatalMsg) { // a display that cannot be reached is no reason for a core file
-        std::_Exit(1);
-    }
-}
-
-bool hasDisplay() {
-    return std::ranges::any_of(std::array{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"},
-                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
 }
 
 int changeAutostart(bool on) {
@@ -74,7 +45,9 @@ int showWindow(const Options& options) {
     if (instance.isSecond()) {
         return 0;
     }
-    const hosts::qt::TerminationSignals ending;
+    const hosts::common::Signals ending({SIGTERM, SIGINT, SIGHUP},
+                                        hosts::common::Signals::Again::actsByDefault);
+    hosts::qt::quitWhenReadable(ending.number());
     WidgetWindow window(options);
     instance.setRaiseHandler([&window] { window.comeForward(); });
     window.show();
@@ -90,7 +63,7 @@ int run(const Options& options, int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qunsetenv("QT_SCALE_FACTOR"); // --scale alone decides
     }
-    keepDriversOut();
+    hosts::qt::keepDriversOut();
     QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vantor-widget"));
@@ -118,10 +91,10 @@ int main(int argc, char** argv) {
     if (options.autostart) {
         return changeAutostart(*options.autostart);
     }
-    if (!options.snapshot && !hasDisplay()) {
+    if (!options.snapshot && !hosts::qt::hasDisplay()) {
         std::cerr << "vantor-widget: there is no display; --snapshot draws the widget into a file\n";
         return 1;
     }
-    qInstallMessageHandler(quietRemarks);
+    hosts::qt::quietRemarks("vantor-widget");
     return run(options, argc, argv);
 }

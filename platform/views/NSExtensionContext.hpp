@@ -21,14 +21,10 @@ public:
     /// The largest mode that the widget can use; compact until it says otherwise. With expanded the host
     /// offers "Show More" and "Show Less".
     [[nodiscard]] NCWidgetDisplayMode widgetLargestAvailableDisplayMode() const { return m_largest; }
-    void setWidgetLargestAvailableDisplayMode(NCWidgetDisplayMode mode);
+    void setWidgetLargestAvailableDisplayMode(NCWidgetDisplayMode mode) { m_largest = mode; }
 
     /// Asks the host to open a link. The handler is told whether that worked; it may be empty.
     virtual void openURL(const NSURL& url, std::function<void(bool success)> completionHandler) = 0;
-
-protected:
-    /// Called after the widget has chosen another largest mode.
-    virtual void largestAvailableDisplayModeDidChange() {}
 
 private:
     NCWidgetDisplayMode m_largest = NCWidgetDisplayMode::compact;

@@ -25,7 +25,11 @@ protected:
     }
     const Scene& scene() { return m_host->sceneAt(m_loop.clock.now()); }
 
-    platform::SimulatedMachine m_machine{tests::smallMachine()};
+    std::map<platform::MachineQuery, int> m_asked; // how often
+    platform::SimulatedMachine m_machine{tests::smallMachine(), [this](auto& state, auto query) {
+                                             ++m_asked[query];
+                                             state.cpuLoad.idle += 10;
+                                         }};
     platform::SimulatedViewer m_viewer;
     platform::Current<platform::Machine> m_currentMachine{m_machine};
     platform::Current<platform::Viewer> m_currentViewer{m_viewer};
@@ -61,6 +65,7 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
         {platform::Source::processor, "vantor://action?showCpu"}};
     for (const auto& [action, link] : links) {
         m_host->perform(action, m_loop.clock.now());
+        m_loop.play();
         EXPECT_THAT(scene().notice, HasSubstr(link));
     }
     EXPECT_TRUE(scene().isExpanded);
@@ -87,19 +92,36 @@ TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
     EXPECT_EQ(scene().warning, "");
 }
 
-TEST_F(Host, APauseIsNoRate) {
-    m_loop.advance(1);
-    receive(2000);
-    m_loop.advance(1);
-    EXPECT_EQ(scene().lines[0].rows[0].figure, "2 KB/s");
-    receive(900'000'000); // an hour's worth behind a stopped job
-    m_host->resume(m_loop.clock.now() + std::chrono::hours(1));
-    m_loop.play();
-    EXPECT_EQ(scene().lines[0].rows[0].figure, "2 KB/s") << "what was on screen stays";
-    m_loop.clock.advance(3600);
-    receive(5000);
-    m_loop.advance(1);
-    EXPECT_EQ(scene().lines[0].rows[0].figure, "5 KB/s");
+/// Behind a stopped job, in a terminal that took no bytes, and with one that nobody announced.
+TEST_F(Host, ComesBackFromAPauseWithOneReportAndNoRate) {
+    for (const bool announced : {true, false}) {
+        m_loop.advance(1);
+        receive(2000);
+        m_loop.advance(1);
+        ASSERT_EQ(scene().lines[0].rows[0].figure, "2 KB/s");
+        if (announced) {
+            m_host->pause();
+        }
+        receive(900'000'000); // an hour's worth
+        m_machine.change([](auto& state) { state.virtualMemory.free_count = 131072; });
+        const platform::Instant back = m_loop.clock.now() + std::chrono::hours(1);
+        m_asked.clear();
+        m_host->turn(back);
+        for (const auto& timer : platform::RunLoop::main().timers()) {
+            EXPECT_GT(timer->fireDate(), back) << "none fires for the pause";
+        }
+        m_loop.queue.drain();
+        m_host->turn(back);
+        m_loop.queue.drain();
+        EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 1);
+        EXPECT_EQ(m_asked[platform::MachineQuery::interfaces], 1) << "unseen";
+        EXPECT_EQ(scene().sections[0].rows[0].figure, "2 GB");
+        EXPECT_EQ(scene().lines[0].rows[0].figure, "2 KB/s") << "what was on screen stays";
+        m_loop.advance(3600);
+        receive(5000);
+        m_loop.advance(1);
+        EXPECT_EQ(scene().lines[0].rows[0].figure, "5 KB/s");
+    }
 }
 
 } // namespace

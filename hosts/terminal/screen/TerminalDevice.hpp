@@ -2,7 +2,7 @@
 #pragma once
 
 #include "hosts/terminal/picture/Grid.hpp"
-#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/posix/Descriptor.hpp"
 
 #include <string>
 #include <string_view>

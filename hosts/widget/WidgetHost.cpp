@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/widget/WidgetHost.hpp"
+
+#include "controller/ReportInterface.hpp"
+#include "hosts/common/Failures.hpp"
+#include "hosts/common/WidgetSizes.hpp"
+
+#include <utility>
+
+namespace vantor::hosts::widget {
+
+using platform::Instant;
+using platform::NCWidgetDisplayMode;
+using platform::RunLoop;
+
+WidgetHost::WidgetHost(Programs programs, qt::LoopDriver::Clock clock)
+    : m_context(std::make_shared<common::WidgetContext>(
+          [this](const std::string& line) { m_card->showMessage(QString::fromStdString(line)); },
+          std::move(programs))),
+      m_controller(ReportInterface::instantiate()),
+      m_loop([this](Instant now) { turn(now); }, std::move(clock)) {
+    m_controller->setExtensionContext(m_context);
+    m_controller->view();
+    m_card = std::make_unique<ReportCard>(m_controller);
+    m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
+}
+
+WidgetHost::~WidgetHost() {
+    m_loop.stop();
+    m_controller->setPreferredContentSizeHandler({});
+    m_controller->setExtensionContext(nullptr);
+    RunLoop::main().clear(); // the timers hold the controller
+}
+
+void WidgetHost::setTheme(const qt::Theme& theme) {
+    m_card->setTheme(theme);
+    fit();
+}
+
+void WidgetHost::setMode(NCWidgetDisplayMode mode, double tallest) {
+    const bool canExpand = m_context->offersExpanded();
+    m_mode = canExpand ? mode : NCWidgetDisplayMode::compact;
+    const bool expanded = m_mode == NCWidgetDisplayMode::expanded;
+    m_card->setCanExpand(canExpand);
+    m_card->setExpanded(expanded);
+    m_controller->widgetActiveDisplayModeDidChange(
+        m_mode, {m_card->neededWidth(), expanded ? tallest : common::compactHeight});
+    fit();
+}
+
+void WidgetHost::fit() {
+    const platform::CGSize size = m_controller->preferredContentSize();
+    if (size.height <= 0) {
+        return; // before the first mode
+    }
+    m_card->setContentSize(size);
+    if (m_resized) {
+        m_resized();
+    }
+}
+
+void WidgetHost::setActive(bool active) {
+    if (active == m_loop.isRunning()) {
+        return;
+    }
+    if (!active) {
+        m_loop.stop();
+        m_pauses.begin();
+        return;
+    }
+    if (!std::exchange(m_started, true)) {
+        m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
+    }
+    m_loop.start();
+}
+
+void WidgetHost::turn(Instant now) {
+    if (m_pauses.isOver(now)) {
+        common::resumeWidget(*m_controller, now);
+    }
+    RunLoop::main().turn(now);
+    update();
+    if (m_turned) {
+        m_turned();
+    }
+}
+
+void WidgetHost::update() {
+    m_card->flush();
+    m_card->showFailures(common::currentFailures());
+}
+
+} // namespace vantor::hosts::widget

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/Pause.hpp"
+#include "hosts/common/WidgetContext.hpp"
+#include "hosts/qt/LoopDriver.hpp"
+#include "hosts/widget/ReportCard.hpp"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace vantor::hosts::widget {
+
+/// The widget as a graphical host runs it: the controller and the card that shows it, the display mode, the
+/// links, the failures, and the loop. Knows of no window, so that a picture in a file is made by the same
+/// code. Main thread.
+class WidgetHost {
+public:
+    using Programs = common::LinkOpener::Programs;
+
+    explicit WidgetHost(Programs programs = Programs::installed(),
+                        qt::LoopDriver::Clock clock = std::chrono::steady_clock::now);
+    ~WidgetHost();
+    WidgetHost(const WidgetHost&) = delete;
+    WidgetHost& operator=(const WidgetHost&) = delete;
+
+    /// The card, on nobody's window at first.
+    [[nodiscard]] ReportCard& card() { return *m_card; }
+    [[nodiscard]] TEReportTableViewController& controller() { return *m_controller; }
+
+    void setTheme(const qt::Theme& theme);
+    /// Gives the widget a mode, as far as it offers that, with `tallest` points of room for the expanded one.
+    void setMode(platform::NCWidgetDisplayMode mode, double tallest);
+    [[nodiscard]] platform::NCWidgetDisplayMode mode() const { return m_mode; }
+    /// Called when the card has another size.
+    void setResizeHandler(std::function<void()> handler) { m_resized = std::move(handler); }
+
+    /// Whether somebody can see the figures: only then the loop is turned. The widget is asked for an update
+    /// at first, and taken up as after a pause later.
+    void setActive(bool active);
+    /// Brings the card up to date with what the last turns changed.
+    void update();
+    /// Called after each turn of the loop.
+    void setTurnHandler(std::function<void()> handler) { m_turned = std::move(handler); }
+
+private:
+    void turn(platform::Instant now);
+    void fit();
+
+    std::shared_ptr<common::WidgetContext> m_context;
+    std::shared_ptr<TEReportTableViewController> m_controller;
+    std::unique_ptr<ReportCard> m_card;
+    std::function<void()> m_resized;
+    std::function<void()> m_turned;
+    platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;
+    bool m_started = false;
+    common::PauseWatch m_pauses;
+    qt::LoopDriver m_loop;
+};
+
+} // namespace vantor::hosts::widget
