@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "DemoInPlace.hpp"
-#include "PictureComparison.hpp"
 #include "TestTree.hpp"
 #include "hosts/widget/Snapshot.hpp"
 
@@ -42,18 +41,6 @@ TEST_F(Picture, HasTheSizeOfItsMode) {
     ASSERT_EQ(draw("expanded.png"), 0);
     EXPECT_EQ(image("expanded.png").height(), 360);
     EXPECT_EQ(image("expanded.png").pixelColor(0, 0).alpha(), 0); // the corners are round
-}
-
-/// The pictures that greet the reader still show what the program draws.
-TEST_F(Picture, LooksAsInTheDocuments) {
-    for (const char* appearance : {"light", "dark"}) {
-        Options options;
-        options.scale = 2;
-        options.appearance =
-            appearance == std::string_view("dark") ? AppearanceChoice::dark : AppearanceChoice::light;
-        ASSERT_EQ(draw("now.png", options), 0);
-        tests::expectAsInDocuments(image("now.png"), std::string("widget-") + appearance + ".png");
-    }
 }
 
 TEST_F(Picture, AsSvgIsHarmless) {
