@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "sysinfo/PackagesBase/Text.hpp"
 
+#include "platform/core/Utf8.hpp"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,29 +14,6 @@ namespace {
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
-}
-
-/// The length of the well-formed character at the front of a text that is not empty; 0 where there is none.
-/// The table of RFC 3629: overlong forms, surrogates and values past U+10FFFF are refused.
-std::size_t characterLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    if (lead < 0x80) {
-        return 1;
-    }
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) {
-        return 0;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80U) {
-            return 0;
-        }
-    }
-    const unsigned second = byte(1);
-    const bool overlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
-    const bool tooLarge = (lead == 0xED && second > 0x9F) || (lead == 0xF4 && second > 0x8F);
-    return overlong || tooLarge ? 0 : length;
 }
 
 } // namespace
@@ -98,11 +77,9 @@ std::string lowercased(std::string_view text) {
 
 bool isUtf8(std::string_view bytes) {
     while (!bytes.empty()) {
-        const std::size_t length = characterLength(bytes);
-        if (length == 0) {
+        if (!platform::takeUtf8(bytes)) {
             return false;
         }
-        bytes.remove_prefix(length);
     }
     return true;
 }
@@ -111,9 +88,7 @@ std::string repairedUtf8(std::string_view bytes) {
     std::string result;
     result.reserve(bytes.size());
     while (!bytes.empty()) {
-        const std::size_t length = characterLength(bytes);
-        result += length == 0 ? std::string_view("\xEF\xBF\xBD") : bytes.substr(0, length);
-        bytes.remove_prefix(length == 0 ? 1 : length);
+        platform::appendUtf8(result, platform::takeUtf8(bytes).value_or(0xFFFD));
     }
     return result;
 }

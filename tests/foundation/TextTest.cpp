@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/core/Utf8.hpp"
 #include "platform/foundation/DateText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/foundation/ParseDouble.hpp"
@@ -17,6 +18,26 @@ using std::chrono::system_clock;
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
+
+TEST(Utf8, EveryCharacterComesBackAndNothingElseIsOne) {
+    const auto throughBytes = [](char32_t character) {
+        std::string bytes;
+        appendUtf8(bytes, character);
+        std::string_view rest = bytes;
+        const std::optional<char32_t> back = takeUtf8(rest);
+        return rest.empty() ? back : std::nullopt;
+    };
+    for (char32_t c = 0; c <= 0x110000; ++c) {
+        const bool none = c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF);
+        ASSERT_EQ(throughBytes(c), none ? 0xFFFD : c);
+    }
+    for (std::string_view bad : {"\x80", "\xC0\xAF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                                 "\xE2\x82", "\xF5\x80\x80\x80", "\xC3("}) {
+        const std::size_t before = bad.size();
+        EXPECT_EQ(takeUtf8(bad), std::nullopt);
+        EXPECT_EQ(bad.size(), before - 1); // one byte at a time, so that what follows is not lost
+    }
+}
 
 TEST(ParseDouble, TakesWhatTheCLibraryTakesAndOnlyTheWholeText) {
     const std::pair<const char*, double> accepted[] = {

@@ -2,6 +2,7 @@
 #include "hosts/terminal/picture/Grid.hpp"
 
 #include "hosts/terminal/text/DisplayText.hpp"
+#include "platform/core/Utf8.hpp"
 
 namespace vantor::hosts::terminal {
 
@@ -68,9 +69,9 @@ std::vector<std::string> Grid::lines() const {
             if (cell.character == 0) {
                 continue;
             }
-            appendUtf8(line, cell.character);
+            platform::appendUtf8(line, cell.character);
             if (cell.mark != 0) {
-                appendUtf8(line, cell.mark);
+                platform::appendUtf8(line, cell.mark);
             }
             end = cell.character == U' ' ? end : line.size();
         }

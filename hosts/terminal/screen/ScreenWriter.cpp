@@ -2,6 +2,7 @@
 #include "hosts/terminal/screen/ScreenWriter.hpp"
 
 #include "hosts/terminal/text/DisplayText.hpp"
+#include "platform/core/Utf8.hpp"
 
 namespace vantor::hosts::terminal {
 
@@ -14,7 +15,7 @@ std::string wholeRow(const Grid& picture) {
     std::string line;
     for (int column = 0; column < picture.size().width; ++column) {
         if (const char32_t character = picture.at(column, 0).character; character != 0) {
-            appendUtf8(line, character);
+            platform::appendUtf8(line, character);
         }
     }
     return inLocaleCharacters(line);
@@ -75,9 +76,9 @@ void ScreenWriter::writeRun(std::string& bytes, const Grid& picture, int column,
             flush();
             bytes += ink;
         }
-        appendUtf8(text, cell.character);
+        platform::appendUtf8(text, cell.character);
         if (cell.mark != 0) {
-            appendUtf8(text, cell.mark);
+            platform::appendUtf8(text, cell.mark);
         }
     }
     flush();

@@ -2,11 +2,11 @@
 #include "hosts/terminal/text/DisplayText.hpp"
 
 #include "platform/core/PrintableText.hpp"
+#include "platform/core/Utf8.hpp"
 
 #include <langinfo.h>
 
 #include <climits>
-#include <cstdint>
 #include <cwchar>
 #include <limits>
 
@@ -19,18 +19,10 @@ constexpr char32_t lastRightToLeft = 0x08FF;
 constexpr char32_t firstPresentationForm = 0xFB1D;
 constexpr char32_t lastPresentationForm = 0xFEFC;
 
-/// The characters of a text that is known to be UTF-8.
 std::u32string decoded(std::string_view text) {
     std::u32string characters;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto lead = static_cast<std::uint8_t>(text[at]);
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-        char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
-        for (std::size_t i = 1; i < length; ++i) {
-            character = (character << 6) | (static_cast<std::uint8_t>(text[at + i]) & 0x3FU);
-        }
-        characters.push_back(character);
-        at += length;
+    while (!text.empty()) {
+        characters.push_back(platform::takeUtf8(text).value_or(0xFFFD));
     }
     return characters;
 }
@@ -84,27 +76,6 @@ bool holdsRightToLeft(std::u32string_view text) {
         }
     }
     return false;
-}
-
-void appendUtf8(std::string& text, char32_t character) {
-    const auto continuation = [&](unsigned shift) {
-        text.push_back(static_cast<char>(0x80 | ((character >> shift) & 0x3F)));
-    };
-    if (character < 0x80) {
-        text.push_back(static_cast<char>(character));
-    } else if (character < 0x800) {
-        text.push_back(static_cast<char>(0xC0 | (character >> 6)));
-        continuation(0);
-    } else if (character < 0x10000) {
-        text.push_back(static_cast<char>(0xE0 | (character >> 12)));
-        continuation(6);
-        continuation(0);
-    } else {
-        text.push_back(static_cast<char>(0xF0 | (character >> 18)));
-        continuation(12);
-        continuation(6);
-        continuation(0);
-    }
 }
 
 std::string inLocaleCharacters(std::string_view text) {

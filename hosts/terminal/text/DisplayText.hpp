@@ -24,9 +24,6 @@ namespace vantor::hosts::terminal {
 /// Whether a text holds letters of a script that runs from right to left.
 [[nodiscard]] bool holdsRightToLeft(std::u32string_view text);
 
-/// Appends a character as UTF-8.
-void appendUtf8(std::string& text, char32_t character);
-
 /// A UTF-8 text in the character set of the process's locale. What the set lacks becomes "?".
 [[nodiscard]] std::string inLocaleCharacters(std::string_view text);
 
