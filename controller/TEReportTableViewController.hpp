@@ -7,6 +7,7 @@
 #include "platform/machine/Source.hpp"
 #include "platform/time/NSTimer.hpp"
 #include "platform/views/UILabel.hpp"
+#include "platform/views/UIStackView.hpp"
 #include "platform/views/UIViewController.hpp"
 
 #include <atomic>

@@ -19,11 +19,4 @@ private:
     std::string m_text;
 };
 
-/// A row or column of views that is shown or hidden as a whole.
-class UIStackView : public UIView {
-public:
-    using UIView::UIView;
-    void addArrangedSubview(const std::shared_ptr<UIView>& view) { addSubview(view); }
-};
-
 } // namespace vantor::platform
