@@ -18,7 +18,8 @@ struct EnglishText {
     std::string_view text;
 };
 
-/// The English texts, in the order of their keys.
+/// The English texts, in the order of their keys. They are the program's own and come with its resources, so
+/// that this floor knows none of them.
 [[nodiscard]] std::span<const EnglishText> englishTexts();
 
 /// A text with "{name}" replaced wherever it occurs. What is put in is not searched again.

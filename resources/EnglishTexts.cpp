@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "platform/foundation/NSLocalizedString.hpp"
+
+#include <algorithm>
+#include <array>
+
+namespace vantor::platform {
+
+namespace {
+
+// Sorted by key. The catalogues beside this file, under po, translate exactly these; a test compares them.
+constexpr std::array texts{
+    EnglishText{"home_DATARECEIVED", "Received"},
+    EnglishText{"home_DATASENT", "Sent"},
+    EnglishText{"home_FREE", "Free RAM"},
+    EnglishText{"home_FREESPACE", "Free space"},
+    EnglishText{"home_INACTIVE", "Idle"},
+    EnglishText{"home_RELEASABLESPACE", "Releasable"},
+    EnglishText{"home_SYSTEM", "System"},
+    EnglishText{"home_TOTALSPACE", "Total space"},
+    EnglishText{"home_USEDCPU", "CPU load"},
+    EnglishText{"home_USEDRAM", "Used RAM"},
+    EnglishText{"home_USEDSPACE", "Used space"},
+    EnglishText{"home_USER", "User"},
+    EnglishText{"host_ALWAYSONTOP", "Always on Top"},
+    EnglishText{"host_AUTOSTART", "Start at Login"},
+    EnglishText{"host_CLEANRAM", "Free Up Memory"},
+    EnglishText{"host_MEMORY", "Memory"},
+    EnglishText{"host_NETWORK", "Network"},
+    EnglishText{"host_NOHANDLER", "No program on this machine opens {link}"},
+    EnglishText{"host_OPENSTORAGE", "Show Storage"},
+    EnglishText{"host_PROCESSOR", "Processor"},
+    EnglishText{"host_QUIT", "Quit"},
+    EnglishText{"host_REFRESH", "Refresh"},
+    EnglishText{"host_REFRESHED", "Refreshed"},
+    EnglishText{"host_RELEASABLETIP", "Includes {size} that can be released"},
+    EnglishText{"host_SHOWCPU", "Show Processor"},
+    EnglishText{"host_SHOWLESS", "Show Less"},
+    EnglishText{"host_SHOWMORE", "Show More"},
+    EnglishText{"host_STORAGE", "Storage"},
+    EnglishText{"host_UNAVAILABLE", "Not available"},
+    EnglishText{"host_USEDCPUVALUE", "Processor load: {value}"},
+    EnglishText{"host_USEDRAMVALUE", "Used memory: {value}"},
+    EnglishText{"host_USEDSPACEVALUE", "Used storage: {value}"},
+    EnglishText{"host_VALUE", "{name}, {value}"},
+};
+static_assert(std::ranges::is_sorted(texts, {}, &EnglishText::key));
+
+} // namespace
+
+std::span<const EnglishText> englishTexts() {
+    return texts;
+}
+
+} // namespace vantor::platform
