@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Trees.hpp"
+#include "TestTree.hpp"
 #include "platform/linux/sysctl/CpuNumbers.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
 #include "platform/linux/sysctl/LinuxSysctlSource.hpp"
@@ -18,10 +18,16 @@ namespace {
 
 using linux::sysctl::CpuNumbers;
 using linux::sysctl::LinuxSysctlSource;
-using tests::Tree;
+using tests::TestTree;
+using Path = std::filesystem::path;
 
-LinuxSysctlSource sourceOn(const Tree& tree, const std::string& machine) {
-    return {tree.root(),
+/// A machine of tests/linux/trees.
+Path tree(const char* name) {
+    return Path(VANTOR_TEST_DATA) / "../linux/trees" / name;
+}
+
+LinuxSysctlSource sourceOn(const Path& root, const std::string& machine) {
+    return {root,
             {[machine] {
                  return linux::sysctl::SystemCalls::Names{"Linux", "n", "r", "v", machine};
              },
@@ -44,9 +50,7 @@ std::string textOf(LinuxSysctlSource& source, const std::string& key) {
 }
 
 TEST(LinuxSysctl, HybridLaptop) {
-    const Tree tree;
-    tests::makeHybridLaptop(tree);
-    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    LinuxSysctlSource source = sourceOn(tree("laptop"), "x86_64");
     expectNumbers(source, {{"hw.ncpu", 16},
                            {"hw.logicalcpu", 8},
                            {"hw.logicalcpu_max", 8},
@@ -66,7 +70,7 @@ TEST(LinuxSysctl, HybridLaptop) {
                            {"hw.perflevel0.other", std::nullopt},
                            {"hw.perflevelx.physicalcpu", std::nullopt},
                            {"hw.perflevel0", std::nullopt},
-                           {"hw.memsize", 16106128ULL * 1024},
+                           {"hw.memsize", 16215908ULL * 1024},
                            {"hw.pagesize", 16384},
                            {"hw.cputype", 7},
                            {"hw.cpusubtype", 8},
@@ -82,51 +86,51 @@ TEST(LinuxSysctl, HybridLaptop) {
     EXPECT_EQ(source.read("kern.osreleasetype").error, ENOENT);
 }
 
+/// The levels of a phone, one core of each asleep, do not depend on how its kernel lists what sleeps.
 TEST(LinuxSysctl, PhoneWithTwoLevels) {
-    const Tree tree;
-    tests::makePhone(tree);
-    LinuxSysctlSource source = sourceOn(tree, "aarch64");
-    expectNumbers(source, {{"hw.ncpu", 8},
-                           {"hw.activecpu", 6},
-                           {"hw.physicalcpu", 6},
-                           {"hw.physicalcpu_max", 8},
-                           {"hw.nperflevels", 2},
-                           {"hw.perflevel0.logicalcpu", 1},
-                           {"hw.perflevel0.logicalcpu_max", 2},
-                           {"hw.perflevel0.physicalcpu_max", 2},
-                           {"hw.perflevel0.l1dcachesize", 64 << 10},
-                           {"hw.perflevel1.physicalcpu", 5},
-                           {"hw.perflevel1.physicalcpu_max", 6},
-                           {"hw.perflevel1.l2cachesize", 128 << 10},
-                           {"hw.cputype", 0x0100000C},
-                           {"hw.cpusubtype", 1}});
-    EXPECT_EQ(textOf(source, "hw.model"), "A Phone");
+    for (const char* layout : {"phone"}) {
+        SCOPED_TRACE(layout);
+        LinuxSysctlSource source = sourceOn(tree(layout), "aarch64");
+        expectNumbers(source, {{"hw.ncpu", 8},
+                               {"hw.activecpu", 6},
+                               {"hw.physicalcpu", 6},
+                               {"hw.physicalcpu_max", 8},
+                               {"hw.nperflevels", 2},
+                               {"hw.perflevel0.logicalcpu", 1},
+                               {"hw.perflevel0.logicalcpu_max", 2},
+                               {"hw.perflevel0.physicalcpu_max", 2},
+                               {"hw.perflevel0.l1dcachesize", 64 << 10},
+                               {"hw.perflevel1.physicalcpu", 5},
+                               {"hw.perflevel1.physicalcpu_max", 6},
+                               {"hw.perflevel1.l2cachesize", 128 << 10},
+                               {"hw.cputype", 0x0100000C},
+                               {"hw.cpusubtype", 1}});
+        EXPECT_EQ(textOf(source, "hw.model"), "A Phone");
+    }
+    LinuxSysctlSource source = sourceOn(tree("phone"), "aarch64");
     EXPECT_EQ(textOf(source, "kern.osrevision"), "2024.05");
     EXPECT_EQ(textOf(source, "kern.osreleasetype"), "stable");
     EXPECT_EQ(textOf(source, "kern.ostype"), "Linux"); // no file: the system call's
 }
 
 TEST(LinuxSysctl, ServerWithTwoSockets) {
-    const Tree tree;
-    tests::makeServer(tree);
-    LinuxSysctlSource source = sourceOn(tree, "x86_64");
-    expectNumbers(source, {{"hw.ncpu", 256},
-                           {"hw.logicalcpu_max", 128},
-                           {"hw.physicalcpu", 64},
+    const TestTree server;
+    std::filesystem::copy(tree("two-sockets"), server.root(), std::filesystem::copy_options::recursive);
+    LinuxSysctlSource source = sourceOn(server.root(), "x86_64");
+    expectNumbers(source, {{"hw.ncpu", 16},
+                           {"hw.logicalcpu_max", 8},
+                           {"hw.physicalcpu", 4},
                            {"hw.nperflevels", 1},
-                           {"hw.perflevel0.physicalcpu", 64},
+                           {"hw.perflevel0.physicalcpu", 4},
                            {"hw.perflevel1.physicalcpu", std::nullopt},
-                           {"hw.l2cachesize", 1 << 20},
-                           {"hw.memsize", 1056443392ULL * 1024}});
-    tree.lists("0-255", "0-127", "0-63"); // threads switched off are not cores asleep
-    tree.write("sys/devices/system/cpu/smt/control", "off\n");
-    expectNumbers(source, {{"hw.physicalcpu", 64}, {"hw.physicalcpu_max", 64}, {"hw.logicalcpu", 64}});
+                           {"hw.l2cachesize", 1 << 20}});
+    server.write("sys/devices/system/cpu/online", "0-3\n"); // threads switched off are not cores asleep
+    server.write("sys/devices/system/cpu/smt/control", "off\n");
+    expectNumbers(source, {{"hw.physicalcpu", 4}, {"hw.physicalcpu_max", 4}, {"hw.logicalcpu", 4}});
 }
 
 TEST(LinuxSysctl, ContainerWithoutSys) {
-    const Tree tree;
-    tests::makeContainer(tree);
-    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    LinuxSysctlSource source = sourceOn(tree("container"), "x86_64");
     expectNumbers(source, {{"hw.ncpu", 2},
                            {"hw.logicalcpu", 2},
                            {"hw.physicalcpu", 1},
@@ -134,14 +138,14 @@ TEST(LinuxSysctl, ContainerWithoutSys) {
                            {"hw.perflevel0.physicalcpu", 1},
                            {"hw.l2cachesize", std::nullopt},
                            {"hw.perflevel0.cpusperl2", std::nullopt},
-                           {"hw.memsize", 512ULL << 20},
+                           {"hw.memsize", 2097152ULL * 1024},
                            {"hw.cpusubtype", 4},
                            {"hw.cpufamily", 0x10B282DC}});
     EXPECT_EQ(textOf(source, "kern.hostname"), "3f2a91c07be4");
     EXPECT_EQ(source.read("hw.model").error, ENOENT);
 
-    const Tree empty;
-    LinuxSysctlSource blind = sourceOn(empty, "riscv64");
+    const TestTree empty;
+    LinuxSysctlSource blind = sourceOn(empty.root(), "riscv64");
     expectNumbers(blind, {{"hw.ncpu", std::nullopt},
                           {"hw.physicalcpu", std::nullopt},
                           {"hw.nperflevels", std::nullopt},
@@ -167,11 +171,11 @@ TEST(LinuxSysctl, ProcessorNumbersOfOtherMachines) {
 }
 
 TEST(LinuxSysctl, EveryOtherKeyIsAFileBelowProcSys) {
-    const Tree tree;
-    tree.write("proc/sys/vm/swappiness", "60\n");
-    tree.write("proc/sys/net/ipv4/conf/eth0.100/forwarding", "1\n");
-    tree.write("proc/secret", "no\n");
-    LinuxSysctlSource source = sourceOn(tree, "x86_64");
+    const TestTree files;
+    files.write("proc/sys/vm/swappiness", "60\n");
+    files.write("proc/sys/net/ipv4/conf/eth0.100/forwarding", "1\n");
+    files.write("proc/secret", "no\n");
+    LinuxSysctlSource source = sourceOn(files.root(), "x86_64");
     EXPECT_EQ(textOf(source, "vm.swappiness"), "60");
     EXPECT_EQ(textOf(source, "net.ipv4.conf.eth0/100.forwarding"), "1");
     EXPECT_EQ(textOf(source, "net/ipv4/conf/eth0.100/forwarding"), "1");
