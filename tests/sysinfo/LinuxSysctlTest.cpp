@@ -88,7 +88,7 @@ TEST(LinuxSysctl, HybridLaptop) {
 
 /// The levels of a phone, one core of each asleep, do not depend on how its kernel lists what sleeps.
 TEST(LinuxSysctl, PhoneWithTwoLevels) {
-    for (const char* layout : {"phone"}) {
+    for (const char* layout : {"phone", "phone-6.8"}) {
         SCOPED_TRACE(layout);
         LinuxSysctlSource source = sourceOn(tree(layout), "aarch64");
         expectNumbers(source, {{"hw.ncpu", 8},

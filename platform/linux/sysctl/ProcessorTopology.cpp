@@ -79,15 +79,36 @@ std::vector<PerformanceLevel> ProcessorTopology::levelsByKind() const {
 }
 
 /// `cpu_capacity` is a processor's speed against the fastest one, which has 1024.
+std::optional<std::uint64_t> ProcessorTopology::capacityOf(unsigned processor) const {
+    const auto text = m_tree.line(folderOf(processor) + "cpu_capacity");
+    return text ? numberFrom(*text) : std::nullopt;
+}
+
+/// Since Linux 6.8 a processor that is offline has no `cpu_capacity`. It is as fast as the online ones whose
+/// frequency goes with its own; one that no online processor is tied to stays out of the levels.
 std::vector<PerformanceLevel> ProcessorTopology::levelsByCapacity() const {
-    std::map<std::uint64_t, CpuList, std::greater<>> byCapacity;
+    std::map<unsigned, std::uint64_t> capacities;
+    std::map<unsigned, std::uint64_t> tied;
     for (const unsigned processor : m_present) {
-        const auto text = m_tree.line(folderOf(processor) + "cpu_capacity");
-        const auto capacity = text ? numberFrom(*text) : std::nullopt;
-        if (!capacity) {
+        const bool online = std::ranges::binary_search(m_online, processor);
+        const auto capacity = capacityOf(processor);
+        if (capacity) {
+            capacities.emplace(processor, *capacity);
+        } else if (online) {
             return {}; // a machine that tells of some only tells nothing
         }
-        byCapacity[*capacity].push_back(processor);
+        const std::string related =
+            online ? m_tree.line(folderOf(processor) + "cpufreq/related_cpus").value_or("") : "";
+        for (std::string_view rest = related; const auto other = takeNumber(rest);) { // "4 5 6 7"
+            tied.emplace(static_cast<unsigned>(*other), *capacity);
+        }
+    }
+    std::map<std::uint64_t, CpuList, std::greater<>> byCapacity;
+    capacities.merge(tied); // a capacity of its own goes first
+    for (const unsigned processor : m_present) {
+        if (const auto found = capacities.find(processor); found != capacities.end()) {
+            byCapacity[found->second].push_back(processor);
+        }
     }
     std::vector<PerformanceLevel> result;
     result.reserve(byCapacity.size());

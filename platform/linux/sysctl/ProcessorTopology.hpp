@@ -44,6 +44,7 @@ private:
     [[nodiscard]] std::string coreOf(unsigned processor) const;
     [[nodiscard]] std::vector<PerformanceLevel> levelsByKind() const;
     [[nodiscard]] std::vector<PerformanceLevel> levelsByCapacity() const;
+    [[nodiscard]] std::optional<std::uint64_t> capacityOf(unsigned processor) const;
 
     const KernelTree& m_tree;
     bool m_isX86;
