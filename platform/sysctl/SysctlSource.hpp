@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vantor::platform {
 
@@ -60,11 +61,17 @@ public:
 
     /// The value of a whole key such as "hw.memsize".
     [[nodiscard]] virtual SysctlAnswer read(std::string_view key) = 0;
+    /// The keys at or below a name ("hw", "net.ipv4", "" for all) as far as the source can list them, in
+    /// alphabetical order. Not each has a value.
+    [[nodiscard]] virtual std::vector<std::string> keys(std::string_view /*name*/) { return {}; }
 };
 
 /// The source that is used where no `Current<SysctlSource>` has put another in place: the system's. It comes
 /// with the library of the system that the program is linked for, so that a program needs no set-up. A scope
 /// counts on the thread that made it; a thread that is to share it runs a WorkItem made under the scope.
 [[nodiscard]] SysctlSource& defaultSysctlSource();
+
+/// The one in place on this thread.
+[[nodiscard]] SysctlSource& currentSysctlSource();
 
 } // namespace vantor::platform

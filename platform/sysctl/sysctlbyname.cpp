@@ -12,11 +12,6 @@ namespace vantor::platform {
 
 namespace {
 
-SysctlSource& currentSource() {
-    SysctlSource* const source = Current<SysctlSource>::get();
-    return source != nullptr ? *source : defaultSysctlSource();
-}
-
 int failed(int error) {
     errno = error;
     return -1;
@@ -27,7 +22,7 @@ bool isNumericLength(std::size_t length) {
     return length == 1 || length == 2 || length == 4 || length == 8;
 }
 
-/// A text never has a number's length: an extra NULs tell it apart.
+/// A text never has a number's length: extra NULs tell it apart.
 std::string textBytes(const std::string& text) {
     std::string bytes = text + '\0';
     while (isNumericLength(bytes.size())) {
@@ -86,12 +81,17 @@ Bytes answer(const SysctlValue& value, std::size_t oldlen, SysctlSign sign) {
 
 } // namespace
 
+SysctlSource& currentSysctlSource() {
+    SysctlSource* const source = Current<SysctlSource>::get();
+    return source != nullptr ? *source : defaultSysctlSource();
+}
+
 int readSysctl(const char* name, void* oldp, std::size_t* oldlenp, const void* newp, std::size_t newlen,
                SysctlSign sign) {
     if (newp != nullptr || newlen != 0) {
         return failed(EPERM);
     }
-    const SysctlAnswer found = currentSource().read(name);
+    const SysctlAnswer found = currentSysctlSource().read(name);
     if (found.error != 0) {
         return failed(found.error);
     }

@@ -58,6 +58,9 @@ TEST(LinuxSysctl, HybridLaptop) {
                            {"hw.nperflevels", 2},
                            {"hw.l1dcachesize", 48 << 10},
                            {"hw.l2cachesize", 1280 << 10},
+                           {"hw.l3cachesize", 12 << 20},
+                           {"hw.packages", 1},
+                           {"hw.cpufrequency", 4'700'000'000},
                            {"hw.perflevel0.physicalcpu", 2},
                            {"hw.perflevel0.logicalcpu", 4},
                            {"hw.perflevel0.cpusperl2", 2},
@@ -72,13 +75,18 @@ TEST(LinuxSysctl, HybridLaptop) {
                            {"hw.perflevel0", std::nullopt},
                            {"hw.memsize", 16215908ULL * 1024},
                            {"hw.pagesize", 16384},
+                           {"vm.swap_total", 12582904ULL * 1024},
+                           {"kern.uptime", 93784},
                            {"hw.cputype", 7},
                            {"hw.cpusubtype", 8},
                            {"hw.cpufamily", 0},
                            {"hw.cpu64bit_capable", 1},
                            {"hw.cpusomething", std::nullopt}});
     EXPECT_EQ(textOf(source, "hw.machine"), "x86_64");
+    EXPECT_EQ(textOf(source, "machdep.cpu.brand_string"), "12th Gen Intel(R) Core(TM) i5-1235U");
+    EXPECT_EQ(textOf(source, "hw.cacheconfig"), "8 2 2 8");
     EXPECT_EQ(textOf(source, "hw.model"), "Laptop 14 Gen 3");
+    EXPECT_EQ(textOf(source, "kern.osproductname"), "Debian GNU/Linux 12 (bookworm)");
     EXPECT_EQ(textOf(source, "kern.hostname"), "lap");
     EXPECT_EQ(textOf(source, "kern.version"), "#1 SMP PREEMPT_DYNAMIC Debian 6.1.76-1 (2024-02-01)");
     EXPECT_EQ(textOf(source, "kern.bootargs"), "BOOT_IMAGE=/vmlinuz root=/dev/sda1 ro quiet");
@@ -103,9 +111,11 @@ TEST(LinuxSysctl, PhoneWithTwoLevels) {
                                {"hw.perflevel1.physicalcpu", 5},
                                {"hw.perflevel1.physicalcpu_max", 6},
                                {"hw.perflevel1.l2cachesize", 128 << 10},
+                               {"hw.cpufrequency", 2'803'200'000},
                                {"hw.cputype", 0x0100000C},
                                {"hw.cpusubtype", 1}});
         EXPECT_EQ(textOf(source, "hw.model"), "A Phone");
+        EXPECT_EQ(textOf(source, "machdep.cpu.brand_string"), "Kryo 3xx Gold + Kryo 3xx Silver");
     }
     LinuxSysctlSource source = sourceOn(tree("phone"), "aarch64");
     EXPECT_EQ(textOf(source, "kern.osrevision"), "2024.05");
@@ -123,7 +133,9 @@ TEST(LinuxSysctl, ServerWithTwoSockets) {
                            {"hw.nperflevels", 1},
                            {"hw.perflevel0.physicalcpu", 4},
                            {"hw.perflevel1.physicalcpu", std::nullopt},
-                           {"hw.l2cachesize", 1 << 20}});
+                           {"hw.l2cachesize", 1 << 20},
+                           {"hw.packages", 2},
+                           {"hw.cpufrequency", 2'445'404'000}});
     server.write("sys/devices/system/cpu/online", "0-3\n"); // threads switched off are not cores asleep
     server.write("sys/devices/system/cpu/smt/control", "off\n");
     expectNumbers(source, {{"hw.physicalcpu", 4}, {"hw.physicalcpu_max", 4}, {"hw.logicalcpu", 4}});
@@ -136,13 +148,17 @@ TEST(LinuxSysctl, ContainerWithoutSys) {
                            {"hw.physicalcpu", 1},
                            {"hw.nperflevels", 1},
                            {"hw.perflevel0.physicalcpu", 1},
+                           {"hw.packages", 1},
+                           {"hw.cpufrequency", std::nullopt},
                            {"hw.l2cachesize", std::nullopt},
                            {"hw.perflevel0.cpusperl2", std::nullopt},
                            {"hw.memsize", 2097152ULL * 1024},
                            {"hw.cpusubtype", 4},
                            {"hw.cpufamily", 0x10B282DC}});
     EXPECT_EQ(textOf(source, "kern.hostname"), "3f2a91c07be4");
-    EXPECT_EQ(source.read("hw.model").error, ENOENT);
+    for (const char* key : {"hw.model", "hw.cacheconfig", "machdep.cpu.brand_string"}) {
+        EXPECT_EQ(source.read(key).error, ENOENT) << key;
+    }
 
     const TestTree empty;
     LinuxSysctlSource blind = sourceOn(empty.root(), "riscv64");
@@ -184,6 +200,15 @@ TEST(LinuxSysctl, EveryOtherKeyIsAFileBelowProcSys) {
         EXPECT_EQ(source.read(bad).error, ENOENT) << bad;
     }
     EXPECT_EQ(source.read("vm").error, EISDIR);
+
+    using Keys = std::vector<std::string>;
+    EXPECT_EQ(source.keys("vm"), (Keys{"vm.swap_total", "vm.swappiness"}));
+    EXPECT_EQ(source.keys("net.ipv4"), (Keys{"net.ipv4.conf.eth0/100.forwarding"}));
+    EXPECT_EQ(source.keys("vm.swappiness"), (Keys{"vm.swappiness"}));
+    for (const char* none : {"v", "vm.swap", "../..", "vm/../..", "/"}) {
+        EXPECT_EQ(source.keys(none), Keys()) << none;
+    }
+    EXPECT_EQ(sourceOn(tree("phone"), "aarch64").keys("hw.perflevel1").size(), 8U);
 }
 
 struct FixedSource : SysctlSource {
@@ -265,6 +290,9 @@ TEST(KernelText, RefusesWhatIsNotOfItsForm) {
     EXPECT_EQ(parseCacheSize("K"), std::nullopt);
     EXPECT_EQ(parseCacheSize("99999999999999999999K"), std::nullopt);
     EXPECT_EQ(parseOsRelease("# c\nA=\"x\\\"y\"z\nA='q\\'\n", "A"), "q\\");
+    EXPECT_EQ(parseMegahertz("3425.000000MHz"), 3'425'000'000U);
+    EXPECT_EQ(parseMegahertz("5200"), 5'200'000'000U);
+    EXPECT_EQ(parseMegahertz("2.4 GHz"), std::nullopt);
     EXPECT_EQ(parseOsRelease("A=\"x\\\"y\"z\n", "A"), "x\"yz");
 }
 

@@ -46,41 +46,18 @@ std::uint32_t familyOf(const auto& table, std::optional<std::uint64_t> model) {
     return 0;
 }
 
-std::string_view field(const std::vector<CpuinfoBlock>& cpuinfo, std::string_view name) {
-    for (const CpuinfoBlock& block : cpuinfo) {
-        if (const auto found = block.find(name); found != block.end()) {
-            return found->second;
-        }
-    }
-    return {};
-}
-
-std::optional<std::uint64_t> hexadecimal(std::string_view text) {
-    if (!text.starts_with("0x") || text.size() < 3 || text.size() > 10) {
-        return std::nullopt;
-    }
-    std::uint64_t number = 0;
-    for (const char c : text.substr(2)) {
-        const std::size_t digit = std::string_view("0123456789abcdef").find(c);
-        if (digit == std::string_view::npos) {
-            return std::nullopt;
-        }
-        number = number * 16 + digit;
-    }
-    return number;
-}
-
 /// Subtype 8 marks the processors since the 2013 design, told by the instructions that came with it.
 CpuNumbers x86Numbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
-    const std::string_view flags = field(cpuinfo, "flags");
+    const std::string_view flags = firstField(cpuinfo, "flags");
     const auto hasFlag = [&](std::string_view flag) { return hasWord(flags, flag); };
     const auto since2013 = {"avx2", "bmi1", "bmi2", "fma", "movbe", "abm"};
-    const bool intel6 = field(cpuinfo, "vendor_id") == "GenuineIntel" && field(cpuinfo, "cpu family") == "6";
+    const bool intel6 =
+        firstField(cpuinfo, "vendor_id") == "GenuineIntel" && firstField(cpuinfo, "cpu family") == "6";
     CpuNumbers result;
     result.is64Bit = machine == "x86_64" || hasFlag("lm");
     result.type = 7;
     result.subtype = !*result.is64Bit ? 3 : std::ranges::all_of(since2013, hasFlag) ? 8 : 4;
-    result.family = intel6 ? familyOf(intelFamilies, numberFrom(field(cpuinfo, "model"))) : 0;
+    result.family = intel6 ? familyOf(intelFamilies, numberFrom(firstField(cpuinfo, "model"))) : 0;
     return result;
 }
 
@@ -92,18 +69,18 @@ CpuNumbers armNumbers(std::string_view machine, const std::vector<CpuinfoBlock>&
     result.is64Bit = wide || eight;
     result.type = wide ? 0x0100000C : 12;
     if (wide) {
-        result.subtype = hasWord(field(cpuinfo, "Features"), "paca") ? 2 : 1;
+        result.subtype = hasWord(firstField(cpuinfo, "Features"), "paca") ? 2 : 1;
     } else {
         result.subtype = eight ? 13 : machine.starts_with("armv7") ? 9 : machine.starts_with("armv6") ? 6 : 0;
     }
-    const bool known = field(cpuinfo, "CPU implementer") == "0x61";
-    result.family = known ? familyOf(armFamilies, hexadecimal(field(cpuinfo, "CPU part"))) : 0;
+    const bool known = firstField(cpuinfo, "CPU implementer") == "0x61";
+    result.family = known ? familyOf(armFamilies, hexadecimal(firstField(cpuinfo, "CPU part"))) : 0;
     return result;
 }
 
 CpuNumbers powerNumbers(std::string_view machine, const std::vector<CpuinfoBlock>& cpuinfo) {
     CpuNumbers result;
-    const std::string_view name = field(cpuinfo, "cpu");
+    const std::string_view name = firstField(cpuinfo, "cpu");
     result.is64Bit = machine.starts_with("ppc64");
     result.type = *result.is64Bit ? 0x01000012 : 18;
     result.subtype = 0;

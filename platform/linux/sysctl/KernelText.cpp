@@ -71,6 +71,32 @@ std::vector<CpuinfoBlock> parseCpuinfo(std::string_view text) {
     return blocks;
 }
 
+std::optional<std::uint64_t> parseMegahertz(std::string_view text) {
+    if (text.ends_with("MHz")) {
+        text.remove_suffix(3);
+    }
+    const auto whole = numberFrom(takeUntil(text, '.'));
+    std::string millionths(text.substr(0, 6));
+    millionths.resize(6, '0');
+    const auto part = numberFrom(millionths);
+    const bool known = whole && part && *whole < 1'000'000;
+    return known ? std::optional(*whole * 1'000'000 + *part) : std::nullopt;
+}
+
+std::optional<std::uint64_t> parseSwaps(std::string_view text) {
+    if (!takeUntil(text, '\n').starts_with("Filename")) {
+        return std::nullopt;
+    }
+    std::uint64_t kibibytes = 0;
+    while (!text.empty()) {
+        std::string_view line = takeUntil(text, '\n');
+        (void)takeWord(line); // blanks inside a file's name are written as \040
+        (void)takeWord(line);
+        kibibytes += takeNumber(line).value_or(0);
+    }
+    return kibibytes * 1024;
+}
+
 std::optional<std::string> parseOsRelease(std::string_view text, std::string_view name) {
     std::optional<std::string> result;
     while (!text.empty()) {
@@ -80,6 +106,35 @@ std::optional<std::string> parseOsRelease(std::string_view text, std::string_vie
         }
     }
     return result;
+}
+
+std::string_view fieldOf(const CpuinfoBlock& block, std::string_view name) {
+    const auto found = block.find(name);
+    return found != block.end() ? found->second : std::string_view();
+}
+
+std::string_view firstField(const std::vector<CpuinfoBlock>& cpuinfo, std::string_view name) {
+    for (const CpuinfoBlock& block : cpuinfo) {
+        if (const std::string_view value = fieldOf(block, name); !value.empty()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+std::optional<std::uint64_t> hexadecimal(std::string_view text) {
+    if (!text.starts_with("0x") || text.size() < 3 || text.size() > 10) {
+        return std::nullopt;
+    }
+    std::uint64_t number = 0;
+    for (const char c : text.substr(2)) {
+        const std::size_t digit = std::string_view("0123456789abcdef").find(c);
+        if (digit == std::string_view::npos) {
+            return std::nullopt;
+        }
+        number = number * 16 + digit;
+    }
+    return number;
 }
 
 bool hasWord(std::string_view words, std::string_view word) {

@@ -25,14 +25,18 @@ bool leavesFolder(std::string_view path) {
 
 } // namespace
 
-std::optional<std::string> procSysPath(std::string_view key) {
-    std::string path(key);
-    const std::size_t first = key.find_first_of("./");
-    if (first != std::string_view::npos && key[first] == '.') {
-        for (char& c : path) {
-            c = c == '.' ? '/' : c == '/' ? '.' : c;
-        }
+std::string procSysKey(std::string_view path) {
+    std::string key(path);
+    for (char& c : key) {
+        c = c == '.' ? '/' : c == '/' ? '.' : c;
     }
+    return key;
+}
+
+std::optional<std::string> procSysPath(std::string_view key) {
+    const std::size_t first = key.find_first_of("./");
+    const bool isPath = first == std::string_view::npos || key[first] == '/';
+    std::string path = isPath ? std::string(key) : procSysKey(key);
     return leavesFolder(path) ? std::nullopt : std::optional(std::move(path));
 }
 

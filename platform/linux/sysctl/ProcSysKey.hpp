@@ -14,6 +14,9 @@ namespace vantor::platform::linux::sysctl {
 /// for a key that would leave the folder.
 [[nodiscard]] std::optional<std::string> procSysPath(std::string_view key);
 
+/// The key of a path below /proc/sys, in its usual form.
+[[nodiscard]] std::string procSysKey(std::string_view path);
+
 /// The value of a file's text, without one line feed at its end: a number where it is one decimal integer
 /// that 64 bits hold, else a text.
 [[nodiscard]] SysctlValue procSysValue(std::string text);

@@ -163,35 +163,58 @@ std::optional<unsigned> ProcessorTopology::coresInAll(const PerformanceLevel& le
     return *inUse + offline / static_cast<unsigned>(perCore);
 }
 
+std::optional<unsigned> ProcessorTopology::packages() const {
+    std::set<std::string, std::less<>> ids;
+    for (const CpuinfoBlock& block : m_cpuinfo) {
+        ids.emplace(fieldOf(block, "physical id"));
+    }
+    for (std::size_t i = 0; m_cpuinfo.empty() && i < m_online.size(); ++i) {
+        ids.insert(m_tree.line(folderOf(m_online[i]) + "topology/physical_package_id").value_or(""));
+    }
+    const bool known = !ids.empty() && !ids.contains("") && !ids.contains("-1"); // the kernel's "not known"
+    return known ? std::optional(static_cast<unsigned>(ids.size())) : std::nullopt;
+}
+
+std::optional<std::uint64_t> ProcessorTopology::frequency(const std::vector<CpuinfoBlock>& cpuinfo) const {
+    std::optional<std::uint64_t> highest;
+    for (const unsigned processor : m_online) {
+        const auto text = m_tree.line(folderOf(processor) + "cpufreq/cpuinfo_max_freq");
+        const auto kilohertz = text ? numberFrom(*text) : std::nullopt;
+        if (kilohertz && *kilohertz < 1'000'000'000) {
+            highest = std::max(highest.value_or(0), *kilohertz * 1000);
+        }
+    }
+    for (const char* name : {"cpu MHz", "clock"}) { // x86; PowerPC
+        for (std::size_t i = 0; !highest && i < cpuinfo.size(); ++i) {
+            highest = parseMegahertz(fieldOf(cpuinfo[i], name));
+        }
+    }
+    return highest;
+}
+
 ProcessorCaches ProcessorCaches::read(const KernelTree& tree, const PerformanceLevel& level) {
     ProcessorCaches result;
-    if (level.online.empty()) {
-        return result;
-    }
-    const std::string caches = folderOf(level.online.front()) + "cache/index";
-    for (int index = 0;; ++index) {
+    const std::string caches = level.online.empty() ? "" : folderOf(level.online.front()) + "cache/index";
+    for (int index = 0; !caches.empty(); ++index) {
         const std::string cache = caches + std::to_string(index) + "/";
-        const auto number = tree.line(cache + "level");
+        const auto levelText = tree.line(cache + "level");
+        const auto number = levelText ? numberFrom(*levelText) : std::nullopt;
         if (!number) {
-            return result;
+            break;
         }
         const std::string type = tree.line(cache + "type").value_or("");
         const auto sizeText = tree.line(cache + "size");
         const auto size = sizeText ? parseCacheSize(*sizeText) : std::nullopt;
-        if (*number == "1" && type != "Data") {
+        if (*number == 1 && type != "Data") {
             result.l1Instruction = size;
         }
-        if (*number == "1" && type != "Instruction") {
-            result.l1Data = size;
-        }
-        if (*number == "2" && type != "Instruction") {
-            result.l2 = size;
-            const auto sharing = readList(tree, cache + "shared_cpu_list");
-            if (sharing && !sharing->empty()) {
-                result.processorsPerL2 = static_cast<unsigned>(sharing->size());
-            }
+        if (*number >= 1 && *number <= 3 && type != "Instruction") {
+            result.data.at(*number - 1) = size;
+            result.sharing.at(*number - 1) =
+                readList(tree, cache + "shared_cpu_list").value_or(CpuList{}).size();
         }
     }
+    return result;
 }
 
 } // namespace vantor::platform::linux::sysctl

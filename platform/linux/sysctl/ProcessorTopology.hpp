@@ -4,6 +4,8 @@
 #include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/sysctl/KernelText.hpp"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -40,6 +42,13 @@ public:
     /// count as many to a core as the level's online ones, and as none where threads were switched off.
     [[nodiscard]] std::optional<unsigned> coresInAll(const PerformanceLevel& level) const;
 
+    /// The packages (sockets) that are in use; absent where the system does not tell.
+    [[nodiscard]] std::optional<unsigned> packages() const;
+
+    /// The highest frequency that one of the online processors may run at, in Hz; where the kernel does not
+    /// steer frequencies, the one it measured. Absent where it tells neither.
+    [[nodiscard]] std::optional<std::uint64_t> frequency(const std::vector<CpuinfoBlock>& cpuinfo) const;
+
 private:
     [[nodiscard]] std::string coreOf(unsigned processor) const;
     [[nodiscard]] std::vector<PerformanceLevel> levelsByKind() const;
@@ -57,9 +66,8 @@ private:
 /// The caches of the first processor of a level. Bytes of one cache; absent where the system does not tell.
 struct ProcessorCaches {
     std::optional<std::uint64_t> l1Instruction;
-    std::optional<std::uint64_t> l1Data;
-    std::optional<std::uint64_t> l2;
-    std::optional<unsigned> processorsPerL2;
+    std::array<std::optional<std::uint64_t>, 3> data; ///< or for both, of the first level to the third
+    std::array<std::size_t, 3> sharing{};             ///< online processors behind such a cache; 0: not told
 
     [[nodiscard]] static ProcessorCaches read(const KernelTree& tree, const PerformanceLevel& level);
 };
