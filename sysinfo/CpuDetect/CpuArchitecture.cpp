@@ -2,7 +2,7 @@
 #include "sysinfo/CpuDetect/CpuArchitecture.hpp"
 
 #include "sysinfo/CpuDetect/Printer.hpp"
-#include "sysinfo/PackagesBase/Guarded.hpp"
+#include "sysinfo/SystemValues/PerMachine.hpp"
 #include "sysinfo/SystemValues/Sysctl.hpp"
 
 #include <array>
@@ -22,7 +22,7 @@ constexpr std::uint32_t armType = 12;
 constexpr std::uint32_t powerType = 18;
 constexpr std::uint32_t wide = 0x01000000; // marks the 64-bit variant of a type
 
-constinit PackagesBase::Guarded<std::optional<CpuArchitecture>> detected;
+constinit SystemValues::PerMachine<CpuArchitecture> detected;
 
 /// Sharing one bit is enough: that is the rule, not a slip.
 bool shares(std::uint32_t number, std::uint32_t mask) {
@@ -136,7 +136,7 @@ std::optional<CpuArchitecture> architectureFor(const ProcessorNumbers& numbers) 
 }
 
 std::optional<CpuArchitecture> CpuArchitecture::current() {
-    if (const std::optional<CpuArchitecture> known = detected) {
+    if (const std::optional<CpuArchitecture> known = detected.value()) {
         return known;
     }
     const std::optional<ProcessorNumbers> numbers = readNumbers();
@@ -144,7 +144,7 @@ std::optional<CpuArchitecture> CpuArchitecture::current() {
         return std::nullopt;
     }
     const std::optional<CpuArchitecture> result = architectureFor(*numbers);
-    detected = result;
+    detected.keep(result);
     Printer::print("Detected cpu architecture of the current process is: " + rawValueOf(result));
     return result;
 }

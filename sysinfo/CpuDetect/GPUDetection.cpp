@@ -2,6 +2,7 @@
 #include "sysinfo/CpuDetect/GPUDetection.hpp"
 
 #include "platform/core/ScaledCount.hpp"
+#include "sysinfo/SystemValues/Replay.hpp"
 
 #include <algorithm>
 #include <array>
@@ -40,7 +41,9 @@ std::ostream& operator<<(std::ostream& out, const GPUDetection::GPU& gpu) {
 }
 
 std::optional<GPUDetection::GPU> GPUDetection::systemDefault() {
-    const std::optional<platform::MTLDevice> device = platform::MTLCreateSystemDefaultDevice();
+    const std::optional<platform::MTLDevice> device = SystemValues::Replay::isOn()
+                                                          ? SystemValues::Replay::device()
+                                                          : platform::MTLCreateSystemDefaultDevice();
     return device ? std::optional(GPU(*device)) : std::nullopt;
 }
 

@@ -3,7 +3,7 @@
 
 #include "sysinfo/CpuDetect/CpuArchitecture.hpp"
 #include "sysinfo/CpuDetect/Printer.hpp"
-#include "sysinfo/PackagesBase/Guarded.hpp"
+#include "sysinfo/SystemValues/PerMachine.hpp"
 #include "sysinfo/SystemValues/Sysctl.hpp"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ using Letter = UnameReimplemented::UnameCommandLineArgs;
 using Letters = UnameReimplemented::Letters;
 using SystemValues::Sysctl;
 
-constinit PackagesBase::Guarded<std::optional<Record>> lastFetched;
+constinit SystemValues::PerMachine<Record> lastFetched;
 
 /// In place of `a`, its letters; else each letter where it comes first.
 Letters normalised(const Letters& letters) {
@@ -84,7 +84,7 @@ std::ostream& operator<<(std::ostream& out, Letter letter) {
 
 std::optional<Record> UnameReimplemented::UTSNameReimplemented::fromSysctl(bool forceNewFetch) {
     if (!forceNewFetch) {
-        if (std::optional<Record> known = lastFetched) {
+        if (std::optional<Record> known = lastFetched.value()) {
             return known;
         }
     }
@@ -107,7 +107,7 @@ std::optional<Record> UnameReimplemented::UTSNameReimplemented::fromSysctl(bool 
         }
         record.*source.field = *std::move(value);
     }
-    lastFetched = record;
+    lastFetched.keep(record);
     Printer::print("uname data is: " + record.description());
     return record;
 }

@@ -2,6 +2,7 @@
 #include "sysinfo/SystemValues/CPUID.hpp"
 
 #include "sysinfo/PackagesBase/Text.hpp"
+#include "sysinfo/SystemValues/Replay.hpp"
 
 #include <algorithm>
 #include <ostream>
@@ -42,7 +43,7 @@ bool hasLeaf(std::uint32_t leaf) {
 
 std::optional<CPUID::Registers> askProcessor(std::uint32_t leaf, std::optional<std::uint32_t> subLeaf) {
 #if VANTOR_HAS_CPUID
-    if (hasLeaf(leaf)) {
+    if (!Replay::isOn() && hasLeaf(leaf)) {
         return ask(leaf, subLeaf);
     }
 #else
@@ -55,6 +56,19 @@ std::optional<CPUID::Registers> askProcessor(std::uint32_t leaf, std::optional<s
 std::uint32_t bitsOf(std::uint32_t word, std::uint8_t first, std::uint8_t last) {
     const std::uint32_t mask = ~std::uint32_t{0} >> (CPUID::flagsLastBit - (last - first));
     return (word >> first) & mask;
+}
+
+/// Four letters a register, the lowest byte first; no NULs and blanks at the end.
+std::string textIn(const std::vector<std::uint32_t>& words) {
+    std::string bytes;
+    for (const std::uint32_t word : words) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            bytes += static_cast<char>((word >> shift) & 0xFFU);
+        }
+    }
+    bytes.resize(std::min(bytes.find('\0'), bytes.size()));
+    bytes.resize(bytes.find_last_not_of(' ') + 1);
+    return PackagesBase::repairedUtf8(bytes);
 }
 
 /// Any cached query of leaf 1 will do, whatever its sub-leaf: the leaf has none.
@@ -116,7 +130,7 @@ std::optional<CPUID::Registers> CPUID::Registers::from(std::uint32_t level1,
         const auto found = std::ranges::find_if(queries, [&](const Registers& each) {
             return each.queryLevel1 == level1 && each.queryLevel2 == extendedLevel2;
         });
-        if (found != queries.end() && !doNotRecoverFromCache) {
+        if (found != queries.end() && (!doNotRecoverFromCache || Replay::isOn())) {
             return *found;
         }
         const std::optional<Registers> fresh = askProcessor(level1, extendedLevel2);
@@ -171,22 +185,21 @@ CPUID::Bits CPUID::standard_model() {
     return base && extended ? Bits(*base + (extModel().value_or(0) << 4U)) : base;
 }
 
+std::optional<std::string> CPUID::hypervisor() {
+    const std::optional<Registers> name = Registers::from(0x40000000);
+    return name ? std::optional(textIn({name->ebx, name->ecx, name->edx})) : std::nullopt;
+}
+
 std::optional<std::string> CPUID::brandString() {
-    std::string bytes;
+    std::vector<std::uint32_t> words;
     for (const std::uint32_t leaf : {0x80000002U, 0x80000003U, 0x80000004U}) {
         const std::optional<Registers> part = Registers::from(leaf);
         if (!part) {
             return std::nullopt;
         }
-        for (const std::uint32_t word : {part->eax, part->ebx, part->ecx, part->edx}) {
-            for (unsigned shift = 0; shift < 32; shift += 8) {
-                bytes += static_cast<char>((word >> shift) & 0xFFU);
-            }
-        }
+        words.insert(words.end(), {part->eax, part->ebx, part->ecx, part->edx});
     }
-    bytes.resize(std::min(bytes.find('\0'), bytes.size()));
-    bytes.resize(bytes.find_last_not_of(' ') + 1);
-    return PackagesBase::repairedUtf8(bytes);
+    return textIn(words);
 }
 
 } // namespace vantor::SystemValues

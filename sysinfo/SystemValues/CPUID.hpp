@@ -42,6 +42,7 @@ public:
 
         /// The cached query of this leaf and sub-leaf, unless the cache is not wanted; else asks the
         /// processor and adds the result to the cache. Absent for a leaf that the processor does not have.
+        /// While a `Replay` lives the cache is all there is.
         [[nodiscard]] static std::optional<Registers> from(std::uint32_t level1,
                                                            std::optional<std::uint32_t> extendedLevel2 = {},
                                                            bool doNotRecoverFromCache = false);
@@ -75,6 +76,10 @@ public:
     [[nodiscard]] static Bits standard_family();
     /// The model that vendors publish: the extended model goes above the four bits where `family` is 6 or 15.
     [[nodiscard]] static Bits standard_model();
+
+    /// The twelve letters by which a hypervisor names itself to its guests ("KVMKVMKVM"), without the NULs at
+    /// their end. Absent where there is none.
+    [[nodiscard]] static std::optional<std::string> hypervisor();
 
     /// The processor's name, 48 bytes of leaves 0x80000002 to 0x80000004, without the NULs and blanks at its
     /// end.

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// The two reads that every namespace goes through, by the full key. Any failure of the kernel is absent.
 namespace vantor::SystemValues {
@@ -15,10 +16,16 @@ namespace vantor::SystemValues {
 /// The value as text in UTF-8; bytes that are not become U+FFFD.
 [[nodiscard]] std::optional<std::string> querySysctlText(const std::string& key);
 
-/// Whether a key reaches the kernel whole: one with a NUL inside would be cut short there, to another key.
-[[nodiscard]] inline bool isWholeKey(const std::string& key) {
-    return key.find('\0') == std::string::npos;
-}
+/// Whether the kernel may be asked: no `Replay` shows another machine, and the key is whole. One with a NUL
+/// inside would be cut short there, to another key.
+[[nodiscard]] bool reachesKernel(const std::string& key);
+
+/// The value as people read it, whatever its kind: a text as it is, a number in decimal.
+[[nodiscard]] std::optional<std::string> querySysctlDescription(const std::string& key);
+
+/// The keys at or below a name ("hw", "net.ipv4") as far as the system can list them, in alphabetical order;
+/// while a `Replay` lives, those that were recorded. Not each has a value.
+[[nodiscard]] std::vector<std::string> querySysctlKeys(const std::string& name);
 
 /// The value read into exactly T's bytes; absent where T cannot hold it. A stored text that is no T falls
 /// back to the kernel.
@@ -31,7 +38,7 @@ template<PackagesBase::FixedWidthInteger T>
     }
     T value = 0;
     std::size_t size = sizeof value;
-    if (!isWholeKey(key) || platform::sysctlbyname(key.c_str(), &value, &size, nullptr, 0) != 0) {
+    if (!reachesKernel(key) || platform::sysctlbyname(key.c_str(), &value, &size, nullptr, 0) != 0) {
         return std::nullopt;
     }
     SysctlQueryStorage::storeNumber(key, std::to_string(value));

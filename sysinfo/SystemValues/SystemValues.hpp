@@ -5,4 +5,5 @@
 #include "sysinfo/SystemValues/CPUID.hpp"
 #include "sysinfo/SystemValues/FileSystemFetch.hpp"
 #include "sysinfo/SystemValues/Printer.hpp"
+#include "sysinfo/SystemValues/Replay.hpp"
 #include "sysinfo/SystemValues/Sysctl.hpp"

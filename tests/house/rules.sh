@@ -37,7 +37,7 @@ while IFS=: read -r file header; do
   [[ $standard == *" $header "* ]] || breach "$file: <$header> is no header of the standard library"
 done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller sysinfo --include='*.?pp' |
   grep -vE '^(platform/linux|platform/posix|sysinfo/program)/' |
-  grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|<cpuid.h>' |
+  grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^sysinfo/SystemValues/RecordingText.cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
 
 grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller sysinfo hosts &&

@@ -26,6 +26,15 @@ public:
         }
         return answer;
     }
+    std::vector<std::string> keys(std::string_view name) override {
+        std::vector<std::string> found;
+        for (const auto& [key, value] : m_values) {
+            if (key.starts_with(name)) {
+                found.push_back(key);
+            }
+        }
+        return found;
+    }
     /// The keys asked for since the last call.
     std::vector<std::string> asked() {
         const std::scoped_lock lock(m_mutex);
