@@ -53,7 +53,8 @@ endfunction()
 
 # vantor_test(name SOURCES … USES … LINKS … [LABELS …]): one GoogleTest executable for one folder's tests. Captured
 # inputs are found under VANTOR_TEST_DATA, the folder of the calling CMakeLists.txt. The label `threads` puts it among
-# those that run under ThreadSanitizer (target thread-tests).
+# those that run under ThreadSanitizer (target thread-tests). Each test runs in a process of its own, and once more in
+# turn with all others of its program, as a developer starts it by hand: nothing may be left behind for the next one.
 function(vantor_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES;LINKS;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -66,4 +67,6 @@ function(vantor_test name)
     add_dependencies(thread-tests ${name})
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
+  add_test(NAME Whole.${name} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(Whole.${name} PROPERTIES TIMEOUT 120 LABELS release-only)
 endfunction()

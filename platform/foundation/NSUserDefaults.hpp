@@ -9,8 +9,8 @@
 
 namespace vantor::platform {
 
-/// A preference suite of the current viewer, as it was at the moment of opening: one property-list file with a dictionary on top,
-/// read afresh by each `initWithSuiteName` and never written. Any thread.
+/// A preference suite of the current viewer, as it was at the moment of opening: one property-list file with
+/// a dictionary on top, read afresh by each `initWithSuiteName` and never written. Any thread.
 class NSUserDefaults {
 public:
     /// Absent without a message when there is no usable file or it holds no dictionary.

@@ -7,7 +7,7 @@
 #include <clocale>
 #include <cstdlib>
 
-// Each test runs in a process of its own (ctest), since locale and environment are process-wide.
+// Locale and environment are process-wide: each test sets all of what it depends on.
 namespace vantor::tests {
 namespace {
 

@@ -27,6 +27,7 @@ protected:
 TEST_F(Volume, aHungMountFailsAfterASecondThenAtOnceAndRecoversBetweenReports) {
     ASSERT_TRUE(answers());
     machine.pass(2s);
+    const auto hungBefore = statvfsCallsThatHung();
     hangStatvfs(true);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(answers());
@@ -37,7 +38,7 @@ TEST_F(Volume, aHungMountFailsAfterASecondThenAtOnceAndRecoversBetweenReports) {
         EXPECT_FALSE(answers());
     }
     EXPECT_LT(std::chrono::steady_clock::now() - second, 900ms); // fifty that wait would take a minute
-    EXPECT_EQ(statvfsCallsThatHung(), 1);
+    EXPECT_EQ(statvfsCallsThatHung() - hungBefore, 1);
     EXPECT_EQ(machine.failedSources(), "storage ");
 
     machine.pass(2s);

@@ -108,6 +108,7 @@ static_assert(!SimulatableDetectableOneTime<Periodic> && !SimulatableDetectable<
 
 TEST(Detection, ASimulatedValueRunsNoDetectionAndTouchesNoCache) {
     detections = 0;
+    Periodic::cachedStatus.reset();
     Fresh::simulatedStatus = 7;
     Periodic::simulatedStatus = 7;
     EXPECT_EQ(Fresh::status() + Periodic::status(), 14);

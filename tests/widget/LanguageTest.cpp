@@ -17,7 +17,7 @@ using namespace qt;
 
 namespace {
 
-/// The card in one language, in a process of its own.
+/// The card in one language.
 class Language : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {

@@ -42,7 +42,7 @@ constexpr Look looks[] = {
 
 class Looks : public ::testing::TestWithParam<Look> {};
 
-/// One look in one language, in a process of its own.
+/// One look in one language.
 TEST_P(Looks, AreAsInTheDocuments) {
     const Look& look = GetParam();
     const std::string locale = look.locale + std::string(".UTF-8");
