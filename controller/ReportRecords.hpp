@@ -4,6 +4,7 @@
 #include "metrics/CpuStatus.hpp"
 #include "metrics/MemoryFigures.hpp"
 #include "metrics/NetworkStatus.hpp"
+#include "platform/machine/Source.hpp"
 
 #include <cstdint>
 #include <optional>
@@ -41,6 +42,22 @@ struct ReportRecords {
     std::optional<StorageFigures> storage;
     std::optional<CpuUsage> processor;
     std::optional<NetworkFigures> network;
+
+    /// Takes one section's away: what a source told before it failed is no figure.
+    void forget(platform::Source source) {
+        switch (source) {
+        case platform::Source::memory:
+            return memory.reset();
+        case platform::Source::storage:
+            return storage.reset();
+        case platform::Source::processor:
+            return processor.reset();
+        case platform::Source::network:
+            return network.reset();
+        case platform::Source::preferences:
+            return;
+        }
+    }
 };
 
 } // namespace vantor

@@ -17,4 +17,10 @@ const ArcChartView* chartOf(const TEReportTableViewController& controller, const
                : nullptr;
 }
 
+bool hasFigures(const TEReportTableViewController& controller, const Section& section) {
+    return std::ranges::none_of(section.rows, [&controller](const SectionRow& row) {
+        return (controller.*row.figure.label)->text().empty();
+    });
+}
+
 } // namespace vantor

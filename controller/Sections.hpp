@@ -26,6 +26,7 @@ struct SectionRow {
 struct Section {
     platform::Source source;          ///< what cannot be read when the section has no figures
     std::string_view mark;            ///< its short word for programs: on command lines and for its ring
+    std::string_view heading;         ///< the label of a host's form that shows its name
     std::string_view headingKey;      ///< of its name in the user's language
     std::optional<ChartOutlet> chart; ///< its ring
     std::span<const SectionRow> rows; ///< in reading order
@@ -51,24 +52,28 @@ inline constexpr SectionRow networkRows[]{{VANTOR_ROW(dataReceivedNETWORK), std:
 inline constexpr std::array<Section, 4> sections{{
     {platform::Source::memory,
      "ram",
+     "memoryHeading",
      "host_MEMORY",
      ChartOutlet{VANTOR_OUTLET(progressRAMView), &TEReportTableViewController::ramChartView},
      memoryRows,
      {VANTOR_OUTLET(cleanRam), "host_CLEANRAM", 'c'}},
     {platform::Source::storage,
      "storage",
+     "storageHeading",
      "host_STORAGE",
      ChartOutlet{VANTOR_OUTLET(progressSTORAGEView), &TEReportTableViewController::storateChartView},
      storageRows,
      {VANTOR_OUTLET(openApp), "host_OPENSTORAGE", 's'}},
     {platform::Source::processor,
      "cpu",
+     "processorHeading",
      "host_PROCESSOR",
      ChartOutlet{VANTOR_OUTLET(progressCPUView), &TEReportTableViewController::cpuChartView},
      processorRows,
      {VANTOR_OUTLET(showCpuChart), "host_SHOWCPU", 'p'}},
     {platform::Source::network,
      "network",
+     "networkHeading",
      "host_NETWORK",
      std::nullopt,
      networkRows,
@@ -87,6 +92,9 @@ inline constexpr std::array<Section, 4> sections{{
 
 /// Whether no preference hides a row. The view is loaded; main thread.
 [[nodiscard]] bool isShown(const TEReportTableViewController& controller, const SectionRow& row);
+
+/// Whether a section has been reported since the view was loaded. Main thread.
+[[nodiscard]] bool hasFigures(const TEReportTableViewController& controller, const Section& section);
 
 /// A section's ring as it is now; null where it has none. Main thread.
 [[nodiscard]] const ArcChartView* chartOf(const TEReportTableViewController& controller,

@@ -2,6 +2,7 @@
 #include "hosts/terminal/PrintSession.hpp"
 
 #include "controller/ReportInterface.hpp"
+#include "controller/Sections.hpp"
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
@@ -10,7 +11,6 @@
 
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cmath>
@@ -19,6 +19,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <set>
 #include <utility>
 
 namespace vantor::hosts::terminal {
@@ -83,9 +84,20 @@ public:
     }
 
 private:
+    /// What `makeReports` reports: the sections with a ring.
+    [[nodiscard]] static std::set<platform::Source> timed() {
+        std::set<platform::Source> sources;
+        for (const Section& section : sections) {
+            if (section.chart) {
+                sources.insert(section.source);
+            }
+        }
+        return sources;
+    }
+
     void ask() {
         m_asked = true;
-        m_missing = {true, true, true};
+        m_missing = timed();
         m_controller->makeReports();
     }
 
@@ -95,11 +107,11 @@ private:
             return; // no tick passed; the widget has asked again by itself
         }
         if (source != platform::Source::network && m_asked) {
-            m_missing[static_cast<std::size_t>(source)] = false;
+            m_missing.erase(source);
         }
         const bool hasRates = records.network && !records.network->isFirst;
-        if (m_missing == std::array<bool, 3>{} && hasRates && !m_ended) {
-            m_missing = {true, true, true};
+        if (m_missing.empty() && hasRates && !m_ended) {
+            m_missing = timed();
             print();
         }
     }
@@ -136,8 +148,8 @@ private:
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     platform::Instant m_start;
-    std::array<bool, 3> m_missing{true, true, true}; // memory, storage, processor
-    bool m_asked = false;                            // what came before tells of the time since boot
+    std::set<platform::Source> m_missing = timed(); // not yet reported since the last question
+    bool m_asked = false;                           // what came before tells of the time since boot
     bool m_printed = false;
     bool m_ended = false;
     int m_status = 0;

@@ -8,6 +8,7 @@
 #include "hosts/terminal/SceneReader.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -79,8 +80,9 @@ bool TerminalHost::takeChange() {
 }
 
 bool TerminalHost::hasFigures() const {
-    const ReportRecords& records = m_controller->records();
-    return records.memory && records.storage && records.processor;
+    return std::ranges::all_of(sections, [this](const Section& section) {
+        return !section.chart || vantor::hasFigures(*m_controller, section); // the rest comes a second later
+    });
 }
 
 std::optional<Instant> TerminalHost::noticeEnd() const {

@@ -31,14 +31,6 @@ std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
     return form;
 }
 
-bool isCaption(const QLabel& label) {
-    return label.objectName().endsWith(QLatin1String("TitleLabel"));
-}
-
-bool isHeading(const QLabel& label) {
-    return label.objectName().endsWith(QLatin1String("Heading"));
-}
-
 void setTextColor(QLabel& label, const QColor& color) {
     QPalette palette = label.palette();
     palette.setColor(QPalette::WindowText, color);
@@ -105,21 +97,25 @@ void ReportCard::scaleForm() {
     }
 }
 
+void ReportCard::style(QLabel& label, double size, QFont::Weight weight, const QColor& color) {
+    label.setFont(m_theme.font(size, weight));
+    setTextColor(label, color);
+    label.setFixedHeight(m_theme.pixels(rowHeight));
+}
+
 void ReportCard::styleLabels() {
-    for (QLabel* label : findChildren<QLabel*>()) {
-        if (label == m_message) {
-            continue;
-        }
-        const bool heading = isHeading(*label);
-        label->setFont(m_theme.font(heading ? qt::TypeSize::small : qt::TypeSize::body,
-                                    heading ? QFont::DemiBold : QFont::Normal));
-        setTextColor(*label, heading || isCaption(*label) ? m_theme.secondaryText : m_theme.text);
-        label->setFixedHeight(m_theme.pixels(rowHeight));
-        if (!heading && !isCaption(*label)) {
-            label->setMinimumWidth(figureWidth());
-            // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
-            label->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter |
-                                (layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight));
+    // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
+    const auto end = layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight;
+    for (const Section& section : sections) {
+        style(formWidget<QLabel>(*this, section.heading), qt::TypeSize::small, QFont::DemiBold,
+              m_theme.secondaryText);
+        for (const SectionRow& row : section.rows) {
+            style(formWidget<QLabel>(*this, row.caption.name), qt::TypeSize::body, QFont::Normal,
+                  m_theme.secondaryText);
+            auto& figure = formWidget<QLabel>(*this, row.figure.name);
+            style(figure, qt::TypeSize::body, QFont::Normal, m_theme.text);
+            figure.setMinimumWidth(figureWidth());
+            figure.setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | end);
         }
     }
 }
@@ -128,12 +124,10 @@ void ReportCard::setTheme(const qt::Theme& theme) {
     m_theme = theme;
     scaleForm();
     styleLabels();
-    for (qt::Button* button :
-         {static_cast<qt::Button*>(m_form->cleanRam), static_cast<qt::Button*>(m_form->openApp),
-          static_cast<qt::Button*>(m_form->showCpuChart), static_cast<qt::Button*>(m_form->manualInfoRefresh),
-          static_cast<qt::Button*>(m_form->compactRefresh),
-          static_cast<qt::Button*>(m_form->displayModeButton)}) {
-        button->setTheme(theme);
+    for (QAbstractButton* child : findChildren<QAbstractButton*>()) {
+        if (auto* const button = dynamic_cast<qt::Button*>(child)) {
+            button->setTheme(theme);
+        }
     }
     for (qt::RingView* ring : m_binding.rings()) {
         ring->setTheme(theme);
@@ -223,7 +217,7 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
 }
 
 void ReportCard::showHeading(const Section& section, const platform::SourceFailure* failure) {
-    auto& heading = formWidget<QLabel>(*this, std::string(sourceName(section.source)) + "Heading");
+    auto& heading = formWidget<QLabel>(*this, section.heading);
     const QString name = qt::hostText(section.headingKey);
     heading.setText(failure == nullptr ? name
                                        : name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));

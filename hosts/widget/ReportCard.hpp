@@ -65,6 +65,7 @@ protected:
 
 private:
     void scaleForm();
+    void style(QLabel& label, double size, QFont::Weight weight, const QColor& color);
     void styleLabels();
     void nameSections();
     void showHeading(const Section& section, const platform::SourceFailure* failure);

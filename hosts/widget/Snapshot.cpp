@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Snapshot.hpp"
 
-#include "controller/Sections.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/widget/Readiness.hpp"
 #include "hosts/widget/WidgetHost.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/posix/FileReplacement.hpp"
@@ -11,7 +11,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QSvgGenerator>
-#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -21,31 +20,6 @@ namespace {
 
 constexpr double longestWait = 3.7; // seconds
 constexpr double tallest = 4096;    // points that a file offers in height
-
-/// Tells when every figure is there, and covers no more than the time since the widget started: the first
-/// share of the processor covers the time since the machine did.
-class Readiness {
-public:
-    explicit Readiness(TEReportTableViewController& controller) : m_controller(controller) {
-        m_controller.setReportHandler(
-            [this](platform::Source source) { m_shares += source == platform::Source::processor ? 1 : 0; });
-    }
-    ~Readiness() { m_controller.setReportHandler({}); }
-    Readiness(const Readiness&) = delete;
-    Readiness& operator=(const Readiness&) = delete;
-
-    [[nodiscard]] bool isReached() const {
-        return m_shares > 1 && std::ranges::all_of(sections, [this](const Section& section) {
-                   return std::ranges::none_of(section.rows, [this](const SectionRow& row) {
-                       return (m_controller.*row.figure.label)->text().empty();
-                   });
-               });
-    }
-
-private:
-    TEReportTableViewController& m_controller;
-    int m_shares = 0; // of the processor's time that were reported
-};
 
 QByteArray pngBytes(ReportCard& card, double scale) {
     QImage image((QSizeF(card.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Eventually.hpp"
+#include "WidgetStage.hpp"
 #include "hosts/common/UserFile.hpp"
 #include "hosts/qt/SingleInstance.hpp"
 #include "hosts/widget/Autostart.hpp"
+#include "hosts/widget/Readiness.hpp"
 #include "hosts/widget/WindowMemory.hpp"
 
 #include <gtest/gtest.h>
@@ -61,6 +63,22 @@ TEST(Manners, AutostartIsAnEntryThatComesAndGoes) {
 
 TEST(Manners, WithoutAHomeNothingIsWritten) {
     EXPECT_NE(common::writeUserFile(common::userFilePath("", "autostart/x"), ""), std::nullopt);
+}
+
+// The widget's own timer would ask for a second share of the processor after a minute only.
+TEST(Readiness, ComesAfterTwoSecondsWhateverTheInterval) {
+    tests::WidgetStage stage;
+    stage.setStore(tests::storedText("refreshSeconds", "60"));
+    stage.controller->view();
+    const Readiness ready(*stage.controller);
+    stage.play();
+    const auto work = [](platform::SimulatedState& state) { state.cpuLoad.user += 1; };
+    stage.machine.change(work);
+    stage.advance(1.9);
+    EXPECT_FALSE(ready.isReached());
+    stage.machine.change(work);
+    stage.advance(0.2);
+    EXPECT_TRUE(ready.isReached());
 }
 
 } // namespace

@@ -14,26 +14,6 @@ namespace vantor::hosts::terminal {
 
 namespace {
 
-/// What a failed source told last, or counts as in the widget, is no figure.
-void forget(ReportRecords& records, platform::Source source) {
-    switch (source) {
-    case platform::Source::memory:
-        records.memory.reset();
-        break;
-    case platform::Source::storage:
-        records.storage.reset();
-        break;
-    case platform::Source::processor:
-        records.processor.reset();
-        break;
-    case platform::Source::network:
-        records.network.reset();
-        break;
-    case platform::Source::preferences:
-        break;
-    }
-}
-
 Reading::Section sectionRead(const TEReportTableViewController& controller, const Section& kind,
                              bool hasFailed) {
     Reading::Section section{&kind, hasFailed, {}, std::nullopt};
@@ -66,7 +46,7 @@ Reading readingOf(const TEReportTableViewController& controller,
     reading.records = controller.records();
     reading.failures = std::move(failures);
     for (const platform::SourceFailure& failure : reading.failures) {
-        forget(reading.records, failure.source);
+        reading.records.forget(failure.source);
     }
     for (const Section& section : sections) {
         reading.sections.push_back(sectionRead(controller, section, reading.hasFailed(section.source)));
