@@ -11,12 +11,6 @@ namespace {
 
 constexpr double usualInterval = 2.0;
 
-/// What the C library would skip before a number must not stand there; a NUL would end the text early.
-bool startsBlank(const std::string& text) {
-    constexpr std::string_view blanks("\0\t\n\v\f\r ", 7);
-    return text.empty() || blanks.find(text.front()) != std::string_view::npos;
-}
-
 } // namespace
 
 std::optional<platform::NSUserDefaults> openSharedStore() {
@@ -32,7 +26,7 @@ double refreshInterval() {
     const std::optional<platform::NSUserDefaults> store = openSharedStore();
     const std::optional<std::string> text =
         store ? store->stringForKey(SettingsKey::refreshSeconds) : std::nullopt;
-    if (!text || startsBlank(*text)) {
+    if (!text) {
         return usualInterval;
     }
     return platform::parseDouble(*text).value_or(usualInterval);

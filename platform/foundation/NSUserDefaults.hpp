@@ -33,7 +33,7 @@ private:
 };
 
 /// For hosts, which may say it once: the file of a suite that is there but cannot be used, and why, as one
-/// line of harmless text in English. Absent when the suite opens or has no file.
+/// line in English without control characters. Absent when the suite opens or has no file.
 [[nodiscard]] std::optional<std::string> suiteProblem(std::string_view suiteName);
 
 } // namespace vantor::platform

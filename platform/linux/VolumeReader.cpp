@@ -11,27 +11,26 @@ namespace vantor::platform::linux {
 VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures)
     : m_options(options), m_failures(failures), m_mounts(options.tree) {}
 
-bool VolumeReader::continues(const Report& report, const std::string& path, std::chrono::nanoseconds now) {
-    if (report.path != path) {
+bool VolumeReader::continues(const Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
+    if (burst.path != path) {
         return false;
     }
-    const bool outlasts = now - report.began >= longestReport;
-    return report.workItem != 0 || now - report.lastCall < (outlasts ? shortestGap : sameReport);
+    const bool outlasts = now - burst.began >= longestBurst;
+    return burst.workItem != 0 || now - burst.lastCall < (outlasts ? shortestGap : sameBurst);
 }
 
-VolumeReader::Report& VolumeReader::reportOf(std::uint64_t workItem) {
+VolumeReader::Burst& VolumeReader::burstOf(std::uint64_t workItem) {
     if (workItem == 0) {
-        return m_reports.front();
+        return m_bursts.front();
     }
-    const auto known = std::ranges::find(m_reports, workItem, &Report::workItem);
-    if (known != m_reports.end()) {
+    const auto known = std::ranges::find(m_bursts, workItem, &Burst::workItem);
+    if (known != m_bursts.end()) {
         return *known;
     }
     // More places than workers: the one not called for longest is over.
-    Report& oldest =
-        *std::min_element(m_reports.begin() + 1, m_reports.end(),
-                          [](const Report& a, const Report& b) { return a.lastCall < b.lastCall; });
-    oldest = Report{};
+    Burst& oldest = *std::min_element(m_bursts.begin() + 1, m_bursts.end(),
+                                      [](const Burst& a, const Burst& b) { return a.lastCall < b.lastCall; });
+    oldest = Burst{};
     oldest.workItem = workItem;
     return oldest;
 }
@@ -45,25 +44,25 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
     return std::move(result.answer);
 }
 
-void VolumeReader::begin(Report& report, const std::string& path, std::chrono::nanoseconds now) {
-    report.began = now;
-    report.figures.reset();
-    report.path = path;
+void VolumeReader::begin(Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
+    burst.began = now;
+    burst.figures.reset();
+    burst.path = path;
 }
 
 /// Asks where it is time to; what comes of it is in the report.
-void VolumeReader::refresh(Report& report, const std::string& path, std::chrono::nanoseconds now) {
-    const bool goesOn = continues(report, path, now);
-    report.lastCall = now;
+void VolumeReader::refresh(Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
+    const bool goesOn = continues(burst, path, now);
+    burst.lastCall = now;
     if (!goesOn) {
-        begin(report, path, now);
-    } else if (!report.figures || now - report.asked < fresh) {
+        begin(burst, path, now);
+    } else if (!burst.figures || now - burst.asked < fresh) {
         return;
     }
     VolumeAnswer answer = ask(path);
-    report.lastCall = report.asked = m_options.clock(); // a volume on a network takes its time
+    burst.lastCall = burst.asked = m_options.clock(); // a volume on a network takes its time
     if (answer.figures) {
-        report.figures = answer.figures;
+        burst.figures = answer.figures;
         m_failures.clear(Source::storage);
     } else if (!goesOn) {
         m_failures.fail(Source::storage, std::move(answer.reason));
@@ -72,9 +71,9 @@ void VolumeReader::refresh(Report& report, const std::string& path, std::chrono:
 
 std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
     const std::lock_guard lock(m_mutex);
-    Report& report = reportOf(currentWorkItem());
-    refresh(report, path, m_options.clock());
-    return report.figures;
+    Burst& burst = burstOf(currentWorkItem());
+    refresh(burst, path, m_options.clock());
+    return burst.figures;
 }
 
 } // namespace vantor::platform::linux

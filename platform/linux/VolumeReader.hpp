@@ -19,7 +19,7 @@ namespace vantor::platform::linux {
 /// or end in between: a total of zero beside a used figure would be an infinite progress.
 ///
 /// The calls of one work item of the global queue belong together, however long its worker is held up;
-/// elsewhere those do that follow each other within `sameReport` (after `longestReport` within `shortestGap`,
+/// elsewhere those do that follow each other within `sameBurst` (after `longestBurst` within `shortestGap`,
 /// so that frequent reports do not run into each other for ever). What the first of them found, an answer or
 /// a failure, holds for the others: figures are asked for again after `fresh`, but within a report a failed
 /// query leaves them as they are, and a failed volume stays failed.
@@ -28,9 +28,9 @@ namespace vantor::platform::linux {
 /// other is asked through the waiter. Any thread; a second caller waits for the first, at most a second.
 class VolumeReader {
 public:
-    static constexpr std::chrono::milliseconds sameReport{100};
+    static constexpr std::chrono::milliseconds sameBurst{100};
     static constexpr std::chrono::milliseconds fresh{10};
-    static constexpr std::chrono::seconds longestReport{2};
+    static constexpr std::chrono::seconds longestBurst{2};
     static constexpr std::chrono::milliseconds shortestGap{8};
 
     VolumeReader(const MachineOptions& options, FailureBoard& failures);
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::optional<VolumeFigures> read(const std::string& path);
 
 private:
-    struct Report {
+    struct Burst {
         std::uint64_t workItem = 0;
         std::string path; ///< empty: no report yet
         std::optional<VolumeFigures> figures;
@@ -48,11 +48,11 @@ private:
         std::chrono::nanoseconds lastCall{};
     };
 
-    [[nodiscard]] static bool continues(const Report& report, const std::string& path,
+    [[nodiscard]] static bool continues(const Burst& burst, const std::string& path,
                                         std::chrono::nanoseconds now);
-    [[nodiscard]] Report& reportOf(std::uint64_t workItem);
-    static void begin(Report& report, const std::string& path, std::chrono::nanoseconds now);
-    void refresh(Report& report, const std::string& path, std::chrono::nanoseconds now);
+    [[nodiscard]] Burst& burstOf(std::uint64_t workItem);
+    static void begin(Burst& burst, const std::string& path, std::chrono::nanoseconds now);
+    void refresh(Burst& burst, const std::string& path, std::chrono::nanoseconds now);
     [[nodiscard]] VolumeAnswer ask(const std::string& path);
 
     const MachineOptions& m_options;
@@ -61,8 +61,8 @@ private:
     MountWatch m_mounts;
     VolumeWaiter m_waiter;
     std::string m_localPath; ///< the path last found to be on a local file system
-    std::array<Report, 8>
-        m_reports; ///< the first for calls from elsewhere, the others for work items under way
+    std::array<Burst, 8>
+        m_bursts; ///< the first for calls from elsewhere, the others for work items under way
 };
 
 } // namespace vantor::platform::linux

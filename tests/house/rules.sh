@@ -40,6 +40,10 @@ done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts
   grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^sysinfo/SystemValues/RecordingText.cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
 
+grep -rn '#include "platform/linux' --include='*.?pp' hosts | grep -v '^hosts/common/HostMachine.cpp:' &&
+  breach "hosts know the Linux machine through HostMachine alone"
+grep -rnE '#include ("platform/(linux/(kernel/[^TA]|[^fk])|posix)|<(sys/|unistd|fcntl|fstream|cstdio))' --include='*.?pp' \
+  platform/linux/figures && breach "platform/linux/figures turns text into records and opens nothing"
 grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller sysinfo hosts &&
   breach "includes are written from the root of the tree"
 grep -rnE '\b(system|popen|execlp|execvp|posix_spawnp|wordexp|startDetached|findExecutable) ?\(|\bQProcess\b' --include='*.?pp' platform logging settings metrics charts controller \

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/Capabilities.hpp"
 
+#include "platform/posix/Environment.hpp"
+
 #include <array>
 #include <charconv>
-#include <cstdlib>
 #include <limits>
 
 namespace vantor::hosts::terminal {
 
 namespace {
-
-std::string variable(const char* name) {
-    const char* const value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): before other threads run
-    return value != nullptr ? value : "";
-}
 
 /// The first sixteen colours, as xterm has them but for number 3: its yellow is almost the bright yellow of
 /// number 11, where most others show an ochre, which keeps orange and yellow apart.
@@ -53,7 +49,9 @@ int distanceOf(std::uint32_t a, std::uint32_t b) {
 } // namespace
 
 TerminalEnvironment TerminalEnvironment::fromProcess() {
-    return {variable("TERM"), variable("COLORTERM"), variable("COLORFGBG"), !variable("NO_COLOR").empty()};
+    return {platform::posix::environmentText("TERM"), platform::posix::environmentText("COLORTERM"),
+            platform::posix::environmentText("COLORFGBG"),
+            !platform::posix::environmentText("NO_COLOR").empty()};
 }
 
 ColorDepth colorDepthFor(ColorChoice choice, const TerminalEnvironment& environment,

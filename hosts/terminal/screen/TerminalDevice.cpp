@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/TerminalDevice.hpp"
 
+#include "platform/posix/Environment.hpp"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -10,7 +12,6 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdlib>
 #include <cstring>
 
 namespace vantor::hosts::terminal {
@@ -29,11 +30,9 @@ int openAgain(int given) {
 }
 
 int variable(const char* name, int otherwise) {
-    const char* const text = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nobody sets it
+    const std::string text = platform::posix::environmentText(name);
     int number = 0;
-    if (text != nullptr) {
-        std::from_chars(text, text + std::strlen(text), number);
-    }
+    std::from_chars(text.data(), text.data() + text.size(), number);
     return number > 0 ? number : otherwise;
 }
 
