@@ -71,7 +71,7 @@ void soak(vantor::TEReportTableViewController& controller, double speed, double 
     controller.setReportHandler(
         [&reports](vantor::platform::Source section) { ++reports.at(static_cast<std::size_t>(section)); });
     const FastClock clock(speed);
-    loop.turn(clock.now());
+    loop.setClock([&clock] { return clock.now(); });
     controller.view();
     while (clock.running().count() < seconds) {
         const Instant now = clock.now();
@@ -85,6 +85,7 @@ void soak(vantor::TEReportTableViewController& controller, double speed, double 
         bell.rung = false;
     }
     loop.setWakeHandler({});
+    loop.setClock({});
     std::printf("%.0f s at %gx: %llu turns, %llu layers; reports: memory %llu, storage %llu, processor %llu, "
                 "network %llu\n",
                 seconds, speed, turns, layers, reports[0], reports[1], reports[2], reports[3]);

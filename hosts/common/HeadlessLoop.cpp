@@ -59,6 +59,14 @@ bool turnUntil(const std::function<bool()>& done, double atMost) {
     return satisfied;
 }
 
+VirtualTime::VirtualTime() {
+    RunLoop::main().setClock([this] { return m_now; });
+}
+
+VirtualTime::~VirtualTime() {
+    RunLoop::main().setClock({});
+}
+
 void VirtualTime::sample() {
     while (!m_blocks.empty()) {
         const platform::WorkItem block = std::move(m_blocks.front());

@@ -19,7 +19,10 @@ bool turnUntil(const std::function<bool()>& done, double atMost);
 /// and reports.
 class VirtualTime final : private platform::DispatchQueue {
 public:
-    VirtualTime() = default;
+    VirtualTime();
+    ~VirtualTime() override;
+    VirtualTime(const VirtualTime&) = delete;
+    VirtualTime& operator=(const VirtualTime&) = delete;
     bool turnUntil(const std::function<bool()>& done, double atMost);
 
 private:

@@ -57,7 +57,6 @@ public:
 
     int run() {
         m_complaints.tellStore();
-        RunLoop::main().turn(std::chrono::steady_clock::now()); // all of the start counts as one instant
         m_controller->setReportHandler([this](platform::Source source) { took(source); });
         m_controller->view();
         const auto interval = m_controller->refreshTime()->timeInterval();

@@ -15,14 +15,24 @@ RunLoop& RunLoop::main() {
 }
 
 Instant RunLoop::now() const {
-    return m_now.value_or(std::chrono::steady_clock::now());
+    if (m_isTurning) {
+        return *m_now;
+    }
+    const Instant clock = m_clock ? m_clock() : std::chrono::steady_clock::now();
+    return m_now ? std::max(*m_now, clock) : clock;
+}
+
+void RunLoop::setClock(std::function<Instant()> clock) {
+    m_clock = std::move(clock);
 }
 
 void RunLoop::turn(Instant now) {
     m_now = m_now ? std::max(*m_now, now) : now;
+    m_isTurning = true;
     runPosted();
     fireDue();
     runPosted();
+    m_isTurning = false;
 }
 
 void RunLoop::runPosted() {

@@ -30,17 +30,21 @@ public:
     RunLoop(const RunLoop&) = delete;
     RunLoop& operator=(const RunLoop&) = delete;
 
-    /// The instant of the current turn, or of the last one; before the first turn, or after `follow`, the
-    /// steady clock's. Animations start here.
+    /// During a turn its instant, which is one for all that happens in it. Between turns, where a host feeds
+    /// its events in, the clock's, though never one before the last turn's. Timers and animations start here.
     [[nodiscard]] Instant now() const;
+
+    /// What tells the instant between turns: the steady clock, until another is set; an empty function brings
+    /// it back. For those who turn the loop on a time of their own.
+    void setClock(std::function<Instant()> clock);
 
     /// Runs what is due at `now`: first the blocks posted before the turn, then each timer whose fire instant
     /// has come (once, however many fires it missed), then the blocks posted meanwhile by these. `now` never
     /// runs backwards: an earlier instant counts as the last one.
     void turn(Instant now);
 
-    /// When to call `turn` next: the last turn's instant when blocks are waiting, else the earliest timer,
-    /// else nothing (only a `post` can bring work).
+    /// When to call `turn` next: now when blocks are waiting, else when the earliest timer is due, else
+    /// nothing (only a `post` can bring work).
     [[nodiscard]] std::optional<Instant> nextDeadline() const;
 
     /// Queues a block for the next turn and wakes the host; it runs with what is current here. Any thread.
@@ -70,7 +74,9 @@ private:
     std::vector<WorkItem> m_posted;
     std::function<void()> m_wake;
     std::vector<std::shared_ptr<NSTimer>> m_timers;
-    std::optional<Instant> m_now;
+    std::function<Instant()> m_clock;
+    std::optional<Instant> m_now; // of the turn, or of the last one
+    bool m_isTurning = false;
 };
 
 } // namespace vantor::platform

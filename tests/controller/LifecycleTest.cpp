@@ -73,7 +73,10 @@ TEST(Lifecycle, AManualRefreshReplacesTheOneReportTimer) {
     stage.setStore(storedText("refreshSeconds", "5"));
     stage.controller->manualInfoRefresh(nullptr);
     stage.setStore(storedText("refreshSeconds", "0.5"));
+    stage.loop.clock.pass(0.9); // a press comes between two turns
     stage.controller->manualInfoRefresh(&stage);
+    EXPECT_EQ(stage.controller->refreshTime()->fireDate(),
+              stage.loop.clock.now() + std::chrono::milliseconds(500));
     EXPECT_FALSE(first->isValid());
     EXPECT_EQ(stage.loop.queue.waiting(), 6U);
     EXPECT_EQ(stage.controller->refreshTime()->timeInterval(), 0.5);

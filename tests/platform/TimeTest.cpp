@@ -89,6 +89,25 @@ TEST(RunLoop, RunsBlocksOfTimersInTheSameTurnAndOthersInTheNext) {
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
 }
 
+TEST(RunLoop, WhatComesBetweenTurnsStartsThenAndNotAtTheLastTurn) {
+    HandTurnedClock clock;
+    clock.advance(1);
+    clock.pass(0.9);
+    int fired = 0;
+    const auto timer = NSTimer::scheduledTimerWithTimeInterval(
+        0.5,
+        [&] {
+            ++fired;
+            clock.pass(0.1);                               // work takes its time, and
+            EXPECT_LT(RunLoop::main().now(), clock.now()); // all of a turn is one instant
+        },
+        true);
+    clock.advance(0.499);
+    EXPECT_EQ(fired, 0);
+    clock.advance(0.001);
+    EXPECT_EQ(fired, 1);
+}
+
 TEST(RunLoop, RestartedTimersWaitAFullIntervalAndTheClockNeverRunsBack) {
     HandTurnedClock clock;
     int fired = 0;

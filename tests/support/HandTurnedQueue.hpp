@@ -35,16 +35,23 @@ class HandTurnedClock {
 public:
     HandTurnedClock() {
         platform::RunLoop::main().clear();
-        platform::RunLoop::main().turn(m_now);
+        platform::RunLoop::main().setClock([this] { return m_now; });
     }
-    ~HandTurnedClock() { platform::RunLoop::main().clear(); }
+    ~HandTurnedClock() {
+        platform::RunLoop::main().setClock({});
+        platform::RunLoop::main().clear();
+    }
     HandTurnedClock(const HandTurnedClock&) = delete;
     HandTurnedClock& operator=(const HandTurnedClock&) = delete;
 
     void advance(double seconds) {
+        pass(seconds);
+        platform::RunLoop::main().turn(m_now);
+    }
+    /// Time goes by and nobody turns the loop.
+    void pass(double seconds) {
         m_now +=
             std::chrono::duration_cast<platform::Instant::duration>(std::chrono::duration<double>(seconds));
-        platform::RunLoop::main().turn(m_now);
     }
     [[nodiscard]] platform::Instant now() const { return m_now; }
 

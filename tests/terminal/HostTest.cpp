@@ -64,9 +64,11 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
         {platform::Source::storage, "vantor://action?showStorage"},
         {platform::Source::processor, "vantor://action?showCpu"}};
     for (const auto& [action, link] : links) {
+        m_loop.clock.pass(0.9);
         m_host->perform(action, m_loop.clock.now());
         m_loop.play();
         EXPECT_THAT(scene().notice, HasSubstr(link));
+        EXPECT_EQ(m_host->noticeEnd(), m_loop.clock.now() + std::chrono::seconds(3));
     }
     EXPECT_TRUE(scene().isExpanded);
     m_host->perform(HostAction::changeMode, m_loop.clock.now());

@@ -41,7 +41,7 @@ Picture drawn(SceneFixture& fixture, const Wanted& wanted) {
     fixture.scene.isExpanded = !wanted.isCompact;
     const platform::Instant start = fixture.scene.sections[0].chart->animation().start;
     return drawPicture(fixture.scene, wanted.size, wanted.look,
-                       wanted.isMoving ? start + std::chrono::milliseconds(500) : SceneFixture::rest());
+                       wanted.isMoving ? start + std::chrono::milliseconds(500) : fixture.rest());
 }
 
 // The pictures were looked at before they were written down. After a change on purpose, look at the new ones:
@@ -83,7 +83,7 @@ TEST(Pictures, EverySizeHasOne) {
             for (int width = 1; width <= 130; width += 1 + width / 12) {
                 for (int height = 1; height <= 60; height += 1 + height / 8) {
                     const Picture picture =
-                        drawPicture(fixture.scene, {width, height}, {glyphs}, SceneFixture::rest());
+                        drawPicture(fixture.scene, {width, height}, {glyphs}, fixture.rest());
                     std::size_t marks = 0;
                     for (const std::string& row : picture.grid.lines()) {
                         marks += row.size();
@@ -93,7 +93,7 @@ TEST(Pictures, EverySizeHasOne) {
             }
         }
     }
-    const Picture huge = drawPicture(fixture.scene, {500, 200}, {}, SceneFixture::rest());
+    const Picture huge = drawPicture(fixture.scene, {500, 200}, {}, fixture.rest());
     EXPECT_EQ(huge.grid.size(), (Size{500, 200}));
 }
 
@@ -103,7 +103,7 @@ TEST(Pictures, CustomColoursOddFiguresAndNoFiguresAreDrawn) {
         fixture.scene.sections[1].chart = SceneFixture::chart("Used", progress);
         fixture.scene.lines[0].rows[0].figure.clear();
         for (const Size size : {Size{80, 24}, Size{30, 3}, Size{2, 1}}) {
-            EXPECT_EQ(drawPicture(fixture.scene, size, {}, SceneFixture::rest()).grid.size(), size);
+            EXPECT_EQ(drawPicture(fixture.scene, size, {}, fixture.rest()).grid.size(), size);
         }
     }
 }
@@ -127,7 +127,7 @@ TEST(Pictures, NothingInATextSteersTheTerminal) {
     fixture.scene.notice = "\033]2;owned\a \x9B"
                            "2J \u202E";
     fixture.scene.sections[0].rows[0] = {"\033[31m", "\r\n\b\x7F"};
-    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
+    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, fixture.rest());
     for (int row = 0; row < 24; ++row) {
         for (int column = 0; column < 80; ++column) {
             const char32_t c = picture.grid.at(column, row).character;
@@ -157,13 +157,13 @@ TEST(Pictures, AStepIsDueWhenAChartsEndHasMovedByADot) {
         EXPECT_GE(steps, std::min(static_cast<int>(0.84 * picture.stepsPerUnit), 60));
         EXPECT_LT(steps, 181);
         EXPECT_GT(changes, steps * 8 / 10) << "hardly a step is without a new dot";
-        EXPECT_EQ(before, drawPicture(fixture.scene, size, {}, SceneFixture::rest()).grid);
+        EXPECT_EQ(before, drawPicture(fixture.scene, size, {}, fixture.rest()).grid);
     }
 }
 
 TEST(Pictures, ClicksFindRingsAndKeys) {
     SceneFixture fixture;
-    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, SceneFixture::rest());
+    const Picture picture = drawPicture(fixture.scene, {80, 24}, {}, fixture.rest());
     EXPECT_EQ(picture.actionAt(14, 8), Action(platform::Source::memory));
     EXPECT_EQ(picture.actionAt(40, 8), Action(platform::Source::storage));
     EXPECT_EQ(picture.actionAt(66, 8), Action(platform::Source::processor));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "HandTurnedQueue.hpp"
 #include "hosts/terminal/picture/Scene.hpp"
 #include "platform/simulated/SimulatedViewer.hpp"
 
@@ -16,11 +17,11 @@ namespace vantor::tests {
 struct SceneFixture {
     platform::SimulatedViewer viewer;
     platform::Current<platform::Viewer> scope{viewer};
+    HandTurnedClock clock; // all rings set out at one instant
     hosts::terminal::Scene scene;
 
     SceneFixture() {
         std::setlocale(LC_CTYPE, "C.UTF-8");
-        platform::RunLoop::main().turn(std::chrono::steady_clock::now()); // all rings set out at one instant
         using enum hosts::terminal::HostAction;
         using enum platform::Source;
         scene.sections = {
@@ -58,7 +59,7 @@ struct SceneFixture {
     }
 
     /// An instant at which all rings have come to rest.
-    static platform::Instant rest() { return std::chrono::steady_clock::now() + std::chrono::hours(1); }
+    [[nodiscard]] platform::Instant rest() const { return clock.now() + std::chrono::hours(1); }
 };
 
 } // namespace vantor::tests
