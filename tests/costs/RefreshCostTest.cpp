@@ -37,17 +37,17 @@ protected:
     TreeStage stage;
 };
 
-TEST_F(RefreshCost, allocationsWithoutAStore) {
+TEST_F(RefreshCost, AllocationsWithoutAStore) {
     countRefresh(44, 3200);
 }
 
-TEST_F(RefreshCost, allocationsWithAStore) {
+TEST_F(RefreshCost, AllocationsWithAStore) {
     stage.tree.write(storeFile,
                      R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
     countRefresh(66, 4864);
 }
 
-TEST(HugeMachine, refreshStaysUnder20Milliseconds) {
+TEST(HugeMachine, RefreshStaysUnder20Milliseconds) {
     KernelFigures figures;
     figures.processors = 1024;
     for (int i = 0; i < 5000; ++i) {

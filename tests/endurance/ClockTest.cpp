@@ -28,7 +28,7 @@ protected:
     Reports reports{};
 };
 
-TEST_F(ClockTest, aLongGapBringsOneReportOfEachAndThenTheUsualPace) {
+TEST_F(ClockTest, ALongGapBringsOneReportOfEachAndThenTheUsualPace) {
     for (const double gap : {8 * 3600.0, 366 * 86400.0}) { // a night's suspend, a year
         tick();
         stage.advance(gap);
@@ -43,7 +43,7 @@ TEST_F(ClockTest, aLongGapBringsOneReportOfEachAndThenTheUsualPace) {
     }
 }
 
-TEST_F(ClockTest, aBrokenSourceDoesNotChangeThePaceOfAnySection) {
+TEST_F(ClockTest, ABrokenSourceDoesNotChangeThePaceOfAnySection) {
     for (const auto& [source, file] : {std::pair(platform::Source::memory, "proc/meminfo"),
                                        {platform::Source::processor, "proc/stat"},
                                        {platform::Source::network, "proc/net/dev"},

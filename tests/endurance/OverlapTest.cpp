@@ -13,7 +13,7 @@ namespace vantor::tests {
 namespace {
 
 // The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
-TEST(Overlap, refreshesOnTopOfEachOtherLeaveWholeFigures) {
+TEST(Overlap, RefreshesOnTopOfEachOtherLeaveWholeFigures) {
     // Not destroyed: the timers' last reports may still be under way when the test ends.
     static platform::linux::LinuxViewer& viewer = *new platform::linux::LinuxViewer;
     static platform::linux::LinuxMachine& machine = *new platform::linux::LinuxMachine;

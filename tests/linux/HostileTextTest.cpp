@@ -116,7 +116,7 @@ struct Case {
 
 class HostileText : public testing::TestWithParam<Case> {};
 
-TEST_P(HostileText, harmsOnlyItsOwnSection) {
+TEST_P(HostileText, HarmsOnlyItsOwnSection) {
     const Case& hostile = GetParam();
     const fs::path original = fs::path(VANTOR_TEST_DATA) / "trees" / hostile.tree;
     const TestTree copy;
@@ -177,7 +177,7 @@ INSTANTIATE_TEST_SUITE_P(Files, HostileText, testing::Values(
          "# by hand\nXDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_MUSIC_DIR=\"$HOME/8\"\n"}));
 // clang-format on
 
-TEST(HostileText, aFileThatIsAFolderOrUnreadableIsNamed) {
+TEST(HostileText, AFileThatIsAFolderOrUnreadableIsNamed) {
     const TestTree tree;
     tree.write("proc/meminfo/x", "");
     tree.write("proc/stat/x", "");

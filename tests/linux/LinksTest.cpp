@@ -37,7 +37,7 @@ protected:
     TreeMachine machine{tree.root()};
 };
 
-TEST_F(LinksTest, aLinkKeepsItsNumberWhileItExists) {
+TEST_F(LinksTest, ALinkKeepsItsNumberWhileItExists) {
     device("eth0");
     device("eth1");
     device("wlan0", 1, "wlan");
@@ -49,7 +49,7 @@ TEST_F(LinksTest, aLinkKeepsItsNumberWhileItExists) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {30, 31}}, {"en1", {24, 25}}, {"en2", {1, 2}}}));
 }
 
-TEST_F(LinksTest, countersWrapAt32BitsAndALinkListedTwiceCountsOnce) {
+TEST_F(LinksTest, CountersWrapAt32BitsAndALinkListedTwiceCountsOnce) {
     device("eth0");
     list({{"eth0", 0xFFFFFFFF}, {"eth0", 0xFFFFFFFF}});
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {0xFFFFFFFF, 0}}}));
@@ -58,7 +58,7 @@ TEST_F(LinksTest, countersWrapAt32BitsAndALinkListedTwiceCountsOnce) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {5, 6}}}));
 }
 
-TEST_F(LinksTest, trafficThatPassesTwoLinksCountsOnce) {
+TEST_F(LinksTest, TrafficThatPassesTwoLinksCountsOnce) {
     device("eth0"); // the fast path of the virtual machine's card eth1
     tree.write("sys/class/net/eth0/master/device/uevent", "");
     device("eth1");
@@ -71,7 +71,7 @@ TEST_F(LinksTest, trafficThatPassesTwoLinksCountsOnce) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}, {"pdp_ip0", {7, 8}}}));
 }
 
-TEST_F(LinksTest, withoutACardTheVirtualEthernetIsTheWayOut) {
+TEST_F(LinksTest, WithoutACardTheVirtualEthernetIsTheWayOut) {
     describe("eth0", 1, "", 40);
     describe("vethx", 1, "", 41);
     tree.write("sys/class/net/vethx/master/uevent", "");
@@ -87,7 +87,7 @@ TEST_F(LinksTest, withoutACardTheVirtualEthernetIsTheWayOut) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}}));
 }
 
-TEST_F(LinksTest, aKindThatChangesIsSeenWithinAMinute) {
+TEST_F(LinksTest, AKindThatChangesIsSeenWithinAMinute) {
     device("eth0");
     device("eth1");
     list({{"eth0", 1}, {"eth1", 2}});
@@ -97,7 +97,7 @@ TEST_F(LinksTest, aKindThatChangesIsSeenWithinAMinute) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en1", {2, 3}}}));
 }
 
-TEST_F(LinksTest, withoutSysNamesAreAllThereIs) {
+TEST_F(LinksTest, WithoutSysNamesAreAllThereIs) {
     list({{"lo", 1}, {"wlp3s0", 2}, {"eth0.5", 3}, {"docker0", 4}, {"wwp0s20u4", 5}, {"pdp_ip0", 6}});
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}, {"pdp_ip0", {5, 6}}}));
     EXPECT_EQ(machine->interfaceAddresses()->front().name, "lo0");

@@ -12,7 +12,7 @@
 namespace vantor::platform::linux {
 namespace {
 
-TEST(LiveMachine, memoryAgreesWithFree) {
+TEST(LiveMachine, MemoryAgreesWithFree) {
     LinuxMachine machine;
     std::istringstream words(tests::shell("free -b").output);
     std::string word;
@@ -37,7 +37,7 @@ TEST(LiveMachine, memoryAgreesWithFree) {
     EXPECT_TRUE(machine.failures().empty());
 }
 
-TEST(LiveMachine, volumeAgreesWithDf) {
+TEST(LiveMachine, VolumeAgreesWithDf) {
     LinuxMachine machine;
     const std::vector<std::string> folders = *machine.documentDirectories();
     if (folders.empty()) {
@@ -58,7 +58,7 @@ TEST(LiveMachine, volumeAgreesWithDf) {
     EXPECT_LE(*volume->availableForImportantUsage, *volume->total);
 }
 
-TEST(LiveMachine, firstTicksAreTheSharesSinceBootAndThenTheyOnlyRise) {
+TEST(LiveMachine, FirstTicksAreTheSharesSinceBootAndThenTheyOnlyRise) {
     LinuxMachine machine;
     host_cpu_load_info first{};
     ASSERT_EQ(machine.hostCpuLoad(first), KERN_SUCCESS);
@@ -82,7 +82,7 @@ TEST(LiveMachine, firstTicksAreTheSharesSinceBootAndThenTheyOnlyRise) {
     }
 }
 
-TEST(LiveMachine, listsTheLoopbackUnderThePlatformsName) {
+TEST(LiveMachine, ListsTheLoopbackUnderThePlatformsName) {
     LinuxMachine machine;
     const std::optional<std::vector<InterfaceAddress>> links = machine.interfaceAddresses();
     ASSERT_TRUE(links);

@@ -18,7 +18,7 @@ void environment(const char* all, const char* language) {
     ::setenv("LANGUAGE", language, 1);
 }
 
-TEST(Locale, languageTags) {
+TEST(Locale, LanguageTags) {
     const std::pair<const char*, const char*> names[] = {
         {"pt_BR.UTF-8", "pt-BR"}, {"pt_PT", "pt"},       {"zh_CN.GB18030", "zh-Hans"},
         {"zh_TW", "zh-Hant"},     {"zh", "zh-Hans"},     {"de_AT@euro", "de"},
@@ -30,7 +30,7 @@ TEST(Locale, languageTags) {
     }
 }
 
-TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
+TEST(Locale, ALocaleThatWasNotGeneratedStillPicksTheTexts) {
     environment("it_IT.ISO-8859-15", "");
     LinuxViewer viewer;
     EXPECT_EQ(viewer.localeSigns().language, "it");
@@ -43,7 +43,7 @@ TEST(Locale, aLocaleThatWasNotGeneratedStillPicksTheTexts) {
     EXPECT_FALSE(viewer.localizedString(""));
 }
 
-TEST(Locale, languageGoesBeforeTheLocaleButForC) {
+TEST(Locale, LanguageGoesBeforeTheLocaleButForC) {
     environment("C.UTF-8", "ru:de");
     {
         LinuxViewer viewer;
@@ -55,13 +55,13 @@ TEST(Locale, languageGoesBeforeTheLocaleButForC) {
     EXPECT_FALSE(viewer.localizedString("home_FREE"));
 }
 
-TEST(Locale, englishIsNotPassedOverForTheNextLanguage) {
+TEST(Locale, EnglishIsNotPassedOverForTheNextLanguage) {
     environment("C.UTF-8", "en:de");
     LinuxViewer viewer;
     EXPECT_FALSE(viewer.localizedString("home_FREE"));
 }
 
-TEST(Locale, signsComeFromTheNumericLocaleInUtf8) {
+TEST(Locale, SignsComeFromTheNumericLocaleInUtf8) {
     const struct {
         const char* locale;
         const char *decimal, *grouping, *one;

@@ -12,7 +12,7 @@
 namespace vantor::tests {
 namespace {
 
-TEST(Threads, reportsMayOverlapWhileFilesComeAndGo) {
+TEST(Threads, ReportsMayOverlapWhileFilesComeAndGo) {
     const TestTree tree;
     std::filesystem::copy(std::filesystem::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(),
                           std::filesystem::copy_options::recursive);

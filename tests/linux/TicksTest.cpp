@@ -43,7 +43,7 @@ protected:
     host_cpu_load_info last{};
 };
 
-TEST_F(Ticks, idleTimeThatFallsIsWhatTheClockLeavesOver) {
+TEST_F(Ticks, IdleTimeThatFallsIsWhatTheClockLeavesOver) {
     write("1000 0 1000 100000 5000 0 0 0 0 0");
     next();
     machine.pass(2s); // 800 ticks; iowait falls by more than idle rises
@@ -57,7 +57,7 @@ TEST_F(Ticks, idleTimeThatFallsIsWhatTheClockLeavesOver) {
     EXPECT_EQ(machine.failedSources(), "");
 }
 
-TEST_F(Ticks, processorsVanishAndComeBackWithAllThatTheyEverIdled) {
+TEST_F(Ticks, ProcessorsVanishAndComeBackWithAllThatTheyEverIdled) {
     write("100000 0 100000 40000000 0 0 0 0 0 0", 4);
     next();
     machine.pass(2s);
@@ -74,7 +74,7 @@ TEST_F(Ticks, processorsVanishAndComeBackWithAllThatTheyEverIdled) {
     EXPECT_NEAR(next().user, 10, 0.2);
 }
 
-TEST_F(Ticks, standingStillAndUnreadableCountAsIdleByTheClock) {
+TEST_F(Ticks, StandingStillAndUnreadableCountAsIdleByTheClock) {
     write("1000 0 1000 100000 0 0 0 0 0 0");
     next();
     EXPECT_NEAR(next().idle, 100, 0.001); // it waited for 20 ms, in vain
@@ -121,7 +121,7 @@ Error errorAt(double age, std::uint64_t ticks) {
 }
 
 // The table of TickScale.hpp.
-TEST(TickScale, keepsItsPrecisionForYears) {
+TEST(TickScale, KeepsItsPrecisionForYears) {
     constexpr double day = 86400, year = 365.25 * day;
     const struct {
         double age;
@@ -136,7 +136,7 @@ TEST(TickScale, keepsItsPrecisionForYears) {
     }
 }
 
-TEST(TickScale, neverRunsOutWithinDecades) {
+TEST(TickScale, NeverRunsOutWithinDecades) {
     // Each year's start, with all spent that could be, stands for the year.
     for (int age = 0; age < 20; ++age) {
         const double seconds = age * 365.25 * 86400;

@@ -37,7 +37,7 @@ TEST(Suite, IsReadWholeAndNotMarkedAsRead) {
     EXPECT_EQ(before.st_atim.tv_nsec, after.st_atim.tv_nsec);
 }
 
-TEST(Suite, isFoundWhereTheEnvironmentSays) {
+TEST(Suite, IsFoundWhereTheEnvironmentSays) {
     UserFolders folders;
     folders.config = "/home/u/.config";
     EXPECT_EQ(suitePath(folders, "group.vantor"), "/home/u/.config/vantor/group.vantor.plist");
@@ -47,7 +47,7 @@ TEST(Suite, isFoundWhereTheEnvironmentSays) {
     EXPECT_EQ(suitePath({}, "group.vantor"), "");
 }
 
-TEST(UserDirs, takeOnlyWhatTheFormatAllows) {
+TEST(UserDirs, TakeOnlyWhatTheFormatAllows) {
     const auto documents = [](std::string_view text) {
         return parseUserDir(text, "XDG_DOCUMENTS_DIR", "/home/u").value_or("-");
     };
@@ -66,7 +66,7 @@ TEST(UserDirs, takeOnlyWhatTheFormatAllows) {
     EXPECT_EQ(*machine->documentDirectories(), std::vector{(tree.root() / "home/Dokumente").string()});
 }
 
-TEST(Releasable, countsBlocksOnceOnOneFileSystemAndFollowsNoLink) {
+TEST(Releasable, CountsBlocksOnceOnOneFileSystemAndFollowsNoLink) {
     const TestTree tree;
     const std::string block(8192, 'x');
     tree.write("cache/a", block);
@@ -88,7 +88,7 @@ TEST(Releasable, countsBlocksOnceOnOneFileSystemAndFollowsNoLink) {
     walked(tree.root() / "cache", about.st_dev, 2);
 }
 
-TEST(Releasable, isKeptBetweenRunsAndCountsAsAvailableForImportantUse) {
+TEST(Releasable, IsKeptBetweenRunsAndCountsAsAvailableForImportantUse) {
     const TestTree tree;
     tree.write("home/.cache/browser/page", std::string(1 << 16, 'x'));
     tree.write("home/.local/share/Trash/files/old", std::string(1 << 16, 'x'));
@@ -119,7 +119,7 @@ TEST(Releasable, isKeptBetweenRunsAndCountsAsAvailableForImportantUse) {
     EXPECT_EQ(loadKeptReleasable(kept)->bytes, static_cast<std::uint64_t>(releasable));
 }
 
-TEST(Releasable, keptTextIsReadBackOnlyWhole) {
+TEST(Releasable, KeptTextIsReadBackOnlyWhole) {
     const KeptReleasable kept{18446744073709551615U, 12345, 1700000000};
     const std::string text = formatKeptReleasable(kept);
     EXPECT_EQ(parseKeptReleasable(text), kept);

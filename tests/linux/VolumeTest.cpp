@@ -24,7 +24,7 @@ protected:
     TreeMachine machine{tree.root()}; // without proc/self/mountinfo each query goes through the waiter
 };
 
-TEST_F(Volume, aHungMountFailsAfterASecondThenAtOnceAndRecoversBetweenReports) {
+TEST_F(Volume, AHungMountFailsAfterASecondThenAtOnceAndRecoversBetweenReports) {
     ASSERT_TRUE(answers());
     machine.pass(2s);
     const auto hungBefore = statvfsCallsThatHung();
@@ -58,7 +58,7 @@ TEST_F(Volume, aHungMountFailsAfterASecondThenAtOnceAndRecoversBetweenReports) {
     EXPECT_EQ(machine.failedSources(), "");
 }
 
-TEST_F(Volume, aFailureDoesNotBeginInsideAReport) {
+TEST_F(Volume, AFailureDoesNotBeginInsideAReport) {
     ASSERT_TRUE(answers());
     hangStatvfs(true);
     for (int call = 0; call < 5; ++call) {
@@ -70,7 +70,7 @@ TEST_F(Volume, aFailureDoesNotBeginInsideAReport) {
     EXPECT_FALSE(answers());
 }
 
-TEST_F(Volume, aWorkersReportEndsAsItBeganHoweverLongItIsHeldUp) {
+TEST_F(Volume, AWorkersReportEndsAsItBeganHoweverLongItIsHeldUp) {
     std::atomic<int> right = 0;
     {
         platform::WorkerPool pool(1);
@@ -85,7 +85,7 @@ TEST_F(Volume, aWorkersReportEndsAsItBeganHoweverLongItIsHeldUp) {
     EXPECT_EQ(right, 3);
 }
 
-TEST_F(Volume, quittingDoesNotWaitForAHungMount) {
+TEST_F(Volume, QuittingDoesNotWaitForAHungMount) {
     hangStatvfs(true);
     auto own = std::make_unique<TreeMachine>(tree.root());
     EXPECT_FALSE((*own)->volumeCapacities(tree.root().string()));
@@ -94,7 +94,7 @@ TEST_F(Volume, quittingDoesNotWaitForAHungMount) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, 500ms);
 }
 
-TEST_F(Volume, aFolderThatIsGoneIsOnTheVolumeAboveItAndAVolumeWithoutSizeFails) {
+TEST_F(Volume, AFolderThatIsGoneIsOnTheVolumeAboveItAndAVolumeWithoutSizeFails) {
     const std::string gone = (tree.root() / "no/such/folder").string();
     ASSERT_TRUE(answers());
     EXPECT_EQ(machine->volumeCapacities(gone)->total, machine->volumeCapacities(tree.root())->total);
