@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "SimulatedStore.hpp"
-#include "platform/foundation/NSFileManager.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
@@ -71,27 +70,6 @@ TEST(UserDefaults, OpensNothingWithoutADictionaryAndTheHostCanSayWhy) {
     const SuiteFile pipe{"/tmp/pipe", "", true, false, "is not a regular file"};
     EXPECT_FALSE(opened(pipe).has_value());
     EXPECT_EQ(problem(pipe), "/tmp/pipe: is not a regular file");
-}
-
-TEST(FileManager, AnswersOnlyWhatWasAskedAndKnown) {
-    SimulatedMachine machine;
-    machine.change([](SimulatedState& state) {
-        state.documentDirectories = {"/home/user/Documents", "/other"};
-        state.volume = std::nullopt;
-    });
-    const Current<Machine> scope(machine);
-    const std::vector<NSFileURL> urls =
-        NSFileManager::defaultManager().URLsForDirectory(NSDocumentDirectory, NSUserDomainMask);
-    ASSERT_EQ(urls.size(), 2U);
-    EXPECT_EQ(urls.front().path(), "/home/user/Documents");
-    EXPECT_FALSE(urls.front().resourceValuesForKeys({NSURLVolumeTotalCapacityKey}).has_value());
-    machine.change([](SimulatedState& state) { state.volume = VolumeCapacities{100, 20, std::nullopt}; });
-    const auto values = urls.front().resourceValuesForKeys(
-        {NSURLVolumeAvailableCapacityKey, NSURLVolumeAvailableCapacityForImportantUsageKey});
-    ASSERT_TRUE(values.has_value());
-    EXPECT_EQ(values->objectForKey(NSURLVolumeAvailableCapacityKey), 20);
-    EXPECT_EQ(values->objectForKey(NSURLVolumeTotalCapacityKey), std::nullopt);
-    EXPECT_EQ(values->objectForKey(NSURLVolumeAvailableCapacityForImportantUsageKey), std::nullopt);
 }
 
 } // namespace

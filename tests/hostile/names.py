@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Names that somebody else chose, on their way to people: names.py VANTOR-TERM [VANTOR-WIDGET].
 
-Folders, the preference file and its strings carry escape sequences, directional overrides, bad UTF-8 and 100 kB. What
+Folders and the preference file's name carry escape sequences, directional overrides, bad UTF-8 and great length. What
 the programs print, draw and log of them must be plain lines of valid text."""
 import concurrent.futures
 import json
@@ -71,28 +71,14 @@ def attempt(name, raw, term, widget, folder):
     return problems
 
 
-def attempt_both(case):
-    name, raw = case
+def attempt_in_folder(case):
     with tempfile.TemporaryDirectory() as folder:
         os.chmod(folder, 0o700)
-        problems = attempt(name, raw, term, widget, folder)
-    # The same, up to 100 kB of it, as a string under a key of the preferences.
-    with tempfile.TemporaryDirectory() as folder:
-        store = os.path.join(folder, "store.plist")
-        value = (raw.decode("utf-8", "replace") * 5000).encode()[:100_000].decode("utf-8", "ignore")
-        value = "".join(char for char in value if char >= " ")
-        with open(store, "wb") as file:
-            file.write(b"<plist><dict><key>refreshSeconds</key><string>" + value.encode() + b"</string></dict></plist>")
-        environment = {"HOME": folder, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "VANTOR_SUITE_FILE": store}
-        done = run(environment, term, "--once")
-        problems += harmful(name + ", preference", done.stdout + done.stderr)
-        if done.returncode != 0 or done.stderr:
-            problems.append(f"{name}, preference: {done.returncode} {done.stderr[:300]}")
-    return problems
+        return attempt(*case, term, widget, folder)
 
 
 term, widget = sys.argv[1], (sys.argv[2:] or [None])[0]
 with concurrent.futures.ThreadPoolExecutor(len(NAMES)) as pool:  # a report waits for a second to pass
-    bad = [problem for problems in pool.map(attempt_both, NAMES.items()) for problem in problems]
+    bad = [problem for problems in pool.map(attempt_in_folder, NAMES.items()) for problem in problems]
 print(*bad, sep="\n")
 sys.exit(1 if bad else 0)

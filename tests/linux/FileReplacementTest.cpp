@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/FileReplacement.hpp"
 
-#include <TestTree.hpp>
+#include "TestTree.hpp"
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -18,11 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 using platform::posix::makeFoldersTo;
 using platform::posix::replaceFile;
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 mode_t modeOf(const fs::path& path) {
     struct stat about {};
@@ -53,7 +49,7 @@ TEST_F(FileReplacement, ReplacesRegularFilesAndKeepsTheirModes) {
     ::chmod(file.c_str(), 0640);
     EXPECT_EQ(replaceFile(file, std::string(300'000, 'x')), std::nullopt);
     EXPECT_EQ(modeOf(file) & 0777U, 0640U);
-    EXPECT_EQ(contentOf(file).size(), 300'000U);
+    EXPECT_EQ(fileContent(file).size(), 300'000U);
     EXPECT_EQ(replaceFile(m_root + "/shared", "", 0666), std::nullopt);
     EXPECT_EQ(modeOf(m_root + "/shared") & 0777U, 0644U);
     EXPECT_EQ(makeFoldersTo(m_root + "/shared/x").value_or("made"), m_root + "/shared: Not a directory");
@@ -66,14 +62,14 @@ TEST_F(FileReplacement, FollowsOnlyLinksOfThisUserOrRoot) {
     fs::create_symlink("real/file", m_root + "/near");
     fs::create_symlink(m_root + "/near", m_root + "/far");
     EXPECT_EQ(replaceFile(m_root + "/far", "new"), std::nullopt);
-    EXPECT_EQ(contentOf(m_root + "/real/file"), "new");
+    EXPECT_EQ(fileContent(m_root + "/real/file"), "new");
     EXPECT_TRUE(fs::is_symlink(m_root + "/far"));
     EXPECT_EQ(entriesIn(m_root + "/real"), 1U);
     fs::create_symlink("turn", m_root + "/turn");
     expectRefused(m_root + "/turn", "Too many levels of symbolic links");
     if (::lchown((m_root + "/near").c_str(), 12345, 12345) == 0) { // root alone can plant one
         expectRefused(m_root + "/far", "is a link of another user's");
-        EXPECT_EQ(contentOf(m_root + "/real/file"), "new");
+        EXPECT_EQ(fileContent(m_root + "/real/file"), "new");
     }
 }
 
@@ -113,7 +109,7 @@ TEST_F(FileReplacement, LeavesTheOldFileWhereTheNewOneCannotBeWhole) {
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, signal);
     EXPECT_EQ(outcome, m_root + "/file: File too large");
-    EXPECT_EQ(contentOf(m_root + "/file"), "old");
+    EXPECT_EQ(fileContent(m_root + "/file"), "old");
     EXPECT_EQ(entriesIn(m_root), 1U);
 }
 

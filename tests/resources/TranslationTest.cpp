@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "TestTree.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <gtest/gtest.h>
@@ -88,17 +87,6 @@ TEST(Translations, CaptionsFitUnderARing) {
             EXPECT_TRUE(!key.starts_with("home_") || characters(message.text) <= longest)
                 << language << ' ' << key;
         }
-    }
-}
-
-TEST(Translations, AreCompiledWhereProgramsLookForThem) {
-    const std::filesystem::path compiled = VANTOR_COMPILED_CATALOGUES;
-    if (compiled.empty()) {
-        GTEST_SKIP() << "built without msgfmt";
-    }
-    for (const std::string& language : languages) {
-        const std::string bytes = vantor::tests::fileContent(compiled / language / "LC_MESSAGES/vantor.mo");
-        EXPECT_NE(bytes.find(catalogue(language)["host_SHOWMORE"].text), std::string::npos) << language;
     }
 }
 
