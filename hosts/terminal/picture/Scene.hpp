@@ -21,7 +21,7 @@ using Action = std::variant<platform::Source, HostAction>;
 struct Scene {
     struct Row {
         std::string caption;
-        std::string figure;    ///< empty until the first report
+        std::string figure;         ///< empty until the first report
         std::string_view sign = {}; ///< a character in place of the caption
         std::string_view asciiSign = {};
     };
