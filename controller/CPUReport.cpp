@@ -30,6 +30,16 @@ void TEReportTableViewController::reportCPUStatus() {
            [controller = self()](const CpuUsage& usage) { controller->displayCPU(usage); });
 }
 
+void TEReportTableViewController::resumeCPUStatus() {
+    constexpr double second = 1;
+    report([] { return CpuStatus::getCpuUsage(); }, [](const CpuUsage&) { /* of the pause */ });
+    if (m_shareAfterPause != nullptr) {
+        m_shareAfterPause->invalidate();
+    }
+    m_shareAfterPause = platform::NSTimer::scheduledTimerWithTimeInterval(
+        second, [controller = self()] { controller->reportCPUStatus(); }, false);
+}
+
 void TEReportTableViewController::displayCPU(const CpuUsage& usage) {
     outlet(*this, userCPULabel)->setText(shareText(usage.user));
     outlet(*this, systemCPULabel)->setText(shareText(usage.system));

@@ -22,17 +22,19 @@ std::uint64_t receivedBytes(const DataUsageInfo& usage) {
 
 } // namespace
 
-NetworkFigures TEReportTableViewController::sampleNETWORK() const {
+std::pair<NetworkFigures, NetworkTexts> TEReportTableViewController::sampleNETWORK() const {
     NetworkFigures figures;
     figures.usage = NetworkStatus::getDataUsage();
     figures.sentDelta = distance(m_oldDataSent.load(), sentBytes(figures.usage));
     figures.receivedDelta = distance(m_oldDataReceived.load(), receivedBytes(figures.usage));
-    return figures;
+    return {figures, {trafficText(figures.sentDelta) + "/s", trafficText(figures.receivedDelta) + "/s"}};
 }
 
 void TEReportTableViewController::reportNETWORKStatus() {
     report([controller = self()] { return controller->sampleNETWORK(); },
-           [controller = self()](const NetworkFigures& figures) { controller->displayNETWORK(figures); });
+           [controller = self()](const std::pair<NetworkFigures, NetworkTexts>& sampled) {
+               controller->displayNETWORK(sampled.first, sampled.second);
+           });
 }
 
 void TEReportTableViewController::resumeNETWORKStatus() {
@@ -40,16 +42,14 @@ void TEReportTableViewController::resumeNETWORKStatus() {
            [controller = self()](const DataUsageInfo& usage) { controller->keepCounters(usage); });
 }
 
-void TEReportTableViewController::displayNETWORK(const NetworkFigures& figures) {
-    const std::string sent = trafficText(figures.sentDelta);
-    const std::string received = trafficText(figures.receivedDelta);
+void TEReportTableViewController::displayNETWORK(const NetworkFigures& figures, const NetworkTexts& texts) {
     m_records.network = figures;
     m_records.network->isFirst = m_isFirstNetworkDataLoad;
     if (m_isFirstNetworkDataLoad) {
         m_isFirstNetworkDataLoad = false; // its delta counts from 0, not from a second ago
     } else {
-        outlet(*this, dataSentNETWORKLabel)->setText(sent + "/s");
-        outlet(*this, dataReceivedNETWORKLabel)->setText(received + "/s");
+        outlet(*this, dataSentNETWORKLabel)->setText(texts.sent);
+        outlet(*this, dataReceivedNETWORKLabel)->setText(texts.received);
     }
     keepCounters(figures.usage);
     reported(platform::Source::network);

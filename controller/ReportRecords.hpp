@@ -36,6 +36,12 @@ struct NetworkFigures {
     bool isFirst = false;
 };
 
+/// The rates of these counters, made on the worker too.
+struct NetworkTexts {
+    std::string sent;
+    std::string received;
+};
+
 /// The latest report of each section; absent before the first.
 struct ReportRecords {
     std::optional<MemoryFigures> memory;

@@ -117,6 +117,13 @@ void TEReportTableViewController::makeReports() {
     reportCPUStatus();
 }
 
+void TEReportTableViewController::resumeReports() {
+    reportSTORAGEStatus();
+    reportRAMStatus();
+    resumeCPUStatus();
+    resumeNETWORKStatus();
+}
+
 void TEReportTableViewController::reported(platform::Source section) {
     if (m_reported) {
         m_reported(section);

@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace vantor {
 
@@ -61,6 +62,11 @@ public:
     /// second and not the whole pause. The labels keep their snapshot until then.
     void resumeNETWORKStatus();
 
+    /// The same for the whole widget, called just before the host restarts the timers: memory and storage are
+    /// reported at once; the network's counters and the processor's ticks are only taken up, and the
+    /// processor's share of the second that follows is shown at its end.
+    void resumeReports();
+
     /// Button actions: refresh now and take up a changed interval; or open a page of the Vantor app, which
     /// needs an extension context and is silently nothing without one.
     void manualInfoRefresh(Sender sender);
@@ -87,11 +93,12 @@ private:
     void reportSTORAGEStatus();
     void reportRAMStatus();
     void reportCPUStatus();
+    void resumeCPUStatus();
     void displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts);
     void displayRAM(const MemoryFigures& figures);
     void displayCPU(const CpuUsage& usage);
-    [[nodiscard]] NetworkFigures sampleNETWORK() const;
-    void displayNETWORK(const NetworkFigures& figures);
+    [[nodiscard]] std::pair<NetworkFigures, NetworkTexts> sampleNETWORK() const;
+    void displayNETWORK(const NetworkFigures& figures, const NetworkTexts& texts);
     void keepCounters(const DataUsageInfo& usage);
     void reported(platform::Source section);
     void openLink(std::string_view link);
@@ -101,7 +108,8 @@ private:
     std::shared_ptr<TEReportTableViewController> self();
 
     std::shared_ptr<platform::NSTimer> m_refreshTime;
-    std::atomic<std::uint64_t> m_oldDataSent{0}; // read by the sampling step
+    std::shared_ptr<platform::NSTimer> m_shareAfterPause; // fires once
+    std::atomic<std::uint64_t> m_oldDataSent{0};          // read by the sampling step
     std::atomic<std::uint64_t> m_oldDataReceived{0};
     bool m_isFirstNetworkDataLoad = true;
     std::shared_ptr<ChartContainer> m_ramChartView;

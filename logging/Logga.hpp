@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <chrono>
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace vantor {
 
@@ -19,7 +21,8 @@ public:
     static std::string formatLine(std::string_view message, std::int64_t level,
                                   std::optional<std::string_view> tag = std::nullopt);
 
-    /// Writes one line at level 1: the item's text, "nil" for nothing.
+    /// Writes one line at level 1: the item's text, "nil" for nothing (an empty optional, any null pointer).
+    /// Numbers are written in the C locale, an integer of eight bits as a number too.
     template<class T>
     static void debug(const T& item) {
         debugText(textOf(item));
@@ -34,11 +37,25 @@ private:
     }
     template<class T>
     static std::string textOf(const T& item) {
+        if constexpr (!std::is_array_v<T> &&
+                      requires { item == nullptr; }) { // pointers of any kind, C strings too
+            if (item == nullptr) {
+                return "nil";
+            }
+        }
         if constexpr (std::is_convertible_v<const T&, std::string_view>) {
             return std::string(std::string_view(item));
+        } else if constexpr (std::is_same_v<T, bool> || std::is_same_v<T, char>) {
+            return std::is_same_v<T, char> ? std::string(1, static_cast<char>(item))
+                   : item                  ? "true"
+                                           : "false";
+        } else if constexpr (std::is_arithmetic_v<T>) { // as many digits as tell it from its neighbours
+            std::array<char, 64> digits{};
+            const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), item).ptr;
+            return {digits.data(), end};
         } else {
             std::ostringstream stream;
-            stream << std::boolalpha << item;
+            stream << item;
             return stream.str();
         }
     }

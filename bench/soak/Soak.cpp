@@ -102,8 +102,8 @@ int main(int count, char** words) {
         return 2;
     }
     std::setlocale(LC_ALL, "");
-    [[maybe_unused]] static const auto& host = *new vantor::hosts::common::HostMachine(
-        {.isDemo = machine == "simulated"}); // workers may outlive main
+    [[maybe_unused]] static const auto& host =
+        *new vantor::hosts::common::HostMachine(machine == "simulated"); // workers may outlive main
     const auto controller = vantor::ReportInterface::instantiate();
     soak(*controller, speed, seconds);
     return 0;

@@ -18,9 +18,8 @@ constexpr std::chrono::milliseconds noticeableDelay{1500}; // more than the seco
 } // namespace
 
 void resumeWidget(TEReportTableViewController& controller, Instant now) {
-    RunLoop::main().restartTimers(now);
-    controller.resumeNETWORKStatus(); // the next tick's rate covers a second, not the pause
-    controller.makeReports();
+    controller.resumeReports();
+    RunLoop::main().restartTimers(now); // the one that it has just set as well
     controller.widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
 }
 

@@ -48,6 +48,41 @@ TEST(Lifecycle, ChartsArePinnedIntoTheirPlaceholders) {
     }
 }
 
+/// Without a translation a text is its key, so the keys show.
+TEST(Lifecycle, CaptionsAndRingsAreThoseOfTheDesign) {
+    WidgetStage stage;
+    stage.viewer.change([](platform::SimulatedViewerState& state) {
+        for (const char* key : {"TOTALSPACE", "USEDSPACE", "FREESPACE", "RELEASABLESPACE", "USEDRAM", "FREE",
+                                "USER", "SYSTEM", "INACTIVE", "DATASENT", "DATARECEIVED", "USEDCPU"}) {
+            state.texts.emplace(std::string("home_") + key, key);
+        }
+    });
+    stage.load();
+    std::string captions;
+    for (const Section& section : sections) {
+        for (const SectionRow& row : section.rows) {
+            captions += ((*stage.controller).*row.caption.label)->text() + " ";
+        }
+    }
+    EXPECT_EQ(captions, "USEDRAM FREE USEDSPACE FREESPACE TOTALSPACE RELEASABLESPACE USER SYSTEM INACTIVE "
+                        "DATARECEIVED DATASENT ");
+    const char* const titles[] = {"USEDRAM", "USEDSPACE", "USEDCPU"};
+    for (std::size_t i = 0; i < std::size(titles); ++i) {
+        const ArcChartView* const chart = chartOf(*stage.controller, sections[i]);
+        ASSERT_NE(chart, nullptr);
+        EXPECT_EQ(chart->title, titles[i]);
+        EXPECT_DOUBLE_EQ(chart->startAngle.radians, 2.356194490192345); // lower left
+        EXPECT_DOUBLE_EQ(chart->endAngle.radians, 0.7853981633974483);  // lower right
+        EXPECT_FALSE(chart->clockwise);
+        EXPECT_EQ(chart->outerRingLineWidth, 2);
+        EXPECT_EQ(chart->outerRingColor, platform::UIColor::secondaryLabelColor());
+        EXPECT_EQ(chart->outerRingOpacity, 0.3);
+        EXPECT_EQ(chart->innerRingLineWidth, 10);
+        EXPECT_EQ(chart->titleColor, platform::UIColor::labelColor());
+        EXPECT_EQ(chart->titleTopPadding, 8);
+    }
+}
+
 TEST(Lifecycle, DisplayModesSetThePreferredSize) {
     WidgetStage stage;
     auto& controller = *stage.controller;

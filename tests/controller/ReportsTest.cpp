@@ -108,6 +108,38 @@ TEST(Reports, ShowNetworkRatesFromTheSecondTickOn) {
     EXPECT_EQ(shown(), "1 KB/s|0 KB/s");
 }
 
+TEST(Reports, CountModemsAsTheyCountCards) {
+    WidgetStage stage;
+    stage.load();
+    const auto move = [&](std::uint32_t received, std::uint32_t sent) {
+        stage.machine.change([&](platform::SimulatedState& state) {
+            state.interfaces = {{"en0", platform::AF_LINK, 1000, 2000},
+                                {"pdp_ip0", platform::AF_LINK, received, sent}};
+        });
+        stage.advance(1);
+    };
+    move(0, 0);
+    move(3000, 7000);
+    EXPECT_EQ(stage.controller->dataReceivedNETWORKLabel->text(), "3 KB/s");
+    EXPECT_EQ(stage.controller->dataSentNETWORKLabel->text(), "7 KB/s");
+}
+
+/// An idle hour, then a busy second: the share is that of the second, whatever the interval.
+TEST(Reports, ShowNoShareOfAPause) {
+    WidgetStage stage;
+    stage.setStore(storedText("refreshSeconds", "60"));
+    stage.load();
+    stage.machine.change([](platform::SimulatedState& state) { state.cpuLoad.idle += 360'000; });
+    stage.controller->resumeReports();
+    stage.controller->resumeReports(); // pressed twice: one share all the same
+    stage.play();
+    EXPECT_EQ(stage.controller->inactiveCPULabel->text(), "65.00 %") << "what was on screen stays";
+    stage.machine.change([](platform::SimulatedState& state) { state.cpuLoad.user += 100; });
+    stage.advance(1);
+    EXPECT_EQ(stage.controller->userCPULabel->text(), "100.00 %");
+    EXPECT_EQ(stage.controller->inactiveCPULabel->text(), "0.00 %");
+}
+
 TEST(Reports, RewriteTheFormattersWordsBySection) {
     const WidgetStage stage;
     EXPECT_EQ(trafficText(std::numeric_limits<std::int64_t>::min()), "-9.22 EB");

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <thread>
 
 using vantor::Logga;
@@ -56,7 +57,11 @@ TEST(Logga, DebugWritesOneLineForAnyItem) {
         Logga::debug(std::optional<int>());
         Logga::debug(std::optional<int>(7));
         Logga::debug("text");
-        Logga::debug(2.5);
+        Logga::debug(3.14159265358979);
+        Logga::debug(static_cast<const char*>(nullptr));
+        Logga::debug(std::shared_ptr<int>());
+        Logga::debug(std::uint8_t{65});
+        Logga::debug(true);
     });
     EXPECT_THAT(written, MatchesRegex("(\\[.*\\]\\[D.MAIN\\] [^\n]*\n)+"));
     std::string bare;
@@ -64,7 +69,7 @@ TEST(Logga, DebugWritesOneLineForAnyItem) {
         at += 6;
         bare += written.substr(at, written.find('\n', at) - at) + ";";
     }
-    EXPECT_EQ(bare, "nil;nil;7;text;2.5;");
+    EXPECT_EQ(bare, "nil;nil;7;text;3.14159265358979;nil;nil;65;true;");
 }
 
 } // namespace
