@@ -30,8 +30,8 @@ struct StackOutlet {
 struct ActionOutlet {
     std::string_view name;
     void (TEReportTableViewController::*action)(TEReportTableViewController::Sender);
-    std::string_view captionKey; ///< of what its button says
-    char key;                    ///< the key of a keyboard that asks for it
+    std::string_view captionKey; ///< the key of its button's text
+    char key;                    ///< what to press for it on a terminal
 };
 
 } // namespace vantor

@@ -20,7 +20,7 @@ struct StorageFigures {
     std::int64_t releasable = 0;
 };
 
-/// And the texts made of them on the worker.
+/// Their texts, which are made on the worker too.
 struct StorageTexts {
     std::string total;
     std::string used;
@@ -31,9 +31,9 @@ struct StorageTexts {
 /// The interface counters of one report and how far they moved since the report before.
 struct NetworkFigures {
     DataUsageInfo usage;
-    std::int64_t sentDelta = 0; ///< bytes; from 0 in the first report, which therefore shows no rate
+    std::int64_t sentDelta = 0; ///< bytes
     std::int64_t receivedDelta = 0;
-    bool isFirst = false;
+    bool isFirst = false; ///< the deltas count from 0, and no rate was shown
 };
 
 /// The rates of these counters, made on the worker too.

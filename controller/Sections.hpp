@@ -84,7 +84,7 @@ inline constexpr std::array<Section, 4> sections{{
 #undef VANTOR_LABEL
 #undef VANTOR_OUTLET
 
-/// The section of a source; null for the preferences, which are shown by none.
+/// The section of a source; null for the preferences, which no section shows.
 [[nodiscard]] constexpr const Section* sectionOf(platform::Source source) {
     const auto found = std::ranges::find(sections, source, &Section::source);
     return found == sections.end() ? nullptr : &*found;

@@ -53,9 +53,9 @@ public:
     void widgetActiveDisplayModeDidChange(platform::NCWidgetDisplayMode mode,
                                           platform::CGSize maximumSize) override;
 
-    /// Timer targets. The network report counts on being run once a second.
-    void makeReports();
-    void reportNETWORKStatus();
+    /// Timer targets. Each report is sampled on a worker and then shown on the main queue.
+    void makeReports();         ///< the reports of the storage, the memory and the processor
+    void reportNETWORKStatus(); ///< the network's; it counts on being called once a second
 
     /// For a host that comes back from a pause (off screen, or the machine slept) and has just restarted the
     /// timers: samples the network counters without showing them, so that the next tick's rate covers one
@@ -67,12 +67,12 @@ public:
     /// processor's share of the second that follows is shown at its end.
     void resumeReports();
 
-    /// Button actions: refresh now and take up a changed interval; or open a page of the Vantor app, which
-    /// needs an extension context and is silently nothing without one.
-    void manualInfoRefresh(Sender sender);
-    void cleanRam(Sender sender);
-    void openApp(Sender sender);
-    void showCpuChart(Sender sender);
+    /// Button actions. Those that ask the Vantor app for something open a link to it, and do nothing
+    /// without an extension context.
+    void manualInfoRefresh(Sender sender); ///< makes the reports now, then at the interval in the store
+    void cleanRam(Sender sender);     ///< asks the app to clean RAM, or to show it if the user prefers that
+    void openApp(Sender sender);      ///< asks the app for its storage page
+    void showCpuChart(Sender sender); ///< asks the app for its processor chart
 
     /// What the figures on screen were made of.
     [[nodiscard]] const ReportRecords& records() const { return m_records; }
@@ -88,18 +88,18 @@ public:
     [[nodiscard]] const std::shared_ptr<ChartContainer>& cpuChartView() const { return m_cpuChartView; }
 
 private:
-    void setupTitleLabels();
-    void refreshInfo();
-    void reportSTORAGEStatus();
+    void setupTitleLabels();    ///< writes the captions, in the user's language
+    void refreshInfo();         ///< makes the reports and starts the timer of the next ones anew
+    void reportSTORAGEStatus(); ///< samples and shows one section, as the two below
     void reportRAMStatus();
     void reportCPUStatus();
-    void resumeCPUStatus();
+    void resumeCPUStatus(); ///< takes the ticks up now, and shows the share of the second that follows
     void displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts);
     void displayRAM(const MemoryFigures& figures);
     void displayCPU(const CpuUsage& usage);
     [[nodiscard]] std::pair<NetworkFigures, NetworkTexts> sampleNETWORK() const;
     void displayNETWORK(const NetworkFigures& figures, const NetworkTexts& texts);
-    void keepCounters(const DataUsageInfo& usage);
+    void keepCounters(const DataUsageInfo& usage); ///< the next network report counts from these
     void reported(platform::Source section);
     void openLink(std::string_view link);
     std::shared_ptr<ChartContainer> placeChart(const View& placeholder, std::string_view titleKey);

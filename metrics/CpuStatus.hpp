@@ -17,8 +17,7 @@ struct CpuUsage {
 class CpuStatus {
 public:
     /// The split since the previous call for the current machine; the first call for a machine tells of the
-    /// whole time since it booted.
-    /// A counter that fell is fatal. Any thread: calls take turns.
+    /// whole time since it booted. A counter that fell is fatal. Any thread: calls take turns.
     [[nodiscard]] static CpuUsage getCpuUsage();
 };
 

@@ -9,9 +9,9 @@
 
 namespace vantor::hosts::common {
 
-/// What a program says on standard error about its sources: each once when it fails, and again only after it
-/// worked in between, whatever becomes of the reason (a mount that did not answer in time does not answer);
-/// one line in English without control characters, "vantor-term: memory: /proc/meminfo: …". Main thread.
+/// What a program says on standard error about its sources: a line in English, without control characters,
+/// when a source fails, "vantor-term: memory: /proc/meminfo: …", and the next one only after the source has
+/// worked in between, even where the reason reads differently meanwhile. Main thread.
 class Complaints {
 public:
     explicit Complaints(std::string program) : m_program(std::move(program)) {}
@@ -19,7 +19,7 @@ public:
     /// A preference file that is there but cannot be used, be it that it cannot be read or that it holds no
     /// list. Asks the current viewer.
     void tellStore();
-    /// Those whose source was not failing at the last call.
+    /// Tells of those whose source was not failing at the last call.
     void tell(const std::vector<platform::SourceFailure>& failures);
 
 private:

@@ -9,8 +9,8 @@
 
 namespace vantor::hosts::qt {
 
-/// Whether the focus came by the keyboard and so wants to be seen; with a window that becomes active again it
-/// is as it was.
+/// Whether to show the focus that an event brings: where it came by the keyboard, yes; where the window
+/// became active again or a menu closed, as `before`; else no.
 [[nodiscard]] bool isKeyboardFocus(const QFocusEvent& event, bool before);
 
 /// What the buttons of the card share: their theme, and a short confirmation of a press.
@@ -19,7 +19,8 @@ public:
     explicit Button(QWidget* parent);
 
     void setTheme(const Theme& theme);
-    /// Shows a tick (and, where there is room, `text`) for a moment in place of what is there.
+    /// Confirms a press: for a moment a tick, and `text` where there is room, take the place of what is
+    /// there.
     void confirm(const QString& text);
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -51,7 +52,7 @@ protected:
 
 enum class Glyph : std::uint8_t { refresh, more, less, tick };
 
-/// A round button with a drawn sign; its text is what it is called by screen readers and its tooltip.
+/// A round button with a drawn sign. Its text is its tooltip, and its name to screen readers.
 class GlyphButton final : public Button {
 public:
     explicit GlyphButton(QWidget* parent = nullptr) : Button(parent) {}

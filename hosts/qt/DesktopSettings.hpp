@@ -17,19 +17,19 @@ namespace vantor::hosts::qt {
 /// What the desktop wants of its programs, as far as it says so.
 struct DesktopWishes {
     std::optional<platform::Appearance> appearance;
-    QColor accent; ///< invalid: none of its own
+    QColor accent; ///< invalid where the desktop names none
     bool reducedMotion = false;
-    bool locked = false; ///< the screen is
+    bool locked = false; ///< whether the screen is locked
 };
 
 /// Listens to the desktop's settings portal and to the screen locker on the session bus. Without a bus or a
-/// portal nothing is wished.
+/// portal there are no wishes.
 class DesktopSettings final : public QObject {
     Q_OBJECT
 
 public:
-    /// `changed` is called after each change; the first answer is waited for briefly, so that a dark desktop
-    /// does not see a light window flash by.
+    /// `changed` is called after each change. The constructor waits briefly for the first answer, so that no
+    /// light window flashes up on a dark desktop.
     explicit DesktopSettings(std::function<void(const DesktopWishes&)> changed);
 
     [[nodiscard]] const DesktopWishes& wishes() const { return m_wishes; }

@@ -11,12 +11,13 @@
 namespace vantor::hosts::qt {
 
 /// Has the main run loop turned inside the toolkit's event loop: when its next deadline has come, and when
-/// another thread has posted. Stopped, nothing is turned and nothing wakes up.
+/// another thread has posted. While it is stopped, nothing
+/// is turned and nothing wakes up.
 class LoopDriver final : public QObject {
 public:
     using Clock = std::function<platform::Instant()>;
 
-    /// `turn` turns the loop at the instant it is given, which is the clock's.
+    /// `turn` is called with the clock's instant, and is to turn the loop at it.
     LoopDriver(std::function<void(platform::Instant)> turn, Clock clock);
     ~LoopDriver() override;
 

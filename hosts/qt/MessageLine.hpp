@@ -15,7 +15,7 @@ public:
 
     void setTheme(const Theme& theme);
     void showText(const QString& text);
-    /// Keeps its place at the card's lower edge.
+    /// Moves it to the card's lower edge: call it when the card's size has changed.
     void place();
 
 protected:

@@ -24,8 +24,8 @@ public:
     /// Takes the picture that all animations end in.
     void showAtRest();
 
-    /// How fast the ring's end moves at `now`, in device pixels a second; 0 at rest, and on a way of less
-    /// than half a pixel, which is not worth a frame.
+    /// How fast the ring's end moves at `now`, in device pixels a second; 0 at rest, and where the whole way
+    /// is less than half a pixel, which is not worth a frame.
     [[nodiscard]] double speedAt(platform::Instant now) const;
 
     /// The picture that all animations end in.

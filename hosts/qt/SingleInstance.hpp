@@ -20,7 +20,7 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// True when another one runs; it has been asked to come forward.
+    /// True when another one runs, which then has been asked to come forward.
     [[nodiscard]] bool isSecond() const { return m_second; }
     void setRaiseHandler(std::function<void()> handler) { m_raise = std::move(handler); }
 

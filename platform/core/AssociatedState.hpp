@@ -8,9 +8,9 @@
 
 namespace vantor::platform {
 
-/// An object that keeps for those who ask it what they want to know the next time, such as the counters of
-/// the sample before: one value of each type, which goes with the object. So nothing that was read of one
-/// machine is ever compared with another's.
+/// An object to which others attach what they want to know the next time, such as the counters of the sample
+/// before: one value of each type, which goes when the object goes. So nothing that was read of one machine
+/// is ever compared with what was read of another.
 class AssociatedState {
 public:
     /// The value of this type, made when it is first asked for. Any thread; the value guards itself.

@@ -8,8 +8,8 @@ namespace vantor::platform {
 
 /// A count of bytes in the largest unit that shows at least 1: 12.35 GB is {1235, 2, 3}.
 struct ScaledCount {
-    std::uint64_t digits = 0; ///< the value without its decimal sign, no zeros at the end of a fraction
-    unsigned fraction = 0;    ///< how many of the digits are behind it: none up to KB, one for MB, else two
+    std::uint64_t digits = 0; ///< the value without its decimal sign and without zeros at a fraction's end
+    unsigned fraction = 0;    ///< how many of them follow that sign: none up to KB, one for MB, else two
     std::size_t unit = 0;     ///< 0 bytes, 1 KB, … 6 EB
 };
 

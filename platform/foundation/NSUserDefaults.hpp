@@ -17,8 +17,8 @@ public:
     [[nodiscard]] static std::optional<NSUserDefaults> initWithSuiteName(std::string_view suiteName);
 
     /// A Boolean as it is; a number is true unless zero; a string is true when, after leading blanks, it
-    /// starts with t, T, y or Y, or with a digit 1-9 behind an optional sign and zeros. All else, and no
-    /// value, is false.
+    /// starts with t, T, y or Y, or with a digit 1-9 behind an optional sign and zeros. Anything
+    /// else is false, and so is a key without a value.
     [[nodiscard]] bool boolForKey(std::string_view key) const;
 
     /// A stored string; absent for every other kind.
@@ -32,8 +32,8 @@ private:
     PropertyListObject m_dictionary;
 };
 
-/// For hosts, which may say it once: the file of a suite that is there but cannot be used, and why, as one
-/// line in English without control characters. Absent when the suite opens or has no file.
+/// What a host may say once: which file of a suite is there but cannot be used, and why, as one line in
+/// English without control characters. Absent when the suite opens or has no file.
 [[nodiscard]] std::optional<std::string> suiteProblem(std::string_view suiteName);
 
 } // namespace vantor::platform

@@ -45,7 +45,7 @@ struct host_cpu_load_info {
 };
 static_assert(sizeof(host_cpu_load_info) == HOST_CPU_LOAD_INFO_COUNT * sizeof(std::uint32_t));
 
-/// The host port. Only handed back to the calls below.
+/// The host, to be handed to the calls below.
 [[nodiscard]] host_t mach_host_self();
 
 /// The size of a page in bytes.

@@ -23,12 +23,18 @@ class Machine : public AssociatedState {
 public:
     virtual ~Machine() = default;
 
+    /// The bytes of one page in `hostVirtualMemory`. Like the two calls below it gives KERN_SUCCESS, or any
+    /// other number and leaves its argument as it was.
     virtual kern_return_t hostPageSize(std::uint64_t& size) = 0;
+    /// The page counts. The widget cannot go on without them: where they cannot be read, give the last ones.
     virtual kern_return_t hostVirtualMemory(vm_statistics64& record) = 0;
+    /// The processor's ticks since boot. No counter may ever fall, which is fatal above, and some time should
+    /// pass between two answers: where none did, a report asks again at once.
     virtual kern_return_t hostCpuLoad(host_cpu_load_info& record) = 0;
 
     /// Installed memory in bytes.
     virtual std::uint64_t physicalMemory() = 0;
+    /// Whether this is a phone's program on a Mac; false on every other machine.
     virtual bool isiOSAppOnMac() = 0;
 
     /// The interface address entries; absent when the system cannot list them.

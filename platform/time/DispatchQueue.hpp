@@ -23,15 +23,15 @@ inline constexpr long QOS_CLASS_DEFAULT = 0x15;
 DispatchQueue& dispatch_get_main_queue();
 
 /// The global concurrent queue: at most four threads, started when first needed; an idle one costs nothing.
-/// The class is taken for the call's sake; there is only the default one. A `Current<DispatchQueue>` puts
-/// another queue in its place, such as a test's, whose blocks run when the test says so.
+/// The platform's call names a class, of which there is only the default one here. A `Current<DispatchQueue>`
+/// puts another queue in its place, such as a test's, whose blocks run when the test says so.
 DispatchQueue& dispatch_get_global_queue(long qualityOfService);
 
 /// Submits a block and returns at once.
 void dispatch_async(DispatchQueue& queue, WorkItem block);
 
-/// A number of its own for each block that a worker of the global queue runs, seen from inside it; 0
-/// elsewhere. Who answers several questions of one block can tell by it that they belong together.
+/// A number of its own for each block that a worker of the global queue runs, as asked from inside the block;
+/// 0 elsewhere. It tells whoever answers questions which of them belong to one block.
 [[nodiscard]] std::uint64_t currentWorkItem();
 
 /// True on the thread that started the program (`NSThread` `isMainThread`).

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] bool isValid() const { return m_valid; }
     /// When it fires next.
     [[nodiscard]] Instant fireDate() const { return m_fire; }
-    /// Takes it off the loop and lets its action go. Harmless when repeated.
+    /// Takes it off the loop and lets its action go. May be called again.
     void invalidate();
 
     /// Use `scheduledTimerWithTimeInterval`; public for std::make_shared only.
