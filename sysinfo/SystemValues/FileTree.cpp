@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "sysinfo/SystemValues/FileTree.hpp"
 
+#include "sysinfo/SystemValues/PlainFile.hpp"
 #include "sysinfo/SystemValues/Printer.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 
 namespace vantor::SystemValues {
@@ -18,58 +14,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// More than any kernel parameter; a file without an end is cut off here.
-constexpr std::size_t longestFile = std::size_t{16} << 20U;
-
-struct Content {
-    std::string bytes;
-    std::error_code error;
-};
-
-/// Only plain files are opened: a pipe would block, and reading a device may change it.
-std::error_code whyNotPlain(const std::string& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (error || !fs::exists(status)) {
-        return error ? error : std::make_error_code(std::errc::no_such_file_or_directory);
-    }
-    if (fs::is_directory(status)) {
-        return std::make_error_code(std::errc::is_a_directory);
-    }
-    return fs::is_regular_file(status) ? std::error_code() : std::make_error_code(std::errc::not_supported);
-}
-
-Content read(const std::string& path) {
-    if (const std::error_code error = whyNotPlain(path)) {
-        return {{}, error};
-    }
-    const auto closing = [](std::FILE* file) { std::fclose(file); };
-    const std::unique_ptr<std::FILE, decltype(closing)> file(std::fopen(path.c_str(), "rb"), closing);
-    if (!file) {
-        return {{}, {errno, std::generic_category()}};
-    }
-    Content content;
-    std::array<char, 4096> chunk{};
-    errno = 0;
-    while (const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), file.get())) {
-        content.bytes.append(chunk.data(), count);
-        if (content.bytes.size() > longestFile) {
-            return {{}, std::make_error_code(std::errc::file_too_large)};
-        }
-    }
-    if (std::ferror(file.get()) != 0) {
-        return {{}, {errno, std::generic_category()}};
-    }
-    return content;
-}
-
 void logFailure(const std::error_code& error) {
     Printer::print("Value fetching failed " + error.message());
 }
 
 std::optional<std::string> textAt(const std::string& path) {
     Printer::print("Fetching value for linux sysctl pseudofile path: " + path);
-    Content content = read(path);
+    PlainFile content = PlainFile::read(path);
     if (!content.error && !PackagesBase::isUtf8(content.bytes)) {
         content.error = std::make_error_code(std::errc::illegal_byte_sequence);
     }
@@ -97,7 +48,7 @@ std::optional<std::string> FileTree::text(std::string_view name) const {
 }
 
 std::optional<PackagesBase::Data> FileTree::data(std::string_view name) const {
-    const Content content = read(pathOf(name));
+    const PlainFile content = PlainFile::read(pathOf(name));
     if (content.error) {
         logFailure(content.error);
         return std::nullopt;
