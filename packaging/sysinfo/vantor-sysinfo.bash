@@ -11,12 +11,13 @@ _vantor_sysinfo() {
     fi
     local words="--json --no-gpu --record --replay --verbose --version --help"
     case $command in
-        uname) words+=" -a -m -n -p -r -s -v" ;;
+        uname) words+=" -a -m -n -o -p -r -s -v --all --machine --nodename --operating-system --processor
+            --kernel-release --kernel-name --kernel-version" ;;
         sysctl)
             words+=" --tree"
             if [[ $word != -* ]]; then
                 words=$(vantor-sysinfo sysctl --tree "${word%%.*}" 2>/dev/null | cut -d ' ' -f 1)
-                [[ $word != *.* ]] && words="hw. kern. abi. debug. dev. fs. kernel. net. user. vm."
+                [[ $word != *.* ]] && words="hw. kern. machdep. abi. debug. dev. fs. kernel. net. user. vm."
             fi ;;
         *) words+=" uname sysctl" ;;
     esac

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sysinfo/program/Json.hpp"
 
-#include "sysinfo/program/Report.hpp"
-
 namespace vantor::sysinfo {
 
 namespace {
@@ -22,32 +20,36 @@ Json levelOf(const CoreLevel& level) {
             {"threadsPerL2Cache", value(level.threadsPerL2)}};
 }
 
-Json processorOf(const Report& report) {
+Json processorOf(const Page& page) {
     Json levels = Json::array();
-    for (const CoreLevel& level : report.levels) {
+    for (const CoreLevel& level : page.levels) {
         levels.push_back(levelOf(level));
     }
-    return {{"name", value(report.processor)},
-            {"family", value(report.family)},
-            {"model", value(report.number)},
-            {"stepping", value(report.stepping)},
-            {"cores", value(report.cores)},
-            {"coresInAll", value(report.coresInAll)},
-            {"threads", value(report.threads)},
-            {"threadsInAll", value(report.threadsInAll)},
-            {"threadSlots", value(report.threadSlots)},
-            {"is64Bit", report.is64Bit},
+    return {{"name", value(page.processor)},
+            {"family", value(page.family)},
+            {"model", value(page.number)},
+            {"stepping", value(page.stepping)},
+            {"packages", value(page.packages)},
+            {"cores", value(page.cores)},
+            {"coresInAll", value(page.coresInAll)},
+            {"threads", value(page.threads)},
+            {"threadsInAll", value(page.threadsInAll)},
+            {"threadSlots", value(page.threadSlots)},
+            {"frequency", value(page.frequency)},
+            {"is64Bit", page.is64Bit},
+            {"l3Cache", value(page.l3)},
+            {"threadsPerL3Cache", value(page.threadsPerL3)},
             {"levels", std::move(levels)}};
 }
 
-Json systemOf(const Report& report) {
-    return {{"type", value(report.systemType)},
-            {"release", value(report.release)},
-            {"version", value(report.version)},
-            {"productVersion", value(report.productVersion)},
-            {"build", value(report.build)},
-            {"releaseType", value(report.releaseType)},
-            {"bootArguments", value(report.bootArguments)}};
+Json systemOf(const Page& page) {
+    return {{"name", value(page.system)},
+            {"type", value(page.systemType)},
+            {"release", value(page.release)},
+            {"version", value(page.version)},
+            {"productVersion", value(page.productVersion)},
+            {"build", value(page.build)},
+            {"releaseType", value(page.releaseType)}};
 }
 
 } // namespace
@@ -63,15 +65,19 @@ std::string written(const Json& json) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string jsonOf(const Report& report) {
-    return written({{"machine",
-                     {{"hostname", value(report.hostname)},
-                      {"model", value(report.model)},
-                      {"architecture", value(report.architecture)}}},
-                    {"processor", processorOf(report)},
-                    {"memory", {{"installed", value(report.memory)}, {"pageSize", value(report.pageSize)}}},
-                    {"gpu", jsonOf(report.gpu)},
-                    {"system", systemOf(report)}});
+std::string pageJson(const Page& page) {
+    return written(
+        {{"machine",
+          {{"hostname", value(page.hostname)},
+           {"model", value(page.model)},
+           {"architecture", value(page.architecture)},
+           {"hypervisor", value(page.hypervisor)},
+           {"uptime", value(page.uptime)}}},
+         {"processor", processorOf(page)},
+         {"memory",
+          {{"usable", value(page.memory)}, {"swap", value(page.swap)}, {"pageSize", value(page.pageSize)}}},
+         {"gpu", jsonOf(page.gpu)},
+         {"system", systemOf(page)}});
 }
 
 } // namespace vantor::sysinfo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sysinfo/CpuDetect/CpuDetect.hpp"
+#include "sysinfo/program/Figures.hpp"
 
 #include <cstdint>
 #include <optional>
@@ -10,9 +11,6 @@
 
 namespace vantor::sysinfo {
 
-using Text = std::optional<std::string>;
-using Count = std::optional<PackagesBase::UInt>;
-
 /// The cores of one speed; sizes are bytes of one cache.
 struct CoreLevel {
     Count cores, coresInAll, threads, threadsInAll;
@@ -20,32 +18,27 @@ struct CoreLevel {
 };
 
 /// Everything that the page and its JSON twin show. What the machine does not tell is absent.
-struct Report {
-    Text hostname, model, architecture;
+struct Page {
+    Text hostname, model, architecture, hypervisor;
+    Count uptime; ///< seconds
+
+    Text system, systemType, release, version, productVersion, build, releaseType;
 
     Text processor;                                        ///< the processor's own name
     std::optional<std::uint32_t> family, number, stepping; ///< of x86 processors, as vendors publish them
-    Count cores, coresInAll, threads, threadsInAll, threadSlots;
+    Count packages, cores, coresInAll, threads, threadsInAll, threadSlots;
+    Count frequency; ///< the highest, in Hz
     bool is64Bit = true;
     std::vector<CoreLevel> levels; ///< the fastest first
+    Count l3, threadsPerL3;        ///< bytes of one cache
 
-    Count memory, pageSize; ///< bytes
+    Count memory, swap, pageSize; ///< bytes
     bool gpuAsked = false;
     std::optional<CpuDetect::GPUDetection::GPU> gpu;
 
-    Text systemType, release, version, productVersion, build, releaseType, bootArguments;
-
-    struct Choices {
-        bool gpu = true;   ///< whether to ask the graphics device
-        bool cpuid = true; ///< whether CPUID is this machine's, or recorded
-    };
-    [[nodiscard]] static Report ofThisMachine(const Choices& choices);
+    /// Of this machine, or of the one that a replay shows. Asking for the graphics device may take two
+    /// seconds.
+    [[nodiscard]] static Page read(bool asksGpu);
 };
-
-/// For people: a page of text.
-[[nodiscard]] std::string pageOf(const Report& report);
-
-/// For programs: the same as JSON, numbers in bytes, absent values as null.
-[[nodiscard]] std::string jsonOf(const Report& report);
 
 } // namespace vantor::sysinfo

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "sysinfo/program/PageText.hpp"
+
 #include "platform/core/PrintableText.hpp"
-#include "sysinfo/program/Report.hpp"
+#include "sysinfo/program/Figures.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -11,172 +13,179 @@ namespace {
 
 constexpr std::size_t captionWidth = 18;
 constexpr std::size_t columnWidth = 14;
-constexpr std::size_t longestText = 96; // one line of a wide terminal
+constexpr std::size_t valueStart = captionWidth + 2;
 
 /// The columns of a line as people see them: bytes that continue a character take no room.
+std::size_t shownWidth(std::string_view text) {
+    const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+    return static_cast<std::size_t>(std::ranges::count_if(text, begins));
+}
+
 std::string padded(std::string text, std::size_t width) {
-    const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-    const auto shown = text.size() - static_cast<std::size_t>(std::ranges::count_if(text, continues));
+    const std::size_t shown = shownWidth(text);
     return text.append(shown < width ? width - shown : 1, ' ');
+}
+
+/// Broken at blanks, each further line as far in as the first; a word that is too long stays whole.
+std::string wrapped(std::string_view text, std::size_t width) {
+    std::string lines;
+    std::size_t column = 0;
+    while (!text.empty()) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        const std::size_t room = shownWidth(word);
+        if (column > 0 && width > valueStart && valueStart + column + 1 + room > width) {
+            lines.append("\n").append(valueStart, ' ');
+            column = 0;
+        }
+        lines.append(column > 0 ? " " : "").append(word);
+        column += room + (column > 0 ? 1 : 0);
+    }
+    return lines;
 }
 
 /// A heading and its lines; left out where it has none.
 class Section {
 public:
-    explicit Section(std::string heading) : m_heading(std::move(heading)) {}
+    Section(std::string heading, const Look& look) : m_heading(std::move(heading)), m_look(look) {}
 
-    void line(const std::string& caption, const std::string& text) {
-        m_lines += "  " + padded(caption, captionWidth) + text + "\n";
-    }
-    void line(const std::string& caption, const Text& text) {
+    /// Left out where there is nothing to show.
+    void line(const char* caption, const Text& text) {
         if (text && !text->empty()) {
-            line(caption, platform::printableText(*text, longestText));
+            row(caption, wrapped(platform::printableText(*text), m_look.width));
         }
+    }
+    void row(const char* caption, const std::string& cells) {
+        m_lines += "  " + padded(caption, captionWidth) + cells + "\n";
     }
     void appendTo(std::string& page) const {
         if (!m_lines.empty()) {
-            page += (page.empty() ? "" : "\n") + m_heading + "\n" + m_lines;
+            page.append(page.empty() ? "" : "\n");
+            page.append(m_look.bold ? "\033[1m" + m_heading + "\033[0m" : m_heading).append("\n");
+            page += m_lines;
         }
     }
 
 private:
     std::string m_heading;
     std::string m_lines;
+    Look m_look;
 };
 
-std::string bytes(Count count) {
-    return count ? CpuDetect::byteSizeText(*count) : "-";
-}
-
-/// "4", or "3 of 4" where some are offline.
-std::string counted(Count online, Count inAll) {
-    if (!online) {
-        return "-";
-    }
-    const std::string shown = std::to_string(*online);
-    return inAll && *inAll != *online ? shown + " of " + std::to_string(*inAll) : shown;
-}
-
-Section machineSection(const Report& report) {
-    Section section("Machine");
-    section.line("Name", report.hostname);
-    section.line("Model", report.model);
-    section.line("Architecture", report.architecture);
+Section machineSection(const Page& page, const Look& look) {
+    Section section("Machine", look);
+    section.line("Name", page.hostname);
+    section.line("Model", page.model);
+    section.line("Architecture", page.architecture);
+    section.line("Virtual machine", page.hypervisor);
+    section.line("Up for", duration(page.uptime));
     return section;
 }
 
-Section processorSection(const Report& report) {
-    Section section("Processor");
-    if (report.processor) {
-        const std::size_t start =
-            std::min(report.processor->find_first_not_of(' '), report.processor->size());
-        section.line("Name", Text(report.processor->substr(start)));
+Section systemSection(const Page& page, const Look& look) {
+    Section section("System", look);
+    const bool hasBoth = page.systemType && page.release;
+    section.line("Name", page.system);
+    section.line("Kernel", hasBoth ? Text(*page.systemType + " " + *page.release) : page.release);
+    section.line("Kernel build", page.version);
+    if (!page.system || page.system->find(page.productVersion.value_or("")) == std::string::npos) {
+        section.line("Version", page.productVersion);
     }
-    if (report.family && report.number && report.stepping) {
-        section.line("Family", std::to_string(*report.family) + ", model " + std::to_string(*report.number) +
-                                   ", stepping " + std::to_string(*report.stepping));
+    section.line("Build", page.build);
+    section.line("Release type", page.releaseType);
+    return section;
+}
+
+Section processorSection(const Page& page, const Look& look) {
+    Section section("Processor", look);
+    section.line("Name", page.processor);
+    if (page.family && page.number && page.stepping) {
+        section.line("Family", std::to_string(*page.family) + ", model " + std::to_string(*page.number) +
+                                   ", stepping " + std::to_string(*page.stepping));
     }
-    if (report.cores) {
-        section.line("Cores", counted(report.cores, report.coresInAll));
+    section.line("Sockets", counted(page.packages, page.packages));
+    section.line("Cores", counted(page.cores, page.coresInAll));
+    section.line("Threads", counted(page.threads, page.threadsInAll));
+    if (page.threadSlots && page.threadSlots != page.threadsInAll) {
+        section.line("Room for", std::to_string(*page.threadSlots) + " threads");
     }
-    if (report.threads) {
-        section.line("Threads", counted(report.threads, report.threadsInAll));
-    }
-    if (report.threadSlots && report.threadSlots != report.threadsInAll) {
-        section.line("Room for", std::to_string(*report.threadSlots) + " threads");
-    }
-    section.line("Word size", std::string(report.is64Bit ? "64 bits" : "32 bits"));
+    section.line("Top frequency", frequency(page.frequency));
+    section.line("Word size", page.is64Bit ? "64 bits" : "32 bits");
     return section;
 }
 
 std::string levelName(std::size_t index, std::size_t count) {
-    return index == 0                 ? "Performance"
-           : index == 1 && count == 2 ? "Efficiency"
-                                      : "Level " + std::to_string(index);
+    if (count == 2) {
+        return index == 0 ? "Performance" : "Efficiency";
+    }
+    return "Level " + std::to_string(index);
 }
 
 /// One column a level; a row that no level knows is left out. A machine with one kind of core has shown its
-/// counts already.
-Section levelSection(const std::vector<CoreLevel>& levels) {
+/// counts already. Each core has first-level caches of its own; the third level serves all kinds.
+Section cacheSection(const Page& page, const Look& look) {
+    const std::vector<CoreLevel>& levels = page.levels;
     const bool several = levels.size() > 1;
-    std::string heading = several ? padded("Cores and caches", captionWidth + 2) : "Caches";
+    std::string heading = several ? padded("Cores and caches", valueStart) : "Caches";
     for (std::size_t i = 0; several && i < levels.size(); ++i) {
         heading += padded(levelName(i, levels.size()), columnWidth);
     }
     heading.erase(heading.find_last_not_of(' ') + 1);
-    Section section(heading);
-    const auto row = [&](const std::string& caption, const auto& shown) {
+    Section section(heading, look);
+    const auto row = [&](const char* caption, const auto& shown) {
         std::string cells;
         bool known = false;
         for (const CoreLevel& level : levels) {
-            const std::string cell = shown(level);
-            known = known || cell != "-";
-            cells += padded(cell, columnWidth);
+            const Text cell = shown(level);
+            known = known || cell;
+            cells += padded(cell.value_or("-"), columnWidth);
         }
         cells.erase(cells.find_last_not_of(' ') + 1);
         if (known) {
-            section.line(caption, cells);
+            section.row(caption, cells);
         }
     };
     if (several) {
         row("Cores", [](const CoreLevel& each) { return counted(each.cores, each.coresInAll); });
         row("Threads", [](const CoreLevel& each) { return counted(each.threads, each.threadsInAll); });
     }
-    row("L1 instructions", [](const CoreLevel& each) { return bytes(each.l1Instruction); });
-    row("L1 data", [](const CoreLevel& each) { return bytes(each.l1Data); });
-    row("L2", [](const CoreLevel& each) { return bytes(each.l2); });
-    row("Threads per L2", [](const CoreLevel& each) { return counted(each.threadsPerL2, std::nullopt); });
+    row("L1 instructions", [](const CoreLevel& each) { return caches(each.l1Instruction, each.cores, 1); });
+    row("L1 data", [](const CoreLevel& each) { return caches(each.l1Data, each.cores, 1); });
+    row("L2", [](const CoreLevel& each) { return caches(each.l2, each.threads, each.threadsPerL2); });
+    section.line("L3", caches(page.l3, page.threads, page.threadsPerL3));
     return section;
 }
 
-Section memorySection(const Report& report) {
-    Section section("Memory");
-    if (report.memory) {
-        section.line("Installed", bytes(report.memory));
-    }
-    if (report.pageSize) {
-        section.line("Page", bytes(report.pageSize));
-    }
+Section memorySection(const Page& page, const Look& look) {
+    Section section("Memory", look);
+    section.line("Usable", bytes(page.memory));
+    section.line("Swap", page.swap == Count(0) ? Text("none") : bytes(page.swap));
+    section.line("Page", bytes(page.pageSize));
     return section;
 }
 
-Section gpuSection(const Report& report) {
-    Section section("Graphics");
-    if (report.gpu) {
-        section.line("Name", Text(report.gpu->name));
-        if (report.gpu->vram != 0) { // 0: the driver does not tell
-            section.line("Memory",
-                         bytes(report.gpu->vram) + (report.gpu->hasUnifiedMemory ? " (Unified)" : ""));
+Section gpuSection(const Page& page, const Look& look) {
+    Section section("Graphics", look);
+    if (page.gpu) {
+        section.line("Name", page.gpu->name);
+        if (page.gpu->vram != 0) { // 0: the driver does not tell
+            section.line("Memory", *bytes(page.gpu->vram) + (page.gpu->hasUnifiedMemory ? " (Unified)" : ""));
         }
-    } else if (report.gpuAsked) {
-        section.line("Device", std::string("none found"));
+    } else if (page.gpuAsked) {
+        section.line("Device", "none found");
     }
-    return section;
-}
-
-Section systemSection(const Report& report) {
-    Section section("System");
-    section.line("Kernel", report.systemType && report.release
-                               ? Text(*report.systemType + " " + *report.release)
-                               : report.release);
-    section.line("Kernel build", report.version);
-    section.line("System version", report.productVersion);
-    section.line("System build", report.build);
-    section.line("Release type", report.releaseType);
-    section.line("Boot arguments", report.bootArguments);
     return section;
 }
 
 } // namespace
 
-std::string pageOf(const Report& report) {
-    std::string page;
-    for (const Section& section :
-         {machineSection(report), processorSection(report), levelSection(report.levels),
-          memorySection(report), gpuSection(report), systemSection(report)}) {
-        section.appendTo(page);
+std::string pageText(const Page& page, const Look& look) {
+    std::string text;
+    for (const auto& section :
+         {machineSection, systemSection, processorSection, cacheSection, memorySection, gpuSection}) {
+        section(page, look).appendTo(text);
     }
-    return page;
+    return text;
 }
 
 } // namespace vantor::sysinfo

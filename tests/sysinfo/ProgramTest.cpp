@@ -36,15 +36,18 @@ TEST(Program, AgreesWithTheSystemsOwnTools) {
     const json processor = page().at("processor");
     EXPECT_EQ(processor.at("threadSlots"), std::stoul(shell("nproc --all").output));
     EXPECT_EQ(page().at("memory").at("pageSize"), std::stoul(shell("getconf PAGE_SIZE").output));
-    for (const std::string letter : {"-s", "-n", "-r", "-v", "-m"}) {
-        EXPECT_EQ(program("uname " + letter).output, shell("uname " + letter).output) << letter;
+    for (const std::string names : {"-s", "-n", "-r", "-v", "-o", "-snrvmo", "--machine", "--kernel-name"}) {
+        EXPECT_EQ(program("uname " + names).output, shell("uname " + names).output) << names;
     }
+    EXPECT_EQ(program("uname -o --all").output, shell("uname -snrvmo").output);
     const std::string output = shell("lscpu -B").output;
     EXPECT_EQ(processor.at("threadsInAll"), lscpu(output, "CPU\\(s\\)"));
+    EXPECT_EQ(page().at("memory").at("swap"), std::stoul(shell("free -b | awk '/^Swap/ {print $2}'").output));
     const unsigned long sockets = lscpu(output, "Socket\\(s\\)");
     if (processor.at("levels").size() == 1 && sockets != 0 &&
         processor.at("threads") == processor.at("threadsInAll")) {
         EXPECT_EQ(processor.at("cores"), lscpu(output, "Core\\(s\\) per socket") * sockets);
+        EXPECT_EQ(processor.at("packages"), sockets);
     }
 }
 
@@ -74,17 +77,26 @@ TEST(Program, EndsWithTheDocumentedCodes) {
     EXPECT_EQ(program("sysctl hw.ncpu").code, 0);
     EXPECT_EQ(program("sysctl no.such.key hw.pagesize").code, 1);
     EXPECT_EQ(program("sysctl --tree no.such").code, 1);
-    for (const char* bad :
-         {"sysctl", "--bogus", "uname -z", "uname extra", "sysctl --tree ''", "--replay /nonexistent",
-          "--record", "--replay /etc/passwd", "--record a --replay b"}) {
+    for (const char* bad : {"sysctl", "--bogus", "uname -z", "uname extra", "sysctl --tree ''",
+                            "--replay /nonexistent", "--record", "--record ''", "--replay /etc/passwd",
+                            "--replay /proc/self/mem", "--record a --replay b"}) {
         EXPECT_EQ(program(bad).code, 2) << bad;
     }
     EXPECT_EQ(program("--record /nonexistent/file uname").code, 2);
+    for (const char* command : {"--help", "--version", "uname", "--no-gpu", "--json sysctl hw.ncpu"}) {
+        EXPECT_EQ(program(std::string(command) + " >/dev/full").code, 1) << command;
+    }
 }
 
 TEST(Program, PrintsKernelValues) {
     EXPECT_EQ(program("sysctl kern.ostype").output, "kern.ostype = " + shell("uname -s").output);
     EXPECT_EQ(program("sysctl no.such.key").output, "vantor-sysinfo: no value: no.such.key\n");
+    const json found = json::parse(
+        shell("sh -c '" VANTOR_SYSINFO_PROGRAM " --json sysctl x hw.pagesize kern.ostype 2>/dev/null'")
+            .output);
+    EXPECT_TRUE(found.at("x").is_null());
+    EXPECT_EQ(found.at("hw.pagesize"), std::stoul(shell("getconf PAGE_SIZE").output));
+    EXPECT_EQ(found.at("kern.ostype"), "Linux");
     const json tree = json::parse(program("--json sysctl --tree kernel.random").output);
     EXPECT_TRUE(tree.contains("kernel.random.boot_id"));
     EXPECT_EQ(json::parse(program("--json sysctl --tree hw").output).at("hw.machine").get<std::string>() +
@@ -102,38 +114,68 @@ TEST(Program, ShowsARecordedMachineAgain) {
     EXPECT_EQ(program("--replay " + file).output, live.output);
     EXPECT_EQ(program("uname -p --replay " + file).output, program("uname -p").output);
     EXPECT_EQ(program("--replay " + file + " sysctl kernel.pid_max").code, 1); // this machine's is not asked
+}
 
-    const std::string other = tree.write("phone", R"({"vantor-sysinfo": 1, "cpuid": [],
-        "gpu": {"name": "A15 GPU", "vram": 3221225472, "hasUnifiedMemory": true},
-        "records": {"hw.machine": "aarch64", "hw.memsize": "5905580032", "hw.nperflevels": "2",
-        "hw.physicalcpu": "6", "hw.perflevel0.physicalcpu": "2", "hw.perflevel1.physicalcpu": "4",
-        "hw.perflevel0.l1dcachesize": "131072", "kern.hostname": "tel\u001b[31m"}})")
-                                  .string();
+const char* const phone = R"({"vantor-sysinfo": 1, "cpuid": [],
+    "gpu": {"name": "A15 GPU", "vram": 3221225472, "hasUnifiedMemory": true},
+    "records": {"hw.machine": "aarch64", "hw.memsize": "5905580032", "hw.nperflevels": "2",
+    "hw.physicalcpu": "6", "hw.perflevel0.physicalcpu": "2", "hw.perflevel1.physicalcpu": "4",
+    "hw.perflevel0.l1dcachesize": "131072", "hw.perflevel1.l2cachesize": "4194304",
+    "hw.cpufrequency": "3240000000", "vm.swap_total": "0", "kern.uptime": "93784",
+    "machdep.cpu.brand_string": "Cortex-X1 + Cortex-A55", "kern.bootargs": "secret=1",
+    "kern.version": "#1 SMP PREEMPT Thu Jan  1 00:00:00 UTC 1970", "kern.hostname": "tel\u001b[31m"}})";
+
+TEST(Program, ShowsAMachineAsAPage) {
+    const TestTree tree;
+    const std::string other = tree.write("phone", phone).string();
     EXPECT_EQ(program("--replay " + other).output, "Machine\n"
                                                    "  Name              tel\uFFFD[31m\n"
                                                    "  Architecture      aarch64\n"
+                                                   "  Up for            1 day, 2 hours\n"
+                                                   "\n"
+                                                   "System\n"
+                                                   "  Kernel build      #1 SMP PREEMPT Thu Jan  1 00:00:00 "
+                                                   "UTC 1970\n"
                                                    "\n"
                                                    "Processor\n"
+                                                   "  Name              Cortex-X1 + Cortex-A55\n"
                                                    "  Cores             6\n"
+                                                   "  Top frequency     3.24 GHz\n"
                                                    "  Word size         64 bits\n"
                                                    "\n"
                                                    "Cores and caches    Performance   Efficiency\n"
                                                    "  Cores             2             4\n"
-                                                   "  L1 data           128 KB        -\n"
+                                                   "  L1 data           2 x 128 KB    -\n"
+                                                   "  L2                -             4 MB each\n"
                                                    "\n"
                                                    "Memory\n"
-                                                   "  Installed         5.5 GB\n"
+                                                   "  Usable            5.5 GB\n"
+                                                   "  Swap              none\n"
                                                    "\n"
                                                    "Graphics\n"
                                                    "  Name              A15 GPU\n"
                                                    "  Memory            3 GB (Unified)\n");
     const json shown = page("--replay " + other);
     EXPECT_EQ(shown.at("processor").at("levels").at(1).at("cores"), 4);
-    EXPECT_TRUE(shown.at("processor").at("name").is_null());
-    for (const char* broken :
-         {"", "[]", "{\"vantor-sysinfo\": 2}", "{\"vantor-sysinfo\": 1, \"records\": 5}"}) {
-        EXPECT_EQ(program("--replay " + tree.write("broken", broken).string()).code, 2) << broken;
-    }
+    EXPECT_TRUE(shown.at("processor").at("family").is_null());
+}
+
+TEST(Program, UsesATerminalsWidthAndBoldHeadings) {
+    const TestTree tree;
+    const std::string replay = "--replay " + tree.write("phone", phone).string();
+    const auto onTerminal = [&](const std::string& setting) {
+        return shell("script -qec 'stty cols 50; " + setting + " " VANTOR_SYSINFO_PROGRAM " " + replay +
+                     "' /dev/null")
+            .output;
+    };
+    const std::string shown = onTerminal("TERM=xterm NO_COLOR=");
+    EXPECT_NE(shown.find("\033[1mMachine\033[0m\r\n"), std::string::npos);
+    EXPECT_NE(shown.find("  Kernel build      #1 SMP PREEMPT Thu Jan  1\r\n"
+                         "                    00:00:00 UTC 1970\r\n"),
+              std::string::npos)
+        << shown;
+    EXPECT_EQ(onTerminal("TERM=xterm NO_COLOR=1").find('\033'), std::string::npos);
+    EXPECT_EQ(onTerminal("TERM=dumb").find('\033'), std::string::npos);
 }
 
 } // namespace
