@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/StandardStreams.hpp"
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/PrintSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
@@ -30,7 +31,7 @@ bool usesLocale(const hosts::terminal::Options& options) {
 bool redirectLog(const std::string& file, bool hasPicture) {
     const char* const name = !file.empty() ? file.c_str() : "/dev/null";
     const bool usesFile = !file.empty() || (hasPicture && ::isatty(STDERR_FILENO) != 0);
-    std::FILE* const log = usesFile ? std::fopen(name, "ae") : stderr;
+    std::FILE* const log = usesFile ? std::fopen(name, "ae") : hosts::common::unhurriedStream(STDERR_FILENO);
     if (log == nullptr) {
         std::fprintf(stderr, "vantor-term: --log %s: %s\n", name, std::strerror(errno));
         return false;
@@ -59,6 +60,7 @@ int run(const hosts::terminal::Options& options) {
 } // namespace
 
 int main(int count, char** arguments) {
+    hosts::common::holdClosedStreams();
     ::mallopt(M_ARENA_MAX, 1); // the workers allocate a handful of bytes: one heap is enough for all threads
     const hosts::terminal::ParsedOptions parsed = hosts::terminal::parseOptions(count, arguments);
     const int status = parsed.exitStatus ? *parsed.exitStatus : run(parsed.options);

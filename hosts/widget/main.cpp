@@ -3,6 +3,7 @@
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/Signals.hpp"
+#include "hosts/common/StandardStreams.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/SingleInstance.hpp"
 #include "hosts/qt/ToolkitSetup.hpp"
@@ -11,8 +12,10 @@
 #include "hosts/widget/Snapshot.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "platform/core/StandardOutput.hpp"
 
 #include <malloc.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <clocale>
@@ -80,8 +83,10 @@ int run(const Options& options, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    hosts::common::holdClosedStreams();
     keepMemorySmall();
     std::signal(SIGPIPE, SIG_IGN); // whoever read the log may go away
+    platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));
     std::setlocale(LC_ALL, "");
     const std::variant<Options, int> read = readOptions(argc, argv);
     if (const int* status = std::get_if<int>(&read)) {

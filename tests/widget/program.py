@@ -25,19 +25,34 @@ def check(condition, what):
         sys.exit(f"failed: {what}")
 
 
+def until_caught(pid, name):
+    """It catches the signal once its handler is in place, which /proc tells."""
+    for _ in range(500):
+        with open(f"/proc/{pid}/status") as status:
+            caught = next(int(line.split()[1], 16) for line in status if line.startswith("SigCgt"))
+        if caught & (1 << (name - 1)):
+            break
+        time.sleep(0.01)
+
+
 def signals_end_it():
     # On displays of their own, or the second would only raise the first.
     running = [(name, start("--demo", DISPLAY=f":test-{os.getpid()}-{name}")) for name in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)]
     for name, process in running:
-        # It catches the signal once its handler is in place, which /proc tells.
-        for _ in range(200):
-            with open(f"/proc/{process.pid}/status") as status:
-                caught = next(int(line.split()[1], 16) for line in status if line.startswith("SigCgt"))
-            if caught & (1 << (name - 1)):
-                break
-            time.sleep(0.01)
+        until_caught(process.pid, name)
         process.send_signal(name)
         check(process.wait(timeout=10) == 0, f"{name.name} does not end it cleanly")
+
+
+def closed_output_is_not_written_into():
+    # Whatever is opened first would get its number, such as the connection to the display, and then the log.
+    shell = subprocess.Popen(["/bin/sh", "-c", 'echo $$; exec "$0" --demo >&-', program], text=True, stdout=subprocess.PIPE,
+                             env=dict(environment, DISPLAY=f":test-{os.getpid()}-closed"))
+    pid = int(shell.stdout.readline())
+    until_caught(pid, signal.SIGTERM)
+    output = os.readlink(f"/proc/{pid}/fd/1")
+    shell.terminate()
+    check(shell.wait(timeout=10) == 0 and output == "/dev/null", f"{output} has the number of standard output")
 
 
 def picture_of_this_machine():
@@ -76,6 +91,7 @@ def no_display_is_no_crash():
 
 
 signals_end_it()
+closed_output_is_not_written_into()
 picture_of_this_machine()
 demonstration_is_the_same_to_the_byte()
 no_display_is_no_crash()

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdio>
+
+/// The three descriptors that a program is started with.
+namespace vantor::hosts::common {
+
+/// Takes the number of each standard stream that is closed, so that no file and no connection gets it and is
+/// written into by mistake. Using it still fails, as with a closed one. First in main.
+void holdClosedStreams();
+
+/// A stream for the log over a descriptor: what the reader does not take at once is dropped, so that a pipe
+/// which nobody reads, or a terminal whose output was stopped, does not hold the program up. Neither is ever
+/// closed. Null where there is no memory.
+[[nodiscard]] std::FILE* unhurriedStream(int descriptor);
+
+} // namespace vantor::hosts::common
