@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <thread>
 
 namespace vantor {
@@ -193,6 +194,27 @@ TEST_F(Session, AFatalStopInAnyThreadPutsTheTerminalBack) {
         ::tcgetattr(other, &after);
         EXPECT_EQ(after.c_lflag, before.c_lflag);
     }
+    ::close(terminal);
+    ::close(other);
+}
+
+TEST_F(Session, ATerminalThatTakesNoBytesIsPutBackAllTheSame) {
+    int terminal = -1;
+    int other = -1;
+    ASSERT_EQ(::openpty(&terminal, &other, nullptr, nullptr, nullptr), 0);
+    ::fcntl(terminal, F_SETFL, O_NONBLOCK);
+    ::fcntl(other, F_SETFL, O_NONBLOCK);
+    hosts::terminal::TerminalState state(other, "<enter>", "<leave>");
+    state.enter();
+    while (::write(other, "picture", 7) > 0) { // until nothing more fits
+    }
+    state.leave();
+    std::string seen;
+    std::array<char, 4096> buffer{};
+    for (ssize_t count = 0; (count = ::read(terminal, buffer.data(), buffer.size())) > 0;) {
+        seen.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    EXPECT_THAT(seen, EndsWith("<leave>"));
     ::close(terminal);
     ::close(other);
 }

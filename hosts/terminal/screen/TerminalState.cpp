@@ -3,12 +3,14 @@
 
 #include "platform/core/FatalStop.hpp"
 
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
@@ -30,6 +32,36 @@ Restoration restoration;
 
 constexpr std::array<int, 5> failures{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 
+/// Waits for a terminal that takes its bytes slowly, a while each time. One that takes none at all, such as a
+/// window that was frozen, has those thrown away that it did not read yet: they were a picture that goes.
+bool waitToWrite(int descriptor, bool mayDiscard) noexcept {
+    constexpr int patience = 400; // milliseconds
+    pollfd terminal{descriptor, POLLOUT, 0};
+    if (::poll(&terminal, 1, patience) > 0) {
+        return true;
+    }
+    return mayDiscard && ::tcflush(descriptor, TCOFLUSH) == 0 && ::poll(&terminal, 1, patience) > 0;
+}
+
+/// Async-signal-safe.
+void writeAll(int descriptor, const char* bytes, std::size_t count) noexcept {
+    bool mayDiscard = true;
+    while (count > 0) {
+        const ::ssize_t written = ::write(descriptor, bytes, count);
+        if (written > 0) {
+            bytes += written;
+            count -= static_cast<std::size_t>(written);
+        } else if (errno == EAGAIN) {
+            if (!waitToWrite(descriptor, mayDiscard)) {
+                return;
+            }
+            mayDiscard = false;
+        } else if (errno != EINTR) {
+            return; // a terminal that is gone
+        }
+    }
+}
+
 void restore() noexcept {
     if (!restoration.isDue.exchange(false)) {
         return;
@@ -38,16 +70,7 @@ void restore() noexcept {
     termios flowing = restoration.settings;
     flowing.c_iflag &= ~static_cast<tcflag_t>(IXON);
     ::tcsetattr(restoration.descriptor, TCSANOW, &flowing);
-    const char* from = restoration.bytes.data();
-    std::size_t left = restoration.count;
-    while (left > 0) {
-        const ::ssize_t written = ::write(restoration.descriptor, from, left);
-        if (written <= 0) {
-            break; // a terminal that is gone
-        }
-        from += written;
-        left -= static_cast<std::size_t>(written);
-    }
+    writeAll(restoration.descriptor, restoration.bytes.data(), restoration.count);
     ::tcsetattr(restoration.descriptor, TCSANOW, &restoration.settings);
 }
 
@@ -98,14 +121,7 @@ bool TerminalState::enter() {
     settings.c_cc[VMIN] = 1;
     settings.c_cc[VTIME] = 0;
     ::tcsetattr(m_descriptor, TCSADRAIN, &settings);
-    std::string_view bytes = m_enter;
-    while (!bytes.empty()) {
-        const ::ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
-        if (written <= 0) {
-            break;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
+    writeAll(m_descriptor, m_enter.data(), m_enter.size());
     return true;
 }
 
