@@ -57,14 +57,11 @@ public:
     void makeReports();         ///< the reports of the storage, the memory and the processor
     void reportNETWORKStatus(); ///< the network's; it counts on being called once a second
 
-    /// For a host that comes back from a pause (off screen, or the machine slept) and has just restarted the
-    /// timers: samples the network counters without showing them, so that the next tick's rate covers one
-    /// second and not the whole pause. The labels keep their snapshot until then.
+    /// For a host that comes back from a pause (off screen, or the machine slept). The first takes the
+    /// network's counters up without showing them, so that no rate covers the pause. The second does that and
+    /// the same for the processor, whose next share is that of a second, and reports memory and storage at
+    /// once; call it just before the timers are restarted.
     void resumeNETWORKStatus();
-
-    /// The same for the whole widget, called just before the host restarts the timers: memory and storage are
-    /// reported at once; the network's counters and the processor's ticks are only taken up, and the
-    /// processor's share of the second that follows is shown at its end.
     void resumeReports();
 
     /// Button actions. Those that ask the Vantor app for something open a link to it, and do nothing
