@@ -93,6 +93,7 @@ std::optional<ChildProcess> ChildProcess::start(const std::string& program,
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), program);
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }

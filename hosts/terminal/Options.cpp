@@ -80,6 +80,7 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
                     {"prometheus", Format::prometheus}},
                    "How a report is written");
     std::vector<std::pair<std::string, platform::Source>> fields;
+    fields.reserve(sections.size());
     for (const Section& section : sections) {
         fields.emplace_back(section.mark, section.source);
     }

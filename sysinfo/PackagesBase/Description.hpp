@@ -57,7 +57,7 @@ std::string description(const T& item) {
         return item.description();
     } else if constexpr (HasText<T>) {
         return description(item.string());
-    } else if constexpr (HasOwnOutput<T>) {
+    } else if constexpr (HasOwnOutput<T>) { // NOLINT(bugprone-branch-clone): its place in the row matters
         return streamed(item);
     } else if constexpr (std::is_enum_v<T>) {
         return std::to_string(static_cast<std::underlying_type_t<T>>(item));
