@@ -199,7 +199,7 @@ TEST_F(Card, SpeaksToScreenReaders) {
     ASSERT_NE(ring, nullptr);
     EXPECT_EQ(ring->role(), QAccessible::Button);
     EXPECT_EQ(ring->text(QAccessible::Name), "Used RAM, 75%");
-    EXPECT_EQ(ring->text(QAccessible::Description), "Free Up Memory");
+    EXPECT_EQ(ring->text(QAccessible::Description), "Free Up RAM");
     EXPECT_EQ(ring->valueInterface()->currentValue().toDouble(), 75);
     ring->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     for (const char* name : {"manualInfoRefresh", "displayModeButton"}) {

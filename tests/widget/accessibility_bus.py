@@ -104,10 +104,10 @@ def walk_the_widget():
     problems = []
     if not 0 < value <= 100 or name != f"Used RAM, {value:.0f}%":
         problems.append(f"the ring is called {name!r} and its value is {value}")
-    for wanted in ("Free Up Memory", "Show Storage", "Show Processor", "Refresh", "Show Less"):
+    for wanted in ("Free Up RAM", "Show Storage", "CPU Chart", "Refresh", "Show Less"):
         if wanted not in names:
             problems.append(f"no button says {wanted!r}")
-    for caption in ("Free RAM, ", "Total space, ", "Idle, ", "Sent, "):
+    for caption in ("Free RAM, ", "Total storage, ", "Idle, ", "Sent, "):
         if not any(name.startswith(caption) for name in names):
             problems.append(f"no figure says {caption!r}")
     names["Show Less"].call("DoAction", 0, interface="org.a11y.atspi.Action")
