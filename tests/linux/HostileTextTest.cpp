@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 struct Mutation {
     std::string name;
     std::optional<std::string> text; ///< absent: the file is gone
+    bool leavesNothing = false;      ///< not one line can be understood
 };
 
 std::vector<std::size_t> lineStarts(const std::string& text) {
@@ -46,14 +47,14 @@ std::string withNumbers(const std::string& text, const std::string& number) {
 }
 
 std::vector<Mutation> mutationsOf(const std::string& text) {
-    std::vector<Mutation> all{{"missing", std::nullopt},
-                              {"empty", ""},
+    std::vector<Mutation> all{{"missing", std::nullopt, true},
+                              {"empty", "", true},
                               {"no final newline", text.substr(0, text.size() - 1)},
-                              {"NULs", std::string(4096, '\0')},
+                              {"NULs", std::string(4096, '\0'), true},
                               {"1 MB line first", std::string(1 << 20, 'x') + '\n' + text},
-                              {"1 MB of digits", std::string(1 << 20, '9')},
-                              {"40-digit numbers", withNumbers(text, std::string(40, '7'))},
-                              {"negative numbers", withNumbers(text, "-17")},
+                              {"1 MB of digits", std::string(1 << 20, '9'), true},
+                              {"40-digit numbers", withNumbers(text, std::string(40, '7')), true},
+                              {"negative numbers", withNumbers(text, "-17"), true},
                               {"largest numbers", withNumbers(text, "18446744073709551615")},
                               {"zeros", withNumbers(text, "0")},
                               {"carriage returns", withNumbers(text, "1\r")}};
@@ -146,7 +147,7 @@ TEST_P(HostileText, HarmsOnlyItsOwnSection) {
         TreeMachine machine(copy.root());
         Figures figures = read(machine);
         const std::string failed = machine.failedSources();
-        EXPECT_TRUE(failed.empty() || failed == hostile.source) << failed;
+        EXPECT_TRUE((failed.empty() && !mutation.leavesNothing) || failed == hostile.source) << failed;
         figures.*hostile.section = expected.*hostile.section;
         EXPECT_EQ(figures, expected);
         // A good file again: everything as before, and no failure any more.

@@ -57,4 +57,11 @@ std::optional<LinkCounters> takeLink(std::string_view& text) {
     return std::nullopt;
 }
 
+bool isEmptyLinkList(std::string_view text) {
+    const std::optional<Line> first = takeLine(text);
+    const std::optional<Line> second = takeLine(text);
+    return first && first->text.starts_with("Inter-|") && second && second->text.starts_with(" face |") &&
+           second->ended && text.empty();
+}
+
 } // namespace vantor::platform::linux

@@ -19,4 +19,8 @@ struct LinkCounters {
 /// short, are passed over; absent at the end.
 [[nodiscard]] std::optional<LinkCounters> takeLink(std::string_view& text);
 
+/// Whether a text without any link that can be read is the kernel's all the same: its two headings and
+/// nothing more, as in a network namespace where not even the loopback is shown.
+[[nodiscard]] bool isEmptyLinkList(std::string_view text);
+
 } // namespace vantor::platform::linux
