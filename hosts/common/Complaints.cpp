@@ -16,7 +16,8 @@ using platform::Source;
 using platform::SourceFailure;
 
 void Complaints::tellStore() {
-    if (std::optional<std::string> problem = platform::suiteProblem(sharedSuiteName)) {
+    (void)openSharedStore();
+    if (std::optional<std::string> problem = platform::suiteProblem()) {
         m_told.push_back(Source::preferences);
         write({Source::preferences, std::move(*problem)});
     }

@@ -8,7 +8,7 @@
 namespace vantor::hosts::common {
 
 /// What cannot be read at the moment, one entry a source: the current machine's, in the order of the
-/// sections, then the current viewer's preferences.
+/// sections, then the preferences as the current viewer opened them last.
 [[nodiscard]] std::vector<platform::SourceFailure> currentFailures();
 
 } // namespace vantor::hosts::common

@@ -29,49 +29,76 @@ bool isTrue(std::string_view text) {
     return !text.empty() && text.front() >= '1' && text.front() <= '9';
 }
 
-/// What a viewer's file held when it was last opened.
-struct LatestList {
-    std::mutex mutex;
-    std::string bytes;
-    std::optional<PropertyListResult> list;
-};
-
 /// The same bytes may well be read another time.
 bool ranOutOfMemory(const PropertyListResult& list) {
     const auto* const failure = std::get_if<PropertyListFailure>(&list);
     return failure != nullptr && std::string_view(failure->reason) == noMemoryForList;
 }
 
-/// The list that a file's bytes hold. A refresh opens the store some ten times, each time afresh, and nearly
-/// always finds the bytes that it found before: these are not taken apart again. A file far larger than ours
-/// is, so that nothing of it stays in memory.
-PropertyListResult listIn(std::string bytes, LatestList& latest) {
-    constexpr std::size_t largestKept = 65'536;
-    if (bytes.size() > largestKept) {
-        return readPropertyList(std::move(bytes));
+std::string problemOf(const PropertyListResult& list) {
+    if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {
+        return std::string("no property list: ") + failure->reason + " (byte " + std::to_string(failure->at) +
+               ")";
     }
-    const std::scoped_lock lock(latest.mutex);
-    if (!latest.list || latest.bytes != bytes || ranOutOfMemory(*latest.list)) {
-        latest.bytes = bytes;
-        latest.list = readPropertyList(std::move(bytes));
-    }
-    return *latest.list;
+    const bool isDictionary = std::get<PropertyListObject>(list).kind() == PropertyListKind::dictionary;
+    return isDictionary ? "" : "a property list without a dictionary on top";
 }
+
+/// What a viewer's file held when it was last opened. A refresh opens the store some ten times, each time
+/// afresh, and nearly always finds the bytes that it found before: these are not taken apart again.
+class LatestList {
+public:
+    /// The list in the file; nothing where there is none to be had.
+    std::optional<PropertyListObject> take(SuiteFile file) {
+        const std::scoped_lock lock(m_mutex);
+        m_problem.reset();
+        if (!file.usable) {
+            if (file.exists) {
+                tell(file.path, printableText(file.reason));
+            }
+            return std::nullopt;
+        }
+        if (!m_list || m_bytes != file.content || ranOutOfMemory(*m_list)) {
+            m_bytes = file.content;
+            m_list = readPropertyList(std::move(file.content));
+        }
+        std::optional<PropertyListObject> top;
+        if (const std::string problem = problemOf(*m_list); !problem.empty()) {
+            tell(file.path, problem);
+        } else {
+            top = std::get<PropertyListObject>(*m_list);
+        }
+        if (m_bytes.size() > largestKept) { // far larger than ours is: nothing of it stays in memory
+            m_bytes = std::string();
+            m_list.reset();
+        }
+        return top;
+    }
+    std::optional<std::string> problem() {
+        const std::scoped_lock lock(m_mutex);
+        return m_problem;
+    }
+
+private:
+    static constexpr std::size_t largestKept = 65'536;
+
+    void tell(const std::string& path, const std::string& problem) {
+        // A path may be long; its end is what tells files apart, but a cut in the middle would mislead.
+        m_problem = printableText(path, 4096) + ": " + problem;
+    }
+
+    std::mutex m_mutex;
+    std::string m_bytes;
+    std::optional<PropertyListResult> m_list;
+    std::optional<std::string> m_problem;
+};
 
 } // namespace
 
 std::optional<NSUserDefaults> NSUserDefaults::initWithSuiteName(std::string_view suiteName) {
     Viewer& viewer = currentViewer();
-    SuiteFile file = viewer.readSuite(suiteName);
-    if (!file.usable) {
-        return std::nullopt;
-    }
-    PropertyListResult list = listIn(std::move(file.content), viewer.associated<LatestList>());
-    PropertyListObject* const top = std::get_if<PropertyListObject>(&list);
-    if (top == nullptr || top->kind() != PropertyListKind::dictionary) {
-        return std::nullopt;
-    }
-    return NSUserDefaults(std::move(*top));
+    std::optional<PropertyListObject> top = viewer.associated<LatestList>().take(viewer.readSuite(suiteName));
+    return top ? std::optional(NSUserDefaults(*std::move(top))) : std::nullopt;
 }
 
 bool NSUserDefaults::boolForKey(std::string_view key) const {
@@ -98,24 +125,8 @@ std::optional<PropertyListObject> NSUserDefaults::objectForKey(std::string_view 
     return m_dictionary.objectForKey(key);
 }
 
-std::optional<std::string> suiteProblem(std::string_view suiteName) {
-    SuiteFile file = currentViewer().readSuite(suiteName);
-    if (!file.exists) {
-        return std::nullopt;
-    }
-    // A path may be long; its end is what tells files apart, but a cut in the middle of one would mislead.
-    const std::string path = printableText(file.path, 4096) + ": ";
-    if (!file.usable) {
-        return path + printableText(file.reason);
-    }
-    const PropertyListResult list = readPropertyList(std::move(file.content));
-    if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {
-        return path + "no property list: " + failure->reason + " (byte " + std::to_string(failure->at) + ")";
-    }
-    if (std::get<PropertyListObject>(list).kind() != PropertyListKind::dictionary) {
-        return path + "a property list without a dictionary on top";
-    }
-    return std::nullopt;
+std::optional<std::string> suiteProblem() {
+    return currentViewer().associated<LatestList>().problem();
 }
 
 } // namespace vantor::platform

@@ -32,8 +32,9 @@ private:
     PropertyListObject m_dictionary;
 };
 
-/// What a host may say once: which file of a suite is there but cannot be used, and why, as one line in
-/// English without control characters. Absent when the suite opens or has no file.
-[[nodiscard]] std::optional<std::string> suiteProblem(std::string_view suiteName);
+/// Why the suite that was opened last on the current viewer cannot be used, be it that its file cannot be
+/// read or that it holds no list: one line in English without control characters, its path first, such as
+/// "…/group.vantor.plist: is not a regular file". Absent when it could be used or has no file. Any thread.
+[[nodiscard]] std::optional<std::string> suiteProblem();
 
 } // namespace vantor::platform

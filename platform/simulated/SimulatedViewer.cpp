@@ -22,10 +22,4 @@ std::optional<std::string> SimulatedViewer::localizedString(std::string_view key
     return text == m_state.texts.end() ? std::nullopt : std::optional(text->second);
 }
 
-std::optional<std::string> SimulatedViewer::preferencesFailure() {
-    const std::scoped_lock lock(m_mutex);
-    const SuiteFile& suite = m_state.suite;
-    return suite.exists && !suite.usable ? std::optional(suite.path + ": " + suite.reason) : std::nullopt;
-}
-
 } // namespace vantor::platform

@@ -32,7 +32,6 @@ public:
     SuiteFile readSuite(std::string_view suiteName) override;
     std::optional<std::string> localizedString(std::string_view key) override;
     const LocaleSigns& localeSigns() override { return m_state.signs; } // constant once it is in place
-    std::optional<std::string> preferencesFailure() override;
 
 private:
     std::mutex m_mutex;

@@ -26,10 +26,6 @@ public:
 
     /// How the viewer writes numbers. Constant while the process runs.
     virtual const LocaleSigns& localeSigns() = 0;
-
-    /// What is wrong with the preference file that was read last, its path first: "…/group.vantor.plist: is
-    /// not a regular file". Absent while it can be read or there is none.
-    virtual std::optional<std::string> preferencesFailure() = 0;
 };
 
 /// The viewer that a `Current<Viewer>` has put in place: on this thread, or where the running block was

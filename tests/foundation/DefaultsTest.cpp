@@ -24,7 +24,8 @@ std::optional<NSUserDefaults> opened(const SuiteFile& file) {
 
 std::string problem(const SuiteFile& file) {
     const SuiteViewer viewer(file);
-    return suiteProblem("group").value_or("");
+    (void)NSUserDefaults::initWithSuiteName("group");
+    return suiteProblem().value_or("");
 }
 
 TEST(UserDefaults, ConvertsValuesAsTheirReadersExpect) {

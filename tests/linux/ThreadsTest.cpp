@@ -34,7 +34,6 @@ TEST(Threads, ReportsMayOverlapWhileFilesComeAndGo) {
                 machine->interfaceAddresses();
                 EXPECT_TRUE(machine->volumeCapacities(machine->documentDirectories()->at(0)));
                 (void)viewer.readSuite("group.vantor");
-                (void)viewer.preferencesFailure();
                 machine->failures();
             }
         });

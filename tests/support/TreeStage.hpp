@@ -4,6 +4,7 @@
 #include "HandTurnedQueue.hpp"
 #include "TreeMachine.hpp"
 #include "controller/ReportInterface.hpp"
+#include "platform/foundation/NSUserDefaults.hpp"
 #include "platform/linux/user/LinuxViewer.hpp"
 
 #include <cstdint>
@@ -81,7 +82,7 @@ public:
 
     /// The machine's sources that cannot be read, and the viewer's.
     std::string failedSources() {
-        return machine.failedSources() + (viewer.preferencesFailure() ? "preferences " : "");
+        return machine.failedSources() + (platform::suiteProblem() ? "preferences " : "");
     }
 
     KernelFigures figures;

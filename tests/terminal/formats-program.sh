@@ -67,9 +67,14 @@ expect 1 "a failed source" env VANTOR_SUITE_FILE=/etc "$program" --once --format
 [[ $(grep -c '^vantor-term: preferences: /etc: is ' "$folder/error") == 1 ]] || { echo "the failed source is not told"; wrong=1; }
 grep -q '"failed":{"preferences":' "$folder/failed" || { echo "the failed source is not in the report"; wrong=1; }
 echo '<plist><dict>' >"$folder/broken.plist"
-expect 0 "a broken list" env VANTOR_SUITE_FILE="$folder/broken.plist" "$program" --once >/dev/null 2>"$folder/error"
-[[ $(grep -c "^vantor-term: preferences: $folder/broken.plist: no property list" "$folder/error") == 1 ]] ||
-  { echo "the broken list is not told once"; wrong=1; }
+for format in json prometheus waybar text; do
+  expect 1 "a broken list" env VANTOR_SUITE_FILE="$folder/broken.plist" "$program" --once --format $format \
+    >"$folder/failed-$format" 2>"$folder/error"
+  [[ $(grep -c "^vantor-term: preferences: $folder/broken.plist: no property list" "$folder/error") == 1 ]] ||
+    { echo "the broken list is not told once"; wrong=1; }
+  [[ $format == text ]] || grep -q 'preferences.*\(broken.plist: no property list\|} 0$\)' "$folder/failed-$format" ||
+    { echo "the broken list is not in the report: $format"; wrong=1; }
+done
 
 # A reader that goes away ends it quietly. (Its last report is one that nobody reads.)
 "$program" --watch 0.1 --format json 2>"$folder/error" | head -n 2 >"$folder/watched"

@@ -22,13 +22,7 @@ LinuxViewer::LinuxViewer(ViewerOptions options) : m_folders(std::move(options.fo
 
 SuiteFile LinuxViewer::readSuite(std::string_view suiteName) {
     const std::string path = suitePath(m_folders, suiteName);
-    SuiteFile file = path.empty() ? SuiteFile() : readSuiteFile(path.c_str());
-    const std::scoped_lock lock(m_mutex);
-    m_failure.reset();
-    if (file.exists && !file.usable) {
-        m_failure = file.path + ": " + file.reason;
-    }
-    return file;
+    return path.empty() ? SuiteFile() : readSuiteFile(path.c_str());
 }
 
 std::optional<std::string> LinuxViewer::localizedString(std::string_view key) {
@@ -37,11 +31,6 @@ std::optional<std::string> LinuxViewer::localizedString(std::string_view key) {
 
 const LocaleSigns& LinuxViewer::localeSigns() {
     return m_signs;
-}
-
-std::optional<std::string> LinuxViewer::preferencesFailure() {
-    const std::scoped_lock lock(m_mutex);
-    return m_failure;
 }
 
 } // namespace vantor::platform::linux

@@ -5,7 +5,6 @@
 #include "platform/posix/UserFolders.hpp"
 #include "platform/viewer/Viewer.hpp"
 
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -29,14 +28,11 @@ public:
     SuiteFile readSuite(std::string_view suiteName) override;
     std::optional<std::string> localizedString(std::string_view key) override;
     const LocaleSigns& localeSigns() override;
-    std::optional<std::string> preferencesFailure() override;
 
 private:
     const posix::UserFolders m_folders;
     std::optional<Translations> m_translations;
     LocaleSigns m_signs;
-    std::mutex m_mutex; // guards m_failure
-    std::optional<std::string> m_failure;
 };
 
 } // namespace vantor::platform::linux
