@@ -18,7 +18,7 @@ struct Field {
 };
 
 /// In the kernel's order, so that each search starts where the last one ended.
-constexpr std::array<Field, 16> fields{{
+constexpr std::array<Field, 17> fields{{
     {"MemTotal", &MemInfo::memTotal},
     {"MemFree", &MemInfo::memFree},
     {"MemAvailable", &MemInfo::memAvailable},
@@ -27,6 +27,7 @@ constexpr std::array<Field, 16> fields{{
     {"Active(file)", &MemInfo::activeFile},
     {"Inactive(file)", &MemInfo::inactiveFile},
     {"Unevictable", &MemInfo::unevictable},
+    {"SwapFree", &MemInfo::swapFree},
     {"Zswap", &MemInfo::zswap},
     {"Dirty", &MemInfo::dirty},
     {"Writeback", &MemInfo::writeback},

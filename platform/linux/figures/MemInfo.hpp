@@ -18,6 +18,7 @@ struct MemInfo {
     std::optional<std::uint64_t> activeFile;
     std::optional<std::uint64_t> inactiveFile;
     std::optional<std::uint64_t> unevictable;
+    std::optional<std::uint64_t> swapFree;
     std::optional<std::uint64_t> zswap; ///< RAM that compressed pages take, since Linux 5.19
     std::optional<std::uint64_t> dirty;
     std::optional<std::uint64_t> writeback;

@@ -60,8 +60,9 @@ std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUs
     figures.total = *info.memTotal;
     figures.free = within(*free, figures.total);
     const std::uint64_t held = figures.total - figures.free;
-    figures.active = within(info.activeAnon.value_or(0), figures.total);
-    figures.inactive = within(info.inactiveAnon.value_or(0), held);
+    const std::uint64_t notTouched = info.inactiveAnon.value_or(0);
+    figures.inactive = within(within(notTouched, info.swapFree.value_or(0)), held);
+    figures.active = within(add(info.activeAnon.value_or(0), notTouched - figures.inactive), figures.total);
     std::uint64_t wired = 0;
     for (const auto& part :
          {info.unevictable, info.sUnreclaim, info.kernelStack, info.pageTables, info.percpu}) {

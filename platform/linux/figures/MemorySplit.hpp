@@ -13,7 +13,7 @@ struct MemorySplit {
     std::uint64_t total = 0;
     std::uint64_t free = 0;       ///< what programs can have at once: what `free` calls available
     std::uint64_t active = 0;     ///< programs' pages in use
-    std::uint64_t inactive = 0;   ///< programs' pages that were not touched lately
+    std::uint64_t inactive = 0;   ///< programs' pages that could be moved to swap
     std::uint64_t wired = 0;      ///< what the kernel cannot give back
     std::uint64_t purgeable = 0;  ///< the part of `free` that holds cached data
     std::uint64_t compressed = 0; ///< RAM that holds compressed pages
@@ -22,8 +22,14 @@ struct MemorySplit {
 
 /// Makes the figures of a parsed /proc/meminfo. `zramUsed` is the RAM that compressed memory disks take;
 /// `lowWatermark` what the kernel keeps back for itself, used only where a kernel before 3.14 does not say
-/// what is available (the estimate is then the one that newer kernels make). Every figure is at most the
-/// total. Absent where the total, or anything to tell the free part by, is missing. Pure.
+/// what is available (the estimate is then the one that newer kernels make).
+///
+/// New pages of programs start on the kernel's inactive list and stay there until memory runs short (since
+/// Linux 5.9), so the list alone says nothing: inactive is what of it could be moved to swap, and the other
+/// pages of programs are active.
+///
+/// Every figure is at most the total. Absent where the total, or anything to tell the free part by, is
+/// missing. Pure.
 [[nodiscard]] std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUsed,
                                                      std::uint64_t lowWatermark);
 
