@@ -18,7 +18,7 @@ struct Field {
 };
 
 /// In the kernel's order, so that each search starts where the last one ended.
-constexpr std::array<Field, 17> fields{{
+constexpr std::array<Field, 19> fields{{
     {"MemTotal", &MemInfo::memTotal},
     {"MemFree", &MemInfo::memFree},
     {"MemAvailable", &MemInfo::memAvailable},
@@ -35,7 +35,9 @@ constexpr std::array<Field, 17> fields{{
     {"SUnreclaim", &MemInfo::sUnreclaim},
     {"KernelStack", &MemInfo::kernelStack},
     {"PageTables", &MemInfo::pageTables},
+    {"SecPageTables", &MemInfo::secPageTables},
     {"Percpu", &MemInfo::percpu},
+    {"Hugetlb", &MemInfo::hugetlb},
 }};
 
 /// Most of the text's sixty lines are none of ours: one bit of a name's length and first letter tells nearly
@@ -84,7 +86,7 @@ MemInfo parseMemInfo(std::string_view text) {
     MemInfo info;
     std::size_t next = 0;
     std::size_t missing = fields.size();
-    while (missing > 0) { // a third of the text comes after the last of ours
+    while (missing > 0) {
         const std::optional<Line> line = takeLine(text);
         if (!line) {
             break;

@@ -26,7 +26,9 @@ struct MemInfo {
     std::optional<std::uint64_t> sUnreclaim;
     std::optional<std::uint64_t> kernelStack;
     std::optional<std::uint64_t> pageTables;
+    std::optional<std::uint64_t> secPageTables; ///< of virtual machines and I/O devices, since Linux 6.0
     std::optional<std::uint64_t> percpu;
+    std::optional<std::uint64_t> hugetlb; ///< the pool of huge pages, used or not, since Linux 4.15
     bool operator==(const MemInfo&) const = default;
 };
 

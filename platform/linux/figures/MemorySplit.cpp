@@ -64,8 +64,8 @@ std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUs
     figures.inactive = within(within(notTouched, info.swapFree.value_or(0)), held);
     figures.active = within(add(info.activeAnon.value_or(0), notTouched - figures.inactive), figures.total);
     std::uint64_t wired = 0;
-    for (const auto& part :
-         {info.unevictable, info.sUnreclaim, info.kernelStack, info.pageTables, info.percpu}) {
+    for (const auto& part : {info.unevictable, info.sUnreclaim, info.kernelStack, info.pageTables,
+                             info.secPageTables, info.percpu, info.hugetlb}) {
         wired = add(wired, part.value_or(0));
     }
     figures.wired = within(wired, figures.total);
