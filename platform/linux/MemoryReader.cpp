@@ -15,7 +15,8 @@ MemoryReader::MemoryReader(const MachineOptions& options, FailureBoard& failures
       m_failures(failures),
       m_memInfo(options.tree.path("proc/meminfo"), Shape::oneRecord),
       m_minFree(options.tree.path("proc/sys/vm/min_free_kbytes"), Shape::oneRecord),
-      m_zram(options.tree) {}
+      m_zram(options.tree),
+      m_arc(options.tree) {}
 
 /// The low watermark is a quarter above the least that the kernel keeps free (in KiB; Linux,
 /// mm/page_alloc.c).
@@ -34,8 +35,11 @@ std::optional<MemorySplit> MemoryReader::readFiles() {
         return std::nullopt;
     }
     const MemInfo info = parseMemInfo(content.text);
-    const std::optional<MemorySplit> figures = memorySplit(
-        info, m_zram.used(m_options.clock()), info.memAvailable ? std::uint64_t{0} : lowWatermark());
+    const std::chrono::nanoseconds now = m_options.clock();
+    const std::optional<MemorySplit> figures =
+        memorySplit(info, {.zramUsed = m_zram.used(now),
+                           .lowWatermark = info.memAvailable ? 0 : lowWatermark(),
+                           .arc = m_arc.read(now)});
     if (!figures) {
         m_failures.fail(Source::memory, m_memInfo.path() + ": does not tell the total and the free memory");
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/ArcReader.hpp"
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
 #include "platform/linux/ZramReader.hpp"
@@ -12,9 +13,9 @@
 
 namespace vantor::platform::linux {
 
-/// Reads the machine's memory figures: /proc/meminfo and the compressed memory disks under /sys. Where that
-/// fails the answer is what sysinfo(2) knows, and where that fails too, the last good figures; either way the
-/// failure is flagged until a read succeeds. Any thread.
+/// Reads the machine's memory figures: /proc/meminfo, the compressed memory disks under /sys and the cache of
+/// ZFS. Where that fails the answer is what sysinfo(2) knows, and where that fails too, the last good
+/// figures; either way the failure is flagged until a read succeeds. Any thread.
 class MemoryReader {
 public:
     MemoryReader(const MachineOptions& options, FailureBoard& failures);
@@ -38,6 +39,7 @@ private:
     KernelFile m_memInfo;
     KernelFile m_minFree;
     ZramReader m_zram;
+    ArcReader m_arc;
     std::optional<MemorySplit> m_last;
 };
 

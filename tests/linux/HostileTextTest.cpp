@@ -166,6 +166,7 @@ TEST_P(HostileText, HarmsOnlyItsOwnSection) {
 INSTANTIATE_TEST_SUITE_P(Files, HostileText, testing::Values(
     Case{"laptop", "proc/meminfo", &Figures::memory, "memory "},
     Case{"laptop", "sys/block/zram0/mm_stat", &Figures::memory, ""},
+    Case{"server", "proc/spl/kstat/zfs/arcstats", &Figures::memory, ""},
     Case{"laptop", "proc/stat", &Figures::ticks, "processor "},
     Case{"laptop", "proc/net/dev", &Figures::network, "network "},
     Case{"laptop", "sys/class/net/wlp0s20f3/type", &Figures::network, ""},

@@ -44,14 +44,19 @@ std::optional<std::uint64_t> available(const MemInfo& info, std::uint64_t lowWat
     return bytes && *bytes > *info.memTotal ? info.memFree : bytes;
 }
 
+/// What the cache of ZFS could give back. One that is larger than what is in use belongs to another machine:
+/// in a container /proc/meminfo may be the container's while this file is the host's.
+std::uint64_t releasable(const ArcStats& arc, std::uint64_t inUse) {
+    return arc.size <= inUse ? less(arc.size, arc.minimum) : 0;
+}
+
 } // namespace
 
-std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUsed,
-                                       std::uint64_t lowWatermark) {
+std::optional<MemorySplit> memorySplit(const MemInfo& info, const MemoryBeside& beside) {
     if (info.memTotal.value_or(0) == 0) {
         return std::nullopt;
     }
-    const std::optional<std::uint64_t> free = available(info, lowWatermark);
+    const std::optional<std::uint64_t> free = available(info, beside.lowWatermark);
     if (!free) {
         return std::nullopt;
     }
@@ -59,6 +64,8 @@ std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUs
     MemorySplit figures;
     figures.total = *info.memTotal;
     figures.free = within(*free, figures.total);
+    const std::uint64_t cached = beside.arc ? releasable(*beside.arc, figures.total - figures.free) : 0;
+    figures.free += cached;
     const std::uint64_t held = figures.total - figures.free;
     const std::uint64_t notTouched = info.inactiveAnon.value_or(0);
     figures.inactive = within(within(notTouched, info.swapFree.value_or(0)), held);
@@ -71,9 +78,9 @@ std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUs
     figures.wired = within(wired, figures.total);
     const std::uint64_t clean =
         less(pageCache(info), add(info.dirty.value_or(0), info.writeback.value_or(0)));
-    figures.purgeable = within(add(clean, info.sReclaimable.value_or(0)),
+    figures.purgeable = within(add(add(clean, info.sReclaimable.value_or(0)), cached),
                                less(figures.free, info.memFree.value_or(figures.free)));
-    figures.compressed = within(add(info.zswap.value_or(0), zramUsed), figures.total);
+    figures.compressed = within(add(info.zswap.value_or(0), beside.zramUsed), figures.total);
     return figures;
 }
 

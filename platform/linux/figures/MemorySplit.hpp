@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/figures/ArcStats.hpp"
 #include "platform/linux/figures/MemInfo.hpp"
 
 #include <cstdint>
@@ -20,17 +21,25 @@ struct MemorySplit {
     bool operator==(const MemorySplit&) const = default;
 };
 
-/// Makes the figures of a parsed /proc/meminfo. `zramUsed` is the RAM that compressed memory disks take;
-/// `lowWatermark` what the kernel keeps back for itself, used only where a kernel before 3.14 does not say
-/// what is available (the estimate is then the one that newer kernels make).
+/// What /proc/meminfo does not tell, in bytes.
+struct MemoryBeside {
+    std::uint64_t zramUsed = 0; ///< the RAM that compressed memory disks take
+    std::uint64_t lowWatermark =
+        0; ///< what the kernel keeps back for itself; only where MemAvailable is missing
+    std::optional<ArcStats> arc = {};
+};
+
+/// Makes the figures of a parsed /proc/meminfo and what stands elsewhere.
 ///
-/// New pages of programs start on the kernel's inactive list and stay there until memory runs short (since
-/// Linux 5.9), so the list alone says nothing: inactive is what of it could be moved to swap, and the other
-/// pages of programs are active.
+/// - A kernel before 3.14 does not say what is available: the estimate is then the one that newer kernels
+///   make.
+/// - The kernel leaves the cache of ZFS out of what is available; what it could give back counts as free.
+/// - New pages of programs start on the kernel's inactive list and stay there until memory runs short (since
+///   Linux 5.9), so the list alone says nothing: inactive is what of it could be moved to swap, and the other
+///   pages of programs are active.
 ///
 /// Every figure is at most the total. Absent where the total, or anything to tell the free part by, is
 /// missing. Pure.
-[[nodiscard]] std::optional<MemorySplit> memorySplit(const MemInfo& info, std::uint64_t zramUsed,
-                                                     std::uint64_t lowWatermark);
+[[nodiscard]] std::optional<MemorySplit> memorySplit(const MemInfo& info, const MemoryBeside& beside);
 
 } // namespace vantor::platform::linux
