@@ -45,6 +45,22 @@ std::optional<ProcessorTimes> ProcessorReader::readMovedTimes() {
     return times;
 }
 
+/// What passed since the last reading. Where that had to be mended because processors came, what they did is
+/// judged once more by their number.
+ProcessorTimes ProcessorReader::passedSince(const ProcessorTimes& times, std::chrono::nanoseconds now) {
+    TickAccount before = m_account;
+    ProcessorTimes passed = m_account.advance(times, now, m_processors);
+    if (m_account.wasMended()) {
+        const std::size_t processors = m_processors;
+        countOnline();
+        if (m_processors > processors) {
+            m_account = before;
+            passed = m_account.advance(times, now, m_processors);
+        }
+    }
+    return passed;
+}
+
 void ProcessorReader::countOnline() {
     m_processors = std::max<std::size_t>(1, countProcessors(m_stat.read(allProcessors).text));
 }
@@ -59,11 +75,8 @@ host_cpu_load_info ProcessorReader::read() {
     const std::chrono::nanoseconds elapsed = m_lastAnswer ? now - *m_lastAnswer : std::chrono::nanoseconds(0);
     ProcessorTimes passed;
     if (times) {
-        passed = m_account.advance(*times, now, m_processors);
+        passed = passedSince(*times, now);
         m_lastTimes = times;
-        if (m_account.wasMended()) {
-            countOnline();
-        }
     }
     if (sum(passed) == 0) {
         passed.idle = m_account.ticks(elapsed, m_processors);

@@ -27,6 +27,7 @@ public:
 private:
     std::optional<ProcessorTimes> readTimes();
     std::optional<ProcessorTimes> readMovedTimes();
+    ProcessorTimes passedSince(const ProcessorTimes& times, std::chrono::nanoseconds now);
     void countOnline();
 
     const MachineOptions& m_options;

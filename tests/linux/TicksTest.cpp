@@ -68,10 +68,18 @@ TEST_F(Ticks, ProcessorsVanishAndComeBackWithAllThatTheyEverIdled) {
     EXPECT_NEAR(next().user, 10, 0.2);
     machine.pass(2s);
     write("100280 0 100000 40002000 0 0 0 0 0 0", 4);
-    EXPECT_NEAR(next().user, 20, 0.5); // by the three that were there
+    EXPECT_NEAR(next().user, 15, 0.5); // of four again
     machine.pass(2s);
     write("100360 0 100000 40002720 0 0 0 0 0 0", 4);
     EXPECT_NEAR(next().user, 10, 0.2);
+}
+
+TEST_F(Ticks, ProcessorsThatComeAreJudgedByTheirNumber) {
+    write("1000 0 1000 100000 0 0 0 0 0 0", 2);
+    next();
+    machine.pass(2s); // 14 processors more, all half busy
+    write("2600 0 1000 101600 0 0 0 0 0 0", 16);
+    EXPECT_NEAR(next().user, 50, 0.1);
 }
 
 TEST_F(Ticks, StandingStillAndUnreadableCountAsIdleByTheClock) {
