@@ -12,6 +12,8 @@ constexpr std::size_t firstLine = 256;
 constexpr std::size_t allProcessors = std::size_t{1} << 20;
 constexpr std::chrono::milliseconds oneWait{5};
 constexpr int waits = 4;
+/// The ticks of any machine move within this: what a processor does not work it idles.
+constexpr std::chrono::seconds longestStandstill{1};
 } // namespace
 
 ProcessorReader::ProcessorReader(const MachineOptions& options, FailureBoard& failures)
@@ -31,7 +33,6 @@ std::optional<ProcessorTimes> ProcessorReader::readTimes() {
         m_failures.fail(Source::processor, m_stat.path() + ": does not begin with the processors' ticks");
         return std::nullopt;
     }
-    m_failures.clear(Source::processor);
     return times;
 }
 
@@ -43,6 +44,17 @@ std::optional<ProcessorTimes> ProcessorReader::readMovedTimes() {
         times = readTimes();
     }
     return times;
+}
+
+/// Some containers show a file of zeros, or one that was written once; all that time would count as idle.
+void ProcessorReader::judge(const ProcessorTimes& times, std::chrono::nanoseconds now) {
+    const bool moved = m_lastTimes ? times != *m_lastTimes : sum(times) > 0;
+    if (moved) {
+        m_lastMoved = now;
+        m_failures.clear(Source::processor);
+    } else if (!m_lastMoved || now - *m_lastMoved >= longestStandstill) {
+        m_failures.fail(Source::processor, m_stat.path() + ": the ticks stand still");
+    }
 }
 
 /// What passed since the last reading. Where that had to be mended because processors came, what they did is
@@ -75,6 +87,7 @@ host_cpu_load_info ProcessorReader::read() {
     const std::chrono::nanoseconds elapsed = m_lastAnswer ? now - *m_lastAnswer : std::chrono::nanoseconds(0);
     ProcessorTimes passed;
     if (times) {
+        judge(*times, now);
         passed = passedSince(*times, now);
         m_lastTimes = times;
     }

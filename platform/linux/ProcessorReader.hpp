@@ -15,8 +15,8 @@ namespace vantor::platform::linux {
 
 /// Reads the processor's ticks from /proc/stat. Between two answers some time always passes: where the
 /// kernel's ticks have not moved since the last one, the call waits for them, at most 20 ms. A file that
-/// cannot be read is flagged, and the time until it can counts as idle. Any thread; a second caller waits for
-/// the first.
+/// cannot be read, or whose ticks stand still for a second, is flagged, and the time until it moves counts as
+/// idle. Any thread; a second caller waits for the first.
 class ProcessorReader {
 public:
     ProcessorReader(const MachineOptions& options, FailureBoard& failures);
@@ -27,6 +27,7 @@ public:
 private:
     std::optional<ProcessorTimes> readTimes();
     std::optional<ProcessorTimes> readMovedTimes();
+    void judge(const ProcessorTimes& times, std::chrono::nanoseconds now);
     ProcessorTimes passedSince(const ProcessorTimes& times, std::chrono::nanoseconds now);
     void countOnline();
 
@@ -38,6 +39,7 @@ private:
     TickAccount m_account;
     TickScale m_scale;
     std::optional<ProcessorTimes> m_lastTimes;
+    std::optional<std::chrono::nanoseconds> m_lastMoved;
     std::optional<std::chrono::nanoseconds> m_lastAnswer;
 };
 

@@ -53,7 +53,8 @@ TEST_F(ClockTest, ABrokenSourceDoesNotChangeThePaceOfAnySection) {
         std::filesystem::create_directory(stage.tree.root() / file);
         reports.fill(0);
         for (int second = 0; second < 10; ++second) {
-            stage.pass(1);
+            tick();
+            stage.advance(1);
         }
         EXPECT_EQ(reports, (Reports{5, 5, 5, 10})) << file;
         EXPECT_EQ(stage.failedSources(), std::string(sourceName(source)) + ' ') << file;

@@ -90,6 +90,14 @@ TEST_F(Ticks, StandingStillAndUnreadableCountAsIdleByTheClock) {
     machine.pass(2s);
     EXPECT_NEAR(next().idle, 100, 0.001);
     EXPECT_EQ(machine.failedSources(), "processor ");
+    const std::string stat = (tree.root() / "proc/stat").string();
+    for (const char* const still : {"0 0 0 0 0 0 0 0 0 0", "1000 0 1000 100000 0 0 0 0 0 0"}) {
+        write(still); // as some containers have it
+        next();
+        machine.pass(2s);
+        EXPECT_NEAR(next().idle, 100, 0.001);
+        EXPECT_EQ(machine->failures().at(0).reason, stat + ": the ticks stand still");
+    }
     machine.pass(2s); // what the outage hid is told afterwards
     write("1400 0 1000 101200 0 0 0 0 0 0");
     EXPECT_NEAR(next().user, 25, 0.1);
