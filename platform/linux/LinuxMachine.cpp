@@ -12,11 +12,11 @@ namespace vantor::platform::linux {
 
 namespace {
 
-/// Bytes as whole pages. The record's words have 32 bits: beyond 16 TiB of 4 KiB pages a count stays at the
-/// most.
+constexpr std::uint64_t mostPages = std::numeric_limits<std::uint32_t>::max();
+
+/// Bytes as whole pages, in the 32 bits that the record's words have.
 std::uint32_t pages(std::uint64_t bytes, std::uint64_t pageSize) {
-    return static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(bytes / pageSize, std::numeric_limits<std::uint32_t>::max()));
+    return static_cast<std::uint32_t>(std::min(bytes / pageSize, mostPages));
 }
 
 } // namespace
@@ -44,8 +44,18 @@ void LinuxMachine::startReleasableScan(ScanPace pace) {
     }
 }
 
+/// The system's page size, doubled until the installed memory is no more pages than a count can hold: 4 KiB
+/// up to 16 TiB, then 8 KiB.
+std::uint64_t LinuxMachine::pageSizeFor(std::uint64_t total) const {
+    std::uint64_t size = m_options.pageSize;
+    while (total / size > mostPages) {
+        size *= 2;
+    }
+    return size;
+}
+
 kern_return_t LinuxMachine::hostPageSize(std::uint64_t& size) {
-    size = m_options.pageSize;
+    size = pageSizeFor(m_memory.total());
     return KERN_SUCCESS;
 }
 
@@ -54,7 +64,8 @@ kern_return_t LinuxMachine::hostVirtualMemory(vm_statistics64& record) {
     if (!figures) {
         return KERN_FAILURE;
     }
-    const auto count = [this](std::uint64_t bytes) { return pages(bytes, m_options.pageSize); };
+    const std::uint64_t size = pageSizeFor(figures->total);
+    const auto count = [size](std::uint64_t bytes) { return pages(bytes, size); };
     record = vm_statistics64{};
     record.free_count = count(figures->free);
     record.active_count = count(figures->active);

@@ -67,5 +67,19 @@ TEST_P(Trees, SaysWhatTheFilesSay) {
 
 INSTANTIATE_TEST_SUITE_P(All, Trees, testing::ValuesIn(machines));
 
+TEST(MemoryBeyond16TiB, IsCountedInLargerPages) {
+    constexpr std::uint64_t tebibyte = std::uint64_t{1} << 40;
+    const TestTree tree;
+    tree.write("proc/meminfo", "MemTotal: " + std::to_string(24 * tebibyte / 1024) +
+                                   " kB\nMemAvailable: " + std::to_string(20 * tebibyte / 1024) + " kB\n");
+    TreeMachine machine(tree.root());
+    std::uint64_t pageSize = 0;
+    platform::vm_statistics64 record{};
+    ASSERT_EQ(machine->hostPageSize(pageSize), platform::KERN_SUCCESS);
+    ASSERT_EQ(machine->hostVirtualMemory(record), platform::KERN_SUCCESS);
+    EXPECT_EQ(pageSize, 8192U);
+    EXPECT_EQ(machine->physicalMemory() - record.free_count * pageSize, 4 * tebibyte);
+}
+
 } // namespace
 } // namespace vantor::tests
