@@ -17,7 +17,7 @@ bool isReal(LinkKind kind) {
 }
 
 bool counts(LinkKind kind) {
-    return isReal(kind) || kind == LinkKind::virtualEthernet;
+    return isReal(kind) || kind == LinkKind::wayOut;
 }
 } // namespace
 
@@ -136,19 +136,19 @@ void InterfaceReader::checkKinds() {
     }
 }
 
-/// Without a card or a modem the virtual Ethernets are the way out; with one they are not. A container's own
-/// links are few and come first: further ones, which would belong to containers inside, are not looked at.
-void InterfaceReader::chooseWayOut() {
-    const bool needed = m_real == 0 && m_hasClassifier;
-    std::size_t looked = 0;
+/// Without a card or a modem the links that carry a default route count; with one they do not.
+void InterfaceReader::chooseWaysOut() {
+    const std::set<std::string> chosen = m_real == 0 ? m_classifier.waysOut() : std::set<std::string>();
+    m_waysOut = 0;
     for (const Listed& listed : m_listed) {
         auto& [name, link] = *listed.link;
-        if (needed && link.kind == LinkKind::other && ++looked <= fewLinks &&
-            m_classifier.isVirtualEthernet(name)) {
-            setKind(link, name, LinkKind::virtualEthernet);
-        } else if (!needed && link.kind == LinkKind::virtualEthernet) {
+        const bool isOne = chosen.contains(name) && !isReal(link.kind) && link.kind != LinkKind::loopback;
+        if (isOne && link.kind == LinkKind::other) {
+            setKind(link, name, LinkKind::wayOut);
+        } else if (!isOne && link.kind == LinkKind::wayOut) {
             setKind(link, name, LinkKind::other);
         }
+        m_waysOut += isOne ? 1 : 0;
     }
 }
 
@@ -185,8 +185,9 @@ std::optional<std::vector<InterfaceAddress>> InterfaceReader::read() {
     if (due || !m_checked) {
         m_checked = now;
     }
-    if (changed || due) {
-        chooseWayOut();
+    // A link may be there before its route is.
+    if (changed || due || (m_real == 0 && m_waysOut == 0)) {
+        chooseWaysOut();
     }
     if (changed || m_order.empty()) {
         m_order.clear();

@@ -23,10 +23,10 @@
 namespace vantor::platform::linux {
 
 /// Lists the machine's network links from /proc/net/dev under the platform's names, with the low 32 bits of
-/// their byte counters. What a link is comes from /sys and is kept while the link exists. Links may come and
-/// go while the kernel writes its list: one that is listed twice counts once, and where one that was counted
-/// is missing, the list is read a second time before that link counts as gone. Any thread; a second caller
-/// waits for the first.
+/// their byte counters. What a link is comes from /sys and is kept while the link exists; what carries a
+/// default route is looked at again once a minute. Links may come and go while the kernel writes its list:
+/// one that is listed twice counts once, and where one that was counted is missing, the list is read a second
+/// time before that link counts as gone. Any thread; a second caller waits for the first.
 class InterfaceReader {
 public:
     InterfaceReader(const MachineOptions& options, FailureBoard& failures);
@@ -58,7 +58,7 @@ private:
     void forgetMissing();
     void addNew();
     void checkKinds();
-    void chooseWayOut();
+    void chooseWaysOut();
     [[nodiscard]] std::vector<InterfaceAddress> entries() const;
 
     [[nodiscard]] LinkKind kindOf(std::string_view name) const;
@@ -78,7 +78,8 @@ private:
     Links m_links;
     NumberPool m_cards;
     NumberPool m_modems;
-    std::size_t m_real = 0; ///< cards and modems
+    std::size_t m_real = 0;    ///< cards and modems
+    std::size_t m_waysOut = 0; ///< what counts where there are none
     std::uint64_t m_pass = 0;
     std::optional<std::chrono::nanoseconds> m_checked;
 };

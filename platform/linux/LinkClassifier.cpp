@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinkClassifier.hpp"
 
+#include "platform/linux/figures/DefaultRoutes.hpp"
 #include "platform/linux/kernel/Assignments.hpp"
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -40,7 +42,10 @@ LinkKind LinkClassifier::kind(std::string_view name) const {
     if (name == "lo") {
         return LinkKind::loopback;
     }
-    if (!exists(name, "/device")) {
+    // A host's end of a guest's link has a device too, on Xen's bus for them; the guest's traffic goes on
+    // through a card.
+    if (!exists(name, "/device") ||
+        m_tree.linkedName(folder + std::string(name) + "/device/subsystem") == "xen-backend") {
         return LinkKind::other;
     }
     const std::string uevent = content(name, "/uevent");
@@ -66,16 +71,17 @@ std::unordered_set<std::string> LinkClassifier::withoutDevice() const {
     return names;
 }
 
-bool LinkClassifier::isVirtualEthernet(std::string_view name) const {
-    if (firstNumber(content(name, "/type")) != typeEthernet || exists(name, "/master")) {
-        return false;
+std::set<std::string> LinkClassifier::waysOut() const {
+    std::set<std::string> links;
+    addDefaultRoutes(links, m_tree.read("proc/net/route").text);
+    addDefaultRoutesOfIPv6(links, m_tree.read("proc/net/ipv6_route").text);
+    const auto isEthernet = [this](const std::string& name) {
+        return firstNumber(content(name, "/type")) == typeEthernet;
+    };
+    if (std::ranges::any_of(links, isEthernet)) {
+        std::erase_if(links, [&isEthernet](const std::string& name) { return !isEthernet(name); });
     }
-    // A link with its other end in another name space refers to an index that is not its own.
-    const std::optional<std::uint64_t> own = firstNumber(content(name, "/ifindex"));
-    const std::optional<std::uint64_t> other = firstNumber(content(name, "/iflink"));
-    const std::string uevent = content(name, "/uevent");
-    const std::string_view devType = ueventValue(uevent, "DEVTYPE");
-    return own && other && own != other && devType != "vlan" && devType != "vxlan";
+    return links;
 }
 
 } // namespace vantor::platform::linux

@@ -4,14 +4,14 @@
 #include "platform/linux/figures/LinkKind.hpp"
 #include "platform/linux/kernel/KernelTree.hpp"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
 namespace vantor::platform::linux {
 
-/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Any
-/// thread.
+/// Finds out a link's kind from /sys/class/net (Documentation/ABI/testing/sysfs-class-net). Any thread.
 class LinkClassifier {
 public:
     explicit LinkClassifier(const KernelTree& tree) : m_tree(tree) {}
@@ -19,16 +19,16 @@ public:
     /// False where the machine shows no /sys: then names are all there is.
     [[nodiscard]] bool available() const;
 
-    /// Never `virtualEthernet`: to tell that takes more calls, which only a machine without physical links
-    /// needs.
+    /// Never `wayOut`: that is what a link does, not what it is.
     [[nodiscard]] LinkKind kind(std::string_view name) const;
 
     /// The names of the links that have no device, for when many are to be told apart: one folder lists them
     /// all. Empty where it cannot be read.
     [[nodiscard]] std::unordered_set<std::string> withoutDevice() const;
 
-    /// Whether a link of kind `other` is a virtual Ethernet.
-    [[nodiscard]] bool isVirtualEthernet(std::string_view name) const;
+    /// The links that carry a default route: in a container, all that leaves it. Tunnels (WireGuard, tun,
+    /// PPP) are left out beside an Ethernet link, whose traffic theirs becomes.
+    [[nodiscard]] std::set<std::string> waysOut() const;
 
 private:
     [[nodiscard]] bool exists(std::string_view name, const char* file) const;

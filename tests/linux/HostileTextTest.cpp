@@ -172,8 +172,10 @@ INSTANTIATE_TEST_SUITE_P(Files, HostileText, testing::Values(
     Case{"laptop", "sys/class/net/wlp0s20f3/type", &Figures::network, ""},
     Case{"laptop", "sys/class/net/wlp0s20f3/uevent", &Figures::network, ""},
     Case{"phone", "sys/class/net/rmnet_ipa0/type", &Figures::network, ""},
-    Case{"container", "sys/class/net/eth0/ifindex", &Figures::network, ""},
-    Case{"container", "sys/class/net/eth0/iflink", &Figures::network, ""},
+    Case{"container", "proc/net/route", &Figures::network, ""},
+    Case{"container", "proc/net/ipv6_route", &Figures::network, "",
+         "00000000000000000000000000000000 00 00000000000000000000000000000000 00 "
+         "00000000000000000000000000000000 00000400 00000001 00000000 00000001 eth0\n"},
     Case{"laptop", "proc/sys/vm/min_free_kbytes", &Figures::memory, "", "67584\n", true},
     Case{"laptop", "home/.config/user-dirs.dirs", &Figures::documents, "",
          "# by hand\nXDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_MUSIC_DIR=\"$HOME/8\"\n"}));

@@ -17,12 +17,20 @@ protected:
         describe(name, type, devType);
         tree.write("sys/class/net/" + name + "/device/uevent", "");
     }
-    void describe(const std::string& name, int type = 1, const std::string& devType = "", int other = 0) {
+    void describe(const std::string& name, int type = 1, const std::string& devType = "") {
         const std::string folder = "sys/class/net/" + name + '/';
         tree.write(folder + "type", std::to_string(type) + '\n');
         tree.write(folder + "uevent", (devType.empty() ? "" : "DEVTYPE=" + devType + '\n') + "INTERFACE=x\n");
-        tree.write(folder + "ifindex", "7\n");
-        tree.write(folder + "iflink", std::to_string(other == 0 ? 7 : other) + '\n');
+    }
+    /// The links of /proc/net/route, whose first one carries the default route.
+    void route(const std::vector<std::string>& links) {
+        std::string text = "Iface\tDestination\tGateway \tFlags\tRefCnt\tUse\tMetric\tMask\n";
+        for (const std::string& link : links) {
+            const bool first = link == links.front();
+            text += link + (first ? "\t00000000\t0100A8C0\t0003\t0\t0\t0\t00000000\n"
+                                  : "\t0000A8C0\t00000000\t0001\t0\t0\t0\t00FFFFFF\n");
+        }
+        tree.write("proc/net/route", text);
     }
     void list(const std::vector<std::pair<std::string, std::uint64_t>>& links) {
         std::string text = "Inter-| Receive\n face |bytes packets\n";
@@ -65,26 +73,50 @@ TEST_F(LinksTest, TrafficThatPassesTwoLinksCountsOnce) {
     device("port1", 1, "dsa");
     device("mon0", 803);
     describe("enbr0", 1, "bridge");
+    device("vif1.0"); // a guest's, whose traffic goes on through the card
+    std::filesystem::create_directory_symlink("../../../../bus/xen-backend",
+                                              tree.root() / "sys/class/net/vif1.0/device/subsystem");
     describe("wwan0.5", 1, "vlan");
     device("wwan0", 65534, "wwan");
-    list({{"eth0", 1}, {"eth1", 2}, {"port1", 3}, {"mon0", 4}, {"enbr0", 5}, {"wwan0.5", 6}, {"wwan0", 7}});
+    list({{"eth0", 1},
+          {"eth1", 2},
+          {"port1", 3},
+          {"mon0", 4},
+          {"enbr0", 5},
+          {"wwan0.5", 6},
+          {"wwan0", 7},
+          {"vif1.0", 8}});
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}, {"pdp_ip0", {7, 8}}}));
 }
 
-TEST_F(LinksTest, WithoutACardTheVirtualEthernetIsTheWayOut) {
-    describe("eth0", 1, "", 40);
-    describe("vethx", 1, "", 41);
-    tree.write("sys/class/net/vethx/master/uevent", "");
-    describe("dummy0");
-    list({{"dummy0", 1}, {"eth0", 2}, {"vethx", 3}});
-    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}}));
+TEST_F(LinksTest, WithoutACardWhatCarriesADefaultRouteCounts) {
+    const Links tap{{"en0", {2, 3}}};
+    describe("tap0");
+    describe("pod0"); // of a container inside
+    list({{"lo", 9}, {"pod0", 1}, {"tap0", 2}});
+    EXPECT_EQ(machine.countedLinks(), Links());
+    route({"tap0", "pod0"}); // a moment later
+    EXPECT_EQ(machine.countedLinks(), tap);
     device("usb0");
-    list({{"dummy0", 1}, {"eth0", 2}, {"vethx", 3}, {"usb0", 4}});
+    list({{"pod0", 1}, {"tap0", 2}, {"usb0", 4}});
     const Links withCard = machine.countedLinks();
     EXPECT_EQ(withCard.size(), 1U);
     EXPECT_EQ(withCard.begin()->second, (Counters{4, 5}));
-    list({{"dummy0", 1}, {"eth0", 2}, {"vethx", 3}});
-    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {2, 3}}}));
+    list({{"pod0", 1}, {"tap0", 2}});
+    EXPECT_EQ(machine.countedLinks(), tap);
+
+    // A tunnel's traffic is the Ethernet link's once more; alone it is the way out.
+    tree.write("proc/net/ipv6_route",
+               std::string(32, '0') + " 00 " + std::string(32, '0') + " 00 " + std::string(32, '0') +
+                   " 00000400 00000001 00000000 00000001      wg0\n" + std::string(32, '0') + " 00 " +
+                   std::string(32, '0') + " 00 " + std::string(32, '0') +
+                   " ffffffff 00000001 00000000 00200200       lo\n");
+    describe("wg0", 65534);
+    list({{"tap0", 2}, {"wg0", 5}});
+    EXPECT_EQ(machine.countedLinks(), tap);
+    route({});
+    machine.pass(61s);
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {5, 6}}}));
 }
 
 TEST_F(LinksTest, AKindThatChangesIsSeenWithinAMinute) {

@@ -7,11 +7,11 @@ namespace vantor::platform::linux {
 
 /// What a network link is to someone who asks for the machine's traffic.
 enum class LinkKind {
-    physical,        ///< a wired or Wi-Fi card
-    modem,           ///< a mobile network's
-    loopback,        ///< the machine itself
-    virtualEthernet, ///< an Ethernet link into another name space: in a container, the way out
-    other ///< bridges, tunnels, bonds, the host's ends of containers: their traffic is counted elsewhere
+    physical, ///< a wired or Wi-Fi card
+    modem,    ///< a mobile network's
+    loopback, ///< the machine itself
+    wayOut,   ///< carries a default route where there is neither card nor modem, as in a container
+    other     ///< bridges, tunnels, bonds, the host's ends of containers: their traffic is counted elsewhere
 };
 
 /// Whether a name is one that the drivers of mobile modems give: "wwan0", "rmnet_data0", "ccmni1".

@@ -20,6 +20,9 @@ public:
     /// The whole path of a file or folder below.
     [[nodiscard]] std::string path(std::string_view below) const { return m_root + std::string(below); }
     [[nodiscard]] bool exists(std::string_view below) const;
+    /// The last part of what a symbolic link names, as sysfs tells a device's bus or driver; empty where
+    /// there is no such link.
+    [[nodiscard]] std::string linkedName(std::string_view below) const;
 
     struct Content {
         int error = 0; ///< an errno value; 0: `text` is the file

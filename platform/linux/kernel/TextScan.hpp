@@ -63,11 +63,11 @@ inline void skipBlanks(std::string_view& text) {
     return word;
 }
 
-/// A whole word as an unsigned decimal number. Absent where it is empty, holds anything but digits, or does
-/// not fit in 64 bits.
-[[nodiscard]] inline std::optional<std::uint64_t> numberFrom(std::string_view word) {
+/// A whole word as an unsigned number. Absent where it is empty, holds anything but the base's digits, or
+/// does not fit in 64 bits.
+[[nodiscard]] inline std::optional<std::uint64_t> numberFrom(std::string_view word, int base = 10) {
     std::uint64_t value = 0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value, base);
     if (error != std::errc() || end != word.data() + word.size()) {
         return std::nullopt;
     }
