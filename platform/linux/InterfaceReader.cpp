@@ -152,14 +152,30 @@ void InterfaceReader::chooseWaysOut() {
     }
 }
 
-std::vector<InterfaceAddress> InterfaceReader::entries() const {
+/// The counters of what counts, and for the platform's list so many entries a link as hold them.
+std::vector<InterfaceAddress> InterfaceReader::entries() {
     std::vector<InterfaceAddress> result;
     result.reserve(m_listed.size());
+    NetworkTotals totals;
     for (const Listed& listed : m_listed) {
-        result.push_back({listed.link->second.name, AF_LINK,
-                          static_cast<std::uint32_t>(listed.counters.receivedBytes),
-                          static_cast<std::uint32_t>(listed.counters.sentBytes)});
+        Link& link = listed.link->second;
+        const LinkCounters& counters = listed.counters;
+        if (!link.number) {
+            result.push_back({link.name, AF_LINK, static_cast<std::uint32_t>(counters.receivedBytes),
+                              static_cast<std::uint32_t>(counters.sentBytes)});
+            continue;
+        }
+        TrafficTotals& total = link.kind == LinkKind::modem ? totals.modems : totals.cards;
+        total.receivedBytes += counters.receivedBytes;
+        total.sentBytes += counters.sentBytes;
+        link.received.advance(counters.receivedBytes);
+        link.sent.advance(counters.sentBytes);
+        const std::size_t parts = std::max(link.received.parts(), link.sent.parts());
+        for (std::size_t i = 0; i < parts; ++i) {
+            result.push_back({link.name, AF_LINK, link.received.part(i), link.sent.part(i)});
+        }
     }
+    m_totals = totals;
     return result;
 }
 
@@ -196,6 +212,11 @@ std::optional<std::vector<InterfaceAddress>> InterfaceReader::read() {
         }
     }
     return entries();
+}
+
+std::optional<NetworkTotals> InterfaceReader::totals() {
+    const std::lock_guard lock(m_mutex);
+    return m_totals;
 }
 
 } // namespace vantor::platform::linux

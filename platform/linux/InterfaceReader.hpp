@@ -6,8 +6,10 @@
 #include "platform/linux/MachineOptions.hpp"
 #include "platform/linux/figures/LinkNames.hpp"
 #include "platform/linux/figures/NetDev.hpp"
+#include "platform/linux/figures/SplitCounter.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
+#include "platform/machine/NetworkTotals.hpp"
 
 #include <chrono>
 #include <cstddef>
@@ -22,11 +24,12 @@
 
 namespace vantor::platform::linux {
 
-/// Lists the machine's network links from /proc/net/dev under the platform's names, with the low 32 bits of
-/// their byte counters. What a link is comes from /sys and is kept while the link exists; what carries a
-/// default route is looked at again once a minute. Links may come and go while the kernel writes its list:
-/// one that is listed twice counts once, and where one that was counted is missing, the list is read a second
-/// time before that link counts as gone. Any thread; a second caller waits for the first.
+/// Lists the machine's network links from /proc/net/dev under the platform's names. An entry holds 32 bits of
+/// a byte counter; a link that counts has as many entries as its counters take. What a link is comes from
+/// /sys and is kept while the link exists; what carries a default route is looked at again once a minute.
+/// Links may come and go while the kernel writes its list: one that is listed twice counts once, and where
+/// one that was counted is missing, the list is read a second time before that link counts as gone. Any
+/// thread; a second caller waits for the first.
 class InterfaceReader {
 public:
     InterfaceReader(const MachineOptions& options, FailureBoard& failures);
@@ -34,12 +37,17 @@ public:
     /// The link-level entries in the kernel's order; absent where the list cannot be read, which is flagged.
     [[nodiscard]] std::optional<std::vector<InterfaceAddress>> read();
 
+    /// The counters of the links that counted when `read` last could list them; absent before.
+    [[nodiscard]] std::optional<NetworkTotals> totals();
+
 private:
     struct Link {
         LinkKind kind = LinkKind::other;
         std::optional<std::uint32_t> number; ///< of a link that counts
         std::string name;                    ///< the platform's
         std::uint64_t seen = 0;              ///< the pass that listed it last
+        SplitCounter received;
+        SplitCounter sent;
     };
     struct HashName {
         using is_transparent = void;
@@ -59,7 +67,7 @@ private:
     void addNew();
     void checkKinds();
     void chooseWaysOut();
-    [[nodiscard]] std::vector<InterfaceAddress> entries() const;
+    [[nodiscard]] std::vector<InterfaceAddress> entries();
 
     [[nodiscard]] LinkKind kindOf(std::string_view name) const;
     void setKind(Link& link, std::string_view name, LinkKind kind);
@@ -80,6 +88,7 @@ private:
     NumberPool m_modems;
     std::size_t m_real = 0;    ///< cards and modems
     std::size_t m_waysOut = 0; ///< what counts where there are none
+    std::optional<NetworkTotals> m_totals;
     std::uint64_t m_pass = 0;
     std::optional<std::chrono::nanoseconds> m_checked;
 };

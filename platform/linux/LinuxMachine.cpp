@@ -93,6 +93,10 @@ std::optional<std::vector<InterfaceAddress>> LinuxMachine::interfaceAddresses() 
     return m_interfaces.read();
 }
 
+std::optional<NetworkTotals> LinuxMachine::networkTotals() {
+    return m_interfaces.totals();
+}
+
 std::shared_ptr<const std::vector<std::string>> LinuxMachine::documentDirectories() {
     return m_documentFolders;
 }

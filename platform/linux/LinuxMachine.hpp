@@ -39,6 +39,7 @@ public:
     std::uint64_t physicalMemory() override;
     bool isiOSAppOnMac() override;
     std::optional<std::vector<InterfaceAddress>> interfaceAddresses() override;
+    std::optional<NetworkTotals> networkTotals() override;
     std::shared_ptr<const std::vector<std::string>> documentDirectories() override;
     std::optional<VolumeCapacities> volumeCapacities(const std::string& path) override;
     std::vector<SourceFailure> failures() override;

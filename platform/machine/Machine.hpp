@@ -5,6 +5,7 @@
 #include "platform/core/Current.hpp"
 #include "platform/machine/HostStatistics.hpp"
 #include "platform/machine/InterfaceAddress.hpp"
+#include "platform/machine/NetworkTotals.hpp"
 #include "platform/machine/Source.hpp"
 #include "platform/machine/VolumeCapacities.hpp"
 
@@ -39,6 +40,10 @@ public:
 
     /// The interface address entries; absent when the system cannot list them.
     virtual std::optional<std::vector<InterfaceAddress>> interfaceAddresses() = 0;
+
+    /// The counters behind those entries in their full width, as of the last time that they were listed;
+    /// absent where the machine has none but the entries'.
+    virtual std::optional<NetworkTotals> networkTotals() { return std::nullopt; }
 
     /// The user's document folders, as paths; usually one. Shared, since a report asks eight times.
     virtual std::shared_ptr<const std::vector<std::string>> documentDirectories() = 0;

@@ -67,21 +67,22 @@ TEST(Years, SixOfThemOnAThousandProcessorsShowTheTruthAndHoldNothing) {
     constexpr double step = 24 * hour;
     const int steps = static_cast<int>(6 * year / step);
     for (int i = 0; i < steps; ++i) {
-        const auto before = static_cast<std::uint32_t>(stage.figures.links[1].second);
+        const std::uint64_t before = stage.figures.links[1].second;
         const double busy = living.pass(step);
         stage.advance(step);
         const ReportRecords& records = stage.controller->records();
         worst = std::max(worst, std::abs(100 - records.processor->idle - busy));
-        const auto now = static_cast<std::uint32_t>(stage.figures.links[1].second);
-        EXPECT_EQ(records.network->receivedDelta, std::int64_t{now} - std::int64_t{before});
-        falls += now < before ? 1 : 0;
+        const std::uint64_t now = stage.figures.links[1].second;
+        const std::int64_t delta = records.network->receivedDelta;
+        falls += delta < 0 ? 1 : 0;
+        EXPECT_TRUE(delta < 0 || delta == static_cast<std::int64_t>(now - before)) << delta;
         EXPECT_EQ(records.memory->at("free"),
                   static_cast<std::int64_t>(stage.figures.memoryAvailable / 4 * 4096));
         std::ptrdiff_t& most = held[2 * i / steps];
         most = std::max(most, watch.heldBytes());
     }
     EXPECT_LT(worst, 1.0) << "percentage points";
-    EXPECT_GT(falls, 100U) << "the 32-bit counters wrapped, each time showing one negative rate";
+    EXPECT_EQ(falls, stage.figures.links[1].second >> 43) << "once in 8 TiB the entries begin again";
     EXPECT_LT(held[1], held[0] + 64) << "bytes";
     EXPECT_LE(opened(), openedFirst) << "descriptors and threads";
     EXPECT_EQ(stage.machine.failedSources(), "");

@@ -7,7 +7,7 @@ namespace vantor::tests {
 namespace {
 
 using namespace std::chrono_literals;
-using Counters = std::pair<std::uint32_t, std::uint32_t>;
+using Counters = std::pair<std::uint64_t, std::uint64_t>;
 using Links = std::map<std::string, Counters>;
 
 /// A machine whose links the test adds and takes away.
@@ -57,13 +57,22 @@ TEST_F(LinksTest, ALinkKeepsItsNumberWhileItExists) {
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {30, 31}}, {"en1", {24, 25}}, {"en2", {1, 2}}}));
 }
 
-TEST_F(LinksTest, CountersWrapAt32BitsAndALinkListedTwiceCountsOnce) {
+TEST_F(LinksTest, CountersPast32BitsAreSeveralEntriesAndALinkListedTwiceCountsOnce) {
     device("eth0");
-    list({{"eth0", 0xFFFFFFFF}, {"eth0", 0xFFFFFFFF}});
+    const auto entries = [this] { return machine->interfaceAddresses()->size(); };
+    list({{"eth0", 0x7FFFFFFFF}, {"eth0", 0x7FFFFFFFF}}); // the low 32 bits are what one entry would hold
     EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {0xFFFFFFFF, 0}}}));
-    EXPECT_EQ(machine->interfaceAddresses()->size(), 1U);
-    list({{"eth0", 0x100000005}, {"eth0", 0x100000005}});
-    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {5, 6}}}));
+    EXPECT_EQ(entries(), 1U);
+    list({{"eth0", 0x800000005}, {"eth0", 0x800000005}});
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {0x100000005, 6}}}));
+    EXPECT_EQ(entries(), 2U);
+    list({{"eth0", 0x400'00000000}}); // 10 Gb/s for an hour
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {0x3F9'00000000, 0x3F8'00000001}}}));
+    EXPECT_EQ(machine->networkTotals(), (platform::NetworkTotals{{0x400'00000000, 0x400'00000001}, {}}));
+    list({{"eth0", 0x1000'00000000 * 8}}); // more than is worth the entries
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {0, 1}}}));
+    list({{"eth0", 7}}); // its driver began again
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en0", {7, 8}}}));
 }
 
 TEST_F(LinksTest, TrafficThatPassesTwoLinksCountsOnce) {

@@ -7,7 +7,7 @@
 namespace vantor::tests {
 namespace {
 
-using Links = std::map<std::string, std::pair<std::uint32_t, std::uint32_t>>;
+using Links = std::map<std::string, std::pair<std::uint64_t, std::uint64_t>>;
 
 /// What one tree's files say, worked out by hand: KiB, shares since boot in percent, counters' low 32 bits.
 struct Expected {

@@ -35,12 +35,13 @@ public:
     void pass(std::chrono::nanoseconds time) { m_now += time.count(); }
 
     /// The names of the links that count, with their counters.
-    std::map<std::string, std::pair<std::uint32_t, std::uint32_t>> countedLinks() {
-        std::map<std::string, std::pair<std::uint32_t, std::uint32_t>> links;
+    std::map<std::string, std::pair<std::uint64_t, std::uint64_t>> countedLinks() {
+        std::map<std::string, std::pair<std::uint64_t, std::uint64_t>> links;
         for (const platform::InterfaceAddress& link :
              m_machine.interfaceAddresses().value_or(std::vector<platform::InterfaceAddress>())) {
             if (link.name->starts_with("en") || link.name->starts_with("pdp_ip")) {
-                links[*link.name] = {link.receivedBytes, link.sentBytes};
+                links[*link.name].first += link.receivedBytes;
+                links[*link.name].second += link.sentBytes;
             }
         }
         return links;
