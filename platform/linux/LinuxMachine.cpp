@@ -109,7 +109,7 @@ std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string
     const std::int64_t releasable = m_releasable && path == m_documents ? m_releasable->bytes() : 0;
     const std::int64_t room = figures->total - figures->available;
     return VolumeCapacities{figures->total, figures->available,
-                            figures->available + std::min(releasable, room)};
+                            figures->available + std::min(releasable, room), figures->reserved};
 }
 
 std::vector<SourceFailure> LinuxMachine::failures() {

@@ -22,13 +22,15 @@ constexpr std::uint32_t xfs = 0x58465342, zfs = 0x2FC12FC1, bcachefs = 0xCA451A4
 std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
     const std::uint64_t block = about.f_frsize != 0 ? about.f_frsize : about.f_bsize;
     const std::uint64_t blocks = about.f_blocks;
-    if (blocks == 0 || block == 0 ||
-        blocks > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / block) {
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (blocks == 0 || block == 0 || blocks > most / block) {
         return std::nullopt;
     }
-    const std::uint64_t available = std::min<std::uint64_t>(about.f_bavail, blocks);
-    return VolumeFigures{static_cast<std::int64_t>(blocks * block),
-                         static_cast<std::int64_t>(available * block)};
+    const std::uint64_t free = std::min<std::uint64_t>(about.f_bfree, blocks);
+    const std::uint64_t available = std::min<std::uint64_t>(about.f_bavail, free);
+    const std::uint64_t reserved = free - available;
+    const auto bytes = [block](std::uint64_t count) { return static_cast<std::int64_t>(count * block); };
+    return VolumeFigures{bytes(blocks - reserved), bytes(available), bytes(reserved)};
 }
 
 /// Makes the call for the path, or for the nearest folder above it that is there; an errno value. A documents

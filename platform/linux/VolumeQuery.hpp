@@ -7,10 +7,12 @@
 
 namespace vantor::platform::linux {
 
-/// A volume's capacities as `df` shows them to a user who is not root.
+/// A volume's capacities in bytes, as `df` makes its Use% of them: the total is what is used and what a user
+/// who is not root may still use.
 struct VolumeFigures {
     std::int64_t total = 0;
     std::int64_t available = 0;
+    std::int64_t reserved = 0; ///< neither: what the file system keeps back for root or itself
 };
 
 /// The answer of statvfs(3), or why there is none.

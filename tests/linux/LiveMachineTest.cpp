@@ -46,15 +46,18 @@ TEST(LiveMachine, VolumeAgreesWithDf) {
     }
     const std::optional<VolumeCapacities> volume = machine.volumeCapacities(folders.front());
     std::istringstream words(
-        tests::shell("df -B1 --output=size,avail '" + folders.front() + "' | tail -n 1").output);
-    std::int64_t total = 0, available = 0;
-    if (!(words >> total >> available)) {
+        tests::shell("df -B1 --output=size,used,avail,pcent '" + folders.front() + "' | tail -n 1").output);
+    std::int64_t size = 0, used = 0, available = 0, percent = 0;
+    if (!(words >> size >> used >> available >> percent)) {
         GTEST_SKIP() << "no usable df, or no such folder";
     }
     ASSERT_TRUE(volume);
-    EXPECT_EQ(volume->total, total);
-    EXPECT_NEAR(static_cast<double>(*volume->available), static_cast<double>(available),
-                0.05 * static_cast<double>(total));
+    EXPECT_EQ(*volume->total + *volume->reserved, size);
+    const auto total = static_cast<double>(*volume->total);
+    EXPECT_NEAR(total, static_cast<double>(used + available), 0.02 * total);
+    EXPECT_NEAR(static_cast<double>(*volume->available), static_cast<double>(available), 0.02 * total);
+    const double share = 1 - static_cast<double>(*volume->available) / total;
+    EXPECT_NEAR(share * 100, static_cast<double>(percent), 1.5); // it rounds up, and others write meanwhile
     EXPECT_GE(*volume->availableForImportantUsage, *volume->available);
     EXPECT_LE(*volume->availableForImportantUsage, *volume->total);
 }
