@@ -37,11 +37,8 @@ void LinuxMachine::startReleasableScan(ScanPace pace) {
     if (m_documents.empty() || m_options.folders.cache.empty()) {
         return;
     }
-    try {
-        m_releasable = std::make_unique<ReleasableScan>(m_options.folders, m_documents, pace);
-    } catch (const std::system_error&) {
-        m_releasable.reset(); // without a thread to spare, nothing counts as releasable
-    }
+    m_releasable = std::make_unique<ReleasableScan>(m_options.folders, m_documents, pace);
+    m_volume.count(*m_releasable);
 }
 
 /// The system's page size, doubled until the installed memory is no more pages than a count can hold: 4 KiB
@@ -102,14 +99,7 @@ std::shared_ptr<const std::vector<std::string>> LinuxMachine::documentDirectorie
 }
 
 std::optional<VolumeCapacities> LinuxMachine::volumeCapacities(const std::string& path) {
-    const std::optional<VolumeFigures> figures = m_volume.read(path);
-    if (!figures) {
-        return std::nullopt;
-    }
-    const std::int64_t releasable = m_releasable && path == m_documents ? m_releasable->bytes() : 0;
-    const std::int64_t room = figures->total - figures->available;
-    return VolumeCapacities{figures->total, figures->available,
-                            figures->available + std::min(releasable, room), figures->reserved};
+    return m_volume.read(path);
 }
 
 std::vector<SourceFailure> LinuxMachine::failures() {

@@ -52,10 +52,10 @@ private:
     MemoryReader m_memory;
     ProcessorReader m_processor;
     InterfaceReader m_interfaces;
+    std::unique_ptr<ReleasableScan> m_releasable;
     VolumeReader m_volume;
     std::string m_documents;
     std::shared_ptr<const std::vector<std::string>> m_documentFolders; ///< none or `m_documents`
-    std::unique_ptr<ReleasableScan> m_releasable;
 };
 
 } // namespace vantor::platform::linux

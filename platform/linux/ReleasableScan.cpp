@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ReleasableScan.hpp"
 
-#include "platform/linux/KeptReleasable.hpp"
-#include "platform/linux/VolumeQuery.hpp"
+#include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/posix/Descriptor.hpp"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <condition_variable>
 #include <limits>
 #include <mutex>
@@ -28,6 +27,8 @@ namespace {
 
 using std::chrono::seconds;
 constexpr seconds keptAtMost = std::chrono::hours(7 * 24);
+/// What an earlier run kept is there in less than one, unless the cache folder is on a network.
+constexpr std::chrono::milliseconds keptWait{100};
 
 /// For this thread alone: on Linux, nice values and I/O priorities belong to threads.
 void takeLowestPriority() {
@@ -63,11 +64,6 @@ std::optional<KeptReleasable> keptFor(const std::string& file, std::uint64_t vol
     return usable ? kept : std::nullopt;
 }
 
-std::optional<std::uint64_t> volumeIdentity(const std::string& path) {
-    struct statvfs about {};
-    return ::statvfs(path.c_str(), &about) == 0 ? std::optional<std::uint64_t>(about.f_fsid) : std::nullopt;
-}
-
 } // namespace
 
 struct ReleasableScan::State {
@@ -75,12 +71,18 @@ struct ReleasableScan::State {
     std::string documents;
     ScanPace pace;
     std::string file;
-    std::atomic<std::int64_t> bytes{0};
-    std::mutex mutex;
+    int entries = 0; // of the thread alone
+
+    std::mutex mutex; // for all below
     std::condition_variable changed;
     bool stopping = false;
     bool ended = false;
-    int entries = 0;
+    std::optional<std::uint64_t> localVolume; ///< the documents' volume, where the last report found it local
+    bool begun = false;                       ///< what an earlier run kept is taken over
+    bool awaited = false;
+    bool keptIsLocal = false;
+    KeptWatch keptWatch{""};
+    std::optional<KeptReleasable> latest;
 
     /// False when the scan is to end; else waited for the time.
     bool sleep(std::chrono::nanoseconds time) {
@@ -89,41 +91,75 @@ struct ReleasableScan::State {
     }
     bool keepGoing() { return ++entries % pace.entriesBetweenRests != 0 || sleep(pace.rest); }
 
-    void take(std::uint64_t found) {
-        constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-        bytes = static_cast<std::int64_t>(std::min(found, most));
-    }
+    bool adopt(std::uint64_t volume, seconds age);
+    bool begin();
     void scan();
     void run();
 };
 
+/// Takes the kept result over; false where there is none of that age. Without the lock, for the file may be
+/// on a file system that hangs.
+bool ReleasableScan::State::adopt(std::uint64_t volume, seconds age) {
+    const std::optional<KeptReleasable> kept = keptFor(file, volume, age);
+    const std::lock_guard lock(mutex);
+    if (kept && (!latest || latest->volume != volume || kept->scanned >= latest->scanned)) {
+        latest = kept;
+    }
+    return kept.has_value();
+}
+
+/// Waits for a report to find the volume local; false when the scan is to end instead.
+bool ReleasableScan::State::begin() {
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [this] { return stopping || localVolume; });
+    const std::optional<std::uint64_t> volume = localVolume;
+    if (stopping) {
+        return false;
+    }
+    lock.unlock();
+    const bool local = isOnLocalFileSystem(file); // the cache folder may be elsewhere
+    adopt(*volume, keptAtMost);
+    lock.lock();
+    keptIsLocal = local;
+    begun = true;
+    changed.notify_all();
+    return true;
+}
+
 void ReleasableScan::State::scan() {
-    const std::optional<std::uint64_t> volume = volumeIdentity(documents);
-    if (!volume) {
+    std::unique_lock lock(mutex);
+    const std::optional<std::uint64_t> volume = localVolume;
+    lock.unlock();
+    if (!volume || adopt(*volume, pace.interval)) {
         return;
     }
-    if (const auto kept = keptFor(file, *volume, pace.interval)) {
-        take(kept->bytes);
-        return;
-    }
+    const std::optional<VolumeFigures> before = queryVolume(documents).figures;
     bool whole = true;
     const std::uint64_t found =
         releasableBytes(folders, documents, [this, &whole] { return whole = keepGoing(); });
-    if (whole) {
-        take(found);
-        saveKeptReleasable(file, {*volume, found, wallClock().count()});
+    const std::optional<VolumeFigures> after = queryVolume(documents).figures;
+    if (!whole || !before || !after) {
+        return;
     }
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    // Of the two, the one that shows less: what was deleted or written meanwhile may have been counted or
+    // not.
+    const KeptReleasable result{
+        after->identity,
+        {static_cast<std::int64_t>(std::min(found, most)), std::min(before->available, after->available)},
+        wallClock().count()};
+    saveKeptReleasable(file, result);
+    lock.lock();
+    latest = result;
 }
 
 void ReleasableScan::State::run() {
+    bool going = begin();
     takeLowestPriority();
-    if (const std::optional<std::uint64_t> volume = volumeIdentity(documents)) {
-        if (const auto kept = keptFor(file, *volume, keptAtMost)) {
-            bytes = static_cast<std::int64_t>(kept->bytes);
-        }
-    }
-    for (bool going = sleep(pace.firstDelay); going; going = sleep(pace.interval)) {
+    going = going && sleep(pace.firstDelay);
+    while (going) {
         scan();
+        going = sleep(pace.interval);
     }
     const std::lock_guard lock(mutex);
     ended = true;
@@ -133,6 +169,7 @@ void ReleasableScan::State::run() {
 ReleasableScan::ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace)
     : m_state(std::make_shared<State>()) {
     m_state->file = folders.cache + "/vantor/releasable";
+    m_state->keptWatch = KeptWatch(m_state->file);
     m_state->folders = std::move(folders);
     m_state->documents = std::move(documents);
     m_state->pace = pace;
@@ -150,20 +187,40 @@ ReleasableScan::~ReleasableScan() {
     m_state->changed.wait_for(lock, std::chrono::milliseconds(200), [this] { return m_state->ended; });
 }
 
-std::int64_t ReleasableScan::bytes() const {
-    return m_state->bytes;
+const std::string& ReleasableScan::documents() const {
+    return m_state->documents;
+}
+
+Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
+    State& state = *m_state;
+    std::unique_lock lock(state.mutex);
+    if (isLocal && !state.localVolume) {
+        state.changed.notify_all();
+    }
+    state.localVolume = isLocal ? std::optional(volume.identity) : std::nullopt;
+    if (isLocal && !std::exchange(state.awaited, true)) { // a run of one report is to know it too
+        state.changed.wait_for(lock, keptWait, [&state] { return state.begun || state.ended; });
+    }
+    if (isLocal && state.keptIsLocal && state.keptWatch.changed()) {
+        lock.unlock();
+        state.adopt(volume.identity, keptAtMost);
+        lock.lock();
+    }
+    return state.latest && state.latest->volume == volume.identity ? state.latest->result : Releasable();
 }
 
 std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
                               const std::function<bool()>& keepGoing) {
+    const posix::Descriptor descriptor(::open(documents.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const std::optional<std::string> fileSystem = fileSystemOf(descriptor.number());
     struct stat about {};
-    if (!isOnLocalFileSystem(documents) || ::stat(documents.c_str(), &about) != 0) {
+    if (!fileSystem || ::fstat(descriptor.number(), &about) != 0) {
         return 0;
     }
     const uid_t user = ::getuid();
     const std::string top = topFolder(documents, about.st_dev);
     const std::string own = std::to_string(user);
-    FolderWalk walk(about.st_dev, user, keepGoing);
+    FolderWalk walk(*fileSystem, user, keepGoing);
     std::vector<std::string> trash{top, top};
     trash[0].append("/.Trash/").append(own);
     trash[1].append("/.Trash-").append(own);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/MachineOptions.hpp"
+#include "platform/linux/KeptReleasable.hpp"
+#include "platform/linux/VolumeQuery.hpp"
+#include "platform/posix/UserFolders.hpp"
 
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,28 +21,33 @@ struct ScanPace {
 };
 
 /// Knows how much of a volume the user could release at once: the user's cache folder and trash, as far as
-/// they are on that volume. A thread of the lowest processor and disk priority adds it up now and then, never
-/// on a file system that is not local; the result is kept in the cache folder, and what another program of
-/// ours found lately is taken over instead of a scan. The end of this object ends the thread, but does not
-/// wait for one that hangs in the kernel.
+/// they are on that volume. A thread of the lowest processor and disk priority adds it up now and then. It
+/// touches nothing before a report has found the volume local, so that it never hangs in a network's. The
+/// result is kept in the cache folder; what another program of ours kept there lately is taken over instead
+/// of a scan, and noticed at the next report. The end of this object ends the thread, but does not wait for
+/// one that hangs in the kernel.
 class ReleasableScan {
 public:
-    /// Reads what an earlier run kept, unless it is older than a week, and starts the thread. Throws
-    /// std::system_error where there is none to be had.
+    /// Starts the thread; without one to be had nothing counts as releasable.
     ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace);
     ~ReleasableScan();
     ReleasableScan(const ReleasableScan&) = delete;
     ReleasableScan& operator=(const ReleasableScan&) = delete;
 
-    /// Bytes as of the last scan; 0 before the first. Any thread.
-    [[nodiscard]] std::int64_t bytes() const;
+    /// The folder whose volume is scanned.
+    [[nodiscard]] const std::string& documents() const;
+
+    /// For a report that begins, with what the volume answered and whether it is on a local file system: the
+    /// latest result for that volume. Nothing before the first, which may be an earlier run's if that is not
+    /// older than a week: the first call waits for that, at most 100 ms. Any thread.
+    [[nodiscard]] Releasable latest(const VolumeFigures& volume, bool isLocal);
 
 private:
     struct State;
     std::shared_ptr<State> m_state;
 };
 
-/// One scan now, unpaced, for the volume of the documents folder; 0 where that is not local. May block.
+/// One scan now, unpaced, for the volume of the documents folder, which must be local.
 [[nodiscard]] std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
                                             const std::function<bool()>& keepGoing);
 

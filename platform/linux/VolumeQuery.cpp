@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeQuery.hpp"
 
-#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/FileSystem.hpp"
+#include "platform/posix/Descriptor.hpp"
 
 #include <linux/magic.h>
 #include <sys/statvfs.h>
@@ -16,8 +17,7 @@ namespace vantor::platform::linux {
 namespace {
 
 // Types that linux/magic.h does not have.
-constexpr std::uint32_t xfs = 0x58465342, zfs = 0x2FC12FC1, bcachefs = 0xCA451A4E, vfat = 0x4D44,
-                        exfat = 0x2011BAB0;
+constexpr std::uint32_t zfs = 0x2FC12FC1, vfat = 0x4D44, exfat = 0x2011BAB0;
 
 std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
     const std::uint64_t block = about.f_frsize != 0 ? about.f_frsize : about.f_bsize;
@@ -30,7 +30,7 @@ std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
     const std::uint64_t available = std::min<std::uint64_t>(about.f_bavail, free);
     const std::uint64_t reserved = free - available;
     const auto bytes = [block](std::uint64_t count) { return static_cast<std::int64_t>(count * block); };
-    return VolumeFigures{bytes(blocks - reserved), bytes(available), bytes(reserved)};
+    return VolumeFigures{bytes(blocks - reserved), bytes(available), bytes(reserved), about.f_fsid};
 }
 
 /// Makes the call for the path, or for the nearest folder above it that is there; an errno value. A documents
@@ -65,11 +65,11 @@ bool isOnLocalFileSystem(const std::string& path) {
     }
     switch (static_cast<std::uint32_t>(about.f_type)) {
     case EXT4_SUPER_MAGIC: // and ext2, ext3
-    case xfs:
+    case xfsMagic:
     case BTRFS_SUPER_MAGIC:
     case F2FS_SUPER_MAGIC:
     case zfs:
-    case bcachefs:
+    case bcachefsMagic:
     case TMPFS_MAGIC:
     case RAMFS_MAGIC:
     case NILFS_SUPER_MAGIC:

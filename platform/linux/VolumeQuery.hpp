@@ -12,7 +12,8 @@ namespace vantor::platform::linux {
 struct VolumeFigures {
     std::int64_t total = 0;
     std::int64_t available = 0;
-    std::int64_t reserved = 0; ///< neither: what the file system keeps back for root or itself
+    std::int64_t reserved = 0;  ///< neither: what the file system keeps back for root or itself
+    std::uint64_t identity = 0; ///< equal for the same file system: f_fsid of statvfs(3)
 };
 
 /// The answer of statvfs(3), or why there is none.

@@ -44,18 +44,12 @@ VolumeAnswer VolumeReader::ask(const std::string& path) {
     return std::move(result.answer);
 }
 
-void VolumeReader::begin(Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
-    burst.began = now;
-    burst.figures.reset();
-    burst.path = path;
-}
-
-/// Asks where it is time to; what comes of it is in the report.
+/// Asks where it is time to; what comes of it is in the burst.
 void VolumeReader::refresh(Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
     const bool goesOn = continues(burst, path, now);
     burst.lastCall = now;
     if (!goesOn) {
-        begin(burst, path, now);
+        burst = Burst{burst.workItem, path, {}, {}, now, now, now};
     } else if (!burst.figures || now - burst.asked < fresh) {
         return;
     }
@@ -64,16 +58,26 @@ void VolumeReader::refresh(Burst& burst, const std::string& path, std::chrono::n
     if (answer.figures) {
         burst.figures = answer.figures;
         m_failures.clear(Source::storage);
+        if (!burst.releasable && m_scan != nullptr && path == m_scan->documents()) {
+            burst.releasable = m_scan->latest(*answer.figures, path == m_localPath);
+        }
     } else if (!goesOn) {
         m_failures.fail(Source::storage, std::move(answer.reason));
     }
 }
 
-std::optional<VolumeFigures> VolumeReader::read(const std::string& path) {
+std::optional<VolumeCapacities> VolumeReader::read(const std::string& path) {
     const std::lock_guard lock(m_mutex);
     Burst& burst = burstOf(currentWorkItem());
     refresh(burst, path, m_options.clock());
-    return burst.figures;
+    if (!burst.figures) {
+        return std::nullopt;
+    }
+    const VolumeFigures& figures = *burst.figures;
+    const std::int64_t releasable = burst.releasable ? burst.releasable->left(figures.available) : 0;
+    const std::int64_t room = figures.total - figures.available;
+    return VolumeCapacities{figures.total, figures.available, figures.available + std::min(releasable, room),
+                            figures.reserved};
 }
 
 } // namespace vantor::platform::linux

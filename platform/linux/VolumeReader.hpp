@@ -4,7 +4,9 @@
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
 #include "platform/linux/MountWatch.hpp"
+#include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/VolumeWaiter.hpp"
+#include "platform/machine/VolumeCapacities.hpp"
 
 #include <array>
 #include <chrono>
@@ -18,11 +20,12 @@ namespace vantor::platform::linux {
 /// Reads a volume's capacities for reports that ask several times in a row and must not see a failure begin
 /// or end in between: a total of zero beside a used figure would be an infinite progress.
 ///
-/// The calls of one work item of the global queue belong together, however long its worker is held up;
-/// elsewhere those do that follow each other within `sameBurst` (after `longestBurst` within `shortestGap`,
-/// so that frequent reports do not run into each other for ever). What the first of them found, an answer or
-/// a failure, holds for the others: figures are asked for again after `fresh`, but within a report a failed
-/// query leaves them as they are, and a failed volume stays failed.
+/// Calls that belong to one report are a burst: those of one work item of the global queue, however long its
+/// worker is held up, and elsewhere those that follow each other within `sameBurst` (after `longestBurst`
+/// within `shortestGap`, so that frequent reports do not run into each other for ever). What the first of
+/// them found, an answer or a failure, holds for the others: figures are asked for again after `fresh`, but
+/// within a burst a failed query leaves them as they are, a failed volume stays failed, and what a scan found
+/// meanwhile does not count yet.
 ///
 /// A volume on a local file system is asked on the calling thread as long as no mount comes or goes; any
 /// other is asked through the waiter. Any thread; a second caller waits for the first, at most a second.
@@ -35,14 +38,19 @@ public:
 
     VolumeReader(const MachineOptions& options, FailureBoard& failures);
 
+    /// Counts what a scan finds as available for important usage on its own folder's volume. Before others
+    /// read; the scan must outlive them.
+    void count(ReleasableScan& scan) { m_scan = &scan; }
+
     /// The figures now; absent where the query failed, which is flagged.
-    [[nodiscard]] std::optional<VolumeFigures> read(const std::string& path);
+    [[nodiscard]] std::optional<VolumeCapacities> read(const std::string& path);
 
 private:
     struct Burst {
         std::uint64_t workItem = 0;
-        std::string path; ///< empty: no report yet
+        std::string path; ///< empty: no call yet
         std::optional<VolumeFigures> figures;
+        std::optional<Releasable> releasable;
         std::chrono::nanoseconds began{};
         std::chrono::nanoseconds asked{};
         std::chrono::nanoseconds lastCall{};
@@ -51,7 +59,6 @@ private:
     [[nodiscard]] static bool continues(const Burst& burst, const std::string& path,
                                         std::chrono::nanoseconds now);
     [[nodiscard]] Burst& burstOf(std::uint64_t workItem);
-    static void begin(Burst& burst, const std::string& path, std::chrono::nanoseconds now);
     void refresh(Burst& burst, const std::string& path, std::chrono::nanoseconds now);
     [[nodiscard]] VolumeAnswer ask(const std::string& path);
 
@@ -60,6 +67,7 @@ private:
     std::mutex m_mutex;
     MountWatch m_mounts;
     VolumeWaiter m_waiter;
+    ReleasableScan* m_scan = nullptr;
     std::string m_localPath; ///< the path last found to be on a local file system
     std::array<Burst, 8>
         m_bursts; ///< the first for calls from elsewhere, the others for work items under way

@@ -23,7 +23,7 @@ demo() { "$program" --demo --once "$@"; }
 # What an earlier run found to be releasable counts at once.
 mkdir -p "$folder/vantor"
 volume=$(python3 -c 'import os, sys; print(os.statvfs(sys.argv[1]).f_fsid)' "$folder")
-printf 'vantor-releasable 1 %s 123456789 %s\n' "$volume" "$(date +%s)" >"$folder/vantor/releasable"
+printf 'vantor-releasable 2 %s 123456789 %s %s\n' "$volume" 9223372036854775807 "$(date +%s)" >"$folder/vantor/releasable"
 "$program" --once --format json >"$folder/live.json"
 expect 0 "releasable storage" grep -q '"releasable":123456789' "$folder/live.json"
 
