@@ -3,6 +3,7 @@
 #include "controller/Outlet.hpp"
 #include "controller/ReportSteps.hpp"
 #include "controller/TEReportTableViewController.hpp"
+#include "platform/machine/Machine.hpp"
 
 namespace vantor {
 
@@ -20,11 +21,18 @@ std::uint64_t receivedBytes(const DataUsageInfo& usage) {
     return sum(usage.wifiReceived, usage.wirelessWanDataReceived);
 }
 
+/// What programs that read reports want: the interface entries have 32 bits and begin anywhere.
+platform::NetworkTotals totalsOf(const DataUsageInfo& usage) {
+    return platform::currentMachine().networkTotals().value_or(platform::NetworkTotals{
+        {usage.wifiReceived, usage.wifiSent}, {usage.wirelessWanDataReceived, usage.wirelessWanDataSent}});
+}
+
 } // namespace
 
 std::pair<NetworkFigures, NetworkTexts> TEReportTableViewController::sampleNETWORK() const {
     NetworkFigures figures;
     figures.usage = NetworkStatus::getDataUsage();
+    figures.totals = totalsOf(figures.usage);
     figures.sentDelta = distance(m_oldDataSent.load(), sentBytes(figures.usage));
     figures.receivedDelta = distance(m_oldDataReceived.load(), receivedBytes(figures.usage));
     return {figures, {trafficText(figures.sentDelta) + "/s", trafficText(figures.receivedDelta) + "/s"}};

@@ -4,6 +4,7 @@
 #include "metrics/CpuStatus.hpp"
 #include "metrics/MemoryFigures.hpp"
 #include "metrics/NetworkStatus.hpp"
+#include "platform/machine/NetworkTotals.hpp"
 #include "platform/machine/Source.hpp"
 
 #include <cstdint>
@@ -31,7 +32,8 @@ struct StorageTexts {
 /// The interface counters of one report and how far they moved since the report before.
 struct NetworkFigures {
     DataUsageInfo usage;
-    std::int64_t sentDelta = 0; ///< bytes
+    platform::NetworkTotals totals; ///< the same counters, in 64 bits where the machine has them
+    std::int64_t sentDelta = 0;     ///< bytes
     std::int64_t receivedDelta = 0;
     bool isFirst = false; ///< the deltas count from 0, and no rate was shown
 };

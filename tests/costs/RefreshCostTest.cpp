@@ -38,7 +38,7 @@ protected:
 };
 
 TEST_F(RefreshCost, AllocationsWithoutAStore) {
-    countRefresh(44, 3200);
+    countRefresh(44, 3264);
 }
 
 TEST_F(RefreshCost, AllocationsWithAStore) {

@@ -76,6 +76,7 @@ TEST(Years, SixOfThemOnAThousandProcessorsShowTheTruthAndHoldNothing) {
         const std::int64_t delta = records.network->receivedDelta;
         falls += delta < 0 ? 1 : 0;
         EXPECT_TRUE(delta < 0 || delta == static_cast<std::int64_t>(now - before)) << delta;
+        EXPECT_EQ(records.network->totals.cards.receivedBytes, now);
         EXPECT_EQ(records.memory->at("free"),
                   static_cast<std::int64_t>(stage.figures.memoryAvailable / 4 * 4096));
         std::ptrdiff_t& most = held[2 * i / steps];

@@ -57,10 +57,10 @@ Json networkOf(const Reading& reading) {
     const auto rate = [&](std::int64_t delta) {
         return known && !figures.isFirst ? Json(delta) : Json(nullptr);
     };
-    return {{"wifiReceived", counter(figures.usage.wifiReceived)},
-            {"wifiSent", counter(figures.usage.wifiSent)},
-            {"wirelessWanDataReceived", counter(figures.usage.wirelessWanDataReceived)},
-            {"wirelessWanDataSent", counter(figures.usage.wirelessWanDataSent)},
+    return {{"wifiReceived", counter(figures.totals.cards.receivedBytes)},
+            {"wifiSent", counter(figures.totals.cards.sentBytes)},
+            {"wirelessWanDataReceived", counter(figures.totals.modems.receivedBytes)},
+            {"wirelessWanDataSent", counter(figures.totals.modems.sentBytes)},
             {"sentPerSecond", rate(figures.sentDelta)},
             {"receivedPerSecond", rate(figures.receivedDelta)}};
 }

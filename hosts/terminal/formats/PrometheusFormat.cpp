@@ -88,12 +88,12 @@ void addProcessor(Exposition& exposition, const CpuUsage& usage) {
 
 void addNetwork(Exposition& exposition, const NetworkFigures& network) {
     exposition.family("vantor_network_receive_bytes_total", "counter", "Bytes received.");
-    exposition.sample("{link=\"wifi\"}", std::to_string(network.usage.wifiReceived));
-    exposition.sample("{link=\"wwan\"}", std::to_string(network.usage.wirelessWanDataReceived));
+    exposition.sample("{link=\"wifi\"}", std::to_string(network.totals.cards.receivedBytes));
+    exposition.sample("{link=\"wwan\"}", std::to_string(network.totals.modems.receivedBytes));
     exposition.family("vantor_network_transmit_bytes_total", "counter", "Bytes sent.");
-    exposition.sample("{link=\"wifi\"}", std::to_string(network.usage.wifiSent));
-    exposition.sample("{link=\"wwan\"}", std::to_string(network.usage.wirelessWanDataSent));
-    if (!network.isFirst) { // beside the counters, which have 32 bits and wrap within a scrape on a fast link
+    exposition.sample("{link=\"wifi\"}", std::to_string(network.totals.cards.sentBytes));
+    exposition.sample("{link=\"wwan\"}", std::to_string(network.totals.modems.sentBytes));
+    if (!network.isFirst) {
         exposition.gauge("vantor_network_receive_last_second_bytes", "Bytes received in the last second.",
                          std::to_string(network.receivedDelta));
         exposition.gauge("vantor_network_transmit_last_second_bytes", "Bytes sent in the last second.",
