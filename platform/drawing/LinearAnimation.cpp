@@ -19,6 +19,9 @@ bool LinearAnimation::isRunningAt(Instant now) const {
 }
 
 void LinearAnimation::retarget(double aim, Instant now, double seconds) {
+    if (aim == to) {
+        return;
+    }
     from = valueAt(now);
     to = aim;
     start = now;

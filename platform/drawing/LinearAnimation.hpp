@@ -18,7 +18,8 @@ struct LinearAnimation {
     [[nodiscard]] double valueAt(Instant now) const;
     [[nodiscard]] bool isRunningAt(Instant now) const;
 
-    /// Leaves for a new aim at `now`, from the value of that instant, and arrives after so many seconds.
+    /// Leaves for a new aim at `now`, from the value of that instant, and arrives after so many seconds. One
+    /// that it is on its way to already changes nothing.
     void retarget(double aim, Instant now, double seconds);
 };
 

@@ -52,6 +52,7 @@ TEST(Animation, RunsAtConstantSpeedAndRetargetsFromWhatIsOnScreen) {
     EXPECT_DOUBLE_EQ(ring.valueAt(at(250)), 0.2);
     ring.retarget(0.0, at(500), 1.0);
     EXPECT_DOUBLE_EQ(ring.valueAt(at(500)), 0.4);
+    ring.retarget(0.0, at(750), 1.0); // the same aim once more
     EXPECT_DOUBLE_EQ(ring.valueAt(at(1000)), 0.2);
     EXPECT_TRUE(ring.isRunningAt(at(1499)));
     EXPECT_FALSE(ring.isRunningAt(at(1500)));
