@@ -127,8 +127,11 @@ UnarchivedObject Archive::decodeRoot() {
         return DecodingError{"the archive has no objects"};
     }
     const std::optional<PropertyListObject> reference = top->objectForKey("root");
-    if (!reference || reference->uid() == std::uint64_t{0}) {
-        return std::monostate{}; // nothing was archived, or a nil
+    if (!reference) {
+        return DecodingError{"the archive has no root"};
+    }
+    if (reference->uid() == std::uint64_t{0}) {
+        return std::monostate{}; // a nil was archived
     }
     const std::optional<PropertyListObject> root = referred(*reference);
     if (!root) {

@@ -86,6 +86,9 @@ TEST(Unarchiver, OnlyASoundArchiveIsOfAnotherClass) {
     std::string other = archive(grayKeys);
     other.replace(other.find("100000"), 6, "100001");
     EXPECT_EQ(described(unarchive(other)), "error");
+    std::string rootless = archive(grayKeys);
+    rootless.replace(rootless.find("root"), 4, "boot");
+    EXPECT_EQ(described(unarchive(rootless)), "error");
 }
 
 TEST(Unarchiver, TakesEveryFormOfComponentsAndNoOther) {
