@@ -18,7 +18,7 @@ constexpr double animationSeconds = 1.0;
 
 std::int64_t wholePercent(double value) {
     const double percent = value * 100.0;
-    // The bounds are exact doubles: -2^63 itself does not count as within, 2^63 does not fit.
+    // The bounds are the doubles next to the range: -2^63 itself fits, the one below it and 2^63 do not.
     if (!(percent > -9223372036854777856.0) || !(percent < 9223372036854775808.0)) {
         platform::fatalStop("the level of a ring does not fit in a signed 64-bit number");
     }
