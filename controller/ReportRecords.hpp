@@ -13,12 +13,13 @@
 
 namespace vantor {
 
-/// The four storage numbers of one report, in bytes.
+/// The four storage numbers of one report, in bytes, and what the file system keeps back beside them.
 struct StorageFigures {
     std::int64_t total = 0;
     std::int64_t used = 0;
     std::int64_t free = 0;
     std::int64_t releasable = 0;
+    std::int64_t reserved = 0;
 };
 
 /// Their texts, which are made on the worker too.

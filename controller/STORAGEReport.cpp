@@ -21,7 +21,9 @@ StorageReport sampleStorage() {
     StorageReport report;
     auto& [figures, texts] = report;
     texts.total = storageText(DiskStatus::getTotalDiskSpace());
-    figures.total = DiskStatus::getTotalDiskSpace();
+    const DiskStatus::Total total = DiskStatus::getTotalAndReservedDiskSpace();
+    figures.total = total.total;
+    figures.reserved = total.reserved;
     texts.used = storageText(DiskStatus::getUsedDiskSpace());
     figures.used = DiskStatus::getUsedDiskSpace();
     figures.free = DiskStatus::getFreeDiskSpace();

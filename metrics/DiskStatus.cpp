@@ -45,8 +45,14 @@ std::int64_t mandatory(const std::optional<std::int64_t>& capacity, std::string_
 } // namespace
 
 std::int64_t DiskStatus::getTotalDiskSpace() {
+    return getTotalAndReservedDiskSpace().total;
+}
+
+DiskStatus::Total DiskStatus::getTotalAndReservedDiskSpace() {
     const auto values = documentVolume({platform::NSURLVolumeTotalCapacityKey});
-    return values ? values->objectForKey(platform::NSURLVolumeTotalCapacityKey).value_or(0) : 0;
+    return values ? Total{values->objectForKey(platform::NSURLVolumeTotalCapacityKey).value_or(0),
+                          values->reservedCapacity().value_or(0)}
+                  : Total{};
 }
 
 std::int64_t DiskStatus::getFreeDiskSpace() {

@@ -11,6 +11,14 @@ class DiskStatus {
 public:
     [[nodiscard]] static std::int64_t getTotalDiskSpace();
 
+    /// The total, and from the same query what the file system keeps back for root or itself, which is in
+    /// none of the other figures; 0 where it does not tell.
+    struct Total {
+        std::int64_t total = 0;
+        std::int64_t reserved = 0;
+    };
+    [[nodiscard]] static Total getTotalAndReservedDiskSpace();
+
     /// What is available: plainly when "isReleasableSTORAGEShow" is on (and this is no phone app on a Mac),
     /// otherwise with what the system could release.
     [[nodiscard]] static std::int64_t getFreeDiskSpace();

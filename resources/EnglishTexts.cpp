@@ -37,6 +37,7 @@ constexpr std::array texts{
     EnglishText{"host_REFRESH", "Refresh"},
     EnglishText{"host_REFRESHED", "Refreshed"},
     EnglishText{"host_RELEASABLETIP", "Includes {size} that can be released"},
+    EnglishText{"host_RESERVEDTIP", "Another {size} is reserved for the system"},
     EnglishText{"host_SHOW", "Show"},
     EnglishText{"host_SHOWCPU", "CPU Chart"},
     EnglishText{"host_SHOWLESS", "Show Less"},

@@ -188,15 +188,18 @@ void ReportCard::flush() {
     if (m_binding.flush()) {
         m_animator.start();
     }
-    showReleasableTip();
+    showStorageTips();
 }
 
-/// Free space counts what could be released; the tooltip says how much that is.
-void ReportCard::showReleasableTip() {
-    const std::optional<StorageFigures>& storage = m_binding.controller().records().storage;
-    const bool some = storage && storage->releasable > 0;
-    setTip(*m_form->freeSTORAGELabel,
-           some ? qt::hostText("host_RELEASABLETIP", "size", storageText(storage->releasable)) : QString());
+/// Free space counts what could be released, and the total leaves out what is kept back for the system; the
+/// tooltips say how much that is.
+void ReportCard::showStorageTips() {
+    const StorageFigures storage = m_binding.controller().records().storage.value_or(StorageFigures{});
+    const auto tip = [](std::string_view key, std::int64_t bytes) {
+        return bytes > 0 ? qt::hostText(key, "size", storageText(bytes)) : QString();
+    };
+    setTip(*m_form->freeSTORAGELabel, tip("host_RELEASABLETIP", storage.releasable));
+    setTip(*m_form->totalSTORAGELabel, tip("host_RESERVEDTIP", storage.reserved));
 }
 
 void ReportCard::setTip(QWidget& widget, const QString& text) {

@@ -69,7 +69,7 @@ private:
     void styleLabels();
     void nameSections();
     void showHeading(const Section& section, const platform::SourceFailure* failure);
-    void showReleasableTip();
+    void showStorageTips();
     void setTip(QWidget& widget, const QString& text);
     [[nodiscard]] int figureWidth() const;
 

@@ -16,6 +16,7 @@ NSFileURL::resourceValuesForKeys(std::initializer_list<NSURLResourceKey> keys) c
     for (const NSURLResourceKey key : keys) {
         values.m_values[key] = known[key];
     }
+    values.m_reserved = capacities->reserved;
     return values;
 }
 

@@ -28,10 +28,13 @@ public:
     [[nodiscard]] std::optional<std::int64_t> objectForKey(NSURLResourceKey key) const {
         return m_values[key];
     }
+    /// What is kept back for the system, whatever was asked for: the platform has no key for it.
+    [[nodiscard]] std::optional<std::int64_t> reservedCapacity() const { return m_reserved; }
 
 private:
     friend class NSFileURL;
     std::array<std::optional<std::int64_t>, 3> m_values;
+    std::optional<std::int64_t> m_reserved;
 };
 
 /// The place of a file or folder.

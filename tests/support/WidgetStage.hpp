@@ -34,7 +34,7 @@ inline platform::SimulatedState smallMachine() {
     state.virtualMemory.inactive_count = 65536;
     state.cpuLoad = {.user = 20, .system = 10, .idle = 65, .nice = 5};
     state.interfaces = {{"en0", platform::AF_LINK, 7'000'000, 5'000'000}};
-    state.volume = platform::VolumeCapacities{128'000'000'000, 20'000'000'000, 30'000'000'000};
+    state.volume = platform::VolumeCapacities{128'000'000'000, 20'000'000'000, 30'000'000'000, 7'000'000'000};
     return state;
 }
 

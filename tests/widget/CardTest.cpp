@@ -89,6 +89,7 @@ TEST_F(Card, HidesTheReleasableRowUnlessPreferred) {
     EXPECT_FALSE(widget("releasableSTORAGEStackView").isHidden());
     EXPECT_EQ(text("releasableSTORAGELabel"), "10 GB");
     EXPECT_TRUE(widget("freeSTORAGELabel").toolTip().contains("10 GB"));
+    EXPECT_TRUE(widget("totalSTORAGELabel").toolTip().contains("7 GB"));
 }
 
 TEST_F(Card, HandsEveryPressToItsAction) {
