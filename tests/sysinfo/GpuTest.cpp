@@ -66,24 +66,41 @@ void makeLaptop(const TestTree& tree, const char* cardStatus) {
                "\t46a6  Alder Lake-P GT2\n");
 }
 
-TEST(LinuxDeviceSource, AsksVulkanOnlyWhenNoCardSleeps) {
+TEST(LinuxDeviceSource, PrefersHardwareDriversThenTheKernelsCardThenSoftware) {
     const TestTree tree;
+    const VulkanDevice hardware{{"a card", 1, 2, false}, false};
+    const VulkanDevice software{{"a renderer", 3, 4, true}, true};
+    std::optional<VulkanDevice> vulkan;
     int asked = 0;
-    LinuxDeviceSource source(tree.root(), [&asked] {
+    LinuxDeviceSource source(tree.root(), [&] {
         ++asked;
-        return std::optional<MTLDevice>({"Vulkan's", 1, 2, false});
+        return vulkan;
     });
-    EXPECT_EQ(source.systemDefaultDevice()->name, "Vulkan's"); // no card at all: Vulkan may know better
+    EXPECT_EQ(source.systemDefaultDevice(), std::nullopt);
+    vulkan = software;
+    EXPECT_EQ(source.systemDefaultDevice(), software.figures);
+    vulkan = hardware;
+    EXPECT_EQ(source.systemDefaultDevice(), hardware.figures); // a driver without a card of the kernel's
 
     makeLaptop(tree, "active\n");
-    EXPECT_EQ(source.systemDefaultDevice()->name, "Vulkan's");
-    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(source.systemDefaultDevice(), hardware.figures);
+    const MTLDevice ofTheProcessor{"Alder Lake-P GT2", 0, 0, true};
+    const MTLDevice ofItsOwn{"Navi 23", 8573157376, 4096, false};
+    for (const auto& noHardware : {std::optional<VulkanDevice>(), std::optional(software)}) {
+        vulkan = noHardware;
+        tree.write("sys/class/drm/card1/device/boot_vga", "1\n");
+        EXPECT_EQ(source.systemDefaultDevice(), ofTheProcessor);
+        tree.write("sys/class/drm/card1/device/boot_vga", "0\n");
+        EXPECT_EQ(source.systemDefaultDevice(), ofItsOwn);
+    }
 
+    asked = 0;
+    vulkan = hardware;
     makeLaptop(tree, "suspended\n");
-    EXPECT_EQ(source.systemDefaultDevice(), (MTLDevice{"Alder Lake-P GT2", 0, 0, true}));
+    EXPECT_EQ(source.systemDefaultDevice(), ofTheProcessor);
     tree.write("sys/class/drm/card1/device/boot_vga", "0\n");
-    EXPECT_EQ(source.systemDefaultDevice(), (MTLDevice{"Navi 23", 8573157376, 4096, false}));
-    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(source.systemDefaultDevice(), ofItsOwn);
+    EXPECT_EQ(asked, 0); // a driver would have woken the card
 }
 
 TEST(LinuxDeviceSource, NamesCardsThatNoListKnows) {
@@ -99,9 +116,11 @@ TEST(LinuxDeviceSource, NamesCardsThatNoListKnows) {
 }
 
 TEST(DeviceCode, ComesBackFromThePipe) {
-    const MTLDevice device{"A GPU\n2 3", 1ULL << 40, 5, false};
-    EXPECT_EQ(decoded(encoded(device)), device);
-    for (const char* bad : {"", "1 2", "1 2 ", "1 2 1", "x 2 1 n"}) {
+    for (const bool software : {false, true}) {
+        const VulkanDevice device{{"A GPU\n2 3", 1ULL << 40, 5, !software}, software};
+        EXPECT_EQ(decoded(encoded(device)), device);
+    }
+    for (const char* bad : {"", "1 2", "1 2 ", "1 2 1 0", "x 2 1 0 n"}) {
         EXPECT_EQ(decoded(bad), std::nullopt) << bad;
     }
 }

@@ -13,24 +13,38 @@ namespace vantor::platform {
 
 namespace linux::gpu {
 
-std::optional<MTLDevice> LinuxDeviceSource::systemDefaultDevice() {
-    const std::vector<DrmDevice> cards = readDrmDevices(m_tree);
-    if (std::ranges::none_of(cards, &DrmDevice::suspended)) {
-        return m_vulkan();
+namespace {
+
+std::optional<MTLDevice> kernelsOwn(const std::vector<DrmDevice>& cards, bool oneSleeps) {
+    if (cards.empty()) {
+        return std::nullopt;
     }
     const auto booting = std::ranges::find_if(cards, &DrmDevice::boots);
     const DrmDevice& card = booting != cards.end() ? *booting : cards.front();
     MTLDevice device = card.figures;
     // The card that stays awake while another sleeps is the one inside the processor.
-    device.hasUnifiedMemory = card.onRootBus || !card.suspended;
+    device.hasUnifiedMemory = card.onRootBus || (oneSleeps && !card.suspended);
     return device;
 }
 
-std::optional<MTLDevice> boundedVulkanDevice() {
+} // namespace
+
+std::optional<MTLDevice> LinuxDeviceSource::systemDefaultDevice() {
+    const std::vector<DrmDevice> cards = readDrmDevices(m_tree);
+    const bool oneSleeps = std::ranges::any_of(cards, &DrmDevice::suspended);
+    const std::optional<VulkanDevice> vulkan = oneSleeps ? std::nullopt : m_vulkan();
+    if (vulkan && !vulkan->isSoftware) {
+        return vulkan->figures;
+    }
+    const std::optional<MTLDevice> own = kernelsOwn(cards, oneSleeps);
+    return own || !vulkan ? own : vulkan->figures;
+}
+
+std::optional<VulkanDevice> boundedVulkanDevice() {
     const auto work = [] {
         // Layers that desktops slip into every Vulkan program have no business here.
         ::setenv("VK_LOADER_LAYERS_DISABLE", "~implicit~", 1);
-        const std::optional<MTLDevice> device = firstVulkanDevice();
+        const std::optional<VulkanDevice> device = firstVulkanDevice();
         return device ? encoded(*device) : std::string();
     };
     const std::optional<std::string> answer = runInChild(work, std::chrono::seconds(2));

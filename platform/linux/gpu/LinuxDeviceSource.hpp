@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/gpu/MTLDevice.hpp"
+#include "platform/linux/gpu/VulkanDevice.hpp"
 #include "platform/linux/kernel/KernelTree.hpp"
 
 #include <functional>
@@ -10,12 +11,13 @@
 
 namespace vantor::platform::linux::gpu {
 
-/// The default device through Vulkan; but where a card is powered down, from the kernel's files alone, since
-/// a Vulkan driver would wake it. The kernel's figures are those of the card with the firmware's screen, else
-/// of the first one.
+/// The default device: the one that a hardware driver for Vulkan describes; without such a driver the
+/// kernel's own card, the one with the firmware's screen, else the first; without a card Vulkan's software
+/// renderer, which is the processor. Where a card is powered down, Vulkan is not asked, since a driver would
+/// wake it.
 class LinuxDeviceSource final : public MTLDeviceSource {
 public:
-    using Query = std::function<std::optional<MTLDevice>()>;
+    using Query = std::function<std::optional<VulkanDevice>()>;
 
     LinuxDeviceSource(std::string root, Query vulkan)
         : m_tree(std::move(root)), m_vulkan(std::move(vulkan)) {}
@@ -28,6 +30,6 @@ private:
 };
 
 /// `firstVulkanDevice` in a child process, with two seconds to answer.
-[[nodiscard]] std::optional<MTLDevice> boundedVulkanDevice();
+[[nodiscard]] std::optional<VulkanDevice> boundedVulkanDevice();
 
 } // namespace vantor::platform::linux::gpu

@@ -4,7 +4,7 @@
 
 namespace vantor::platform::linux::gpu {
 
-std::optional<MTLDevice> firstVulkanDevice() {
+std::optional<VulkanDevice> firstVulkanDevice() {
     return std::nullopt;
 }
 

@@ -103,7 +103,7 @@ void fillMemory(const Vulkan& vulkan, VkPhysicalDevice device, MTLDevice& figure
 
 } // namespace
 
-std::optional<MTLDevice> firstVulkanDevice() {
+std::optional<VulkanDevice> firstVulkanDevice() {
     void* const loader = ::dlopen("libvulkan.so.1", RTLD_NOW | RTLD_LOCAL);
     const auto lookUp =
         loader == nullptr
@@ -121,11 +121,12 @@ std::optional<MTLDevice> firstVulkanDevice() {
         return propertiesOf(vulkan, each).deviceType != VK_PHYSICAL_DEVICE_TYPE_CPU;
     });
     const VkPhysicalDeviceProperties properties = propertiesOf(vulkan, devices.front());
-    MTLDevice result;
-    result.name = properties.deviceName;
-    result.hasUnifiedMemory = properties.deviceType == VK_PHYSICAL_DEVICE_TYPE_INTEGRATED_GPU ||
-                              properties.deviceType == VK_PHYSICAL_DEVICE_TYPE_CPU;
-    fillMemory(vulkan, devices.front(), result);
+    VulkanDevice result;
+    result.isSoftware = properties.deviceType == VK_PHYSICAL_DEVICE_TYPE_CPU;
+    result.figures.name = properties.deviceName;
+    result.figures.hasUnifiedMemory =
+        result.isSoftware || properties.deviceType == VK_PHYSICAL_DEVICE_TYPE_INTEGRATED_GPU;
+    fillMemory(vulkan, devices.front(), result.figures);
     return result;
 }
 
