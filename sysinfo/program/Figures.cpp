@@ -8,13 +8,9 @@
 
 namespace vantor::sysinfo {
 
-namespace {
-
 std::string plural(std::uint64_t count, const char* unit) {
     return std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
 }
-
-} // namespace
 
 Text bytes(Count count) {
     return count ? Text(CpuDetect::byteSizeText(*count)) : std::nullopt;

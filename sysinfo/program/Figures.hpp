@@ -11,6 +11,8 @@ namespace vantor::sysinfo {
 using Text = std::optional<std::string>;
 using Count = std::optional<std::uint64_t>;
 
+/// "1 hour", "2 hours".
+[[nodiscard]] std::string plural(std::uint64_t count, const char* unit);
 [[nodiscard]] Text bytes(Count count);
 /// "4", or "3 of 4" where some are offline.
 [[nodiscard]] Text counted(Count online, Count inAll);

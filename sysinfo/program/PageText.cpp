@@ -11,9 +11,10 @@ namespace vantor::sysinfo {
 
 namespace {
 
-constexpr std::size_t captionWidth = 18;
+constexpr std::size_t headingWidth = 11;
+constexpr std::size_t captionWidth = 17;
 constexpr std::size_t columnWidth = 14;
-constexpr std::size_t valueStart = captionWidth + 2;
+constexpr std::size_t valueStart = headingWidth + captionWidth;
 
 /// The columns of a line as people see them: bytes that continue a character take no room.
 std::size_t shownWidth(std::string_view text) {
@@ -44,7 +45,8 @@ std::string wrapped(std::string_view text, std::size_t width) {
     return lines;
 }
 
-/// A heading and its lines; left out where it has none.
+/// Lines with their heading in front of the first; left out where it has none. Headings on lines of their own
+/// would not leave room for a machine on a terminal of 24 lines.
 class Section {
 public:
     Section(std::string heading, const Look& look) : m_heading(std::move(heading)), m_look(look) {}
@@ -56,17 +58,27 @@ public:
         }
     }
     void row(const char* caption, const std::string& cells) {
-        m_lines += "  " + padded(caption, captionWidth) + cells + "\n";
+        m_lines += m_lines.empty() ? heading() : std::string(headingWidth, ' ');
+        m_lines += padded(caption, captionWidth) + cells + "\n";
+    }
+    void headingRow(const std::string& cells) {
+        const std::string start = m_lines.empty() ? heading() : "\n" + std::string(headingWidth, ' ');
+        m_lines += start + std::string(captionWidth, ' ') + emphasised(cells) + "\n";
     }
     void appendTo(std::string& page) const {
         if (!m_lines.empty()) {
-            page.append(page.empty() ? "" : "\n");
-            page.append(m_look.bold ? "\033[1m" + m_heading + "\033[0m" : m_heading).append("\n");
-            page += m_lines;
+            page.append(page.empty() ? "" : "\n").append(m_lines);
         }
     }
 
 private:
+    [[nodiscard]] std::string emphasised(const std::string& text) const {
+        return m_look.bold ? "\033[1m" + text + "\033[0m" : text;
+    }
+    [[nodiscard]] std::string heading() const {
+        return emphasised(m_heading) + std::string(headingWidth - m_heading.size(), ' ');
+    }
+
     std::string m_heading;
     std::string m_lines;
     Look m_look;
@@ -76,7 +88,8 @@ Section machineSection(const Page& page, const Look& look) {
     Section section("Machine", look);
     section.line("Name", page.hostname);
     section.line("Model", page.model);
-    section.line("Architecture", page.architecture);
+    const std::string wordSize = page.is64Bit ? "64 bits" : "32 bits";
+    section.line("Architecture", page.architecture ? *page.architecture + ", " + wordSize : wordSize);
     section.line("Virtual machine", page.hypervisor);
     section.line("Up for", duration(page.uptime));
     return section;
@@ -96,22 +109,15 @@ Section systemSection(const Page& page, const Look& look) {
     return section;
 }
 
-Section processorSection(const Page& page, const Look& look) {
-    Section section("Processor", look);
-    section.line("Name", page.processor);
-    if (page.family && page.number && page.stepping) {
-        section.line("Family", std::to_string(*page.family) + ", model " + std::to_string(*page.number) +
-                                   ", stepping " + std::to_string(*page.stepping));
+/// "4 of 6 (8 of 12 threads, 1 socket)", as far as it is known.
+Text coresText(const Page& page) {
+    const Text threads = counted(page.threads, page.threadsInAll);
+    std::string within = threads ? *threads + " threads" : "";
+    if (page.packages) {
+        within.append(within.empty() ? "" : ", ").append(plural(*page.packages, "socket"));
     }
-    section.line("Sockets", counted(page.packages, page.packages));
-    section.line("Cores", counted(page.cores, page.coresInAll));
-    section.line("Threads", counted(page.threads, page.threadsInAll));
-    if (page.threadSlots && page.threadSlots != page.threadsInAll) {
-        section.line("Room for", std::to_string(*page.threadSlots) + " threads");
-    }
-    section.line("Top frequency", frequency(page.frequency));
-    section.line("Word size", page.is64Bit ? "64 bits" : "32 bits");
-    return section;
+    const Text cores = counted(page.cores, page.coresInAll);
+    return !cores || within.empty() ? cores : *cores + " (" + within + ")";
 }
 
 std::string levelName(std::size_t index, std::size_t count) {
@@ -121,37 +127,57 @@ std::string levelName(std::size_t index, std::size_t count) {
     return "Level " + std::to_string(index);
 }
 
+std::string cellsOf(const std::vector<std::string>& texts) {
+    std::string cells;
+    for (const std::string& text : texts) {
+        cells += padded(text, columnWidth);
+    }
+    return cells.erase(cells.find_last_not_of(' ') + 1);
+}
+
 /// One column a level; a row that no level knows is left out. A machine with one kind of core has shown its
 /// counts already. Each core has first-level caches of its own; the third level serves all kinds.
-Section cacheSection(const Page& page, const Look& look) {
+void addLevels(Section& section, const Page& page) {
     const std::vector<CoreLevel>& levels = page.levels;
-    const bool several = levels.size() > 1;
-    std::string heading = several ? padded("Cores and caches", valueStart) : "Caches";
-    for (std::size_t i = 0; several && i < levels.size(); ++i) {
-        heading += padded(levelName(i, levels.size()), columnWidth);
-    }
-    heading.erase(heading.find_last_not_of(' ') + 1);
-    Section section(heading, look);
     const auto row = [&](const char* caption, const auto& shown) {
-        std::string cells;
+        std::vector<std::string> texts;
         bool known = false;
         for (const CoreLevel& level : levels) {
-            const Text cell = shown(level);
-            known = known || cell;
-            cells += padded(cell.value_or("-"), columnWidth);
+            const Text text = shown(level);
+            known = known || text;
+            texts.push_back(text.value_or("-"));
         }
-        cells.erase(cells.find_last_not_of(' ') + 1);
         if (known) {
-            section.row(caption, cells);
+            section.row(caption, cellsOf(texts));
         }
     };
-    if (several) {
+    if (levels.size() > 1) {
+        std::vector<std::string> names;
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            names.push_back(levelName(i, levels.size()));
+        }
+        section.headingRow(cellsOf(names));
         row("Cores", [](const CoreLevel& each) { return counted(each.cores, each.coresInAll); });
         row("Threads", [](const CoreLevel& each) { return counted(each.threads, each.threadsInAll); });
     }
     row("L1 instructions", [](const CoreLevel& each) { return caches(each.l1Instruction, each.cores, 1); });
     row("L1 data", [](const CoreLevel& each) { return caches(each.l1Data, each.cores, 1); });
     row("L2", [](const CoreLevel& each) { return caches(each.l2, each.threads, each.threadsPerL2); });
+}
+
+Section processorSection(const Page& page, const Look& look) {
+    Section section("Processor", look);
+    section.line("Name", page.processor);
+    if (page.family && page.number && page.stepping) {
+        section.line("Family", std::to_string(*page.family) + ", model " + std::to_string(*page.number) +
+                                   ", stepping " + std::to_string(*page.stepping));
+    }
+    section.line("Cores", coresText(page));
+    if (page.threadSlots && page.threadSlots != page.threadsInAll) {
+        section.line("Room for", std::to_string(*page.threadSlots) + " threads");
+    }
+    section.line("Top frequency", frequency(page.frequency));
+    addLevels(section, page);
     section.line("L3", caches(page.l3, page.threads, page.threadsPerL3));
     return section;
 }
@@ -181,8 +207,7 @@ Section gpuSection(const Page& page, const Look& look) {
 
 std::string pageText(const Page& page, const Look& look) {
     std::string text;
-    for (const auto& section :
-         {machineSection, systemSection, processorSection, cacheSection, memorySection, gpuSection}) {
+    for (const auto& section : {machineSection, systemSection, processorSection, memorySection, gpuSection}) {
         section(page, look).appendTo(text);
     }
     return text;

@@ -65,14 +65,14 @@ TEST_F(Queries, ReadTypedValues) {
     ScriptedSysctl source({{"kern.ostype", text("Linux")},
                            {"kern.hostname", text("caf\xE9")},
                            {"hw.model", text("MS-7C37")},
-                           {"hw.memsize", SysctlValue::of8(1ULL << 40)},
+                           {"hw.memsize", SysctlValue::of8(3ULL << 30)},
                            {"hw.cpufamily", number(0xED76D8AA)},
                            {"hw.cpu64bit_capable", number(2)},
                            {"hw.ncpu", number(300)}});
     EXPECT_EQ(Sysctl::getString("kern.ostype"), "Linux");
     EXPECT_EQ(Sysctl::Kern::hostname(), "caf\uFFFD");
     EXPECT_EQ(Sysctl::HW::model(), std::nullopt); // a name does not go into a number
-    EXPECT_EQ(Sysctl::HW::memsize(), 1ULL << 40);
+    EXPECT_EQ(Sysctl::HW::memsize(), 3ULL << 30);
     EXPECT_EQ(Sysctl::HW::getInteger<std::int32_t>("memsize"), std::nullopt);
     EXPECT_EQ(Sysctl::HW::cpufamily(), 0xED76D8AA);
     EXPECT_EQ(Sysctl::HW::cpu64bit_capable(), std::nullopt);
@@ -81,7 +81,7 @@ TEST_F(Queries, ReadTypedValues) {
     EXPECT_EQ(Sysctl::getInteger<int>(std::string_view("hw.ncpu\0x", 9)), std::nullopt);
     EXPECT_EQ(SysctlQueryStorage::records.value(), (Records{{"kern.ostype", "Linux"},
                                                             {"kern.hostname", "caf\uFFFD"},
-                                                            {"hw.memsize", "1099511627776"},
+                                                            {"hw.memsize", "3221225472"},
                                                             {"hw.cpufamily", "3983988906"},
                                                             {"hw.cpu64bit_capable", "2"},
                                                             {"hw.ncpu", "300"}}));
