@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""Whether programs are built to resist: hardened.py PROGRAM..."""
+"""Whether programs are built to resist: hardened.py BUILD-FOLDER PROGRAM..."""
+import pathlib
 import platform
 import re
 import subprocess
@@ -33,15 +34,24 @@ def weaknesses(program):
     if shells:
         yield f"could start a shell, or a program by its bare name: {shells}"
     code = told("objdump", "-d", "--no-show-raw-insn", program)
-    # Of the C library's start-up code, which is not ours, the distribution may have left the marks out, and with them
-    # the note: so what our functions begin with is looked at.
-    if platform.machine() == "x86_64" and code.count("endbr64") < 20:
-        yield "does not mark where indirect jumps may land"
     # -fstack-clash-protection touches each page of a large frame: a loop of `orq $0x0,(%rsp)`.
     if platform.machine() == "x86_64" and not re.search(r"orq\s+\$0x0,(0x[0-9a-f]+)?\(%rsp\)", code):
         yield "does not probe its stack"
 
 
-bad = [f"{program} {weakness}" for program in sys.argv[1:] for weakness in weaknesses(program)]
+def unmarked(build):
+    """Our objects that do not mark where indirect jumps may land, or are not ready for a shadow stack. A program has
+    the note of both only where all that it is linked of has it: of Debian's C library, the start-up code has not."""
+    tests = {"tests", "fuzz", "bench"}
+    objects = [path for path in pathlib.Path(build).rglob("*.cpp.o") if path.relative_to(build).parts[0] not in tests]
+    assert len(objects) > 100, f"only {len(objects)} objects in {build}"
+    notes = re.split(r"^File: ", told("readelf", "-nW", *map(str, objects)), flags=re.MULTILINE)[1:]
+    return [note.split("\n", 1)[0] for note in notes if not re.search(r"x86 feature: IBT, SHSTK", note)]
+
+
+build, *programs = sys.argv[1:]
+bad = [f"{program} {weakness}" for program in programs for weakness in weaknesses(program)]
+if platform.machine() == "x86_64":
+    bad += [f"{path} has no marks for jumps and shadow stack" for path in unmarked(build)]
 print(*bad, sep="\n")
 sys.exit(1 if bad else 0)
