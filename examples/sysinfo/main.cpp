@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What a program of one's own does with the libraries: read figures, conform to the protocols, add a
-// namespace, detect with a cache. Ends with 0 where everything went as its checks say.
+// namespace, detect with a cache, replay a recording. Ends with 0 where everything went as its checks say.
 #include <vantor/CpuDetect/CpuDetect.hpp>
 #include <vantor/PackagesBase/PackagesBase.hpp>
 #include <vantor/SystemValues/SystemValues.hpp>
@@ -9,6 +9,8 @@
 
 using namespace vantor;
 using CpuDetect::HWInfo;
+using SystemValues::Recording;
+using SystemValues::Replay;
 using SystemValues::Sysctl;
 
 /// A temperature that stands for other values.
@@ -56,11 +58,36 @@ struct Memory : PackagesBase::SimulatableDetectableTemporizedMixin<Memory> {
 };
 static_assert(PackagesBase::SimulatableDetectableTemporized<Memory>);
 
+/// The cores of each kind, the fastest first: "4 + 8".
+std::string coresByKind() {
+    using Level = Sysctl::HW::PerflevelGeneralPurpose;
+    std::string text;
+    for (unsigned level = 0; level < Sysctl::HW::nperflevels().value_or(0); ++level) {
+        Level::index = static_cast<std::uint8_t>(level);
+        text += (level > 0 ? " + " : "") + std::to_string(Level::physicalcpu().value_or(0));
+    }
+    return text;
+}
+
+/// Whether a recording of this machine, sent as text, answers as the machine does.
+bool replaysItself() {
+    const std::optional<std::string> host = Sysctl::Kern::hostname();
+    std::string why;
+    const auto received = Recording::fromText(Recording::ofThisMachine().text(), why);
+    if (!received) {
+        return false;
+    }
+    const Replay replay(*received);
+    return Sysctl::Kern::hostname() == host && !Sysctl::VM::getString("a value that nobody recorded");
+}
+
 int main() {
     CpuDetect::GeneralPrinter::enabled = false;
     SystemValues::GeneralPrinter::enabled = false;
 
     std::cout << "machine   " << Sysctl::HW::machine().value_or("?") << '\n'
+              << "processor " << Sysctl::Machdep::getString("cpu.brand_string").value_or("?") << '\n'
+              << "cores     " << coresByKind() << '\n'
               << "threads   " << HWInfo::CPU::threadsCount().value_or(0) << '\n'
               << "memory    " << CpuDetect::byteSizeText(Memory::status()) << '\n'
               << "system    " << CpuDetect::UnameReimplemented::uname({}).value_or("?") << '\n'
@@ -70,5 +97,8 @@ int main() {
     const bool sameFromFiles = RandomNumbers::getString("poolsize") == RandomFiles::getString("poolsize");
     Memory::simulatedStatus = 1024;
     const bool simulated = Memory::status() == 1024;
-    return sameFromFiles && simulated && Sysctl::HW::machine() && Celsius(21.5).int64Value() == 22 ? 0 : 1;
+    return sameFromFiles && simulated && replaysItself() && Sysctl::HW::machine() &&
+                   Celsius(21.5).int64Value() == 22
+               ? 0
+               : 1;
 }

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Installs the libraries into a fresh prefix and uses them from outside, through CMake and through pkg-config; and
-# compiles each installed header alone. Run with -DBUILD=, -DSOURCE=, -DWORK=, -DCOMPILER=, -DGENERATOR= and -DFLAGS=.
+# compiles each installed header alone. Run with -DBUILD=, -DWORK=, -DCOMPILER=, -DGENERATOR= and -DFLAGS=.
 set(prefix "${WORK}/prefix")
 file(REMOVE_RECURSE "${WORK}")
 
@@ -16,7 +16,13 @@ run("${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${prefix}" --component sys
 file(RENAME "${prefix}" "${WORK}/moved") # nothing may remember where it was installed
 set(prefix "${WORK}/moved")
 
-run("${CMAKE_COMMAND}" -G "${GENERATOR}" -S "${SOURCE}/examples/sysinfo" -B "${WORK}/example" "-DCMAKE_PREFIX_PATH=${prefix}"
+set(documents "${prefix}/share/doc/vantor")
+foreach(file sysinfo.md LICENSE)
+  if(NOT EXISTS "${documents}/${file}")
+    message(FATAL_ERROR "${file} is not installed")
+  endif()
+endforeach()
+run("${CMAKE_COMMAND}" -G "${GENERATOR}" -S "${documents}/examples/sysinfo" -B "${WORK}/example" "-DCMAKE_PREFIX_PATH=${prefix}"
   "-DCMAKE_CXX_COMPILER=${COMPILER}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
 run("${CMAKE_COMMAND}" --build "${WORK}/example")
 run("${WORK}/example/sysinfo-main")
@@ -30,7 +36,7 @@ if(pkgconfig)
   execute_process(COMMAND "${CMAKE_COMMAND}" -E env "PKG_CONFIG_PATH=${folder}"
     "${pkgconfig}" --cflags --libs vantor-sysinfo OUTPUT_VARIABLE found COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(found UNIX_COMMAND "${found}")
-  run("${COMPILER}" -std=c++20 ${flags} "${SOURCE}/examples/sysinfo/main.cpp" -o "${WORK}/by-pkg-config" ${found})
+  run("${COMPILER}" -std=c++20 ${flags} "${documents}/examples/sysinfo/main.cpp" -o "${WORK}/by-pkg-config" ${found})
   run("${WORK}/by-pkg-config")
 endif()
 
