@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <cmath>
 #include <regex>
 #include <string>
 
@@ -25,11 +26,16 @@ json page(const std::string& arguments = "") {
     return json::parse(program("--no-gpu --json " + arguments).output);
 }
 
-/// The number after "NAME:" in the output of lscpu; 0 where there is none.
-unsigned long lscpu(const std::string& output, const std::string& name) {
+/// What follows "NAME:" in the output of lscpu; null where there is no such line.
+json lscpu(const std::string& output, const std::string& name) {
     std::smatch found;
-    const bool has = std::regex_search(output, found, std::regex("(^|\n)" + name + ": +([0-9]+)"));
-    return has ? std::stoul(found[2]) : 0;
+    const bool has = std::regex_search(output, found, std::regex("(^|\n)" + name + ": +([^\n]+)"));
+    return has ? json(found[2].str()) : json();
+}
+
+unsigned long lscpuNumber(const std::string& output, const std::string& name) {
+    const json text = lscpu(output, name);
+    return text.is_null() ? 0 : std::stoul(text.get<std::string>());
 }
 
 TEST(Program, AgreesWithTheSystemsOwnTools) {
@@ -41,32 +47,50 @@ TEST(Program, AgreesWithTheSystemsOwnTools) {
     }
     EXPECT_EQ(program("uname -o --all").output, shell("uname -snrvmo").output);
     const std::string output = shell("lscpu -B").output;
-    EXPECT_EQ(processor.at("threadsInAll"), lscpu(output, "CPU\\(s\\)"));
+    EXPECT_EQ(processor.at("threadsInAll"), lscpuNumber(output, "CPU\\(s\\)"));
     EXPECT_EQ(page().at("memory").at("swap"), std::stoul(shell("free -b | awk '/^Swap/ {print $2}'").output));
-    const unsigned long sockets = lscpu(output, "Socket\\(s\\)");
+    const unsigned long sockets = lscpuNumber(output, "Socket\\(s\\)");
     if (processor.at("levels").size() == 1 && sockets != 0 &&
         processor.at("threads") == processor.at("threadsInAll")) {
-        EXPECT_EQ(processor.at("cores"), lscpu(output, "Core\\(s\\) per socket") * sockets);
+        EXPECT_EQ(processor.at("cores"), lscpuNumber(output, "Core\\(s\\) per socket") * sockets);
         EXPECT_EQ(processor.at("packages"), sockets);
     }
 }
 
+TEST(Program, NamesThingsAsTheSystemsOwnToolsDo) {
+    const json shown = page();
+    const std::string output = shell("lscpu").output;
+    EXPECT_EQ(shown.at("machine").at("hypervisor").is_null(), lscpu(output, "Hypervisor vendor").is_null());
+    if (shown.at("processor").at("levels").size() == 1) { // else lscpu has a name a line
+        EXPECT_EQ(shown.at("processor").at("name"), lscpu(output, "Model name"));
+    }
+    EXPECT_EQ(shown.at("system").at("name").get<std::string>() + "\n",
+              shell("sh -c '. /etc/os-release; echo \"$PRETTY_NAME\"'").output);
+    const double before = std::stod(shell("cat /proc/uptime").output);
+    const double uptime = page().at("machine").at("uptime");
+    EXPECT_GE(uptime, std::floor(before));
+    EXPECT_LE(uptime, std::stod(shell("cat /proc/uptime").output));
+}
+
 /// lscpu adds up the instances of a cache: on a machine with one kind of core each is the same part.
 TEST(Program, AgreesWithLscpuOnCaches) {
-    const json levels = page().at("processor").at("levels");
+    const json processor = page().at("processor");
+    const json& levels = processor.at("levels");
     const std::string output = shell("lscpu -B").output;
     if (levels.size() != 1) {
         GTEST_SKIP() << "this machine has several kinds of cores";
     }
-    const std::array<std::array<const char*, 2>, 3> names{
-        {{"l1DataCache", "L1d"}, {"l1InstructionCache", "L1i"}, {"l2Cache", "L2"}}};
+    json caches = levels.at(0);
+    caches.update(processor);
+    const std::array<std::array<const char*, 2>, 4> names{
+        {{"l1DataCache", "L1d"}, {"l1InstructionCache", "L1i"}, {"l2Cache", "L2"}, {"l3Cache", "L3"}}};
     for (const auto& [ours, theirs] : names) {
         std::smatch found;
         const std::regex form(std::string(theirs) + " cache: +([0-9]+) \\(([0-9]+) instance");
         if (std::regex_search(output, found, form)) {
-            EXPECT_EQ(levels.at(0).at(ours), std::stoul(found[1]) / std::stoul(found[2])) << theirs;
+            EXPECT_EQ(caches.at(ours), std::stoul(found[1]) / std::stoul(found[2])) << theirs;
         } else {
-            EXPECT_TRUE(levels.at(0).at(ours).is_null()) << theirs;
+            EXPECT_TRUE(caches.at(ours).is_null()) << theirs;
         }
     }
 }
