@@ -11,15 +11,20 @@ namespace vantor::hosts::terminal {
 using platform::NSLocalizedString;
 namespace {
 
-Scene::Section shown(const TEReportTableViewController& controller, const Section& section) {
-    Scene::Section shown{NSLocalizedString(section.headingKey), std::nullopt, {}, section.source};
+Scene::Section shown(const TEReportTableViewController& controller, const Section& section, bool hasFailed) {
+    Scene::Section shown{NSLocalizedString(section.headingKey),
+                         std::nullopt,
+                         {},
+                         section.source,
+                         !hasFailed && hasFigures(controller, section)};
     if (const ArcChartView* const chart = chartOf(controller, section)) {
         shown.chart = *chart;
     }
     for (const SectionRow& row : section.rows) {
         if (isShown(controller, row)) {
             shown.rows.push_back({(controller.*row.caption.label)->text(),
-                                  (controller.*row.figure.label)->text(), row.sign, row.asciiSign});
+                                  hasFailed ? std::string() : (controller.*row.figure.label)->text(),
+                                  row.sign, row.asciiSign});
         }
     }
     return shown;
@@ -46,10 +51,12 @@ std::vector<Scene::Key> keys(bool isExpanded) {
 
 } // namespace
 
-Scene sceneOf(const TEReportTableViewController& controller, bool isExpanded) {
+Scene sceneOf(const TEReportTableViewController& controller,
+              const std::vector<platform::SourceFailure>& failures, bool isExpanded) {
     Scene scene;
     for (const Section& section : sections) {
-        (section.chart ? scene.sections : scene.lines).push_back(shown(controller, section));
+        (section.chart ? scene.sections : scene.lines)
+            .push_back(shown(controller, section, platform::hasFailed(failures, section.source)));
     }
     scene.keys = keys(isExpanded);
     scene.isExpanded = isExpanded;

@@ -59,7 +59,7 @@ void TerminalHost::turn(Instant now) {
 }
 
 const Scene& TerminalHost::sceneAt(Instant now) {
-    m_scene = sceneOf(*m_controller, m_isExpanded);
+    m_scene = sceneOf(*m_controller, m_failures, m_isExpanded);
     if (!m_context->offersExpanded()) {
         std::erase_if(m_scene.keys,
                       [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });

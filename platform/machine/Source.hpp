@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantor::platform {
 
@@ -30,5 +32,10 @@ struct SourceFailure {
     std::string reason;
     bool operator==(const SourceFailure&) const = default;
 };
+
+/// Whether a source is among the failures: its section has no figure then, whatever its labels still say.
+[[nodiscard]] inline bool hasFailed(const std::vector<SourceFailure>& failures, Source source) {
+    return std::ranges::find(failures, source, &SourceFailure::source) != failures.end();
+}
 
 } // namespace vantor::platform

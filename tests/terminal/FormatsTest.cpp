@@ -77,6 +77,7 @@ TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
     EXPECT_TRUE(object["network"]["wifiSent"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["progress"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["text"].is_null());
+    EXPECT_TRUE(object["charts"]["storage"]["color"].is_null());
     EXPECT_TRUE(object["labels"]["usedSTORAGELabel"].is_null());
     EXPECT_EQ(object["memory"]["total"], 4'294'967'296) << "the other sections still appear";
 
@@ -92,8 +93,9 @@ TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
 
     const json bar = json::parse(waybarText(failed, platform::Source::storage));
     EXPECT_EQ(bar["text"], "-");
-    EXPECT_FALSE(bar.contains("class")) << "no level, no band";
+    EXPECT_EQ(bar["class"], "unavailable");
     EXPECT_FALSE(bar.contains("percentage"));
+    EXPECT_EQ(json::parse(waybarText(failed, std::nullopt))["class"], json({"orange", "unavailable"}));
     EXPECT_THAT(bar["tooltip"].get<std::string>(), HasSubstr("[2J&lt;b&gt;"));
 }
 

@@ -86,12 +86,15 @@ TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
     });
     m_loop.advance(2);
     EXPECT_EQ(scene().warning, "Storage: Not available (/home: no answer)");
+    EXPECT_FALSE(scene().sections[1].isKnown);
+    EXPECT_EQ(scene().sections[1].rows[0].figure, "");
     m_machine.change([](platform::SimulatedState& state) {
         state.volume = tests::smallMachine().volume;
         state.failures.clear();
     });
     m_loop.advance(2);
     EXPECT_EQ(scene().warning, "");
+    EXPECT_TRUE(scene().sections[1].isKnown);
 }
 
 /// Behind a stopped job, in a terminal that took no bytes, and with one that nobody announced.

@@ -97,6 +97,25 @@ TEST(Pictures, EverySizeHasOne) {
     EXPECT_EQ(huge.grid.size(), (Size{500, 200}));
 }
 
+TEST(Pictures, ASectionThatCannotBeReadLooksLikeNoneThatIsSound) {
+    SceneFixture fixture;
+    Scene::Section& failed = fixture.scene.sections[1];
+    failed.isKnown = false;
+    for (Scene::Row& row : failed.rows) {
+        row.figure.clear();
+    }
+    for (const Size size : {Size{80, 24}, Size{40, 9}, Size{20, 5}, Size{60, 1}, Size{14, 1}, Size{3, 1}}) {
+        std::string all;
+        for (const std::string& row :
+             drawPicture(fixture.scene, size, {Glyphs::ascii}, fixture.rest()).grid.lines()) {
+            all += row + '\n';
+        }
+        EXPECT_THAT(all, testing::Not(testing::HasSubstr("68%"))) << all;
+        EXPECT_THAT(all, testing::Not(testing::HasSubstr(" 0%"))) << all;
+        EXPECT_THAT(all, testing::HasSubstr("-")) << all;
+    }
+}
+
 TEST(Pictures, CustomColoursOddFiguresAndNoFiguresAreDrawn) {
     for (const double progress : {0.0, 1.0, 7.5, std::numeric_limits<double>::quiet_NaN()}) {
         SceneFixture fixture;

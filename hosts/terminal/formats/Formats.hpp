@@ -26,7 +26,8 @@ enum class Format : std::uint8_t { text, json, waybar, prometheus };
 
 /// One JSON object in one line, as Waybar's custom modules take it (return-type json): "text", "tooltip" (in
 /// Pango markup), "class" and "percentage". Without a field: all three charts, with the class and percentage
-/// of the fullest.
+/// of the fullest. A section that cannot be read has the class "unavailable" and no percentage; where others
+/// can, both classes stand side by side.
 [[nodiscard]] std::string waybarText(const Reading& reading, std::optional<platform::Source> field);
 
 /// The text exposition format 0.0.4 for a textfile collector. Bytes and ratios only; the figures of a source

@@ -93,7 +93,7 @@ Json chartsOf(const Reading& reading) {
             object[std::string(section.kind->mark)] = {
                 {"progress", numberOf(section.chart->progress)},
                 {"text", section.hasFailed ? Json(nullptr) : Json(percentOf(section))},
-                {"color", hexOf(section.chart->color)}};
+                {"color", section.hasFailed ? Json(nullptr) : Json(hexOf(section.chart->color))}};
         }
     }
     return object;

@@ -36,7 +36,7 @@ const Reading::Section& Reading::section(platform::Source source) const {
 }
 
 bool Reading::hasFailed(platform::Source source) const {
-    return std::ranges::find(failures, source, &platform::SourceFailure::source) != failures.end();
+    return platform::hasFailed(failures, source);
 }
 
 Reading readingOf(const TEReportTableViewController& controller,

@@ -4,11 +4,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 
 namespace vantor::hosts::terminal {
 
 namespace {
+
+constexpr std::string_view unavailable = "unavailable";
 
 /// A text as the content of Pango markup, which tooltips are.
 std::string markup(std::string_view text) {
@@ -63,6 +66,12 @@ double fullest(const Reading& reading, std::optional<platform::Source> field) {
     return progress;
 }
 
+bool isAnyUnavailable(const Reading& reading, std::optional<platform::Source> field) {
+    return std::ranges::any_of(reading.sections, [&](const Reading::Section& section) {
+        return section.hasFailed && isAsked(section, field);
+    });
+}
+
 std::string shortText(const Reading& reading, std::optional<platform::Source> field) {
     if (field && !reading.section(*field).chart) {
         return rowsLine(reading.section(*field), true);
@@ -82,7 +91,11 @@ std::string waybarText(const Reading& reading, std::optional<platform::Source> f
     nlohmann::ordered_json object{{"text", markup(shortText(reading, field))},
                                   {"tooltip", tooltip(reading, field)}};
     const double progress = fullest(reading, field);
-    if (const std::string_view level = levelName(progress); !level.empty()) {
+    const std::string_view level = levelName(progress);
+    if (isAnyUnavailable(reading, field)) { // beside the band of those that can be read
+        object["class"] =
+            level.empty() ? nlohmann::ordered_json(unavailable) : nlohmann::ordered_json{level, unavailable};
+    } else if (!level.empty()) {
         object["class"] = level;
     }
     if (const std::optional<int> percent = wholePercent(progress)) {

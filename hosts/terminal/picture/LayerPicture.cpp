@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vantor::hosts::terminal {
 
@@ -14,8 +15,13 @@ namespace {
 using platform::StrokeLayer;
 using platform::TextLayer;
 
-constexpr double captionSize = 17; // points; a text of at least this size is a figure and drawn bold
-constexpr double hairline = 0.05;  // of the region: a thinner stroke is a hairline
+constexpr double hairline = 0.05; // of the region: a thinner stroke is a hairline
+
+/// The percentage in the middle; a caption is smaller.
+bool isFigure(const TextLayer& text) {
+    constexpr double figureSize = 17; // points
+    return text.fontSize >= figureSize;
+}
 
 class Painter {
 public:
@@ -54,7 +60,7 @@ public:
         }
         const int center = static_cast<int>(std::lround(m_place.rows * 2));
         Ink ink = inkOf(layer.color, 1, m_look);
-        ink.isBold = layer.fontSize >= captionSize;
+        ink.isBold = isFigure(layer);
         m_grid.write(m_place.column + (center - width + (center - width > 0 ? 1 : 0)) / 2, row, text, ink);
     }
 
@@ -67,6 +73,19 @@ private:
 };
 
 } // namespace
+
+platform::Layers withoutLevel(platform::Layers layers, std::string_view noFigure) {
+    bool isTrack = true; // the first stroke; the level's comes on top of it
+    std::erase_if(layers, [&](const platform::Layer& layer) {
+        return std::holds_alternative<StrokeLayer>(layer) && !std::exchange(isTrack, false);
+    });
+    for (platform::Layer& layer : layers) {
+        if (auto* const text = std::get_if<TextLayer>(&layer); text != nullptr && isFigure(*text)) {
+            text->text = noFigure;
+        }
+    }
+    return layers;
+}
 
 void drawLayers(Grid& grid, const platform::Layers& layers, const LayerPlace& place, const Look& look) {
     Painter painter(grid, place, look);

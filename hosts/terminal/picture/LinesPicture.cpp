@@ -13,8 +13,16 @@ constexpr int shortestBar = 6; // columns
 constexpr int shortestTitle = 3;
 constexpr int percentWidth = 4;
 
+bool hasLevel(const Scene::Section& section) {
+    return section.chart && section.isKnown;
+}
+
 std::string percentOf(const Scene::Section& section) {
-    return percentText(section.chart ? section.chart->arcChartViewModel->progress() : 0);
+    return hasLevel(section) ? percentText(section.chart->arcChartViewModel->progress()) : noFigure;
+}
+
+std::string figureOf(const Scene::Row& row) {
+    return row.figure.empty() ? noFigure : row.figure;
 }
 
 std::string titleOf(const Scene::Section& section) {
@@ -22,7 +30,7 @@ std::string titleOf(const Scene::Section& section) {
 }
 
 Ink chartInk(const Scene::Section& section, const Look& look) {
-    return section.chart ? inkOf(section.chart->arcChartViewModel->innerRingColor(), 1, look) : Ink{};
+    return hasLevel(section) ? inkOf(section.chart->arcChartViewModel->innerRingColor(), 1, look) : Ink{};
 }
 
 /// The characters of a bar: full, half full on the leading side, empty.
@@ -44,7 +52,10 @@ BarGlyphs barGlyphs(const Look& look) {
 
 /// One character that is higher the fuller the chart is: what is left when not even a percentage fits.
 char32_t levelGlyph(const Scene::Section& section, const Look& look) {
-    const double value = section.chart ? section.chart->arcChartViewModel->progress() : 0;
+    if (!hasLevel(section)) {
+        return noFigure[0];
+    }
+    const double value = section.chart->arcChartViewModel->progress();
     const double pinned = value > 0 ? std::min(value, 1.0) : 0;
     if (look.glyphs != Glyphs::braille) {
         return U'0' + static_cast<char32_t>(std::min(pinned * 10, 9.0));
@@ -62,7 +73,7 @@ std::string rowsText(const Scene::Section& section, Wording wording, Glyphs glyp
         text += glyphs == Glyphs::ascii ? row.asciiSign : row.sign;
         text += wording == Wording::tight ? "" : " ";
         text += wording == Wording::captions ? row.caption + " " : "";
-        text += row.figure.empty() ? "-" : row.figure;
+        text += figureOf(row);
     }
     return text;
 }
@@ -81,7 +92,7 @@ std::string chartsText(const Scene& scene, bool withTitles) {
 } // namespace
 
 void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
-    const double shown = section.chart->animation().valueAt(now);
+    const double shown = hasLevel(section) ? section.chart->animation().valueAt(now) : 0;
     const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
     const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
     const BarGlyphs glyphs = barGlyphs(sheet.look());
@@ -113,10 +124,11 @@ void drawLines(Sheet& sheet, const Scene& scene, Box box) {
 
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box) {
     for (const Scene::Row& row : section.rows) {
-        const int figure = std::min(displayWidth(row.figure), box.width);
+        const std::string text = figureOf(row);
+        const int figure = std::min(displayWidth(text), box.width);
         const int caption = std::max(0, box.width - figure - 1);
         sheet.text({box.column, box.row, caption}, row.caption, Align::leading, captionInk(sheet.look()));
-        sheet.text({box.column + box.width - figure, box.row, figure}, row.figure, Align::trailing, {});
+        sheet.text({box.column + box.width - figure, box.row, figure}, text, Align::trailing, {});
         ++box.row;
     }
 }

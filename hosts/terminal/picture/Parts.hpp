@@ -9,6 +9,9 @@
 /// The parts that a picture is put together from. Each draws into its box and registers what can be clicked.
 namespace vantor::hosts::terminal {
 
+/// In place of a figure that there is none of.
+inline constexpr const char* noFigure = "-";
+
 /// A chart in its place: a ring with percentage and caption, centred in its box, or a bar that fills it.
 void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
 void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);

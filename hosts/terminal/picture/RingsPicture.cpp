@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numbers>
+#include <utility>
 
 namespace vantor::hosts::terminal {
 
@@ -100,7 +101,11 @@ void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platf
     place.rows = rows;
     place.textWidth = box.width;
     place.lowestRow = box.row + box.height - 1;
-    drawLayers(sheet.grid(), section.chart->body(chartRect, now), place, sheet.look());
+    platform::Layers layers = section.chart->body(chartRect, now);
+    if (!section.isKnown) {
+        layers = withoutLevel(std::move(layers), noFigure);
+    }
+    drawLayers(sheet.grid(), layers, place, sheet.look());
 }
 
 void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {

@@ -21,7 +21,7 @@ using Action = std::variant<platform::Source, HostAction>;
 struct Scene {
     struct Row {
         std::string caption;
-        std::string figure;         ///< empty until the first report
+        std::string figure;         ///< empty where there is none
         std::string_view sign = {}; ///< a character in place of the caption
         std::string_view asciiSign = {};
     };
@@ -29,7 +29,8 @@ struct Scene {
         std::string name;
         std::optional<ArcChartView> chart;
         std::vector<Row> rows;
-        Action action; ///< of a click on the chart
+        Action action;       ///< of a click on the chart
+        bool isKnown = true; ///< false: its source has failed or has told nothing yet, so no figure counts
     };
     struct Key {
         char key = 0;
