@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
 
+#include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
 #include "settings/SharedStore.hpp"
 
+#include <unistd.h>
+
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
@@ -36,8 +38,8 @@ void Complaints::tell(const std::vector<SourceFailure>& failures) {
 
 void Complaints::write(const SourceFailure& failure) const {
     // A path may be long, and its end is what tells files apart.
-    std::fprintf(stderr, "%s: %s: %s\n", m_program.c_str(), std::string(sourceName(failure.source)).c_str(),
-                 platform::printableText(failure.reason, 4096).c_str());
+    writeUnhurried(STDERR_FILENO, m_program + ": " + std::string(sourceName(failure.source)) + ": " +
+                                      platform::printableText(failure.reason, 4096) + '\n');
 }
 
 } // namespace vantor::hosts::common

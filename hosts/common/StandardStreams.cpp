@@ -8,7 +8,6 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdint>
@@ -24,19 +23,10 @@ bool canTake(int descriptor) {
     return ::poll(&reader, 1, 0) == 1 && (reader.revents & POLLOUT) != 0;
 }
 
-/// A pipe that can be written to takes this much without waiting. It always answers that all was written: the
-/// stream would keep the rest and go on with it in the middle of a line.
-ssize_t writeWithoutWaiting(void* cookie, const char* bytes, std::size_t count) {
-    const auto descriptor = static_cast<int>(reinterpret_cast<std::intptr_t>(cookie));
-    for (std::size_t done = 0; done < count && canTake(descriptor);) {
-        const std::size_t piece = std::min<std::size_t>(count - done, PIPE_BUF);
-        const ssize_t written =
-            platform::posix::uninterrupted([&] { return ::write(descriptor, bytes + done, piece); });
-        if (written <= 0) {
-            break;
-        }
-        done += static_cast<std::size_t>(written);
-    }
+/// It always answers that all was written: the stream would keep the rest and go on with it in the middle of
+/// a line.
+ssize_t writeToCookie(void* cookie, const char* bytes, std::size_t count) {
+    writeUnhurried(static_cast<int>(reinterpret_cast<std::intptr_t>(cookie)), {bytes, count});
     return static_cast<ssize_t>(count);
 }
 
@@ -51,9 +41,22 @@ void holdClosedStreams() {
     }
 }
 
+void writeUnhurried(int descriptor, std::string_view text) {
+    while (!text.empty() && canTake(descriptor)) {
+        // A pipe that can be written to takes this much without waiting.
+        const std::string_view piece = text.substr(0, PIPE_BUF);
+        const ssize_t written =
+            platform::posix::uninterrupted([&] { return ::write(descriptor, piece.data(), piece.size()); });
+        if (written <= 0) {
+            break;
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
 std::FILE* unhurriedStream(int descriptor) {
     cookie_io_functions_t functions{};
-    functions.write = writeWithoutWaiting;
+    functions.write = writeToCookie;
     // The number itself is the cookie: nothing is ever read through it.
     // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return ::fopencookie(reinterpret_cast<void*>(static_cast<std::intptr_t>(descriptor)), "w", functions);

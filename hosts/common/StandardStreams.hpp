@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdio>
+#include <string_view>
 
 /// The three descriptors that a program is started with.
 namespace vantor::hosts::common {
@@ -9,6 +10,9 @@ namespace vantor::hosts::common {
 /// Takes the number of each standard stream that is closed, so that no file and no connection gets it and is
 /// written into by mistake. Using it still fails, as with a closed one. First in main.
 void holdClosedStreams();
+
+/// Writes what a descriptor's reader takes at once; the rest is dropped.
+void writeUnhurried(int descriptor, std::string_view text);
 
 /// A stream for the log over a descriptor: what the reader does not take at once is dropped, so that a pipe
 /// which nobody reads, or a terminal whose output was stopped, does not hold the program up. Neither is ever

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/Options.hpp"
 
+#include "hosts/terminal/StandardOutput.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <CLI/CLI.hpp>
@@ -9,6 +10,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <sstream>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,8 +25,12 @@ constexpr int badUsage = 2;
 
 CLI::Validator oneOf(const std::vector<std::string>& words) {
     return {[words](const std::string& word) {
+                std::string known;
+                for (const std::string& other : words) {
+                    known += (known.empty() ? "" : ", ") + other;
+                }
                 return std::ranges::find(words, word) != words.end() ? std::string()
-                                                                     : "\"" + word + "\" is not known";
+                                                                     : "\"" + word + "\" is none of " + known;
             },
             ""};
 }
@@ -143,7 +149,11 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
         check(parsed.options);
         parsed.options.color = color.value_or(ColorChoice::automatic);
     } catch (const CLI::Success& wish) { // --help and --version
-        parsed.exitStatus = app.exit(wish);
+        std::ostringstream text;
+        parsed.exitStatus = app.exit(wish, text);
+        if (writeOut(text.str()) == Output::failed) {
+            parsed.exitStatus = 1;
+        }
     } catch (const CLI::ParseError& mistake) {
         std::fprintf(stderr, "vantor-term: %s\nvantor-term --help tells what there is.\n",
                      platform::printableText(mistake.what()).c_str());

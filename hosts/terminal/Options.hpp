@@ -29,7 +29,7 @@ struct Options {
 };
 
 /// Reads the command line. Prints the help or version on standard output, or what is wrong on standard
-/// error, and gives the exit status (0 or 2) instead where there is nothing left to do.
+/// error, and gives the exit status (0 to 2) instead where there is nothing left to do.
 struct ParsedOptions {
     Options options;
     std::optional<int> exitStatus;

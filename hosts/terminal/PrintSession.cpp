@@ -2,20 +2,16 @@
 #include "hosts/terminal/PrintSession.hpp"
 
 #include "controller/ReportInterface.hpp"
-#include "controller/Sections.hpp"
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/terminal/StandardOutput.hpp"
+#include "hosts/terminal/TimedSources.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "settings/SharedStore.hpp"
 
-#include <unistd.h>
-
-#include <cerrno>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -35,19 +31,6 @@ constexpr int failureStatus = 1;
 
 using TurnUntil = std::function<bool(const std::function<bool()>& done, double atMost)>;
 
-/// Writes everything to standard output; 0, or the error's number.
-int writeOut(std::string_view text) {
-    while (!text.empty()) {
-        const ::ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            return errno;
-        }
-    }
-    return 0;
-}
-
 /// Drives the widget so that a reading's shares and rates cover the time since the reading before: its own
 /// interval timer is stopped, its network timer ticks on.
 class PrintSession {
@@ -63,8 +46,9 @@ public:
         m_controller->refreshTime()->invalidate();
         m_controller->reportNETWORKStatus(); // the first tick only notes the counters: have it now
         m_start = RunLoop::main().now();
+        const bool hasRates = needs(platform::Source::processor) || needs(platform::Source::network);
         const auto first = NSTimer::scheduledTimerWithTimeInterval(
-            rateSeconds,
+            hasRates ? rateSeconds : 0,
             [this, interval] {
                 ask();
                 if (m_options.watch) {
@@ -83,15 +67,17 @@ public:
     }
 
 private:
-    /// What `makeReports` reports: the sections with a ring.
-    [[nodiscard]] static std::set<platform::Source> timed() {
-        std::set<platform::Source> sources;
-        for (const Section& section : sections) {
-            if (section.chart) {
-                sources.insert(section.source);
-            }
+    /// What a reading waits for: the sections with a ring, or the one of them that it is about.
+    [[nodiscard]] std::set<platform::Source> timed() const {
+        std::set<platform::Source> sources = timedSources();
+        if (m_options.field) {
+            std::erase_if(sources, [this](platform::Source source) { return source != *m_options.field; });
         }
         return sources;
+    }
+    /// Whether a reading holds what is counted over a time: the network's rates, the processor's shares.
+    [[nodiscard]] bool needs(platform::Source source) const {
+        return !m_options.field || *m_options.field == source;
     }
 
     void ask() {
@@ -108,8 +94,9 @@ private:
         if (source != platform::Source::network && m_asked) {
             m_missing.erase(source);
         }
-        const bool hasRates = records.network && !records.network->isFirst;
-        if (m_missing.empty() && hasRates && !m_ended) {
+        const bool hasRates =
+            !needs(platform::Source::network) || (records.network && !records.network->isFirst);
+        if (m_asked && m_missing.empty() && hasRates && !m_ended) {
             m_missing = timed();
             print();
         }
@@ -134,12 +121,9 @@ private:
             text.insert(0, 1, '\n'); // pages are set apart
         }
         m_printed = true;
-        const int error = writeOut(text);
-        if (error != 0 && error != EPIPE) {
-            std::fprintf(stderr, "vantor-term: standard output: %s\n", std::strerror(error));
-            m_status = failureStatus;
-        }
-        m_ended = error != 0 || !m_options.watch;
+        const Output output = writeOut(text);
+        m_status = output == Output::failed ? failureStatus : m_status;
+        m_ended = output != Output::written || !m_options.watch;
     }
 
     const Options& m_options;
@@ -147,8 +131,8 @@ private:
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     platform::Instant m_start;
-    std::set<platform::Source> m_missing = timed(); // not yet reported since the last question
-    bool m_asked = false;                           // what came before tells of the time since boot
+    std::set<platform::Source> m_missing; // not yet reported since the last question
+    bool m_asked = false;                 // what came before tells of the time since boot
     bool m_printed = false;
     bool m_ended = false;
     int m_status = 0;

@@ -45,7 +45,6 @@ int run(const hosts::terminal::Options& options) {
     if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
-    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     // Never destroyed: workers may be asking it while the program ends.
     [[maybe_unused]] static const auto& machine =
         *new hosts::common::HostMachine(options.demo, usesLocale(options));
@@ -62,6 +61,7 @@ int run(const hosts::terminal::Options& options) {
 int main(int count, char** arguments) {
     hosts::common::holdClosedStreams();
     ::mallopt(M_ARENA_MAX, 1); // the workers allocate a handful of bytes: one heap is enough for all threads
+    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     const hosts::terminal::ParsedOptions parsed = hosts::terminal::parseOptions(count, arguments);
     const int status = parsed.exitStatus ? *parsed.exitStatus : run(parsed.options);
     std::fflush(nullptr);

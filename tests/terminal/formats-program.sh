@@ -61,6 +61,10 @@ for arguments in "--format xml" "--watch 0" "--watch nan" "--watch 1,5" "--once 
   [[ $(head -c 13 "$folder/error") == "vantor-term: " ]] || { echo "$arguments: not told"; wrong=1; }
 done
 expect 0 "--version" "$program" --version >/dev/null
+for option in --help --version; do
+  expect 1 "$option to a full disk" "$program" $option >/dev/full 2>"$folder/error"
+  [[ -s $folder/error ]] || { echo "$option: a full disk is not told"; wrong=1; }
+done
 
 # A failed source is told and makes status 1; the rest is there. Preferences are the source that a test can break.
 expect 1 "a failed source" env VANTOR_SUITE_FILE=/etc "$program" --once --format json >"$folder/failed" 2>"$folder/error"
