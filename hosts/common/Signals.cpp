@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Signals.hpp"
 
+#include <poll.h>
+
 #include <atomic>
 
 namespace vantor::hosts::common {
@@ -55,6 +57,29 @@ std::vector<int> Signals::take() const {
         }
     }
     return signals;
+}
+
+bool Signals::await(int signal, std::chrono::milliseconds patience) const {
+    using std::chrono::steady_clock;
+    const std::uint32_t bit = 1U << static_cast<unsigned>(signal);
+    const auto end = steady_clock::now() + patience;
+    bool hasCome = false;
+    for (;;) {
+        m_event.drain(); // first: a signal that comes from here on can be read again
+        hasCome = (pending.fetch_and(~bit) & bit) != 0;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
+        if (hasCome || left.count() <= 0) {
+            break;
+        }
+        struct pollfd ready {};
+        ready.fd = m_event.number();
+        ready.events = POLLIN;
+        ::poll(&ready, 1, static_cast<int>(left.count()));
+    }
+    if (pending != 0) {
+        m_event.wake(); // for those that stay
+    }
+    return hasCome;
 }
 
 void Signals::actOn(int signal) {

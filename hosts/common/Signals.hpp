@@ -3,6 +3,7 @@
 
 #include "platform/posix/EventDescriptor.hpp"
 
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <initializer_list>
@@ -28,6 +29,9 @@ public:
     [[nodiscard]] int number() const { return m_event.number(); }
     /// The signals that have come since the last call, each once, by rising number.
     [[nodiscard]] std::vector<int> take() const;
+    /// Takes one signal, which may take a while to come; false when it has not come within `patience`. The
+    /// others stay.
+    bool await(int signal, std::chrono::milliseconds patience) const;
     /// Does what a signal does by default: ends the process, or stops it until it is continued.
     static void actOn(int signal);
 

@@ -6,6 +6,7 @@
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/WidgetSizes.hpp"
 #include "hosts/terminal/SceneReader.hpp"
+#include "hosts/terminal/TimedSources.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <algorithm>
@@ -38,7 +39,10 @@ TerminalHost::TerminalHost(bool isExpanded, common::LinkOpener::Programs program
           std::move(programs))),
       m_controller(ReportInterface::instantiate()) {
     m_controller->setExtensionContext(m_context);
-    m_controller->setReportHandler([this](platform::Source) { noteFailures(); });
+    m_controller->setReportHandler([this](platform::Source source) {
+        m_refreshing.erase(source);
+        noteFailures();
+    });
     m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
     setMode(isExpanded);
     m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
@@ -92,8 +96,11 @@ std::optional<Instant> TerminalHost::noticeEnd() const {
 void TerminalHost::perform(Action action, Instant now) {
     if (const auto* const source = std::get_if<platform::Source>(&action)) {
         const ActionOutlet& asked = sectionOf(*source)->action;
-        ((*m_controller).*asked.action)(this);
-        if (asked.action == &TEReportTableViewController::manualInfoRefresh) {
+        if (asked.action != &TEReportTableViewController::manualInfoRefresh) {
+            ((*m_controller).*asked.action)(this);
+        } else if (m_refreshing.empty()) { // a key that is held down asks for one refresh at a time
+            m_refreshing = timedSources();
+            ((*m_controller).*asked.action)(this);
             tell(NSLocalizedString("host_REFRESHED"), now);
         }
     } else if (std::get<HostAction>(action) == HostAction::quit) {

@@ -8,6 +8,7 @@
 #include "platform/machine/Machine.hpp"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,7 @@ private:
     std::string m_notice;
     platform::Instant m_noticeEnd;
     std::vector<platform::SourceFailure> m_failures;
+    std::set<platform::Source> m_refreshing; ///< whose reports a refresh has still to bring
     bool m_isExpanded = false;
     bool m_changed = true;
     bool m_hasQuit = false;

@@ -10,6 +10,7 @@
 #include "platform/posix/EventDescriptor.hpp"
 
 #include <poll.h>
+#include <unistd.h>
 
 #include <array>
 #include <chrono>
@@ -27,6 +28,7 @@ namespace {
 
 constexpr std::chrono::milliseconds firstPicture{20}; // the longest wait for figures before drawing without
 constexpr std::chrono::milliseconds lastAnswers{100}; // for a terminal that is slow to say what it is
+constexpr std::chrono::milliseconds continued{100};   // for the signal that ended a stop to be taken
 constexpr const char* mouseOn = "\033[?1000h\033[?1006h";
 constexpr const char* mouseOff = "\033[?1006l\033[?1000l";
 constexpr const char* askForBackground = "\033]11;?\033\\\033[c";
@@ -203,6 +205,9 @@ private:
         case SIGTSTP:
             m_state.leave();
             common::Signals::actOn(signal); // stops here until the shell continues it
+            // That is told as well, be it a moment later or in another thread; to come back for both would
+            // make two reports in one instant. Where nobody can stop us, nobody continues us.
+            m_signals.await(SIGCONT, continued);
             comeBack();
             break;
         case SIGCONT: // after a stop that gave no notice
@@ -236,7 +241,7 @@ private:
     const TerminalSignals& m_signals;
     const TerminalEnvironment m_environment;
     const Terminfo m_terminal = Terminfo::fromEnvironment();
-    TerminalDevice m_device;
+    TerminalDevice m_device{STDOUT_FILENO};
     TerminalState m_state;
     ScreenWriter m_writer;
     TerminalHost m_host;

@@ -58,6 +58,18 @@ TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
     EXPECT_EQ(scene().notice, "");
 }
 
+TEST_F(Host, AKeyThatIsHeldDownRefreshesOnceAtATime) {
+    m_asked.clear();
+    for (int i = 0; i < 100; ++i) {
+        m_host->perform(platform::Source::network, m_loop.clock.now());
+    }
+    m_loop.play();
+    EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 1);
+    m_host->perform(platform::Source::network, m_loop.clock.now());
+    m_loop.play();
+    EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 2);
+}
+
 TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
     const std::pair<Action, const char*> links[] = {
         {platform::Source::memory, "vantor://action?cleanRam"},

@@ -2,6 +2,7 @@
 #include "PseudoTerminal.hpp"
 #include "SimulatedStore.hpp"
 #include "TestTree.hpp"
+#include "hosts/terminal/screen/TerminalDevice.hpp"
 #include "hosts/terminal/screen/TerminalState.hpp"
 #include "platform/core/FatalStop.hpp"
 
@@ -111,6 +112,10 @@ TEST_F(Session, AShellCanStopAndContinueIt) {
     shell.send("fg\n");
     ASSERT_TRUE(shell.waitFor(shown));
     EXPECT_TRUE(shell.waitFor("Used RAM")) << "all of it is drawn again";
+    shell.send("r");
+    std::string since;
+    EXPECT_TRUE(shell.waitFor("Refreshed", &since));
+    EXPECT_THAT(since, Not(HasSubstr(shown))) << "it comes back once";
     shell.send("q");
     EXPECT_TRUE(shell.waitFor(putBack));
     EXPECT_TRUE(shell.waitFor("ready> "));
@@ -217,6 +222,35 @@ TEST_F(Session, ATerminalThatTakesNoBytesIsPutBackAllTheSame) {
     EXPECT_THAT(seen, EndsWith("<leave>"));
     ::close(terminal);
     ::close(other);
+}
+
+/// After su(1) the terminal belongs to somebody else and cannot be opened anew; a pipe has no name to open.
+TEST_F(Session, ADeviceThatCannotBeOpenedAnewHoldsNothingUpEither) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    const auto before = std::signal(SIGPIPE, SIG_IGN); // as the program has it
+    hosts::terminal::TerminalDevice output(ends[1]);
+    EXPECT_TRUE(output.write(std::string(1'000'000, 'x')));
+    EXPECT_TRUE(output.isBlocked());
+    EXPECT_EQ(::fcntl(ends[1], F_GETFL) & O_NONBLOCK, 0) << "the shell's own descriptor stays as it was";
+    std::string input;
+    EXPECT_TRUE(hosts::terminal::TerminalDevice(ends[0]).read(input));
+    EXPECT_EQ(input.size(), 4096U) << "a flood is taken in pieces";
+    ::close(ends[0]);
+    EXPECT_FALSE(output.flush()) << "a terminal that is gone";
+    ::close(ends[1]);
+    std::signal(SIGPIPE, before);
+}
+
+TEST_F(Session, ATerminalThatNobodyHasHeardOfIsReadAsAUsualOne) {
+    PseudoTerminal young(demo(), environment({"TERM=xterm-of-tomorrow"}));
+    EXPECT_TRUE(young.waitFor(shown));
+    EXPECT_TRUE(young.waitFor("Used RAM"));
+    young.send("q");
+    EXPECT_EQ(young.waitForEnd(), 0);
+    const std::size_t lastRow = young.output().find("\033[999;1H\033[K");
+    EXPECT_LT(lastRow, young.output().find(putBack))
+        << "a shell without another screen goes on at the bottom";
 }
 
 TEST_F(Session, PlainTerminalsGetPlainText) {

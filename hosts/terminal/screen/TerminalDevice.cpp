@@ -2,6 +2,7 @@
 #include "hosts/terminal/screen/TerminalDevice.hpp"
 
 #include "platform/posix/Environment.hpp"
+#include "platform/posix/WithoutWaiting.hpp"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -38,7 +39,7 @@ int variable(const char* name, int otherwise) {
 
 } // namespace
 
-TerminalDevice::TerminalDevice() : m_given(STDOUT_FILENO), m_own(openAgain(m_given)) {}
+TerminalDevice::TerminalDevice(int given) : m_given(given), m_own(openAgain(given)) {}
 
 Size TerminalDevice::size() const {
     winsize window{};
@@ -55,6 +56,7 @@ bool TerminalDevice::write(std::string_view bytes) {
     m_waiting.append(bytes);
     std::size_t done = 0;
     bool isThere = true;
+    const platform::posix::WithoutWaiting withoutWaiting(number());
     while (isThere && done < m_waiting.size()) {
         const ::ssize_t written = ::write(number(), m_waiting.data() + done, m_waiting.size() - done);
         if (written >= 0) {
@@ -72,7 +74,9 @@ bool TerminalDevice::write(std::string_view bytes) {
 bool TerminalDevice::read(std::string& bytes) const {
     pollfd ready{number(), POLLIN, 0};
     std::array<char, 1024> buffer{};
-    while (::poll(&ready, 1, 0) > 0 && (ready.revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
+    constexpr std::size_t most = 4096;
+    while (bytes.size() < most && ::poll(&ready, 1, 0) > 0 &&
+           (ready.revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
         const ::ssize_t count = ::read(number(), buffer.data(), buffer.size());
         if (count > 0) {
             bytes.append(buffer.data(), static_cast<std::size_t>(count));

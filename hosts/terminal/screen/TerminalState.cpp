@@ -2,6 +2,7 @@
 #include "hosts/terminal/screen/TerminalState.hpp"
 
 #include "platform/core/FatalStop.hpp"
+#include "platform/posix/WithoutWaiting.hpp"
 
 #include <poll.h>
 #include <termios.h>
@@ -45,6 +46,7 @@ bool waitToWrite(int descriptor, bool mayDiscard) noexcept {
 
 /// Async-signal-safe.
 void writeAll(int descriptor, const char* bytes, std::size_t count) noexcept {
+    const platform::posix::WithoutWaiting withoutWaiting(descriptor);
     bool mayDiscard = true;
     while (count > 0) {
         const ::ssize_t written = ::write(descriptor, bytes, count);
@@ -120,7 +122,7 @@ bool TerminalState::enter() {
     settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     settings.c_cc[VMIN] = 1;
     settings.c_cc[VTIME] = 0;
-    ::tcsetattr(m_descriptor, TCSADRAIN, &settings);
+    ::tcsetattr(m_descriptor, TCSANOW, &settings); // not after the output, which may be stopped
     writeAll(m_descriptor, m_enter.data(), m_enter.size());
     return true;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/Terminfo.hpp"
 
+#include "platform/posix/Environment.hpp"
+
 #include <curses.h>
 #include <term.h> // defines macros for short words: only here
 #include <unistd.h>
@@ -31,12 +33,22 @@ std::string filledIn(const std::string& format, int first, int second = 0) {
     return text != nullptr ? text : "";
 }
 
+/// For a terminal that the database does not know, such as one that is younger: nearly all of them understand
+/// what xterm does. A machine without that entry has the oldest.
+bool takeUsualEntry() {
+    const std::string name = platform::posix::environmentText("TERM");
+    int error = 0;
+    return !name.empty() && name != "dumb" &&
+           (::setupterm("xterm-256color", STDOUT_FILENO, &error) == 0 ||
+            ::setupterm("ansi", STDOUT_FILENO, &error) == 0);
+}
+
 } // namespace
 
 Terminfo Terminfo::fromEnvironment() {
     Terminfo terminal;
     int error = 0;
-    if (::setupterm(nullptr, STDOUT_FILENO, &error) != 0) {
+    if (::setupterm(nullptr, STDOUT_FILENO, &error) != 0 && !takeUsualEntry()) {
         return terminal;
     }
     terminal.m_address = capability("cup");
@@ -52,8 +64,11 @@ Terminfo Terminfo::fromEnvironment() {
     const std::string noMargins = capability("rmam");
     terminal.wrapsAtOnce = ::tigetflag("am") > 0 && ::tigetflag("xenl") <= 0 && noMargins.empty();
     terminal.enter = capability("smcup") + capability("civis") + noMargins;
-    terminal.leave = terminal.plain + (noMargins.empty() ? "" : capability("smam")) + capability("cnorm") +
-                     capability("rmcup");
+    // To the last row first: where there is no other screen to go back to, the shell goes on below.
+    constexpr int belowAll = 998; // terminals stop at their last row
+    terminal.leave = terminal.plain + (noMargins.empty() ? "" : capability("smam")) +
+                     (terminal.canAddress ? terminal.moveTo(0, belowAll) + capability("el") : "") +
+                     capability("cnorm") + capability("rmcup");
     return terminal;
 }
 
