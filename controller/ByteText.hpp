@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-/// The byte figures of the sections. The formatter writes a zero as a word; the widget shows the digit.
+/// The byte figures of the sections. The formatter writes a zero as a word, which the memory keeps;
+/// storage and network show the digit instead.
 namespace vantor {
 
 [[nodiscard]] std::string memoryText(std::int64_t bytes);  ///< multiples of 1024, in the formatter's words

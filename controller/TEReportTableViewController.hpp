@@ -57,11 +57,11 @@ public:
     void makeReports();         ///< the reports of the storage, the memory and the processor
     void reportNETWORKStatus(); ///< the network's; it counts on being called once a second
 
-    /// For a host that comes back from a pause (off screen, or the machine slept). The first takes the
-    /// network's counters up without showing them, so that no rate covers the pause. The second does that and
-    /// the same for the processor, whose next share is that of a second, and reports memory and storage at
-    /// once; call it just before the timers are restarted.
+    /// For a host that comes back from a pause (off screen, or the machine slept): takes the network's
+    /// counters up without showing them, so that no rate covers the pause.
     void resumeNETWORKStatus();
+    /// The same for the whole widget: also takes the processor's ticks up, so that its next share is that of
+    /// a second, and reports memory and storage at once. Call it just before the timers are restarted.
     void resumeReports();
 
     /// Button actions. Those that ask the Vantor app for something open a link to it, and do nothing
@@ -78,7 +78,7 @@ public:
 
     [[nodiscard]] const std::shared_ptr<platform::NSTimer>& refreshTime() const { return m_refreshTime; }
     [[nodiscard]] const std::shared_ptr<ChartContainer>& ramChartView() const { return m_ramChartView; }
-    /// The ring of the storage. The word is spelt so on purpose: it is the name that hosts know it by.
+    /// The ring of the storage, spelt as hosts know it.
     [[nodiscard]] const std::shared_ptr<ChartContainer>& storateChartView() const {
         return m_storateChartView;
     }
@@ -87,18 +87,19 @@ public:
 private:
     void setupTitleLabels();    ///< writes the captions, in the user's language
     void refreshInfo();         ///< makes the reports and starts the timer of the next ones anew
-    void reportSTORAGEStatus(); ///< samples and shows one section, as the two below
-    void reportRAMStatus();
-    void reportCPUStatus();
-    void resumeCPUStatus(); ///< takes the ticks up now, and shows the share of the second that follows
+    void reportSTORAGEStatus(); ///< asks a worker for the volume's numbers, then shows them
+    void reportRAMStatus();     ///< asks a worker for the memory's numbers, then shows them
+    void reportCPUStatus();     ///< asks a worker for the shares since the last report, then shows them
+    void resumeCPUStatus();     ///< takes the ticks up now, and shows the share of the second that follows
+    /// The second half of each, on the main thread: ring, rows, record.
     void displaySTORAGE(const StorageFigures& figures, const StorageTexts& texts);
     void displayRAM(const MemoryFigures& figures);
     void displayCPU(const CpuUsage& usage);
-    [[nodiscard]] std::pair<NetworkFigures, NetworkTexts> sampleNETWORK() const;
+    [[nodiscard]] std::pair<NetworkFigures, NetworkTexts> sampleNETWORK() const; ///< on the worker
     void displayNETWORK(const NetworkFigures& figures, const NetworkTexts& texts);
     void keepCounters(const DataUsageInfo& usage); ///< the next network report counts from these
-    void reported(platform::Source section);
-    void openLink(std::string_view link);
+    void reported(platform::Source section);       ///< tells the host that a section has been shown
+    void openLink(std::string_view link);          ///< hands a link to the extension context, if there is one
     std::shared_ptr<ChartContainer> placeChart(const View& placeholder, std::string_view titleKey);
     std::shared_ptr<platform::NSTimer> repeat(double seconds,
                                               void (TEReportTableViewController::*selector)());

@@ -50,6 +50,11 @@ private:
                    : item                  ? "true"
                                            : "false";
         } else if constexpr (std::is_arithmetic_v<T>) { // as many digits as tell it from its neighbours
+            if constexpr (std::is_floating_point_v<T>) {
+                if (item != item) {
+                    return "nan"; // without its sign, which tells nobody anything
+                }
+            }
             std::array<char, 64> digits{};
             const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), item).ptr;
             return {digits.data(), end};

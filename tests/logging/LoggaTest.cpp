@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <thread>
 
@@ -58,6 +59,7 @@ TEST(Logga, DebugWritesOneLineForAnyItem) {
         Logga::debug(std::optional<int>(7));
         Logga::debug("text");
         Logga::debug(3.14159265358979);
+        Logga::debug(-std::numeric_limits<double>::quiet_NaN());
         Logga::debug(static_cast<const char*>(nullptr));
         Logga::debug(std::shared_ptr<int>());
         Logga::debug(std::uint8_t{65});
@@ -69,7 +71,7 @@ TEST(Logga, DebugWritesOneLineForAnyItem) {
         at += 6;
         bare += written.substr(at, written.find('\n', at) - at) + ";";
     }
-    EXPECT_EQ(bare, "nil;nil;7;text;3.14159265358979;nil;nil;65;true;");
+    EXPECT_EQ(bare, "nil;nil;7;text;3.14159265358979;nan;nil;nil;65;true;");
 }
 
 } // namespace

@@ -143,13 +143,5 @@ TEST(Parsed, ReplacesEveryOccurrenceOfEachKey) {
     EXPECT_TRUE(text == u8"hohe"); // the installed GoogleTest cannot print it
 }
 
-TEST(Text, KnowsWellFormedUtf8) {
-    EXPECT_TRUE(isUtf8("z\xC3\xB6\xE2\x82\xAC\xF0\x9F\x98\x80"));
-    for (const char* bad : {"\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x9F\xBF", "\x80", "\xC3"}) {
-        EXPECT_FALSE(isUtf8(bad));
-    }
-    EXPECT_EQ(repairedUtf8("a\xFFz\xC3"), "a\uFFFDz\uFFFD");
-}
-
 } // namespace
 } // namespace vantor::PackagesBase

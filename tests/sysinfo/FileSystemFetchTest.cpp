@@ -42,24 +42,6 @@ TEST(FileSystemFetch, ReadsValuesBelowItsFolder) {
     EXPECT_EQ(fetcher.getData("none"), std::nullopt);
 }
 
-TEST(FileSystemFetch, LogsWhatItReadsAndWhyNot) {
-    const TestTree tree;
-    tree.write("a", "v\n");
-    const std::string path = base(tree);
-    const BrigeFetcher fetcher(path);
-    EXPECT_EQ(logOf([&] { (void)fetcher.getString("a"); }),
-              "[SystemValues] Fetching value for linux sysctl pseudofile path: " + path +
-                  "a\n[SystemValues] v\n");
-    EXPECT_EQ(logOf([&] { (void)fetcher.getString("b.c"); }),
-              "[SystemValues] Fetching value for linux sysctl pseudofile path: " + path +
-                  "b/c\n[SystemValues] Value fetching failed No such file or directory\n");
-    EXPECT_EQ(logOf([&] { (void)fetcher.getData(""); }),
-              "[SystemValues] Value fetching failed Is a directory\n");
-    GeneralPrinter::enabled = false;
-    EXPECT_EQ(logOf([&] { EXPECT_EQ(fetcher.getString("a"), "v"); }), "");
-    GeneralPrinter::enabled = true;
-}
-
 TEST(FileSystemFetch, ListsFolders) {
     const TestTree tree;
     tree.write("net/all/x", "1\n");

@@ -61,9 +61,10 @@ inline void expectAsInDocuments(const QImage& picture, const std::string& name) 
         }
     }
     EXPECT_LT(difference / (3.0 * before.width() * before.height()), 5) << name << " (of 255)";
-    if (picture.size() == shown.size()) { // else a wider font has moved the rings
-        EXPECT_LT(worstColourDifference(before, after), 2.5) << name << " (of 255)";
+    if (picture.size() != shown.size()) {
+        GTEST_SKIP() << name << ": another font has moved the rings here, so their colours are not compared";
     }
+    EXPECT_LT(worstColourDifference(before, after), 2.5) << name << " (of 255)";
 }
 
 } // namespace vantor::tests

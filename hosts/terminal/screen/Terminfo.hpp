@@ -12,9 +12,9 @@ namespace vantor::hosts::terminal {
 /// is compared instead, and the changed cells are written with the strings from here.
 class Terminfo {
 public:
-    /// Reads the entry for TERM, for a name that the database does not know the one of xterm with 256 colours.
-    /// Without a name, or with "dumb", everything is as on a terminal that can do nothing but print. Main
-    /// thread, once.
+    /// Reads the entry for TERM, for a name that the database does not know the one of xterm with 256
+    /// colours. Without a name, or with "dumb", everything is as on a terminal that can do nothing but print.
+    /// Main thread, once.
     static Terminfo fromEnvironment();
 
     bool canAddress = false; ///< the cursor can be put anywhere and the screen cleared
