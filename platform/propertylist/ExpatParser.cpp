@@ -2,7 +2,6 @@
 #include "platform/propertylist/ExpatParser.hpp"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -53,6 +52,15 @@ ExpatParser makeExpatParser() {
         throw std::bad_alloc();
     }
     return parser;
+}
+
+std::size_t byteIndex(const ExpatParser& parser) {
+    // From 2.9 on the function of the plain name, whose result may have too few bits, is deprecated.
+#if XML_MAJOR_VERSION > 2 || XML_MINOR_VERSION >= 9
+    return static_cast<std::size_t>(XML_GetCurrentByteIndex64(parser.get()));
+#else
+    return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+#endif
 }
 
 } // namespace vantor::platform

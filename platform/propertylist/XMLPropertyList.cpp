@@ -98,8 +98,7 @@ private:
 
 bool XMLReader::fail(const char* reason) {
     if (!m_failure) {
-        m_failure =
-            PropertyListFailure{reason, static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser.get()))};
+        m_failure = PropertyListFailure{reason, byteIndex(m_parser)};
         XML_StopParser(m_parser.get(), XML_FALSE);
     }
     return false;
