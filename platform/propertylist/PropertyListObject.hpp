@@ -60,8 +60,10 @@ public:
     /// A dictionary's value. Of pairs with the same key the last one counts.
     [[nodiscard]] std::optional<PropertyListObject> objectForKey(std::string_view key) const;
 
-    /// For the readers of this folder: an object of a finished table.
+    /// For the readers and writers of this folder: an object of a finished table, and where it stands.
     PropertyListObject(std::shared_ptr<const PropertyListTable> table, std::uint32_t index);
+    [[nodiscard]] const PropertyListTable& table() const { return *m_table; }
+    [[nodiscard]] std::uint32_t index() const { return m_index; }
 
 private:
     std::shared_ptr<const PropertyListTable> m_table;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/propertylist/PropertyListText.hpp"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
+#include <cmath>
 #include <limits>
 #include <system_error>
 
@@ -11,6 +14,7 @@ namespace vantor::platform {
 namespace {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr std::string_view base64Letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(whiteSpace);
@@ -92,7 +96,6 @@ std::optional<double> parsePropertyListDate(std::string_view text) {
 }
 
 bool appendBase64(std::string& bytes, std::string_view text) {
-    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::uint32_t bits = 0;
     unsigned held = 0; // bits not written yet
     std::size_t letters = 0;
@@ -101,7 +104,7 @@ bool appendBase64(std::string& bytes, std::string_view text) {
         if (whiteSpace.find(c) != std::string_view::npos) {
             continue;
         }
-        const std::size_t value = alphabet.find(c);
+        const std::size_t value = base64Letters.find(c);
         padding += c == '=' ? 1 : 0;
         if (c != '=' && (value == std::string_view::npos || padding > 0)) {
             return false;
@@ -118,6 +121,59 @@ bool appendBase64(std::string& bytes, std::string_view text) {
         }
     }
     return letters % 4 == 0 && padding <= 2;
+}
+
+void appendAsBase64(std::string& text, std::string_view bytes) {
+    for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
+        std::uint32_t bits = 0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            bits = (bits << 8U) | (i < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) : 0U);
+        }
+        for (std::size_t i = 0; i < 4; ++i) {
+            text.push_back(i <= bytes.size() ? base64Letters[(bits >> (18 - 6 * i)) & 63U] : '=');
+        }
+    }
+}
+
+std::string propertyListRealText(double value) {
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    if (std::isinf(value)) {
+        return value > 0 ? "infinity" : "-infinity";
+    }
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), result.ptr};
+}
+
+std::optional<std::string> propertyListDateText(double sinceReference) {
+    using namespace std::chrono;
+    constexpr sys_days reference{std::chrono::year{2001} / 1 / 1}, first{std::chrono::year{0} / 1 / 1},
+        end{std::chrono::year{10000} / 1 / 1};
+    const double whole = std::floor(sinceReference);
+    const auto secondsTo = [reference](sys_days day) {
+        return static_cast<double>(seconds(day - reference).count());
+    };
+    if (!(whole >= secondsTo(first) && whole < secondsTo(end))) {
+        return std::nullopt;
+    }
+    const sys_seconds time = sys_seconds(reference) + seconds(static_cast<std::int64_t>(whole));
+    const sys_days day = floor<days>(time);
+    const year_month_day date(day);
+    const hh_mm_ss clock(time - day);
+    std::string text;
+    const auto field = [&text](long value, std::size_t width, char separator) {
+        const std::string digits = std::to_string(value);
+        text.append(width - std::min(width, digits.size()), '0').append(digits).push_back(separator);
+    };
+    field(static_cast<int>(date.year()), 4, '-');
+    field(static_cast<long>(static_cast<unsigned>(date.month())), 2, '-');
+    field(static_cast<long>(static_cast<unsigned>(date.day())), 2, 'T');
+    field(clock.hours().count(), 2, ':');
+    field(clock.minutes().count(), 2, ':');
+    field(clock.seconds().count(), 2, 'Z');
+    return text;
 }
 
 } // namespace vantor::platform

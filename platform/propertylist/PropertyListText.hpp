@@ -28,4 +28,13 @@ struct PropertyListInteger {
 /// no base-64.
 [[nodiscard]] bool appendBase64(std::string& bytes, std::string_view text);
 
+/// Appends bytes as base-64 text, without line feeds.
+void appendAsBase64(std::string& text, std::string_view bytes);
+
+/// A real as the shortest text that reads back as the same number; "nan", "infinity" or "-infinity".
+[[nodiscard]] std::string propertyListRealText(double value);
+
+/// A date as "2024-05-01T14:03:07Z", its fraction dropped; absent for one outside of the years 0 to 9999.
+[[nodiscard]] std::optional<std::string> propertyListDateText(double sinceReference);
+
 } // namespace vantor::platform

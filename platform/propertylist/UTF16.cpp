@@ -23,4 +23,19 @@ void appendUTF16(std::string& text, std::string_view bytes) {
     }
 }
 
+std::string bytesOfUTF16(std::string_view text) {
+    std::string bytes;
+    const auto append = [&bytes](char32_t unit) { appendBigEndian(bytes, unit, 2); };
+    while (!text.empty()) {
+        const char32_t c = takeUtf8(text).value_or(0xFFFD);
+        if (c < 0x10000) {
+            append(c);
+        } else {
+            append(0xD800 + ((c - 0x10000) >> 10U));
+            append(0xDC00 + (c & 0x3FFU));
+        }
+    }
+    return bytes;
+}
+
 } // namespace vantor::platform
