@@ -16,6 +16,22 @@ SuiteFile SimulatedViewer::readSuite(std::string_view /*suiteName*/) {
     return m_state.suite;
 }
 
+std::string SimulatedViewer::suitePath(std::string_view /*suiteName*/) {
+    const std::scoped_lock lock(m_mutex);
+    return m_state.suite.path;
+}
+
+SuiteChange SimulatedViewer::changeSuite(std::string_view /*suiteName*/, const SuiteEditor& edit) {
+    const std::scoped_lock lock(m_mutex);
+    SuiteFile& suite = m_state.suite;
+    SuiteEdit made = edit(suite);
+    if (!made.content) {
+        return {};
+    }
+    suite = {suite.path, std::move(*made.content), true, true, {}};
+    return {.changed = true, .setAside = made.setAside ? suite.path + ".broken" : "", .failure = {}};
+}
+
 std::optional<std::string> SimulatedViewer::localizedString(std::string_view key) {
     const std::scoped_lock lock(m_mutex);
     const auto text = m_state.texts.find(key);

@@ -30,6 +30,9 @@ public:
     void change(const std::function<void(SimulatedViewerState& state)>& with);
 
     SuiteFile readSuite(std::string_view suiteName) override;
+    std::string suitePath(std::string_view suiteName) override;
+    /// Changes the state's file; a file set aside is gone.
+    SuiteChange changeSuite(std::string_view suiteName, const SuiteEditor& edit) override;
     std::optional<std::string> localizedString(std::string_view key) override;
     const LocaleSigns& localeSigns() override { return m_state.signs; } // constant once it is in place
 

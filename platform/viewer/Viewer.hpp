@@ -4,6 +4,7 @@
 #include "platform/core/AssociatedState.hpp"
 #include "platform/core/Current.hpp"
 #include "platform/viewer/LocaleSigns.hpp"
+#include "platform/viewer/SuiteEdit.hpp"
 #include "platform/viewer/SuiteFile.hpp"
 
 #include <optional>
@@ -20,6 +21,14 @@ public:
 
     /// The file behind a preference suite, read afresh.
     virtual SuiteFile readSuite(std::string_view suiteName) = 0;
+
+    /// Where that file is, whether it is there or not; empty for a viewer without one.
+    virtual std::string suitePath(std::string_view suiteName) = 0;
+
+    /// Replaces that file as a whole by what `edit` makes of it. No other writer comes in between: `edit`
+    /// gets what was read after the lock was taken, and a change of theirs is in it. Whoever reads meanwhile,
+    /// or after a crash, finds the old file or the new one.
+    virtual SuiteChange changeSuite(std::string_view suiteName, const SuiteEditor& edit) = 0;
 
     /// A caption in the viewer's language; absent where there is no translation.
     virtual std::optional<std::string> localizedString(std::string_view key) = 0;

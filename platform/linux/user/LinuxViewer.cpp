@@ -2,6 +2,7 @@
 #include "platform/linux/user/LinuxViewer.hpp"
 
 #include "platform/linux/user/SuiteReader.hpp"
+#include "platform/linux/user/SuiteWriter.hpp"
 #include "platform/linux/user/UserLocale.hpp"
 
 #include <utility>
@@ -21,8 +22,16 @@ LinuxViewer::LinuxViewer(ViewerOptions options) : m_folders(std::move(options.fo
 }
 
 SuiteFile LinuxViewer::readSuite(std::string_view suiteName) {
-    const std::string path = suitePath(m_folders, suiteName);
+    const std::string path = linux::suitePath(m_folders, suiteName);
     return path.empty() ? SuiteFile() : readSuiteFile(path.c_str());
+}
+
+std::string LinuxViewer::suitePath(std::string_view suiteName) {
+    return linux::suitePath(m_folders, suiteName);
+}
+
+SuiteChange LinuxViewer::changeSuite(std::string_view suiteName, const SuiteEditor& edit) {
+    return changeSuiteFile(linux::suitePath(m_folders, suiteName), edit);
 }
 
 std::optional<std::string> LinuxViewer::localizedString(std::string_view key) {

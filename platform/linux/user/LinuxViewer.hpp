@@ -26,6 +26,8 @@ public:
     explicit LinuxViewer(ViewerOptions options = {});
 
     SuiteFile readSuite(std::string_view suiteName) override;
+    std::string suitePath(std::string_view suiteName) override;
+    SuiteChange changeSuite(std::string_view suiteName, const SuiteEditor& edit) override;
     std::optional<std::string> localizedString(std::string_view key) override;
     const LocaleSigns& localeSigns() override;
 
