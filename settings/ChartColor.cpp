@@ -10,27 +10,43 @@
 
 namespace vantor {
 
-std::optional<platform::UIColor> storedChartColor() {
-    const auto store = openSharedStore();
-    const auto object = store ? store->objectForKey(SettingsKey::chartcolor) : std::nullopt;
-    const auto data = object ? object->data() : std::nullopt;
+ChartColorRecord chartColorIn(const platform::NSUserDefaults& store) {
+    const std::optional<platform::PropertyListObject> object = store.objectForKey(SettingsKey::chartcolor);
+    if (!object) {
+        return {};
+    }
+    const std::optional<std::string_view> data = object->data();
     if (!data) {
-        return std::nullopt;
+        return {.problem = "it holds no data, so the colour is automatic"};
     }
     const platform::UnarchivedObject decoded =
         platform::NSKeyedUnarchiver::unarchiveTopLevelObjectWithData(*data);
-    if (std::holds_alternative<platform::DecodingError>(decoded)) {
-        Logga::debug("ERRORE in funzione fromData() di Config");
-        return std::nullopt;
+    if (const auto* const error = std::get_if<platform::DecodingError>(&decoded)) {
+        return {.isUndecodable = true,
+                .problem = "it holds no colour (" + error->reason + "), so the colour is automatic"};
     }
-    if (std::holds_alternative<platform::OtherClass>(decoded)) {
-        platform::fatalStop("the archive under \"chartcolor\" holds no colour");
+    if (const auto* const other = std::get_if<platform::OtherClass>(&decoded)) {
+        return {.isOtherClass = true,
+                .problem = "it holds an archived " + other->className +
+                           " instead of a colour, which ends every widget"};
     }
     const auto* const color = std::get_if<platform::UIColor>(&decoded);
     if (color == nullptr || *color == platform::UIColor::clearColor()) {
-        return std::nullopt;
+        return {};
     }
-    return *color;
+    return {.color = *color};
+}
+
+std::optional<platform::UIColor> storedChartColor() {
+    const std::optional<platform::NSUserDefaults> store = openSharedStore();
+    const ChartColorRecord record = store ? chartColorIn(*store) : ChartColorRecord();
+    if (record.isUndecodable) {
+        Logga::debug("ERRORE in funzione fromData() di Config");
+    }
+    if (record.isOtherClass) {
+        platform::fatalStop("the archive under \"chartcolor\" holds no colour");
+    }
+    return record.color;
 }
 
 } // namespace vantor

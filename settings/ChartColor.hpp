@@ -2,8 +2,10 @@
 #pragma once
 
 #include "platform/drawing/UIColor.hpp"
+#include "platform/foundation/NSUserDefaults.hpp"
 
 #include <optional>
+#include <string>
 
 namespace vantor {
 
@@ -12,5 +14,16 @@ namespace vantor {
 /// own"), or when the archive cannot be decoded, which is logged. An archive of anything but a colour is
 /// fatal.
 [[nodiscard]] std::optional<platform::UIColor> storedChartColor();
+
+/// What a store holds under "chartcolor".
+struct ChartColorRecord {
+    std::optional<platform::UIColor> color = {}; ///< absent too for the clear colour
+    bool isUndecodable = false;                  ///< data that is no sound archive
+    bool isOtherClass = false;                   ///< an archive of something else, which would end a widget
+    std::string problem = {};                    ///< the same in English, for people; empty when all is well
+};
+
+/// Looks without the consequences.
+[[nodiscard]] ChartColorRecord chartColorIn(const platform::NSUserDefaults& store);
 
 } // namespace vantor

@@ -7,12 +7,6 @@
 
 namespace vantor {
 
-namespace {
-
-constexpr double usualInterval = 2.0;
-
-} // namespace
-
 std::optional<platform::NSUserDefaults> openSharedStore() {
     return platform::NSUserDefaults::initWithSuiteName(sharedSuiteName);
 }
@@ -22,14 +16,14 @@ bool sharedFlag(std::string_view key) {
     return store && store->boolForKey(key);
 }
 
+std::optional<double> refreshIntervalIn(const platform::NSUserDefaults& store) {
+    const std::optional<std::string> text = store.stringForKey(SettingsKey::refreshSeconds);
+    return text ? platform::parseDouble(*text) : std::nullopt;
+}
+
 double refreshInterval() {
     const std::optional<platform::NSUserDefaults> store = openSharedStore();
-    const std::optional<std::string> text =
-        store ? store->stringForKey(SettingsKey::refreshSeconds) : std::nullopt;
-    if (!text) {
-        return usualInterval;
-    }
-    return platform::parseDouble(*text).value_or(usualInterval);
+    return (store ? refreshIntervalIn(*store) : std::nullopt).value_or(usualRefreshInterval);
 }
 
 } // namespace vantor

@@ -31,4 +31,9 @@ inline constexpr std::string_view chartcolor = "chartcolor";
 /// first character to its last, else 2.0.
 [[nodiscard]] double refreshInterval();
 
+/// The interval in seconds where "refreshSeconds" holds no number.
+inline constexpr double usualRefreshInterval = 2.0;
+/// What "refreshSeconds" of an open store holds; absent where that is no number.
+[[nodiscard]] std::optional<double> refreshIntervalIn(const platform::NSUserDefaults& store);
+
 } // namespace vantor

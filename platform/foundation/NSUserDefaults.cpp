@@ -35,15 +35,6 @@ bool ranOutOfMemory(const PropertyListResult& list) {
     return failure != nullptr && std::string_view(failure->reason) == noMemoryForList;
 }
 
-std::string problemOf(const PropertyListResult& list) {
-    if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {
-        return std::string("no property list: ") + failure->reason + " (byte " + std::to_string(failure->at) +
-               ")";
-    }
-    const bool isDictionary = std::get<PropertyListObject>(list).kind() == PropertyListKind::dictionary;
-    return isDictionary ? "" : "a property list without a dictionary on top";
-}
-
 /// What a viewer's file held when it was last opened. A refresh opens the store some ten times, each time
 /// afresh, and nearly always finds the bytes that it found before: these are not taken apart again.
 class LatestList {
@@ -63,7 +54,7 @@ public:
             m_list = readPropertyList(std::move(file.content));
         }
         std::optional<PropertyListObject> top;
-        if (const std::string problem = problemOf(*m_list); !problem.empty()) {
+        if (const std::string problem = suiteListProblem(*m_list); !problem.empty()) {
             tell(file.path, problem);
         } else {
             top = std::get<PropertyListObject>(*m_list);
@@ -127,6 +118,15 @@ std::optional<PropertyListObject> NSUserDefaults::objectForKey(std::string_view 
 
 std::optional<std::string> suiteProblem() {
     return currentViewer().associated<LatestList>().problem();
+}
+
+std::string suiteListProblem(const PropertyListResult& list) {
+    if (const auto* const failure = std::get_if<PropertyListFailure>(&list)) {
+        return std::string("no property list: ") + failure->reason + " (byte " + std::to_string(failure->at) +
+               ")";
+    }
+    const bool isDictionary = std::get<PropertyListObject>(list).kind() == PropertyListKind::dictionary;
+    return isDictionary ? "" : "a property list without a dictionary on top";
 }
 
 } // namespace vantor::platform

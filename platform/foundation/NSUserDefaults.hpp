@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/propertylist/PropertyListObject.hpp"
+#include "platform/propertylist/PropertyList.hpp"
 
 #include <optional>
 #include <string>
@@ -36,5 +36,8 @@ private:
 /// read or that it holds no list: one line in English without control characters, its path first, such as
 /// "…/group.vantor.plist: is not a regular file". Absent when it could be used or has no file. Any thread.
 [[nodiscard]] std::optional<std::string> suiteProblem();
+
+/// Why a list is no suite, in English; empty where it is a dictionary.
+[[nodiscard]] std::string suiteListProblem(const PropertyListResult& list);
 
 } // namespace vantor::platform
