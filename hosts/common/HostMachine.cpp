@@ -2,7 +2,6 @@
 #include "hosts/common/HostMachine.hpp"
 
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/simulated/DemoMachine.hpp"
 
 namespace vantor::hosts::common {
@@ -19,18 +18,9 @@ std::unique_ptr<platform::Machine> machineFor(bool demo) {
     return machine;
 }
 
-std::unique_ptr<platform::Viewer> viewerFor(bool demo, bool useLocale) {
-    platform::linux::ViewerOptions options;
-    options.useLocale = useLocale;
-    if (demo) {
-        options.folders = {}; // the same pictures for everybody
-    }
-    return std::make_unique<platform::linux::LinuxViewer>(options);
-}
-
 } // namespace
 
 HostMachine::HostMachine(bool demo, bool useLocale)
-    : m_machine(machineFor(demo)), m_viewer(viewerFor(demo, useLocale)) {}
+    : m_machine(machineFor(demo)), m_viewer(demo, useLocale) {}
 
 } // namespace vantor::hosts::common

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/HostViewer.hpp"
 #include "platform/machine/Machine.hpp"
-#include "platform/viewer/Viewer.hpp"
 
 #include <memory>
 
@@ -19,9 +19,8 @@ public:
 
 private:
     std::unique_ptr<platform::Machine> m_machine;
-    std::unique_ptr<platform::Viewer> m_viewer;
+    HostViewer m_viewer;
     platform::Current<platform::Machine> m_currentMachine{*m_machine};
-    platform::Current<platform::Viewer> m_currentViewer{*m_viewer};
 };
 
 } // namespace vantor::hosts::common

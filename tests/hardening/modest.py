@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What programs ask of the system: modest.py PROGRAM... (vantor-term, vantor-widget, vantor-sysinfo).
+"""What programs ask of the system: modest.py PROGRAM... (those that RUNS names).
 
 Runs each as a user without any privilege, where this user can become one, and looks through its system calls: nothing
 listens, nothing connects beyond this machine, nothing is executed, no privilege is asked for, and nothing is written
@@ -19,6 +19,7 @@ RUNS = {  # what each is started with; None: a window, until it has refreshed it
     "vantor-term": [["--once"]],
     "vantor-widget": [["--snapshot", "HOME/picture.png"], None],
     "vantor-sysinfo": [[]],
+    "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"]],
 }
 
 

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/command/CommandLine.hpp"
+
+#include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/SettingsCommand.hpp"
+#include "platform/core/PrintableText.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+namespace vantor::hosts::command {
+
+namespace {
+
+/// The library misses a command before it minds the word that stands in its place.
+std::string whatIsWrong(const CLI::App& app, const CLI::ParseError& mistake) {
+    const std::vector<std::string> rest = app.remaining(true);
+    const bool missesCommand = dynamic_cast<const CLI::RequiredError*>(&mistake) != nullptr &&
+                               std::string_view(mistake.what()).starts_with("A subcommand");
+    if (missesCommand) {
+        return rest.empty() ? "a command is missing" : '"' + rest.front() + "\" is no command";
+    }
+    return mistake.what();
+}
+
+} // namespace
+
+Action parseCommandLine(int count, const char* const* arguments) {
+    CLI::App app("Vantor on the command line: reads and changes what the widget goes by.", "vantor");
+    app.set_version_flag("--version", "vantor " VANTOR_VERSION);
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 done, 1 not set or nothing to gain, 2 wrong usage or value, 3 a file or the "
+               "system refuses.\nvantor COMMAND --help tells about one command.");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("REQUIRED", "");
+    Action action;
+    addSettingsCommands(app, action);
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::Success& wish) { // --help and --version
+        app.exit(wish);
+        return [] { return done; };
+    } catch (const CLI::ParseError& mistake) {
+        complain(whatIsWrong(app, mistake) + "\nvantor --help tells what there is.");
+        return [] { return wrongUsage; };
+    }
+    return action;
+}
+
+void complain(const std::string& what) {
+    std::string line = "vantor: ";
+    for (std::size_t start = 0; start <= what.size();) {
+        const std::size_t end = std::min(what.find('\n', start), what.size());
+        line += platform::printableText(what.substr(start, end - start), 4096) + '\n';
+        start = end + 1;
+    }
+    std::fputs(line.c_str(), stderr);
+}
+
+} // namespace vantor::hosts::command

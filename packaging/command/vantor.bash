@@ -1,0 +1,29 @@
+# SPDX-License-Identifier: MIT
+# bash completion for vantor
+_vantor() {
+  local current=${COMP_WORDS[COMP_CWORD]} words='' keys
+  keys='isInactiveRAMHide isReleasableSTORAGEShow preventCleanRAMFromWidget refreshSeconds chartcolor'
+  if ((COMP_CWORD == 1)); then
+    words='settings --help --version'
+  elif ((COMP_CWORD == 2)); then
+    words='list get set reset describe watch path --help'
+  else
+    case ${COMP_WORDS[2]} in
+    list) words=--json ;;
+    get) words="$keys --stored" ;;
+    set)
+      case $COMP_CWORD:${COMP_WORDS[3]} in
+      3:*) words=$keys ;;
+      4:is* | 4:prevent*) words='true false' ;;
+      4:chartcolor) words=automatic ;;
+      5:*) words=--set-aside ;;
+      esac
+      ;;
+    reset) words="$keys --all --set-aside" ;;
+    describe) words=$keys ;;
+    watch) words="$keys --json" ;;
+    esac
+  fi
+  mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+}
+complete -F _vantor vantor

@@ -1,0 +1,125 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Runs `vantor settings` as people and scripts do: settings.py PROGRAM PACKAGING. Its files are read and written by
+Python's own property lists, which know nothing of ours."""
+import datetime
+import json
+import os
+import pathlib
+import plistlib
+import subprocess
+import sys
+import tempfile
+
+program, packaging = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
+wrong = []
+
+
+def check(holds, what):
+    if not holds:
+        wrong.append(what)
+
+
+def run(*arguments, status=0, locale="C.UTF-8", **more):
+    environment = {"HOME": str(home), "PATH": "/nowhere", "LC_ALL": locale, "LANGUAGE": "de", **more}
+    got = subprocess.run([program, *arguments], env=environment, capture_output=True, text=True, timeout=60)
+    check(got.returncode == status, f"{arguments}: status {got.returncode}, not {status}: {got.stderr}")
+    return got
+
+
+with tempfile.TemporaryDirectory() as folder:
+    home = pathlib.Path(folder)
+    store = home / ".config/vantor/group.vantor.plist"
+
+    # Reading makes nothing.
+    check(run("settings", "path").stdout == f"{store}\n", "path")
+    check([row.split()[1:] for row in run("settings", "list").stdout.splitlines()] ==
+          [["false", "default"]] * 3 + [["2", "default"], ["automatic", "default"]], "list without a file")
+    run("settings", "get", "refreshSeconds", "--stored", status=1)
+    run("settings", "reset", "--all", status=1)
+    check(not list(home.iterdir()), "something was written by reading")
+
+    # What is written is typed, private and readable by others.
+    for key, value in (("refreshSeconds", "2.5"), ("isinactiveramhide", "1"), ("chartcolor", "#bf5af2")):
+        run("settings", "set", key, value)
+    held = plistlib.loads(store.read_bytes())
+    check(held["refreshSeconds"] == "2.5" and held["isInactiveRAMHide"] is True, f"written: {held}")
+    check(store.stat().st_mode & 0o777 == 0o600 and store.parent.stat().st_mode & 0o777 == 0o700, "modes")
+    archive = plistlib.loads(held["chartcolor"])
+    check(archive["$archiver"] == "NSKeyedArchiver" and archive["$objects"][1]["UIColorComponentCount"] == 4 and
+          abs(archive["$objects"][1]["UIRed"] - 0xBF / 255) < 1e-9, f"archive: {archive}")
+    check(len(held["chartcolor"]) < 340, "the archive has grown")
+    for locale in ("C", "de_DE.UTF-8", "nowhere"):
+        check(run("settings", "get", "refreshSeconds", locale=locale).stdout == "2.5\n", locale)
+    listed = json.loads(run("settings", "list", "--json").stdout)
+    check(listed[3] == {"key": "refreshSeconds", "value": 2.5, "stored": True}, f"JSON: {listed}")
+    run("settings", "reset", "chartcolor", "isInactiveRAMHide")
+    check(list(plistlib.loads(store.read_bytes())) == ["refreshSeconds"], "reset")
+
+    # Another program's binary file keeps its form and what is not ours.
+    theirs = {"date": datetime.datetime(2024, 5, 1, 14, 3, 7), "data": bytes(range(256)), "real": 0.1, "text": "é😀",
+              "list": [1, -1, 2**63, {"uid": plistlib.UID(300)}, []], "empty": {}, "long": "x" * 70000,
+              **{f"key {i}": i for i in range(400)}}
+    store.write_bytes(plistlib.dumps(theirs, fmt=plistlib.FMT_BINARY))
+    run("settings", "set", "preventCleanRAMFromWidget", "true")
+    check(store.read_bytes().startswith(b"bplist00"), "the form is kept")
+    check(plistlib.loads(store.read_bytes()) == {**theirs, "preventCleanRAMFromWidget": True}, "others' keys are kept")
+
+    # Bad values, keys and files: nothing is written, and it is said why.
+    before = store.read_bytes()
+    for arguments in (("set", "refreshSeconds", "2,5"), ("set", "refreshSeconds", "0"), ("set", "chartcolor", "red"),
+                      ("set", "isInactiveRAMHide", "maybe"), ("set", "x", "1"), ("get", "x"), ("reset", "x"),
+                      ("reset",), ("reset", "--all", "chartcolor"), ("set", "chartcolor"), ("frobnicate",), ()):
+        got = run("settings", *arguments, status=2)
+        check(got.stderr.startswith("vantor: ") and not got.stdout, f"{arguments}: {got.stderr}")
+    check("0.1 to 3600" in run("settings", "set", "refreshSeconds", "0", status=2).stderr, "the range is said")
+    check(store.read_bytes() == before, "a bad value wrote something")
+    store.write_bytes(b"<plist><dict><key>half")
+    for arguments in (("set", "refreshSeconds", "3"), ("reset", "--all"), ("list",), ("get", "chartcolor")):
+        check(str(store) in run("settings", *arguments, status=3).stderr, f"{arguments}: the file is named")
+    check(store.read_bytes() == b"<plist><dict><key>half", "a broken file was overwritten")
+    aside = run("settings", "set", "refreshSeconds", "3", "--set-aside").stderr
+    kept = [entry for entry in store.parent.iterdir() if ".broken-" in entry.name]
+    check(len(kept) == 1 and str(kept[0]) in aside and kept[0].read_bytes() == b"<plist><dict><key>half", "set aside")
+    check(run("settings", "get", "refreshSeconds").stdout == "3\n", "after setting aside")
+    run("settings", "set", "refreshSeconds", "4", status=3, VANTOR_SUITE_FILE="/dev/null")
+    run("settings", "set", "refreshSeconds", "4", status=3, VANTOR_SUITE_FILE="/proc/none/store")
+
+    # A watch tells of each change of what was asked for, whoever makes it and however the file is replaced.
+    watch = subprocess.Popen([program, "settings", "watch", "--json", "refreshSeconds"], text=True,
+                             stdout=subprocess.PIPE, env={"HOME": str(home)})
+    seen = []
+    while not seen:  # it takes a moment to begin, which nothing tells
+        run("settings", "set", "refreshSeconds", "7")
+        run("settings", "set", "refreshSeconds", "8")
+        run("settings", "set", "isInactiveRAMHide", "true")
+        run("settings", "reset", "isInactiveRAMHide")
+        os.set_blocking(watch.stdout.fileno(), False)
+        seen = watch.stdout.readlines()
+    os.set_blocking(watch.stdout.fileno(), True)
+    store.unlink()
+    for line in iter(watch.stdout.readline, ""):
+        check(json.loads(line)["key"] == "refreshSeconds", f"watched: {line}")
+        if not json.loads(line)["stored"]:
+            break
+    watch.kill()
+    watch.communicate()
+
+    # Standard output that cannot be written is told.
+    with open("/dev/full", "w") as full:
+        got = subprocess.run([program, "settings", "list"], stdout=full, stderr=subprocess.PIPE, text=True,
+                             env={"HOME": str(home)})
+        check(got.returncode == 3 and "standard output: " in got.stderr, "a full disk")
+
+# Completions and the manual know every command and option, and nothing else.
+commands = ["list", "get", "set", "reset", "describe", "watch", "path"]
+options = ["--json", "--stored", "--all", "--set-aside"]
+home = pathlib.Path("/nonexistent")
+usage = run("settings", "--help").stdout + "".join(run("settings", command, "--help").stdout for command in commands)
+manual = (packaging / "vantor.1").read_text().replace("\\-", "-")
+for name in ("vantor.bash", "_vantor", "vantor.fish", "vantor.1"):
+    text = (packaging / name).read_text().replace("\\-", "-")
+    for word in commands + options:
+        check(word in usage, f"{word} is not in the help")
+        check(word.lstrip("-") in text, f"{name} does not know {word}")
+sys.exit("\n".join(wrong) or None)
