@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Output.hpp"
 #include "TestTree.hpp"
-#include "platform/linux/gpu/BoundedChild.hpp"
 #include "platform/linux/gpu/DrmDevices.hpp"
 #include "platform/linux/gpu/LinuxDeviceSource.hpp"
 #include "platform/linux/gpu/VulkanDevice.hpp"
@@ -18,36 +16,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using tests::TestTree;
-
-TEST(BoundedChild, GivesTheAnswerOrNothing) {
-    const milliseconds ample(20000);
-    EXPECT_EQ(runInChild([] { return std::string("answer"); }, ample), "answer");
-    EXPECT_EQ(runInChild([] { return std::string(); }, ample), std::nullopt);
-    EXPECT_EQ(runInChild([]() -> std::string { std::abort(); }, ample), std::nullopt);
-    EXPECT_EQ(runInChild([]() -> std::string { return std::string(1 << 20, 'x'); }, ample), std::nullopt);
-    int touched = 0;
-    const auto greet = [&touched] {
-        std::puts("a driver's greeting");
-        std::fflush(stdout);
-        touched = 1;
-        return std::string("x");
-    };
-    EXPECT_EQ(tests::logOf([&] { EXPECT_EQ(runInChild(greet, ample), "x"); }), "");
-    EXPECT_EQ(touched, 0);
-}
-
-TEST(BoundedChild, EndsAHangingDriver) {
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(runInChild(
-                  []() -> std::string {
-                      for (;;) {
-                          ::pause();
-                      }
-                  },
-                  milliseconds(30)),
-              std::nullopt);
-    EXPECT_GE(std::chrono::steady_clock::now() - begin, milliseconds(30));
-}
 
 /// A laptop as sysfs describes it: the graphics of the processor and a card that sleeps.
 void makeLaptop(const TestTree& tree, const char* cardStatus) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gpu/LinuxDeviceSource.hpp"
 
-#include "platform/linux/gpu/BoundedChild.hpp"
 #include "platform/linux/gpu/DrmDevices.hpp"
 #include "platform/linux/gpu/VulkanDevice.hpp"
+#include "platform/posix/BoundedChild.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -47,7 +47,7 @@ std::optional<VulkanDevice> boundedVulkanDevice() {
         const std::optional<VulkanDevice> device = firstVulkanDevice();
         return device ? encoded(*device) : std::string();
     };
-    const std::optional<std::string> answer = runInChild(work, std::chrono::seconds(2));
+    const std::optional<std::string> answer = posix::runInChild(work, std::chrono::seconds(2));
     return answer ? decoded(*answer) : std::nullopt;
 }
 
