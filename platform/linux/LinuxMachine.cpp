@@ -26,8 +26,9 @@ LinuxMachine::LinuxMachine(Options options)
       m_memory(m_options, m_failures),
       m_processor(m_options, m_failures),
       m_interfaces(m_options, m_failures),
-      m_volume(m_options, m_failures),
-      m_documents(documentsFolder(m_options.folders)),
+      m_paths(std::make_shared<LocalPaths>(m_options.tree)),
+      m_volume(m_options, m_failures, *m_paths),
+      m_documents(documentsFolder(m_options.folders, *m_paths)),
       m_documentFolders(
           std::make_shared<const std::vector<std::string>>(m_documents.empty() ? 0 : 1, m_documents)) {}
 
@@ -37,7 +38,7 @@ void LinuxMachine::startReleasableScan(ScanPace pace) {
     if (m_documents.empty() || m_options.folders.cache.empty()) {
         return;
     }
-    m_releasable = std::make_unique<ReleasableScan>(m_options.folders, m_documents, pace);
+    m_releasable = std::make_unique<ReleasableScan>(m_options.folders, m_documents, pace, m_paths);
     m_volume.count(*m_releasable);
 }
 

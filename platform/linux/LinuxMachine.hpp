@@ -52,6 +52,7 @@ private:
     MemoryReader m_memory;
     ProcessorReader m_processor;
     InterfaceReader m_interfaces;
+    std::shared_ptr<LocalPaths> m_paths;
     std::unique_ptr<ReleasableScan> m_releasable;
     VolumeReader m_volume;
     std::string m_documents;

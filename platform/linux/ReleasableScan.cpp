@@ -70,6 +70,7 @@ struct ReleasableScan::State {
     posix::UserFolders folders;
     std::string documents;
     ScanPace pace;
+    std::shared_ptr<LocalPaths> paths;
     std::string file;
     int entries = 0; // of the thread alone
 
@@ -80,7 +81,6 @@ struct ReleasableScan::State {
     std::optional<std::uint64_t> localVolume; ///< the documents' volume, where the last report found it local
     bool begun = false;                       ///< what an earlier run kept is taken over
     bool awaited = false;
-    bool keptIsLocal = false;
     KeptWatch keptWatch{""};
     std::optional<KeptReleasable> latest;
 
@@ -97,10 +97,11 @@ struct ReleasableScan::State {
     void run();
 };
 
-/// Takes the kept result over; false where there is none of that age. Without the lock, for the file may be
-/// on a file system that hangs.
+/// Takes the kept result over; false where there is none of that age, or it may be on a file system that
+/// hangs.
 bool ReleasableScan::State::adopt(std::uint64_t volume, seconds age) {
-    const std::optional<KeptReleasable> kept = keptFor(file, volume, age);
+    const std::optional<KeptReleasable> kept =
+        paths->isLocal(file) ? keptFor(file, volume, age) : std::nullopt;
     const std::lock_guard lock(mutex);
     if (kept && (!latest || latest->volume != volume || kept->scanned >= latest->scanned)) {
         latest = kept;
@@ -117,10 +118,8 @@ bool ReleasableScan::State::begin() {
         return false;
     }
     lock.unlock();
-    const bool local = isOnLocalFileSystem(file); // the cache folder may be elsewhere
     adopt(*volume, keptAtMost);
     lock.lock();
-    keptIsLocal = local;
     begun = true;
     changed.notify_all();
     return true;
@@ -130,13 +129,13 @@ void ReleasableScan::State::scan() {
     std::unique_lock lock(mutex);
     const std::optional<std::uint64_t> volume = localVolume;
     lock.unlock();
-    if (!volume || adopt(*volume, pace.interval)) {
+    if (!volume || !paths->isLocal(documents) || adopt(*volume, pace.interval)) {
         return;
     }
     const std::optional<VolumeFigures> before = queryVolume(documents).figures;
     bool whole = true;
     const std::uint64_t found =
-        releasableBytes(folders, documents, [this, &whole] { return whole = keepGoing(); });
+        releasableBytes(folders, documents, *paths, [this, &whole] { return whole = keepGoing(); });
     const std::optional<VolumeFigures> after = queryVolume(documents).figures;
     if (!whole || !before || !after) {
         return;
@@ -148,7 +147,9 @@ void ReleasableScan::State::scan() {
         after->identity,
         {static_cast<std::int64_t>(std::min(found, most)), std::min(before->available, after->available)},
         wallClock().count()};
-    saveKeptReleasable(file, result);
+    if (paths->isLocal(file)) {
+        saveKeptReleasable(file, result);
+    }
     lock.lock();
     latest = result;
 }
@@ -166,13 +167,15 @@ void ReleasableScan::State::run() {
     changed.notify_all();
 }
 
-ReleasableScan::ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace)
+ReleasableScan::ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace,
+                               std::shared_ptr<LocalPaths> paths)
     : m_state(std::make_shared<State>()) {
     m_state->file = folders.cache + "/vantor/releasable";
     m_state->keptWatch = KeptWatch(m_state->file);
     m_state->folders = std::move(folders);
     m_state->documents = std::move(documents);
     m_state->pace = pace;
+    m_state->paths = std::move(paths);
     try {
         std::thread([state = m_state] { state->run(); }).detach();
     } catch (const std::system_error&) { // no thread to be had: nothing counts as releasable
@@ -201,7 +204,7 @@ Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
     if (isLocal && !std::exchange(state.awaited, true)) { // a run of one report is to know it too
         state.changed.wait_for(lock, keptWait, [&state] { return state.begun || state.ended; });
     }
-    if (isLocal && state.keptIsLocal && state.keptWatch.changed()) {
+    if (isLocal && state.begun && state.paths->isLocal(state.file) && state.keptWatch.changed()) {
         lock.unlock();
         state.adopt(volume.identity, keptAtMost);
         lock.lock();
@@ -210,7 +213,10 @@ Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
 }
 
 std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
-                              const std::function<bool()>& keepGoing) {
+                              LocalPaths& paths, const std::function<bool()>& keepGoing) {
+    if (!paths.isLocal(documents)) {
+        return 0;
+    }
     const posix::Descriptor descriptor(::open(documents.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     const std::optional<std::string> fileSystem = fileSystemOf(descriptor.number());
     struct stat about {};
@@ -221,15 +227,16 @@ std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::stri
     const std::string top = topFolder(documents, about.st_dev);
     const std::string own = std::to_string(user);
     FolderWalk walk(*fileSystem, user, keepGoing);
-    std::vector<std::string> trash{top, top};
-    trash[0].append("/.Trash/").append(own);
-    trash[1].append("/.Trash-").append(own);
+    std::vector<std::string> roots{folders.cache, top, top};
+    roots[1].append("/.Trash/").append(own);
+    roots[2].append("/.Trash-").append(own);
     if (!folders.data.empty()) {
-        trash.push_back(folders.data + "/Trash");
+        roots.push_back(folders.data + "/Trash");
     }
-    walk.add(folders.cache);
-    for (const std::string& folder : trash) {
-        walk.add(folder);
+    for (const std::string& folder : roots) {
+        if (paths.isLocal(folder)) {
+            walk.add(folder);
+        }
     }
     return walk.bytes();
 }

@@ -3,6 +3,7 @@
 
 #include "platform/linux/KeptReleasable.hpp"
 #include "platform/linux/VolumeQuery.hpp"
+#include "platform/linux/kernel/LocalPaths.hpp"
 #include "platform/posix/UserFolders.hpp"
 
 #include <chrono>
@@ -29,7 +30,8 @@ struct ScanPace {
 class ReleasableScan {
 public:
     /// Starts the thread; without one to be had nothing counts as releasable.
-    ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace);
+    ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace,
+                   std::shared_ptr<LocalPaths> paths);
     ~ReleasableScan();
     ReleasableScan(const ReleasableScan&) = delete;
     ReleasableScan& operator=(const ReleasableScan&) = delete;
@@ -47,8 +49,9 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// One scan now, unpaced, for the volume of the documents folder, which must be local.
+/// One scan now, unpaced, for the volume of the documents folder; of what is not on a local file system
+/// nothing counts, and it is not touched.
 [[nodiscard]] std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
-                                            const std::function<bool()>& keepGoing);
+                                            LocalPaths& paths, const std::function<bool()>& keepGoing);
 
 } // namespace vantor::platform::linux

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeQuery.hpp"
 
-#include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/posix/Descriptor.hpp"
 
-#include <linux/magic.h>
 #include <sys/statvfs.h>
-#include <sys/vfs.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -15,9 +12,6 @@
 namespace vantor::platform::linux {
 
 namespace {
-
-// Types that linux/magic.h does not have.
-constexpr std::uint32_t zfs = 0x2FC12FC1, vfat = 0x4D44, exfat = 0x2011BAB0;
 
 std::optional<VolumeFigures> figuresFrom(const struct statvfs& about) {
     const std::uint64_t block = about.f_frsize != 0 ? about.f_frsize : about.f_bsize;
@@ -56,30 +50,6 @@ int askNearest(const std::string& path, const Call& call) {
 }
 
 } // namespace
-
-bool isOnLocalFileSystem(const std::string& path) {
-    struct statfs about {};
-    const auto call = [&about](const char* name) { return ::statfs(name, &about); };
-    if (askNearest(path, call) != 0) {
-        return false;
-    }
-    switch (static_cast<std::uint32_t>(about.f_type)) {
-    case EXT4_SUPER_MAGIC: // and ext2, ext3
-    case xfsMagic:
-    case BTRFS_SUPER_MAGIC:
-    case F2FS_SUPER_MAGIC:
-    case zfs:
-    case bcachefsMagic:
-    case TMPFS_MAGIC:
-    case RAMFS_MAGIC:
-    case NILFS_SUPER_MAGIC:
-    case vfat:
-    case exfat:
-        return true;
-    default:
-        return false;
-    }
-}
 
 VolumeAnswer queryVolume(const std::string& path) {
     VolumeAnswer answer;

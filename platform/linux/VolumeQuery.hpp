@@ -27,8 +27,4 @@ struct VolumeAnswer {
 /// /proc or an empty automount, counts as a failure. Any thread.
 [[nodiscard]] VolumeAnswer queryVolume(const std::string& path);
 
-/// Whether the path is on a file system of this machine that keeps its figures in memory, so that asking it
-/// again cannot hang. May itself block as the query does.
-[[nodiscard]] bool isOnLocalFileSystem(const std::string& path);
-
 } // namespace vantor::platform::linux

@@ -8,8 +8,8 @@
 
 namespace vantor::platform::linux {
 
-VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures)
-    : m_options(options), m_failures(failures), m_mounts(options.tree) {}
+VolumeReader::VolumeReader(const MachineOptions& options, FailureBoard& failures, LocalPaths& paths)
+    : m_options(options), m_failures(failures), m_paths(paths) {}
 
 bool VolumeReader::continues(const Burst& burst, const std::string& path, std::chrono::nanoseconds now) {
     if (burst.path != path) {
@@ -36,12 +36,7 @@ VolumeReader::Burst& VolumeReader::burstOf(std::uint64_t workItem) {
 }
 
 VolumeAnswer VolumeReader::ask(const std::string& path) {
-    if (!m_mounts.changed() && path == m_localPath) {
-        return queryVolume(path);
-    }
-    VolumeWaiter::Result result = m_waiter.ask(path);
-    m_localPath = result.local ? path : std::string();
-    return std::move(result.answer);
+    return m_paths.isLocal(path) ? queryVolume(path) : m_waiter.ask(path);
 }
 
 /// Asks where it is time to; what comes of it is in the burst.
@@ -59,7 +54,7 @@ void VolumeReader::refresh(Burst& burst, const std::string& path, std::chrono::n
         burst.figures = answer.figures;
         m_failures.clear(Source::storage);
         if (!burst.releasable && m_scan != nullptr && path == m_scan->documents()) {
-            burst.releasable = m_scan->latest(*answer.figures, path == m_localPath);
+            burst.releasable = m_scan->latest(*answer.figures, m_paths.isLocal(path));
         }
     } else if (!goesOn) {
         m_failures.fail(Source::storage, std::move(answer.reason));

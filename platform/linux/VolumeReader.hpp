@@ -3,9 +3,9 @@
 
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
-#include "platform/linux/MountWatch.hpp"
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/VolumeWaiter.hpp"
+#include "platform/linux/kernel/LocalPaths.hpp"
 #include "platform/machine/VolumeCapacities.hpp"
 
 #include <array>
@@ -27,8 +27,8 @@ namespace vantor::platform::linux {
 /// within a burst a failed query leaves them as they are, a failed volume stays failed, and what a scan found
 /// meanwhile does not count yet.
 ///
-/// A volume on a local file system is asked on the calling thread as long as no mount comes or goes; any
-/// other is asked through the waiter. Any thread; a second caller waits for the first, at most a second.
+/// A volume on a local file system is asked on the calling thread, any other through the waiter. Any thread;
+/// a second caller waits for the first, at most a second.
 class VolumeReader {
 public:
     static constexpr std::chrono::milliseconds sameBurst{100};
@@ -36,7 +36,7 @@ public:
     static constexpr std::chrono::seconds longestBurst{2};
     static constexpr std::chrono::milliseconds shortestGap{8};
 
-    VolumeReader(const MachineOptions& options, FailureBoard& failures);
+    VolumeReader(const MachineOptions& options, FailureBoard& failures, LocalPaths& paths);
 
     /// Counts what a scan finds as available for important usage on its own folder's volume. Before others
     /// read; the scan must outlive them.
@@ -65,10 +65,9 @@ private:
     const MachineOptions& m_options;
     FailureBoard& m_failures;
     std::mutex m_mutex;
-    MountWatch m_mounts;
+    LocalPaths& m_paths;
     VolumeWaiter m_waiter;
     ReleasableScan* m_scan = nullptr;
-    std::string m_localPath; ///< the path last found to be on a local file system
     std::array<Burst, 8>
         m_bursts; ///< the first for calls from elsewhere, the others for work items under way
 };

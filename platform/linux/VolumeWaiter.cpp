@@ -1,50 +1,51 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeWaiter.hpp"
 
-#include <condition_variable>
-#include <mutex>
-#include <system_error>
-#include <thread>
-#include <utility>
+#include <cstring>
+#include <optional>
+#include <string_view>
+#include <type_traits>
 
 namespace vantor::platform::linux {
 
-struct VolumeWaiter::Query {
-    std::mutex mutex;
-    std::condition_variable answered;
-    bool done = false;
-    Result result;
-};
+namespace {
 
-VolumeWaiter::Result VolumeWaiter::ask(const std::string& path) {
-    const auto failed = [&path](const char* why) { return Result{{std::nullopt, path + ": " + why}, false}; };
-    if (m_hanging) {
-        const std::lock_guard lock(m_hanging->mutex);
-        if (!m_hanging->done) {
-            return failed("the volume does not answer");
-        }
+static_assert(std::is_trivially_copyable_v<VolumeFigures>,
+              "they come as they are from a copy of this process");
+
+std::string encoded(const VolumeAnswer& answer) {
+    if (!answer.figures) {
+        return answer.reason;
     }
-    m_hanging.reset(); // a late answer is an old one
-    const auto query = std::make_shared<Query>();
-    try {
-        std::thread([query, path] {
-            Result result;
-            result.answer = queryVolume(path);
-            result.local = result.answer.figures && isOnLocalFileSystem(path);
-            const std::lock_guard lock(query->mutex);
-            query->result = std::move(result);
-            query->done = true;
-            query->answered.notify_one();
-        }).detach();
-    } catch (const std::system_error&) {
-        return failed("no thread to ask for the volume with");
+    std::string bytes(1 + sizeof(VolumeFigures), '\0'); // no reason begins with zero
+    std::memcpy(bytes.data() + 1, &*answer.figures, sizeof(VolumeFigures));
+    return bytes;
+}
+
+VolumeAnswer decoded(std::string_view bytes) {
+    VolumeAnswer answer;
+    if (bytes.front() != '\0') {
+        answer.reason = bytes;
+    } else if (bytes.size() == 1 + sizeof(VolumeFigures)) {
+        std::memcpy(&answer.figures.emplace(), bytes.data() + 1, sizeof(VolumeFigures));
     }
-    std::unique_lock lock(query->mutex);
-    if (!query->answered.wait_for(lock, limit, [&query] { return query->done; })) {
-        m_hanging = query;
-        return failed("the volume did not answer within a second");
+    return answer;
+}
+
+} // namespace
+
+VolumeAnswer VolumeWaiter::ask(const std::string& path) {
+    const auto failed = [&path](const char* why) { return VolumeAnswer{std::nullopt, path + ": " + why}; };
+    if (m_child.isBusy()) {
+        return failed("the volume does not answer");
     }
-    return std::move(query->result);
+    const std::optional<std::string> answer =
+        m_child.run([&path] { return encoded(queryVolume(path)); }, limit);
+    if (answer) {
+        return decoded(*answer);
+    }
+    return failed(m_child.isBusy() ? "the volume did not answer within a second"
+                                   : "no process to ask for the volume with");
 }
 
 } // namespace vantor::platform::linux

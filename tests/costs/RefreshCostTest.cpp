@@ -54,10 +54,10 @@ TEST(HugeMachine, RefreshStaysUnder20Milliseconds) {
         figures.links.emplace_back("veth" + std::to_string(i), 1000);
     }
     TreeStage stage(figures);
-    std::string mounts;
+    std::string mounts = localRoot;
     for (int i = 0; i < 5000; ++i) {
-        mounts +=
-            std::to_string(i) + " 1 0:25 / /mnt/" + std::to_string(i) + " rw shared:1 - nfs4 server:/x rw\n";
+        mounts += std::to_string(i + 2) + " 1 0:25 / /mnt/" + std::to_string(i) +
+                  " rw shared:1 - nfs4 server:/x rw\n";
     }
     stage.tree.write("proc/self/mountinfo", mounts);
     stage.load();

@@ -17,7 +17,7 @@ READERS = 11
 DISKS = len([disk for disk in os.listdir("/sys/block") if disk.startswith("zram")])
 LIMITS = {
     "pread64": 4 + DISKS,  # meminfo, stat, net/dev until its empty answer
-    "poll": 1,             # whether a mount came or went
+    "poll": 2,             # whether a mount came or went: for the volume and for the store
     "statfs": 1,
     "openat": READERS,
 }

@@ -27,7 +27,7 @@ CASES = [
     ("/proc/stat", ONCE, None, None),
     ("/proc/net/dev", ONCE[:1], None, None),
     (None, ["statfs:error=EINTR:when=1"], None, None),
-    ("/proc/self/mountinfo", OPEN + ["poll:error=EIO"], None, None),  # then the volume is asked the careful way
+    ("/proc/self/mountinfo", OPEN + ["poll:error=EIO"], None, None),  # then the mounts are read each time
     ("/sys/class/net", OPEN, None, None),
     ("/sys/block", OPEN, None, None),
     ("STORE", OPEN[1:-1] + ["read:error=EIO", "fstat,newfstatat:error=EIO", "read:retval=0"], "preferences", None),

@@ -1,48 +1,199 @@
 # SPDX-License-Identifier: MIT
-"""A mount that never answers, under the real program: hung.py VANTOR-TERM HANGING-STATVFS-LIBRARY.
+"""A mount that never answers, under the real programs: hung.py VANTOR-TERM [VANTOR-WIDGET].
 
-Reports go on without the storage section, which is named once, and the end is not delayed."""
+Under the documents, the cache or the home, from the start or later: reports go on without what is there, name it once
+and end; nothing of a program stays behind in the kernel but a child that nobody waits for."""
 import json
 import os
+import pty
+import shutil
 import signal
 import subprocess
 import sys
 import tempfile
 import time
 
-program, library = sys.argv[1:]
-with tempfile.TemporaryDirectory() as home:
-    environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C", "LD_PRELOAD": library, "VANTOR_TEST_HANG": "1"}
-    running = subprocess.Popen([program, "--watch", "0.2", "--format", "json"], env=environment, text=True,
-                               stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-    decoder, text, reports = json.JSONDecoder(), "", []
-    while len(reports) < 15:
-        line = running.stdout.readline()
-        assert line, f"ended after {len(reports)} reports: {running.stderr.read()}"
-        text += line
-        try:
-            report, end = decoder.raw_decode(text)
-        except ValueError:
-            continue
-        reports.append(report)
-        text = text[end:].lstrip()
-    asked = time.monotonic()
-    running.send_signal(signal.SIGTERM)
-    running.stdout.read()
-    code = running.wait(60)
-    delay = time.monotonic() - asked
-    errors = running.stderr.read()
+import silentmount
 
-last = reports[-1]
+PATIENCE = 20  # seconds; a program that hangs does so for good
+terminal, *window = sys.argv[1:]
 problems = []
-if last["storage"] is not None and any(value is not None for value in last["storage"].values()):
-    problems.append(f"the storage has figures: {last['storage']}")
-for section in ("memory", "cpu", "network"):
-    if last[section] is None or None in last[section].values():
-        problems.append(f"{section}: {last[section]}")
-if errors.count("storage") != 1:
-    problems.append(f"standard error: {errors}")
-if code not in (0, 1, -signal.SIGTERM) or delay > 5:
-    problems.append(f"ended with {code} after {delay:.1f} s")
-print(f"15 reports, ended {delay:.2f} s after the signal", *problems, sep="\n")
+
+
+def check(good, name, what):
+    if not good:
+        problems.append(f"{name}: {what}")
+
+
+class Case:
+    """A home whose documents are elsewhere, and a mount on one of its folders while it lasts."""
+    def __init__(self, name, place, silent=True):
+        self.name, self.place, self.silent, self.mount = name, place, silent, None
+
+    def __enter__(self):
+        self.folder = tempfile.mkdtemp()
+        for part in ("home/.config", "documents", "cache"):
+            os.makedirs(f"{self.folder}/{part}")
+        with open(self.folder + "/home/.config/user-dirs.dirs", "w", encoding="ascii") as dirs:
+            dirs.write(f'XDG_DOCUMENTS_DIR="{self.folder}/documents"\n')
+        self.environment = {"HOME": self.folder + "/home", "XDG_CACHE_HOME": self.folder + "/cache", "PATH": "/usr/bin:/bin",
+                            "LC_ALL": "C", "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": self.folder, "TERM": "xterm"}
+        if self.silent is not None:
+            self.hang()
+        return self
+
+    def hang(self):
+        self.mount = silentmount.SilentMount(f"{self.folder}/{self.place}", bool(self.silent))
+
+    def __exit__(self, *_):
+        if self.mount:
+            self.mount.end()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def start(self, *command, **streams):
+        return subprocess.Popen(command, env=self.environment, text=True, **streams)
+
+    def report(self, *options):
+        """Runs to its end; its streams too, which a child that hangs must not hold."""
+        begin = time.monotonic()
+        running = self.start(terminal, "--format", "json", *options, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        try:
+            text, errors = running.communicate(timeout=PATIENCE)
+        except subprocess.TimeoutExpired:
+            running.kill()
+            check(False, self.name, f"no end: {threads(running.pid)}")
+            return {}, ""
+        print(f"{self.name}: {time.monotonic() - begin:.1f} s, {errors.strip()}")
+        return json.loads(text), errors
+
+    def ends(self, running, how=signal.SIGTERM):
+        until(lambda: "D" not in threads(running.pid), "a thread hangs", self)
+        begin = time.monotonic()
+        if how:
+            running.send_signal(how)
+        try:
+            running.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            check(False, self.name, f"no end: {threads(running.pid)}")
+            print(*tell(running.pid, "stack"), sep="\n")
+            running.kill()
+        print(f"{self.name}: ended {time.monotonic() - begin:.1f} s after it was asked to")
+
+
+def tell(process, name):
+    """What the kernel tells of each thread."""
+    texts = []
+    for task in os.listdir(f"/proc/{process}/task"):
+        try:
+            with open(f"/proc/{process}/task/{task}/{name}", encoding="utf-8", errors="replace") as file:
+                texts.append(file.read().rsplit(")", 1)[-1])
+        except (FileNotFoundError, ProcessLookupError):
+            pass
+    return texts
+
+
+def threads(process):
+    return "".join(text.split()[0] for text in tell(process, "stat"))
+
+
+def rests(process, seen=[]):
+    """Whether it has done nothing for a while."""
+    seen.append([text.split()[11:13] for text in tell(process, "stat")])
+    del seen[:-10]
+    return len(seen) == 10 and all(one == seen[0] for one in seen)
+
+
+def has_figures(section):
+    return section is not None and None not in section.values()
+
+
+def until(done, what, case):
+    end = time.monotonic() + PATIENCE
+    while not done() and time.monotonic() < end:
+        time.sleep(0.02)
+    check(done(), case.name, what)
+
+
+def reports():
+    for place, failing in (("documents", {"storage"}), ("cache", set()), ("home", {"storage", "preferences"})):
+        with Case(place, place) as case:
+            report, errors = case.report("--once")
+            if report:
+                check(set(report["failed"]) == failing, place, f"failed: {report['failed']}")
+                check({line.split(": ")[1] for line in errors.splitlines()} == failing, place, errors)
+                for section in ("memory", "cpu", "network", *({"storage"} - failing)):
+                    check(has_figures(report[section]), place, f"{section}: {report[section]}")
+    with Case("documents that answer", "documents", silent=False) as case:
+        report, _ = case.report("--once")
+        check(report.get("storage", {}).get("total") in (4096 * 1000, 4096 * 900), case.name, report.get("storage"))
+
+
+def watch():
+    with Case("documents, later", "documents", silent=False) as case:
+        running = case.start(terminal, "--watch", "0.2", "--format", "json", stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        decoder, text, seen = json.JSONDecoder(), "", []
+        while len(seen) < 15:
+            text += running.stdout.readline()
+            try:
+                report, end = decoder.raw_decode(text)
+            except ValueError:
+                continue
+            text = text[end:].lstrip()
+            seen.append(report)
+            case.mount.silent = len(seen) >= 3
+        check(has_figures(seen[2]["storage"]) and set(seen[-1]["failed"]) == {"storage"}, case.name, seen[-1])
+        case.ends(running)
+        check(running.stderr.read().count("storage") == 1, case.name, "not told once")
+
+
+def interactive():
+    with Case("home under the terminal", "home", silent=None) as case:
+        own, other = pty.openpty()
+        running = case.start(terminal, stdin=other, stdout=other, stderr=other)
+        os.close(other)
+        screen = b""
+        while b"Free" not in screen:
+            screen += os.read(own, 65536)
+        until(lambda: rests(running.pid), "no rest", case)
+        case.silent = True
+        case.hang()
+        screen = b""
+        while b"preferences" not in screen:
+            screen += os.read(own, 65536)
+        os.write(own, b"q")
+        case.ends(running, None)
+        os.close(own)
+
+
+def windows():
+    for place in ("documents", "home"):
+        with Case(f"{place} under the window", place, silent=None) as case:
+            running = case.start(*window, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            until(lambda: len(threads(running.pid)) > 1 and rests(running.pid), "no window", case)
+            case.silent = True
+            case.hang()
+            until(lambda: "".join(tell(running.pid, "children")), "nobody asks", case)
+            case.ends(running)
+    with Case("documents in the picture", "documents") as case:
+        running = case.start(*window, "--snapshot", case.folder + "/p.png", stderr=subprocess.PIPE)
+        _, errors = running.communicate(timeout=PATIENCE)
+        check(running.returncode == 0 and "storage" in errors, case.name, f"{running.returncode}: {errors}")
+
+
+if not os.path.exists("/dev/fuse"):
+    print("skipped: there is no /dev/fuse")
+    sys.exit(77)
+try:
+    silentmount.own_mounts()
+    with Case("a try", "documents", silent=False):
+        pass
+except OSError as error:
+    print(f"skipped: mounting is not allowed here: {error}")
+    sys.exit(77)
+reports()
+watch()
+interactive()
+if window:
+    windows()
+print(*problems, sep="\n")
 sys.exit(1 if problems else 0)

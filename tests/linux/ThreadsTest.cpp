@@ -16,6 +16,7 @@ TEST(Threads, ReportsMayOverlapWhileFilesComeAndGo) {
     const TestTree tree;
     std::filesystem::copy(std::filesystem::path(VANTOR_TEST_DATA) / "trees/laptop", tree.root(),
                           std::filesystem::copy_options::recursive);
+    tree.write("proc/self/mountinfo", localRoot);
     TreeMachine machine(tree.root());
     platform::linux::LinuxViewer viewer({.folders = homeBelow(tree.root()), .useLocale = false});
     platform::linux::ScanPace pace;

@@ -17,6 +17,9 @@ namespace vantor::tests {
 /// Where a viewer with the home of a tree looks for the preferences, below the root.
 inline const std::filesystem::path storeFile = "home/.config/vantor/group.vantor.plist";
 
+/// What /proc/self/mountinfo says of a machine with one disk.
+inline constexpr const char* localRoot = "1 0 8:1 / / rw - ext4 /dev/sda1 rw\n";
+
 inline platform::posix::UserFolders homeBelow(const std::filesystem::path& root) {
     return {.home = root / "home",
             .config = root / "home/.config",

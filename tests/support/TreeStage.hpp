@@ -48,7 +48,6 @@ public:
     explicit TreeStage(KernelFigures first = {}) : figures(std::move(first)) {
         figures.write(tree);
         std::filesystem::create_directories((tree.root() / storeFile).parent_path());
-        tree.write("proc/self/mountinfo", ""); // no mount ever comes or goes
         tree.write("sys/class/net/eth0/type", "1\n");
         tree.write("sys/class/net/eth0/device/vendor", "0x8086\n");
     }
@@ -87,8 +86,12 @@ public:
 
     KernelFigures figures;
     const TestTree tree{TestTree::inMemory()};
+    /// No mount ever comes or goes.
+    const std::filesystem::path mounts = tree.write("proc/self/mountinfo", localRoot);
     TreeMachine machine{tree.root()};
-    platform::linux::LinuxViewer viewer{{.folders = homeBelow(tree.root()), .useLocale = false}};
+    platform::linux::LinuxViewer viewer{{.folders = homeBelow(tree.root()),
+                                         .useLocale = false,
+                                         .tree = platform::linux::KernelTree(tree.root())}};
     platform::Current<platform::Machine> currentMachine{machine.machine()};
     platform::Current<platform::Viewer> currentViewer{viewer};
     HandTurnedLoop loop;

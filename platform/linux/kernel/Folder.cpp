@@ -16,6 +16,7 @@ const char* Folder::next() {
     while (const dirent* const entry = m_folder ? ::readdir(m_folder.get()) : nullptr) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..") {
+            m_type = entry->d_type;
             return entry->d_name;
         }
     }

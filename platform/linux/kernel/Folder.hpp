@@ -20,6 +20,9 @@ public:
     /// The next entry's name, in the file system's order and without "." and ".."; null at the end. Valid
     /// until the next call.
     [[nodiscard]] const char* next();
+    /// Whether the last entry may be a folder; without asking about it, so that some that are not may be,
+    /// too.
+    [[nodiscard]] bool mayBeFolder() const { return m_type == DT_DIR || m_type == DT_UNKNOWN; }
     /// The descriptor to look an entry up by; -1 for a folder that could not be opened.
     [[nodiscard]] int number() const { return m_folder ? ::dirfd(m_folder.get()) : -1; }
 
@@ -28,6 +31,7 @@ private:
         void operator()(DIR* folder) const { ::closedir(folder); }
     };
     std::unique_ptr<DIR, Close> m_folder;
+    unsigned char m_type = DT_UNKNOWN;
 };
 
 } // namespace vantor::platform::linux

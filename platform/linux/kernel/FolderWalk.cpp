@@ -5,8 +5,12 @@
 #include "platform/linux/kernel/Folder.hpp"
 
 #include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace vantor::platform::linux {
 
@@ -15,6 +19,15 @@ constexpr int deepest = 64;
 constexpr std::size_t mostLinked = 262144;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 constexpr int fileFlags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+/// Opens a folder in a folder, unless something is mounted there (EXDEV). Kernels before 5.6 do not tell, and
+/// then it is not open.
+posix::Descriptor openInner(int folder, const char* name) {
+    struct open_how how {};
+    how.flags = folderFlags;
+    how.resolve = RESOLVE_NO_XDEV;
+    return posix::Descriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
+}
 } // namespace
 
 void FolderWalk::add(const std::string& folder) {
@@ -37,13 +50,21 @@ void FolderWalk::walk(posix::Descriptor descriptor, int depth) {
         if (m_stopped) {
             return;
         }
-        count(place, name);
+        count(place, name, folder.mayBeFolder());
     }
 }
 
-void FolderWalk::count(const Place& place, const char* name) {
+void FolderWalk::count(const Place& place, const char* name, bool mayBeFolder) {
+    // Before anything is asked about it: a file system that is mounted there may never answer.
+    posix::Descriptor inner = mayBeFolder ? openInner(place.folder, name) : posix::Descriptor();
+    if (mayBeFolder && !inner.isOpen() && errno == EXDEV) {
+        return;
+    }
     struct stat about {};
-    if (::fstatat(place.folder, name, &about, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) {
+    const int error = inner.isOpen()
+                          ? ::fstat(inner.number(), &about)
+                          : ::fstatat(place.folder, name, &about, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT);
+    if (error != 0) {
         return;
     }
     const bool isFolder = S_ISDIR(about.st_mode);
@@ -51,8 +72,7 @@ void FolderWalk::count(const Place& place, const char* name) {
     if (isElsewhere && !(isFolder && m_sharing)) {
         return;
     }
-    posix::Descriptor inner;
-    if (isFolder && place.depth < deepest) {
+    if (isFolder && !inner.isOpen()) {
         inner = posix::Descriptor(::openat(place.folder, name, folderFlags));
     }
     if (isElsewhere && !(inner.isOpen() && fileSystemOf(inner.number()) == m_fileSystem)) {
@@ -61,7 +81,7 @@ void FolderWalk::count(const Place& place, const char* name) {
     if (about.st_uid == m_user && (isFolder || hasAllNames(about))) {
         m_bytes += blocksOf(place, name, about);
     }
-    if (inner.isOpen()) {
+    if (inner.isOpen() && place.depth < deepest) {
         walk(std::move(inner), place.depth + 1);
     }
 }

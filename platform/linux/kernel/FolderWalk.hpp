@@ -39,7 +39,7 @@ private:
         int depth;
     };
     void walk(posix::Descriptor descriptor, int depth);
-    void count(const Place& place, const char* name);
+    void count(const Place& place, const char* name, bool mayBeFolder);
     [[nodiscard]] bool hasAllNames(const struct stat& about);
     [[nodiscard]] std::uint64_t blocksOf(const Place& place, const char* name,
                                          const struct stat& about) const;

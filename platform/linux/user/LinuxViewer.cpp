@@ -9,7 +9,8 @@
 
 namespace vantor::platform::linux {
 
-LinuxViewer::LinuxViewer(ViewerOptions options) : m_folders(std::move(options.folders)) {
+LinuxViewer::LinuxViewer(ViewerOptions options)
+    : m_folders(std::move(options.folders)), m_paths(options.tree) {
     if (options.useLocale) {
         adoptUserLocale();
         m_signs = currentLocaleSigns();
@@ -23,7 +24,10 @@ LinuxViewer::LinuxViewer(ViewerOptions options) : m_folders(std::move(options.fo
 
 SuiteFile LinuxViewer::readSuite(std::string_view suiteName) {
     const std::string path = linux::suitePath(m_folders, suiteName);
-    return path.empty() ? SuiteFile() : readSuiteFile(path.c_str());
+    if (path.empty()) {
+        return {};
+    }
+    return m_paths.isLocal(path) ? readSuiteFile(path.c_str()) : m_waiter.read(path);
 }
 
 std::string LinuxViewer::suitePath(std::string_view suiteName) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/linux/kernel/LocalPaths.hpp"
+#include "platform/linux/user/SuiteWaiter.hpp"
 #include "platform/linux/user/Translations.hpp"
 #include "platform/posix/UserFolders.hpp"
 #include "platform/viewer/Viewer.hpp"
@@ -16,6 +19,8 @@ struct ViewerOptions {
     posix::UserFolders folders = posix::UserFolders::fromEnvironment();
     /// The real locale and catalogues (process-wide, see Translations.hpp); off: English and its signs.
     bool useLocale = true;
+    /// Where the kernel tells what is mounted.
+    KernelTree tree{"/"};
 };
 
 /// The user who runs the program: preferences from the configuration folder, language and number signs from
@@ -33,6 +38,8 @@ public:
 
 private:
     const posix::UserFolders m_folders;
+    LocalPaths m_paths;
+    SuiteWaiter m_waiter;
     std::optional<Translations> m_translations;
     LocaleSigns m_signs;
 };

@@ -4,6 +4,9 @@
 #include "platform/linux/kernel/Assignments.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
+#include "platform/posix/BoundedChild.hpp"
+
+#include <chrono>
 
 namespace vantor::platform::linux {
 
@@ -49,12 +52,17 @@ std::optional<std::string> parseUserDir(std::string_view text, std::string_view 
     return folder;
 }
 
-std::string documentsFolder(const posix::UserFolders& folders) {
+std::string documentsFolder(const posix::UserFolders& folders, LocalPaths& paths) {
     constexpr std::size_t longestFile = 65536;
     if (!folders.config.empty()) {
-        KernelFile file(folders.config + "/user-dirs.dirs", Shape::oneRecord);
-        const std::optional<std::string> folder =
-            parseUserDir(file.read(longestFile).text, "XDG_DOCUMENTS_DIR", folders.home);
+        const std::string path = folders.config + "/user-dirs.dirs";
+        const auto text = [&path] {
+            KernelFile file(path, Shape::oneRecord);
+            return std::string(file.read(longestFile).text);
+        };
+        const std::string lines =
+            paths.isLocal(path) ? text() : posix::runInChild(text, std::chrono::seconds(1)).value_or("");
+        const std::optional<std::string> folder = parseUserDir(lines, "XDG_DOCUMENTS_DIR", folders.home);
         if (folder) { // not looked for: it may be on a mount that hangs
             return *folder;
         }

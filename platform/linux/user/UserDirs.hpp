@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/kernel/LocalPaths.hpp"
 #include "platform/posix/UserFolders.hpp"
 
 #include <optional>
@@ -15,8 +16,9 @@ namespace vantor::platform::linux {
 [[nodiscard]] std::optional<std::string> parseUserDir(std::string_view text, std::string_view key,
                                                       std::string_view home);
 
-/// The user's documents folder after the configuration folder's user-dirs.dirs, else the home. Empty on a
-/// machine without a home.
-[[nodiscard]] std::string documentsFolder(const posix::UserFolders& folders);
+/// The user's documents folder after the configuration folder's user-dirs.dirs, else the home; that too where
+/// the file is not on a local file system and cannot be had within a second. Empty on a machine without a
+/// home.
+[[nodiscard]] std::string documentsFolder(const posix::UserFolders& folders, LocalPaths& paths);
 
 } // namespace vantor::platform::linux

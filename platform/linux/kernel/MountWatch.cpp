@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/MountWatch.hpp"
+#include "platform/linux/kernel/MountWatch.hpp"
 
 #include <fcntl.h>
 #include <poll.h>
