@@ -2,6 +2,7 @@
 #include "hosts/common/HostMachine.hpp"
 
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/kernel/LocalPaths.hpp"
 #include "platform/simulated/DemoMachine.hpp"
 
 namespace vantor::hosts::common {
@@ -22,5 +23,10 @@ std::unique_ptr<platform::Machine> machineFor(bool demo) {
 
 HostMachine::HostMachine(bool demo, bool useLocale)
     : m_machine(machineFor(demo)), m_viewer(demo, useLocale) {}
+
+bool isOnThisMachine(const std::string& path) {
+    static auto& paths = *new platform::linux::LocalPaths(); // never destroyed: workers may still ask
+    return paths.isLocal(path);
+}
 
 } // namespace vantor::hosts::common

@@ -5,6 +5,7 @@
 #include "platform/machine/Machine.hpp"
 
 #include <memory>
+#include <string>
 
 namespace vantor::hosts::common {
 
@@ -22,5 +23,9 @@ private:
     HostViewer m_viewer;
     platform::Current<platform::Machine> m_currentMachine{*m_machine};
 };
+
+/// Whether a file or folder is on a file system of this machine, so that asking for it does not wait for a
+/// server that may be gone. Any thread.
+[[nodiscard]] bool isOnThisMachine(const std::string& path);
 
 } // namespace vantor::hosts::common

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/UserFile.hpp"
 
+#include "hosts/common/HostMachine.hpp"
+#include "platform/posix/BoundedChild.hpp"
 #include "platform/posix/Descriptor.hpp"
 #include "platform/posix/FileReplacement.hpp"
 
@@ -8,25 +10,41 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <chrono>
+#include <functional>
+
 namespace vantor::hosts::common {
 
 namespace posix = platform::posix;
 
-std::string userFilePath(const std::string& folder, std::string_view name) {
-    return folder.empty() ? std::string() : folder + '/' + std::string(name);
+namespace {
+
+constexpr const char* noHome = "there is no home folder";
+
+/// The text that `work` gives; absent where the path's file system does not answer.
+std::optional<std::string> bounded(const std::string& path, const std::function<std::string()>& work) {
+    if (isOnThisMachine(path)) {
+        return work();
+    }
+    std::optional<std::string> answer =
+        posix::runInChild([&work] { return '+' + work(); }, std::chrono::seconds(1));
+    return answer ? std::optional(answer->substr(1)) : std::nullopt;
 }
 
-std::optional<std::string> writeUserFile(const std::string& path, std::string_view text) {
+/// What `work` found to be wrong, which is nothing where it gives no text.
+std::optional<std::string> problemOf(const std::string& path, const std::function<std::string()>& work) {
     if (path.empty()) {
-        return "there is no home folder";
+        return noHome;
     }
-    if (std::optional<std::string> problem = posix::makeFoldersTo(path)) {
-        return problem;
+    std::optional<std::string> problem = bounded(path, work);
+    if (!problem) {
+        return path + ": its file system does not answer";
     }
-    return posix::replaceFile(path, text);
+    return problem->empty() ? std::nullopt : problem;
 }
 
-std::string readUserFile(const std::string& path) {
+std::string contentOf(const std::string& path) {
     constexpr std::size_t longest = 4096;
     const posix::Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat about {};
@@ -38,6 +56,35 @@ std::string readUserFile(const std::string& path) {
         posix::uninterrupted([&] { return ::read(file.number(), text.data(), text.size()); });
     text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
     return text;
+}
+
+} // namespace
+
+std::string userFilePath(const std::string& folder, std::string_view name) {
+    return folder.empty() ? std::string() : folder + '/' + std::string(name);
+}
+
+std::optional<std::string> writeUserFile(const std::string& path, std::string_view text) {
+    return problemOf(path, [&path, text] {
+        std::optional<std::string> problem = posix::makeFoldersTo(path);
+        return (problem ? problem : posix::replaceFile(path, text)).value_or("");
+    });
+}
+
+std::string readUserFile(const std::string& path) {
+    return path.empty() ? std::string() : bounded(path, [&path] { return contentOf(path); }).value_or("");
+}
+
+bool userFileExists(const std::string& path) {
+    const auto found = [&path] { return std::string(::access(path.c_str(), F_OK) == 0 ? "yes" : ""); };
+    return !path.empty() && bounded(path, found) == "yes";
+}
+
+std::optional<std::string> removeUserFile(const std::string& path) {
+    return problemOf(path, [&path] {
+        const bool gone = ::unlink(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR;
+        return gone ? std::string() : path + ": " + posix::errorText(errno);
+    });
 }
 
 } // namespace vantor::hosts::common

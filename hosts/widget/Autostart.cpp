@@ -44,17 +44,11 @@ std::string execArgument(const std::string& path) {
 }
 
 bool isAutostarted() {
-    std::error_code ignored;
-    return std::filesystem::exists(entryPath(), ignored);
+    return common::userFileExists(entryPath());
 }
 
 std::optional<std::string> setAutostart(bool on) {
-    if (on) {
-        return common::writeUserFile(entryPath(), entryText());
-    }
-    std::error_code error;
-    std::filesystem::remove(entryPath(), error);
-    return error ? std::optional(entryPath() + ": " + error.message()) : std::nullopt;
+    return on ? common::writeUserFile(entryPath(), entryText()) : common::removeUserFile(entryPath());
 }
 
 } // namespace vantor::hosts::widget
