@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/work/ApplicationTable.hpp"
+
+#include "platform/core/PrintableText.hpp"
+#include "platform/linux/work/ApplicationId.hpp"
+
+namespace vantor::platform::linux {
+
+namespace {
+
+constexpr std::size_t longestName = 80;
+
+/// "org.gnome.Nautilus" without a desktop entry reads "Nautilus".
+std::string readable(const std::string& id) {
+    const std::size_t dot = id.rfind('.');
+    return dot == std::string::npos || dot + 1 == id.size() ? id : id.substr(dot + 1);
+}
+
+/// The unit that a group is: "pipewire" of "session.slice/pipewire.service".
+std::string unitName(const std::string& path) {
+    std::string name = path.substr(path.rfind('/') + 1);
+    return name.substr(0, name.rfind('.'));
+}
+
+} // namespace
+
+ApplicationUse& ApplicationTable::application(const std::string& id, const std::string& otherName,
+                                              bool isService) {
+    const std::string key = isService ? "\x01" : !id.empty() ? id : "\x02" + otherName;
+    const auto [found, isNew] = m_table.try_emplace(key);
+    ApplicationUse& use = found->second;
+    if (isNew) {
+        const std::optional<DesktopEntry> entry = id.empty() ? std::nullopt : m_entries.find(id);
+        const std::string name = entry ? entry->name : id.empty() ? otherName : readable(id);
+        use.id = printableText(id);
+        use.name = isService ? "Session services" : printableText(name, longestName);
+        use.icon = entry ? printableText(entry->icon, 4096) : "";
+        use.isService = isService;
+    }
+    return use;
+}
+
+void ApplicationTable::addGroup(const GroupUse& group, const std::map<int, ProcessStat>& processes) {
+    const std::string id = applicationIdOf(group.path).value_or("");
+    const bool isService = id.empty() && !group.path.starts_with("app.slice/");
+    ApplicationUse& use = application(id, unitName(group.path), isService);
+    use.memory += group.memory;
+    use.swap += group.swap;
+    for (const int number : group.processes) {
+        if (const auto process = processes.find(number); process != processes.end()) {
+            use.processes.push_back({number, process->second.start, process->second.name});
+        }
+    }
+}
+
+/// The processes that share a group with others, such as a login session's.
+void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
+    std::map<int, std::vector<int>> byLeader;
+    for (const auto& [number, stat] : loose) {
+        byLeader[applicationLeader(loose, number)].push_back(number);
+    }
+    for (const auto& [leader, members] : byLeader) {
+        const std::string program = programOf(m_tree, leader, loose.at(leader));
+        std::string id;
+        for (std::size_t i = 0; program == "bwrap" && id.empty() && i < members.size(); ++i) {
+            id = flatpakOf(m_tree, members[i]); // the sandbox's own processes see it, its starter does not
+        }
+        ApplicationUse& use = application(id.empty() ? m_entries.idStarting(program) : id, program, false);
+        for (const int number : members) {
+            const ProcessMemory memory = readProcessMemory(m_tree, number);
+            use.memory += memory.memory;
+            use.swap += memory.swap;
+            use.processes.push_back({number, loose.at(number).start, loose.at(number).name});
+        }
+    }
+}
+
+std::vector<ApplicationUse> ApplicationTable::make(const std::vector<GroupUse>& groups,
+                                                   const std::map<int, ProcessStat>& processes) {
+    std::map<int, ProcessStat> loose = processes;
+    for (const GroupUse& group : groups) {
+        addGroup(group, processes);
+        for (const int number : group.processes) {
+            loose.erase(number);
+        }
+    }
+    addLoose(loose);
+    std::vector<ApplicationUse> uses;
+    for (auto& [key, use] : m_table) {
+        uses.push_back(std::move(use));
+    }
+    return uses;
+}
+
+} // namespace vantor::platform::linux

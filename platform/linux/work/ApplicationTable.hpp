@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/work/DesktopEntries.hpp"
+#include "platform/linux/work/GroupReader.hpp"
+#include "platform/linux/work/ProcessReader.hpp"
+#include "platform/machine/Workload.hpp"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vantor::platform::linux {
+
+/// Puts groups and processes together to applications: by the group's name where they have one of their own,
+/// else by the program that started them.
+class ApplicationTable {
+public:
+    ApplicationTable(const KernelTree& tree, DesktopEntries& entries) : m_tree(tree), m_entries(entries) {}
+
+    [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups,
+                                                   const std::map<int, ProcessStat>& processes);
+
+private:
+    void addGroup(const GroupUse& group, const std::map<int, ProcessStat>& processes);
+    void addLoose(const std::map<int, ProcessStat>& loose);
+    ApplicationUse& application(const std::string& id, const std::string& otherName, bool isService);
+
+    const KernelTree& m_tree;
+    DesktopEntries& m_entries;
+    std::map<std::string, ApplicationUse> m_table; ///< by id or name
+};
+
+} // namespace vantor::platform::linux

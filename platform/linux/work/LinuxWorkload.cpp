@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/work/LinuxWorkload.hpp"
+
+#include "platform/linux/work/ApplicationTable.hpp"
+#include "platform/linux/work/GroupReader.hpp"
+#include "platform/linux/work/ProcessReader.hpp"
+#include "platform/linux/work/WorkText.hpp"
+
+namespace vantor::platform::linux {
+
+std::optional<Pressure> LinuxWorkload::memoryPressure() {
+    return parsePressure(m_options.tree.read("proc/pressure/memory").text);
+}
+
+std::optional<SwapSpace> LinuxWorkload::swapSpace() {
+    return parseSwapSpace(m_options.tree.read("proc/meminfo").text);
+}
+
+std::vector<ApplicationUse> LinuxWorkload::applications() {
+    const std::lock_guard lock(m_mutex);
+    return ApplicationTable(m_options.tree, m_entries)
+        .make(readGroups(m_options.tree, m_options.user), readProcesses(m_options.tree, m_options.user));
+}
+
+} // namespace vantor::platform::linux

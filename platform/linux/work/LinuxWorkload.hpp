@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/linux/work/DesktopEntries.hpp"
+#include "platform/machine/Workload.hpp"
+#include "platform/posix/UserFolders.hpp"
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace vantor::platform::linux {
+
+/// What a LinuxWorkload is made of. The default is what the program's own user runs on this machine.
+struct WorkloadOptions {
+    KernelTree tree{"/"};
+    uid_t user = ::getuid();
+    std::vector<std::string> entryFolders =
+        DesktopEntries::foldersOf(posix::UserFolders::fromEnvironment().data);
+};
+
+/// What runs on the Linux machine: control groups where the desktop makes one for each application, else
+/// processes, whose memory is then their anonymous and shared pages, so that pages which several processes
+/// have in common count for each of them. Any thread.
+class LinuxWorkload final : public Workload {
+public:
+    explicit LinuxWorkload(WorkloadOptions options = {})
+        : m_options(std::move(options)), m_entries(m_options.entryFolders) {}
+
+    std::optional<Pressure> memoryPressure() override;
+    std::optional<SwapSpace> swapSpace() override;
+    std::vector<ApplicationUse> applications() override;
+
+private:
+    const WorkloadOptions m_options;
+    std::mutex m_mutex; // guards m_entries
+    DesktopEntries m_entries;
+};
+
+} // namespace vantor::platform::linux

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/work/WorkText.hpp"
+
+#include "platform/linux/kernel/TextScan.hpp"
+
+#include <charconv>
+#include <limits>
+
+namespace vantor::platform::linux {
+
+namespace {
+
+/// "avg300=1.25": the number behind the name and the sign.
+std::optional<double> shareNamed(std::string_view word, std::string_view name) {
+    double value = 0;
+    if (!word.starts_with(name)) {
+        return std::nullopt;
+    }
+    word.remove_prefix(name.size());
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    const bool isShare =
+        error == std::errc() && end == word.data() + word.size() && value >= 0 && value <= 100;
+    return isShare ? std::optional(value) : std::nullopt;
+}
+
+/// The kernel writes KiB: "VmSwap:	     128 kB". In bytes.
+std::optional<std::uint64_t> kibibytes(std::string_view text, std::string_view name) {
+    const std::optional<std::uint64_t> value = statNumber(text, name);
+    return value && *value < std::numeric_limits<std::uint64_t>::max() / 1024 ? std::optional(*value * 1024)
+                                                                              : std::nullopt;
+}
+
+std::optional<int> processNumber(std::string_view word) {
+    const std::optional<std::uint64_t> value = numberFrom(word);
+    const bool fits = value && *value <= static_cast<std::uint64_t>(std::numeric_limits<int>::max());
+    return fits ? std::optional(static_cast<int>(*value)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<Pressure> parsePressure(std::string_view text) {
+    while (const std::optional<Line> line = takeLine(text)) {
+        std::string_view rest = line->text;
+        if (!line->ended || takeWord(rest) != "some") {
+            continue;
+        }
+        const std::optional<double> last10 = shareNamed(takeWord(rest), "avg10=");
+        const std::optional<double> last60 = shareNamed(takeWord(rest), "avg60=");
+        const std::optional<double> last300 = shareNamed(takeWord(rest), "avg300=");
+        std::string_view total = takeWord(rest);
+        if (!last10 || !last60 || !last300 || !total.starts_with("total=")) {
+            return std::nullopt;
+        }
+        total.remove_prefix(std::string_view("total=").size());
+        const std::optional<std::uint64_t> microseconds = numberFrom(total);
+        return microseconds ? std::optional(Pressure{*last10, *last60, *last300, *microseconds})
+                            : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::uint64_t> statNumber(std::string_view text, std::string_view name) {
+    while (const std::optional<Line> line = takeLine(text)) {
+        std::string_view rest = line->text;
+        if (line->ended && takeWord(rest) == name) {
+            return takeNumber(rest);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<SwapSpace> parseSwapSpace(std::string_view memInfo) {
+    const std::optional<std::uint64_t> total = kibibytes(memInfo, "SwapTotal:");
+    const std::optional<std::uint64_t> free = kibibytes(memInfo, "SwapFree:");
+    return total && free && *free <= *total ? std::optional(SwapSpace{*total, *free}) : std::nullopt;
+}
+
+std::vector<int> parseProcessNumbers(std::string_view text) {
+    std::vector<int> numbers;
+    while (const std::optional<Line> line = takeLine(text)) {
+        // A process of another namespace reads as 0.
+        if (const std::optional<int> number = processNumber(line->text); number && *number > 0) {
+            numbers.push_back(*number);
+        }
+    }
+    return numbers;
+}
+
+std::optional<ProcessStat> parseProcessStat(std::string_view text) {
+    // The name may hold anything, blanks and parentheses too: it ends at the last one.
+    const std::size_t open = text.find('('), close = text.rfind(')');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+        return std::nullopt;
+    }
+    ProcessStat stat;
+    stat.name = text.substr(open + 1, close - open - 1);
+    std::string_view rest = text.substr(close + 1);
+    if (const std::size_t end = rest.find('\n'); end != std::string_view::npos) {
+        rest = rest.substr(0, end);
+    }
+    constexpr int first = 3, parent = 4, session = 6, start = 22; // fields as proc(5) counts them
+    bool isWhole = false;
+    for (int field = first; field <= start; ++field) {
+        const std::string_view word = takeWord(rest);
+        if (field == parent || field == session) {
+            (field == parent ? stat.parent : stat.session) = processNumber(word).value_or(0);
+        } else if (field == start) {
+            const std::optional<std::uint64_t> ticks = numberFrom(word);
+            stat.start = ticks.value_or(0);
+            isWhole = ticks.has_value();
+        }
+    }
+    return isWhole ? std::optional(stat) : std::nullopt;
+}
+
+ProcessMemory parseProcessMemory(std::string_view status) {
+    return {kibibytes(status, "RssAnon:").value_or(0) + kibibytes(status, "RssShmem:").value_or(0),
+            kibibytes(status, "VmSwap:").value_or(0)};
+}
+
+} // namespace vantor::platform::linux

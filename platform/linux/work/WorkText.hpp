@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/machine/Workload.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The kernel's texts about what runs. All pure.
+namespace vantor::platform::linux {
+
+/// The line "some" of a file of /proc/pressure (Documentation/accounting/psi.rst).
+[[nodiscard]] std::optional<Pressure> parsePressure(std::string_view text);
+
+/// The lines SwapTotal and SwapFree of /proc/meminfo; absent where either is missing.
+[[nodiscard]] std::optional<SwapSpace> parseSwapSpace(std::string_view memInfo);
+
+/// The number after a name in lines "NAME NUMBER", such as memory.stat and cpu.stat of a control group.
+[[nodiscard]] std::optional<std::uint64_t> statNumber(std::string_view text, std::string_view name);
+
+/// The numbers of cgroup.procs, one a line.
+[[nodiscard]] std::vector<int> parseProcessNumbers(std::string_view text);
+
+/// What is used of /proc/PID/stat and /proc/PID/status (proc(5)).
+struct ProcessStat {
+    std::string name;
+    int parent = 0;
+    int session = 0; ///< the number of its session's leader
+    std::uint64_t start = 0;
+};
+[[nodiscard]] std::optional<ProcessStat> parseProcessStat(std::string_view text);
+
+/// Bytes.
+struct ProcessMemory {
+    std::uint64_t memory = 0; ///< RssAnon and RssShmem
+    std::uint64_t swap = 0;   ///< VmSwap
+};
+/// A kernel thread has none of these lines, and no memory.
+[[nodiscard]] ProcessMemory parseProcessMemory(std::string_view status);
+
+} // namespace vantor::platform::linux

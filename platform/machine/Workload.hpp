@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/core/Current.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantor::platform {
+
+/// For how much of the time some program stood still because a resource was short: averages over the last 10
+/// seconds, minute and five minutes, in percent, and the sum since boot. The kernel keeps them, so that they
+/// tell of the past at once.
+struct Pressure {
+    double average10 = 0;
+    double average60 = 0;
+    double average300 = 0;
+    std::uint64_t microseconds = 0;
+    bool operator==(const Pressure&) const = default;
+};
+
+/// Bytes.
+struct SwapSpace {
+    std::uint64_t total = 0; ///< 0: none
+    std::uint64_t free = 0;
+    bool operator==(const SwapSpace&) const = default;
+};
+
+/// A process; its number is used again after its end, and only with its start is it the same one.
+struct ProcessIdentity {
+    int number = 0;
+    std::uint64_t start = 0; ///< clock ticks after boot
+    std::string name = {};   ///< the kernel's, at most 15 bytes, as the process set it: not yet printable
+    bool operator==(const ProcessIdentity&) const = default;
+};
+
+/// What one application holds. Several groups or processes of it count together.
+struct ApplicationUse {
+    std::string id = {};      ///< of its desktop entry, as far as it is known: "org.gnome.Nautilus"
+    std::string name = {};    ///< for people, printable
+    std::string icon = {};    ///< of the desktop entry
+    bool isService = false;   ///< no application: what belongs to the session as a whole
+    std::uint64_t memory = 0; ///< bytes of RAM that nobody else holds: anonymous and shared memory, no cache
+    std::uint64_t swap = 0;   ///< bytes
+    std::vector<ProcessIdentity> processes = {};
+};
+
+/// What runs on a machine for its user. Everything is read afresh and may be absent. Any thread.
+class Workload {
+public:
+    virtual ~Workload() = default;
+
+    /// Of memory; absent where the kernel keeps none.
+    virtual std::optional<Pressure> memoryPressure() = 0;
+    virtual std::optional<SwapSpace> swapSpace() = 0;
+    /// This user's applications, in no order.
+    virtual std::vector<ApplicationUse> applications() = 0;
+};
+
+/// The workload that a `Current<Workload>` has put in place. Without one: fatal.
+Workload& currentWorkload();
+
+} // namespace vantor::platform

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "TestTree.hpp"
+#include "platform/linux/work/ApplicationId.hpp"
+#include "platform/linux/work/DesktopEntry.hpp"
+#include "platform/linux/work/LinuxWorkload.hpp"
+#include "platform/linux/work/WorkText.hpp"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace vantor::tests {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace platform::linux;
+using platform::ApplicationUse;
+
+TEST(ApplicationId, IsInTheNamesThatDesktopsGiveTheirGroups) {
+    const auto id = [](std::string_view path) { return applicationIdOf(path).value_or("-"); };
+    EXPECT_EQ(id("app.slice/app-gnome-google\\x2dchrome-11396.scope"), "google-chrome");
+    EXPECT_EQ(id("app.slice/app-gnome-org.gnome.Nautilus-0.scope"), "org.gnome.Nautilus");
+    EXPECT_EQ(id("app.slice/app-flatpak-org.telegram.desktop-12345.scope"), "org.telegram.desktop");
+    EXPECT_EQ(id("app.slice/app-org.kde.konsole-9d2c.scope"), "org.kde.konsole");
+    EXPECT_EQ(id("app.slice/app-org.kde.dolphin@0f1e2d.service"), "org.kde.dolphin");
+    EXPECT_EQ(id("app.slice/app-gnome-org.gnome.Foo-123.service"), "org.gnome.Foo");
+    EXPECT_EQ(id("app.slice/app-im\\x2dlaunch@autostart.service"), "im-launch");
+    EXPECT_EQ(id("app.slice/gnome-launched-firefox-esr.desktop-1234.scope"), "firefox-esr");
+    EXPECT_EQ(id("app.slice/snap.firefox.firefox-a1b2c3d4-0000-1111-2222-333344445555.scope"),
+              "firefox_firefox");
+    EXPECT_EQ(id("app.slice/dbus.slice/dbus-:1.23-org.example.App@0.service"), "org.example.App");
+    EXPECT_EQ(id("app.slice/app-org.gnome.Terminal.slice/vte-spawn-a1b2.scope"), "org.gnome.Terminal");
+    for (const char* const none :
+         {"", "app.slice", "app.slice/gpg-agent.service", "session.slice/pipewire.service", "init.scope",
+          "app.slice/app-.scope", "app.slice/app-x.scope", "session-2.scope",
+          "app.slice/app-a-..\\x2fevil-1.scope", "app.slice/app-a-x\\x0ay-1.scope"}) {
+        EXPECT_EQ(id(none), "-") << none;
+    }
+}
+
+TEST(DesktopEntry, GivesNameIconAndProgram) {
+    const auto read = [](std::string_view text) { return parseDesktopEntry(text); };
+    const auto entry =
+        read("# x\n[Desktop Entry]\nName[de]=Dateien\nName = Files\\sand \\\\ more\nIcon=folder\n"
+             "Exec=env A=b \"/opt/my files/nau\" --new %U\n[Desktop Action x]\nName=Other\n");
+    EXPECT_EQ(entry, (DesktopEntry{"Files and \\ more", "folder", "nau"}));
+    EXPECT_FALSE(read("[Desktop Entry]\nType=Link\nName=x\n").has_value());
+    EXPECT_FALSE(read("[Other]\nName=x\n").has_value());
+    EXPECT_FALSE(read("[Desktop Entry]\nExec=x\n").has_value());
+}
+
+TEST(WorkText, TakesWhatTheKernelWritesAndNothingElse) {
+    const auto pressure = parsePressure("some avg10=0.50 avg60=1.25 avg300=2.00 total=77\nfull avg10=0.00\n");
+    EXPECT_EQ(pressure, (platform::Pressure{0.5, 1.25, 2, 77}));
+    for (const char* const bad :
+         {"", "full avg10=0 avg60=0 avg300=0 total=0\n", "some avg10=0.50 avg60=1.25\n",
+          "some avg10=nan avg60=0 avg300=0 total=0\n", "some avg10=0 avg60=0 avg300=0 total=0",
+          "some avg10=0 avg60=0 avg300=101 total=0\n"}) {
+        EXPECT_FALSE(parsePressure(bad).has_value()) << bad;
+    }
+    const auto stat = parseProcessStat("7 (a) b) (c) S 1 7 5 0 -1 0 0 0 0 0 11 12 0 0 20 0 1 0 999 1 2\n");
+    EXPECT_EQ(stat->name, "a) b) (c");
+    EXPECT_EQ(stat->parent * 1000 + stat->session, 1005);
+    EXPECT_EQ(stat->start, 999U);
+    EXPECT_FALSE(parseProcessStat("7 (a) S 1 7 5 0 -1").has_value());
+    EXPECT_FALSE(parseProcessStat("7 )a( S").has_value());
+    EXPECT_EQ(parseSwapSpace("SwapTotal: 8 kB\nSwapFree: 9 kB\n"), std::nullopt);
+    EXPECT_EQ(parseSwapSpace("SwapTotal: 8 kB\nSwapFree: 2 kB\n"), (platform::SwapSpace{8192, 2048}));
+}
+
+class WorkloadTest : public testing::Test {
+protected:
+    void process(int number, int parent, int session, const std::string& name, const std::string& program,
+                 int kibibytes) {
+        const std::string folder = "proc/" + std::to_string(number);
+        m_tree.write(folder + "/stat", std::to_string(number) + " (" + name + ") S " +
+                                           std::to_string(parent) + " 1 " + std::to_string(session) +
+                                           " 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0" + " 4" + std::to_string(number) +
+                                           " 0\n");
+        m_tree.write(folder + "/status", "RssAnon:\t" + std::to_string(kibibytes) +
+                                             " kB\nRssFile:\t 99999 kB\n"
+                                             "RssShmem:\t 1 kB\nVmSwap:\t 2 kB\n");
+        if (!program.empty()) {
+            fs::create_symlink(program, m_tree.root() / folder / "exe");
+        }
+    }
+    void group(const std::string& path, int anonymous, const std::string& processes) {
+        const std::string user = std::to_string(::getuid());
+        const std::string folder =
+            "sys/fs/cgroup/user.slice/user-" + user + ".slice/user@" + user + ".service/" + path;
+        m_tree.write(folder + "/cgroup.procs", processes);
+        m_tree.write(folder + "/memory.stat",
+                     "anon " + std::to_string(anonymous) + "\nfile 12345678\nkernel 5\nshmem 7\n");
+        m_tree.write(folder + "/memory.swap.current", "30\n");
+    }
+    void entry(const std::string& id, const std::string& name, const std::string& program) {
+        m_tree.write("entries/" + id + ".desktop",
+                     "[Desktop Entry]\nName=" + name + "\nExec=" + program + " %U\nIcon=" + id + "\n");
+    }
+    /// name: memory/swap/processes, in the order of their names.
+    std::string applications() {
+        LinuxWorkload workload({.tree = KernelTree(m_tree.root().string()),
+                                .user = ::getuid(),
+                                .entryFolders = {(m_tree.root() / "entries").string()}});
+        std::vector<ApplicationUse> uses = workload.applications();
+        std::ranges::sort(uses, {}, &ApplicationUse::name);
+        std::string text;
+        for (const ApplicationUse& use : uses) {
+            text += use.name + (use.isService ? "*" : "") + ": " + std::to_string(use.memory) + '/' +
+                    std::to_string(use.swap) + '/' + std::to_string(use.processes.size()) + '\n';
+        }
+        return text;
+    }
+    const TestTree m_tree;
+};
+
+TEST_F(WorkloadTest, CountsByGroupWhereEachApplicationHasOne) {
+    m_tree.write("sys/fs/cgroup/cgroup.controllers", "cpu memory\n");
+    entry("org.x.Files", "Files\x1B[31m", "/usr/bin/files");
+    for (const int number : {11, 12, 13, 14, 15, 16}) {
+        process(number, 1, 1, "p", "", 100);
+    }
+    group("app.slice/app-gnome-org.x.Files-1.scope", 1000, "11\n12\n");
+    group("app.slice/app-gnome-org.x.Files-2.scope", 500, "13\n");
+    group("app.slice/app-org.x.Other-3.scope", 2000, "14\n99\n0\n");
+    group("app.slice/gpg-agent.service", 100, "15\n");
+    group("session.slice/pipewire.service", 10, "16\n");
+    group("init.scope", 20, "17\n");
+    group("app.slice/app-empty-4.scope", 9999, "");
+    EXPECT_EQ(applications(),
+              "Files\xEF\xBF\xBD[31m: 1514/60/3\nOther: 2007/30/1\nSession services*: 44/60/1\n"
+              "gpg-agent: 107/30/1\n");
+}
+
+TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
+    entry("editor-entry", "Editor", "/opt/edit/bin/editor");
+    entry("org.y.App", "Flat App", "flatpak run org.y.App");
+    process(10, 1, 10, "session", "/usr/bin/session", 1); // leads the session
+    process(20, 10, 10, "editor", "/opt/edit/bin/editor (deleted)", 100);
+    process(21, 20, 10, "helper", "/usr/lib/helper", 10); // of the editor
+    process(30, 10, 10, "term", "/usr/bin/term", 5);
+    process(31, 30, 31, "bash", "/bin/bash", 3);     // belongs to its terminal,
+    process(32, 31, 31, "make", "/usr/bin/make", 4); // what runs in it stands for itself
+    process(40, 1, 10, "bwrap", "/usr/bin/bwrap", 1);
+    process(41, 40, 10, "app", "/app/bin/app", 50);
+    m_tree.write("proc/41/root/.flatpak-info", "[Instance]\nname=wrong\n[Application]\nname=org.y.App\n");
+    process(50, 2, 0, "kworker", "", 0);
+    const auto kib = [](int kibibytes) { return std::to_string(kibibytes * 1024); };
+    EXPECT_EQ(applications(), "Editor: " + kib(112) + '/' + kib(4) + "/2\nFlat App: " + kib(53) + '/' +
+                                  kib(4) + "/2\nmake: " + kib(5) + '/' + kib(2) + "/1\nsession: " + kib(2) +
+                                  '/' + kib(2) + "/1\nterm: " + kib(10) + '/' + kib(4) + "/2\n");
+}
+
+} // namespace
+} // namespace vantor::tests
