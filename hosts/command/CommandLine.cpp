@@ -2,6 +2,7 @@
 #include "hosts/command/CommandLine.hpp"
 
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/PageCommand.hpp"
 #include "hosts/command/SettingsCommand.hpp"
 #include "platform/core/PrintableText.hpp"
 
@@ -29,7 +30,8 @@ std::string whatIsWrong(const CLI::App& app, const CLI::ParseError& mistake) {
 } // namespace
 
 Action parseCommandLine(int count, const char* const* arguments) {
-    CLI::App app("Vantor on the command line: reads and changes what the widget goes by.", "vantor");
+    CLI::App app("Vantor on the command line: what its rings are made of, and what the widget goes by.",
+                 "vantor");
     app.set_version_flag("--version", "vantor " VANTOR_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 not set or nothing to gain, 2 wrong usage or value, 3 a file or the "
@@ -37,6 +39,7 @@ Action parseCommandLine(int count, const char* const* arguments) {
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.get_formatter()->label("REQUIRED", "");
     Action action;
+    addPageCommands(app, action);
     addSettingsCommands(app, action);
     try {
         app.parse(count, arguments);

@@ -4,7 +4,9 @@ _vantor() {
   local current=${COMP_WORDS[COMP_CWORD]} words='' keys
   keys='isInactiveRAMHide isReleasableSTORAGEShow preventCleanRAMFromWidget refreshSeconds chartcolor'
   if ((COMP_CWORD == 1)); then
-    words='settings --help --version'
+    words='ram settings --help --version'
+  elif [[ ${COMP_WORDS[1]} == ram ]]; then
+    words='--json --help'
   elif ((COMP_CWORD == 2)); then
     words='list get set reset describe watch path --help'
   else

@@ -19,7 +19,7 @@ RUNS = {  # what each is started with; None: a window, until it has refreshed it
     "vantor-term": [["--once"]],
     "vantor-widget": [["--snapshot", "HOME/picture.png"], None],
     "vantor-sysinfo": [[]],
-    "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"]],
+    "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"]],
 }
 
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Runs `vantor settings` as people and scripts do: settings.py PROGRAM PACKAGING. Its files are read and written by
+"""Runs `vantor` as people and scripts do: program.py PROGRAM PACKAGING. Its files are read and written by
 Python's own property lists, which know nothing of ours."""
 import datetime
 import json
@@ -105,6 +105,16 @@ with tempfile.TemporaryDirectory() as folder:
     watch.kill()
     watch.communicate()
 
+    # The RAM page adds up, for people and for programs.
+    page = json.loads(run("ram", "--json").stdout)
+    parts = page["parts"]
+    check(sum(parts.values()) == page["total"] == page["used"] + page["available"], f"the parts do not add up: {page}")
+    check(sum(parts[part] for part in ("applications", "kernel", "compressed")) == page["used"], f"used: {page}")
+    check(any(process["pid"] == os.getpid() for use in page["applications"] for process in use["processes"]),
+          "this process is in no application")
+    text = run("ram", locale="de_DE.UTF-8").stdout
+    check(text.startswith("RAM: ") and " in all\n" in text and "application\n" in text, f"the page: {text}")
+
     # Standard output that cannot be written is told.
     with open("/dev/full", "w") as full:
         got = subprocess.run([program, "settings", "list"], stdout=full, stderr=subprocess.PIPE, text=True,
@@ -112,11 +122,10 @@ with tempfile.TemporaryDirectory() as folder:
         check(got.returncode == 3 and "standard output: " in got.stderr, "a full disk")
 
 # Completions and the manual know every command and option, and nothing else.
-commands = ["list", "get", "set", "reset", "describe", "watch", "path"]
+commands = ["ram", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
 options = ["--json", "--stored", "--all", "--set-aside"]
 home = pathlib.Path("/nonexistent")
-usage = run("settings", "--help").stdout + "".join(run("settings", command, "--help").stdout for command in commands)
-manual = (packaging / "vantor.1").read_text().replace("\\-", "-")
+usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["settings"], *(["settings", c] for c in commands[2:])])
 for name in ("vantor.bash", "_vantor", "vantor.fish", "vantor.1"):
     text = (packaging / name).read_text().replace("\\-", "-")
     for word in commands + options:

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/HostWorkload.hpp"
+
+#include "platform/linux/work/LinuxWorkload.hpp"
+
+namespace vantor::hosts::common {
+
+HostWorkload::HostWorkload() : m_workload(std::make_unique<platform::linux::LinuxWorkload>()) {}
+
+} // namespace vantor::hosts::common
