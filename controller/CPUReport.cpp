@@ -1,29 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "controller/Outlet.hpp"
 #include "controller/ReportSteps.hpp"
+#include "controller/ShareText.hpp"
 #include "controller/ShowProgress.hpp"
 #include "controller/TEReportTableViewController.hpp"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace vantor {
-
-namespace {
-
-/// "12.50 %": two decimals and a point in every locale.
-std::string shareText(double percent) {
-    if (std::isnan(percent)) {
-        return "nan %"; // never with the sign that 0/0 carries on some processors
-    }
-    std::array<char, 320> digits{};
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), percent, std::chars_format::fixed, 2).ptr;
-    return std::string(digits.data(), end) + " %";
-}
-
-} // namespace
 
 void TEReportTableViewController::reportCPUStatus() {
     report([] { return CpuStatus::getCpuUsage(); },
