@@ -5,6 +5,8 @@
 #include "platform/linux/kernel/LocalPaths.hpp"
 #include "platform/simulated/DemoMachine.hpp"
 
+#include <sys/utsname.h>
+
 namespace vantor::hosts::common {
 
 namespace {
@@ -27,6 +29,11 @@ HostMachine::HostMachine(bool demo, bool useLocale)
 bool isOnThisMachine(const std::string& path) {
     static auto& paths = *new platform::linux::LocalPaths(); // never destroyed: workers may still ask
     return paths.isLocal(path);
+}
+
+std::string machineName(bool demo) {
+    utsname system{};
+    return demo || ::uname(&system) != 0 ? std::string("demo") : std::string(system.nodename);
 }
 
 } // namespace vantor::hosts::common

@@ -28,4 +28,7 @@ private:
 /// server that may be gone. Any thread.
 [[nodiscard]] bool isOnThisMachine(const std::string& path);
 
+/// The name of the machine that a host shows: what uname(2) calls its node, or "demo".
+[[nodiscard]] std::string machineName(bool demo);
+
 } // namespace vantor::hosts::common

@@ -138,6 +138,10 @@ LinkOpener::~LinkOpener() {
     m_lookups->end();
 }
 
+bool LinkOpener::canOpen() const {
+    return hasDesktop() && !m_programs.open.empty();
+}
+
 void LinkOpener::open(const platform::NSURL& url, Finished finished) {
     const std::string& link = url.absoluteString();
     std::vector<Finished>& waiting = m_lookups->waiting[link];
@@ -145,7 +149,7 @@ void LinkOpener::open(const platform::NSURL& url, Finished finished) {
     if (waiting.size() > 1) {
         return; // it is being opened
     }
-    if (!hasDesktop()) {
+    if (!canOpen()) {
         postConclusion(m_lookups, link, false);
         return;
     }

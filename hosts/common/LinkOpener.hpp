@@ -28,6 +28,9 @@ public:
     LinkOpener(const LinkOpener&) = delete;
     LinkOpener& operator=(const LinkOpener&) = delete;
 
+    /// Whether there is a desktop and xdg-open. What it does with a link is another question.
+    [[nodiscard]] bool canOpen() const;
+
     using Finished = std::function<void(bool opened)>;
     /// `finished` hears in a later turn of the main loop whether the link was opened: false without a
     /// desktop, without a program for the scheme, or when that fails to start. A link that is being opened

@@ -18,6 +18,8 @@ public:
     explicit WidgetContext(std::function<void(const std::string& line)> tell,
                            LinkOpener::Programs programs = LinkOpener::Programs::installed());
 
+    /// Whether there is a desktop with something to open links; none over SSH.
+    [[nodiscard]] bool canOpenLinks() const { return m_opener.canOpen(); }
     void openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) override;
     [[nodiscard]] bool offersExpanded() const {
         return widgetLargestAvailableDisplayMode() == platform::NCWidgetDisplayMode::expanded;

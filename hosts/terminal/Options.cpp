@@ -56,11 +56,11 @@ void choice(CLI::App& app, const std::string& name, std::optional<Value>& target
 }
 
 /// A number of seconds above zero, in the C locale whatever the user's.
-double seconds(const std::string& text) {
+double seconds(const char* option, const std::string& text) {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) || value <= 0) {
-        throw CLI::ValidationError("--watch", "\"" + text + "\" is no number of seconds above zero");
+        throw CLI::ValidationError(option, "\"" + text + "\" is no number of seconds above zero");
     }
     return value;
 }
@@ -73,12 +73,19 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
            [&options](const std::vector<std::string>& values) {
                options.watch = true;
                if (!values.empty() && !values.front().empty()) {
-                   options.watchSeconds = seconds(values.front());
+                   options.watchSeconds = seconds("--watch", values.front());
                }
            },
-           "Print a report every SECONDS (the widget's own interval where none is given)")
+           "Print a report every SECONDS (those of --interval where none are given)")
         ->expected(0, 1)
         ->type_name("SECONDS");
+    app.add_option_function<std::string>(
+           "--interval",
+           [&options](const std::string& value) { options.interval = seconds("--interval", value); },
+           "Refresh every SECONDS instead of what the preferences say")
+        ->type_name("SECONDS");
+    app.add_option("--output", options.output, "Write each report to FILE, replacing it as a whole")
+        ->type_name("FILE");
     choice<Format>(app, "--format", options.format,
                    {{"text", Format::text},
                     {"json", Format::json},
@@ -95,6 +102,7 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
     app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
     app.add_flag("--compact", options.compact, "Start with the rings alone")
         ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));
+    app.add_flag("--no-mouse", options.noMouse, "Leave the mouse to the terminal, to select text with");
     choice<ColorChoice>(app, "--color", color,
                         {{"auto", ColorChoice::automatic},
                          {"always", ColorChoice::always},
@@ -122,6 +130,9 @@ void check(const Options& options) {
     if (options.once && options.watch) {
         throw CLI::ValidationError("--once", "does not go with --watch");
     }
+    if (options.once && options.interval) {
+        throw CLI::ValidationError("--interval", "does not go with --once");
+    }
     const bool knowsField =
         options.format.value_or(Format::text) == Format::text || options.format == Format::waybar;
     if (options.field && !knowsField) {
@@ -141,7 +152,12 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
     bool expanded = false;
     addOptions(app, parsed.options, color, parsed.options.appearance, expanded);
     choice<Glyphs>(app, "--glyphs", parsed.options.glyphs,
-                   {{"braille", Glyphs::braille}, {"block", Glyphs::block}, {"ascii", Glyphs::ascii}},
+                   {{"solid", Glyphs::solid},
+                    {"braille", Glyphs::braille},
+                    {"sextant", Glyphs::sextant},
+                    {"octant", Glyphs::octant},
+                    {"block", Glyphs::block},
+                    {"ascii", Glyphs::ascii}},
                    "The characters to draw with, where the terminal has others than it tells");
     app.set_version_flag("--version", "vantor-term " VANTOR_VERSION);
     try {

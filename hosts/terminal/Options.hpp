@@ -14,18 +14,21 @@ namespace vantor::hosts::terminal {
 struct Options {
     bool once = false;
     bool watch = false;
-    std::optional<double> watchSeconds; ///< absent: the preference's interval
+    std::optional<double> watchSeconds; ///< absent: `interval`
+    std::optional<double> interval;     ///< in seconds; absent: the preference's
     std::optional<Format> format;
     std::optional<platform::Source> field; ///< the one section to print
     bool demo = false;
     bool compact = false;
+    bool noMouse = false;
     ColorChoice color = ColorChoice::automatic;
     std::optional<platform::Appearance> appearance; ///< absent: what the terminal says
     std::optional<Glyphs> glyphs;                   ///< absent: what locale and terminal have
     std::string log;                                ///< a file's name; empty: standard error
+    std::string output; ///< a file to write each report to; empty: standard output
 
     /// Whether a reading was asked for in so many words.
-    [[nodiscard]] bool wantsPrint() const { return once || watch || format || field; }
+    [[nodiscard]] bool wantsPrint() const { return once || watch || format || field || !output.empty(); }
 };
 
 /// Reads the command line. Prints the help or version on standard output, or what is wrong on standard

@@ -5,13 +5,20 @@
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/common/StandardStreams.hpp"
 #include "hosts/terminal/StandardOutput.hpp"
 #include "hosts/terminal/TimedSources.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
+#include "platform/core/PrintableText.hpp"
+#include "platform/posix/FileReplacement.hpp"
 #include "settings/SharedStore.hpp"
+
+#include <sys/types.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -53,7 +60,8 @@ public:
                 ask();
                 if (m_options.watch) {
                     NSTimer::scheduledTimerWithTimeInterval(
-                        m_options.watchSeconds.value_or(interval), [this] { ask(); }, true);
+                        m_options.watchSeconds.value_or(m_options.interval.value_or(interval)),
+                        [this] { ask(); }, true);
                 }
             },
             false);
@@ -117,6 +125,10 @@ private:
         m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
         std::string text = formatted(reading, format, m_options.field);
+        if (!m_options.output.empty()) {
+            replace(text);
+            return;
+        }
         if (m_printed && format == Format::text && !m_options.field) {
             text.insert(0, 1, '\n'); // pages are set apart
         }
@@ -124,6 +136,20 @@ private:
         const Output output = writeOut(text);
         m_status = output == Output::failed ? failureStatus : m_status;
         m_ended = output != Output::written || !m_options.watch;
+    }
+
+    /// The file tells what is, whatever failed; a disk that is full may have room again at the next report.
+    void replace(std::string_view text) {
+        constexpr mode_t everybodyReads = 0644; // the collector is another user
+        const std::string path = std::filesystem::absolute(m_options.output).string();
+        const std::optional<std::string> problem = platform::posix::replaceFile(path, text, everybodyReads);
+        if (problem && problem != m_problem) {
+            common::writeUnhurried(
+                STDERR_FILENO, "vantor-term: --output: " + platform::printableText(*problem, 4096) + '\n');
+        }
+        m_problem = problem;
+        m_status = problem ? failureStatus : m_status;
+        m_ended = !m_options.watch;
     }
 
     const Options& m_options;
@@ -134,6 +160,7 @@ private:
     std::set<platform::Source> m_missing; // not yet reported since the last question
     bool m_asked = false;                 // what came before tells of the time since boot
     bool m_printed = false;
+    std::optional<std::string> m_problem; // with the file, when it was last written
     bool m_ended = false;
     int m_status = 0;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/SceneReader.hpp"
 
+#include "controller/SectionNote.hpp"
 #include "controller/Sections.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
@@ -12,11 +13,13 @@ using platform::NSLocalizedString;
 namespace {
 
 Scene::Section shown(const TEReportTableViewController& controller, const Section& section, bool hasFailed) {
-    Scene::Section shown{NSLocalizedString(section.headingKey),
-                         std::nullopt,
-                         {},
-                         section.source,
-                         !hasFailed && hasFigures(controller, section)};
+    Scene::Section shown;
+    shown.name = NSLocalizedString(section.headingKey);
+    shown.action = section.source;
+    shown.isKnown = !hasFailed && hasFigures(controller, section);
+    if (shown.isKnown) {
+        shown.note = sectionNote(section.source, controller.records());
+    }
     if (const ArcChartView* const chart = chartOf(controller, section)) {
         shown.chart = *chart;
     }
@@ -31,21 +34,21 @@ Scene::Section shown(const TEReportTableViewController& controller, const Sectio
 }
 
 std::vector<Scene::Key> keys(bool isExpanded) {
-    const auto key = [](char name, std::string_view text, std::string_view shortText, Action action) {
-        return Scene::Key{name, NSLocalizedString(text), NSLocalizedString(shortText), action};
+    const auto key = [](char name, std::string_view text, Action action) {
+        return Scene::Key{name, NSLocalizedString(text), action};
     };
     std::vector<Scene::Key> keys;
     for (const Section& section : sections) {
         const auto& [name, action, caption, letter] = section.action;
         if (section.chart) {
-            keys.push_back(key(letter, caption, section.headingKey, section.source));
+            keys.push_back(key(letter, caption, section.source));
         } else {
-            keys.insert(keys.begin(), key(letter, caption, caption, section.source));
+            keys.insert(keys.begin(), key(letter, caption, section.source));
         }
     }
     const std::string_view mode = isExpanded ? "host_SHOWLESS" : "host_SHOWMORE";
-    keys.push_back(key('m', mode, mode, HostAction::changeMode));
-    keys.push_back(key('q', "host_QUIT", "host_QUIT", HostAction::quit));
+    keys.push_back(key('m', mode, HostAction::changeMode));
+    keys.push_back(key('q', "host_QUIT", HostAction::quit));
     return keys;
 }
 

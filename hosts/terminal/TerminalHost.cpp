@@ -31,10 +31,28 @@ std::string nameOf(platform::Source source) {
     return section != nullptr ? NSLocalizedString(section->headingKey) : std::string(sourceName(source));
 }
 
+/// Where nothing can open a link, such as over SSH, neither a key nor a ring offers one.
+void leaveLinksOut(Scene& scene) {
+    const auto isLink = [](const Action& action) {
+        const auto* const source = std::get_if<platform::Source>(&action);
+        return source != nullptr &&
+               sectionOf(*source)->action.action != &TEReportTableViewController::manualInfoRefresh;
+    };
+    std::erase_if(scene.keys, [&](const Scene::Key& key) { return isLink(key.action); });
+    for (Scene::Section& section : scene.sections) {
+        if (section.action && isLink(*section.action)) {
+            section.action.reset();
+        }
+    }
+}
+
 } // namespace
 
-TerminalHost::TerminalHost(bool isExpanded, common::LinkOpener::Programs programs)
-    : m_context(std::make_shared<common::WidgetContext>(
+TerminalHost::TerminalHost(std::string name, std::optional<double> interval, bool isExpanded,
+                           common::LinkOpener::Programs programs)
+    : m_name(std::move(name)),
+      m_interval(interval),
+      m_context(std::make_shared<common::WidgetContext>(
           [this](const std::string& line) { tell(line, platform::RunLoop::main().now()); },
           std::move(programs))),
       m_controller(ReportInterface::instantiate()) {
@@ -44,6 +62,7 @@ TerminalHost::TerminalHost(bool isExpanded, common::LinkOpener::Programs program
         noteFailures();
     });
     m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
+    keepInterval();
     setMode(isExpanded);
     m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
 }
@@ -52,6 +71,9 @@ TerminalHost::~TerminalHost() {
     m_controller->setReportHandler({});
     m_controller->view()->setChangeHandler({});
     m_controller->setExtensionContext(nullptr);
+    if (m_ownTimer != nullptr) {
+        m_ownTimer->invalidate();
+    }
 }
 
 void TerminalHost::turn(Instant now) {
@@ -64,9 +86,13 @@ void TerminalHost::turn(Instant now) {
 
 const Scene& TerminalHost::sceneAt(Instant now) {
     m_scene = sceneOf(*m_controller, m_failures, m_isExpanded);
+    m_scene.host = m_name;
     if (!m_context->offersExpanded()) {
         std::erase_if(m_scene.keys,
                       [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });
+    }
+    if (!m_context->canOpenLinks()) {
+        leaveLinksOut(m_scene);
     }
     if (now < m_noticeEnd) {
         m_scene.notice = m_notice;
@@ -101,6 +127,7 @@ void TerminalHost::perform(Action action, Instant now) {
         } else if (m_refreshing.empty()) { // a key that is held down asks for one refresh at a time
             m_refreshing = timedSources();
             ((*m_controller).*asked.action)(this);
+            keepInterval(); // the controller has set its own timer anew
             tell(NSLocalizedString("host_REFRESHED"), now);
         }
     } else if (std::get<HostAction>(action) == HostAction::quit) {
@@ -116,6 +143,18 @@ void TerminalHost::setMode(bool isExpanded) {
     m_controller->widgetActiveDisplayModeDidChange(m_isExpanded ? NCWidgetDisplayMode::expanded
                                                                 : NCWidgetDisplayMode::compact,
                                                    m_isExpanded ? expandedRoom : compactRoom);
+}
+
+void TerminalHost::keepInterval() {
+    if (!m_interval) {
+        return;
+    }
+    m_controller->refreshTime()->invalidate();
+    if (m_ownTimer != nullptr) {
+        m_ownTimer->invalidate();
+    }
+    m_ownTimer = platform::NSTimer::scheduledTimerWithTimeInterval(
+        *m_interval, [controller = m_controller] { controller->makeReports(); }, true);
 }
 
 void TerminalHost::tell(std::string text, Instant now) {

@@ -18,7 +18,9 @@ namespace vantor::hosts::terminal {
 /// to tell beside the figures. Knows nothing of the terminal. Main thread.
 class TerminalHost {
 public:
-    explicit TerminalHost(bool isExpanded,
+    /// For the machine of that name. `interval` is in seconds; absent: the preference's.
+    explicit TerminalHost(std::string name, std::optional<double> interval = std::nullopt,
+                          bool isExpanded = true,
                           common::LinkOpener::Programs programs = common::LinkOpener::Programs::installed());
     ~TerminalHost();
     TerminalHost(const TerminalHost&) = delete;
@@ -47,9 +49,13 @@ private:
     void setMode(bool isExpanded);
     void tell(std::string text, platform::Instant now);
     void noteFailures();
+    void keepInterval();
 
+    const std::string m_name;
+    const std::optional<double> m_interval;
     std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
+    std::shared_ptr<platform::NSTimer> m_ownTimer; ///< in place of the controller's, for an interval of ours
     Scene m_scene;
     std::string m_notice;
     platform::Instant m_noticeEnd;

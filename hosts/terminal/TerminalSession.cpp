@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/TerminalSession.hpp"
 
+#include "hosts/common/HostMachine.hpp"
 #include "hosts/terminal/TerminalHost.hpp"
 #include "hosts/terminal/screen/Input.hpp"
 #include "hosts/terminal/screen/ScreenWriter.hpp"
@@ -43,11 +44,10 @@ public:
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
-          m_state(m_device.number(), m_terminal.enter + (m_terminal.hasMouse ? mouseOn : ""),
-                  (m_terminal.hasMouse ? mouseOff : "") +
-                      (m_terminal.canAddress ? m_terminal.leave : "\r\n")),
+          m_name(common::machineName(options.demo)),
+          m_state(m_device.number(), enterBytes(), leaveBytes()),
           m_writer(m_terminal, colorDepthFor(options.color, m_environment, m_terminal)),
-          m_host(!options.compact) {
+          m_host(m_name, options.interval, !options.compact) {
         m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
         m_look.appearance = options.appearance.value_or(
             appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
@@ -59,8 +59,7 @@ public:
             std::perror("vantor-term: the terminal");
             return 1;
         }
-        if (!m_options.appearance && m_environment.colorFgBg.empty() &&
-            answersQueries(m_environment, m_terminal)) {
+        if (!m_options.appearance && answersQueries(m_environment, m_terminal)) {
             m_device.write(askForBackground);
             m_awaitsAnswers = true;
         }
@@ -81,6 +80,15 @@ public:
     [[nodiscard]] int endSignal() const { return m_endSignal; }
 
 private:
+    [[nodiscard]] bool hasMouse() const { return m_terminal.hasMouse && !m_options.noMouse; }
+    [[nodiscard]] std::string enterBytes() const {
+        return m_terminal.enter + (hasMouse() ? mouseOn : "") + titleOn(m_environment, m_terminal, m_name);
+    }
+    [[nodiscard]] std::string leaveBytes() const {
+        return titleOff(m_environment, m_terminal) + (hasMouse() ? mouseOff : "") +
+               (m_terminal.canAddress ? m_terminal.leave : "\r\n");
+    }
+
     /// What is due now: the loop's work and a picture. While the terminal takes no bytes nothing is due, so
     /// that a terminal stopped with Ctrl-S costs nothing.
     void turn(Instant now) {
@@ -192,8 +200,9 @@ private:
         }
     }
     void take(const Background& background) {
-        m_isStale = m_isStale || m_look.appearance != background.appearance;
-        m_look.appearance = background.appearance;
+        m_isStale = m_isStale || m_look.background != background.rgb;
+        m_look.background = background.rgb;
+        m_look.appearance = appearanceOf(background);
     }
     void take(const AnswersEnded& /*ended*/) { m_awaitsAnswers = false; }
 
@@ -241,6 +250,7 @@ private:
     const TerminalSignals& m_signals;
     const TerminalEnvironment m_environment;
     const Terminfo m_terminal = Terminfo::fromEnvironment();
+    const std::string m_name;
     TerminalDevice m_device{STDOUT_FILENO};
     TerminalState m_state;
     ScreenWriter m_writer;

@@ -10,12 +10,13 @@ _vantor_term() {
   --field) words='ram storage cpu network' ;;
   --color) words='auto always never 8 16 256 24bit' ;;
   --appearance) words='auto light dark' ;;
-  --glyphs) words='braille block ascii' ;;
-  --log)
+  --glyphs) words='solid braille sextant octant block ascii' ;;
+  --log | --output)
+    compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
     return
     ;;
-  *) words='--once --watch --format --field --demo --compact --expanded --color --appearance --glyphs --log --help --version' ;;
+  *) words='--once --watch --interval --output --format --field --demo --compact --expanded --no-mouse --color --appearance --glyphs --log --help --version' ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }

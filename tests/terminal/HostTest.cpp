@@ -34,13 +34,15 @@ protected:
     platform::Current<platform::Machine> m_currentMachine{m_machine};
     platform::Current<platform::Viewer> m_currentViewer{m_viewer};
     tests::HandTurnedLoop m_loop;
-    std::optional<TerminalHost> m_host{std::in_place, true};
+    std::optional<TerminalHost> m_host{std::in_place, "box"};
 };
 
 TEST_F(Host, TheSceneHoldsTheTreesTextsAndCharts) {
     EXPECT_TRUE(m_host->hasFigures());
     EXPECT_TRUE(m_host->takeChange());
     EXPECT_FALSE(m_host->takeChange());
+    EXPECT_EQ(scene().host, "box");
+    EXPECT_EQ(scene().sections[0].note, "of 4 GB");
     EXPECT_EQ(scene().sections[0].rows[0].figure, "3 GB");
     EXPECT_EQ(scene().sections[0].chart->arcChartViewModel->progress(), 0.75);
     EXPECT_EQ(scene().sections[1].rows.size(), 3U);
@@ -70,6 +72,24 @@ TEST_F(Host, AKeyThatIsHeldDownRefreshesOnceAtATime) {
     EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 2);
 }
 
+TEST_F(Host, AnIntervalOfItsOwnStandsForThePreferences) {
+    m_host.reset();
+    platform::RunLoop::main().clear(); // of the timers that hold its controller
+    m_host.emplace("box", 10.0);
+    m_loop.play();
+    for (const bool afterRefresh : {false, true}) {
+        if (afterRefresh) {
+            m_host->perform(platform::Source::network, m_loop.clock.now());
+            m_loop.play();
+        }
+        m_asked.clear();
+        m_loop.advance(9);
+        EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 0);
+        m_loop.advance(1);
+        EXPECT_EQ(m_asked[platform::MachineQuery::virtualMemory], 1);
+    }
+}
+
 TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
     const std::pair<Action, const char*> links[] = {
         {platform::Source::memory, "vantor://action?cleanRam"},
@@ -85,7 +105,9 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
     EXPECT_TRUE(scene().isExpanded);
     m_host->perform(HostAction::changeMode, m_loop.clock.now());
     EXPECT_FALSE(scene().isExpanded);
-    EXPECT_EQ(scene().keys[4].text, "Show More");
+    EXPECT_EQ(scene().keys.size(), 3U) << "no key offers what nothing here can open";
+    EXPECT_FALSE(scene().sections[0].action) << "nor does a ring";
+    EXPECT_EQ(scene().keys[1].text, "Show More");
     EXPECT_FALSE(m_host->hasQuit());
     m_host->perform(HostAction::quit, m_loop.clock.now());
     EXPECT_TRUE(m_host->hasQuit());

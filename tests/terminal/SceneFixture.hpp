@@ -24,24 +24,33 @@ struct SceneFixture {
         std::setlocale(LC_CTYPE, "C.UTF-8");
         using enum hosts::terminal::HostAction;
         using enum platform::Source;
+        scene.host = "demo";
         scene.sections = {
-            {"Memory", chart("Used RAM", 0.34), {{"Used RAM", "5.2 GB"}, {"Free RAM", "10.8 GB"}}, memory},
-            {"Storage",
-             chart("Used", 0.68),
-             {{"Used", "348.2 GB"}, {"Free", "163.8 GB"}, {"Total", "512 GB"}},
-             storage},
-            {"Processor",
-             chart("CPU", 0.84),
-             {{"User", "61.00 %"}, {"System", "23.00 %"}, {"Idle", "16.00 %"}},
-             processor}};
-        scene.lines = {{"Network",
-                        std::nullopt,
-                        {{"Received", "1.2 MB/s", "\u2193", "v"}, {"Sent", "86 KB/s", "\u2191", "^"}},
-                        network}};
-        scene.keys = {
-            {'r', "Refresh", "Refresh", network},        {'c', "Free up memory", "Memory", memory},
-            {'s', "Show storage", "Storage", storage},   {'p', "Show processor", "Processor", processor},
-            {'m', "Show Less", "Show Less", changeMode}, {'q', "Quit", "Quit", quit}};
+            section("RAM", chart("Used RAM", 0.34), {{"Used RAM", "5.2 GB"}, {"Free RAM", "10.8 GB"}},
+                    memory),
+            section("Storage", chart("Used storage", 0.68),
+                    {{"Used storage", "348.2 GB"}, {"Free storage", "163.8 GB"}, {"Total storage", "512 GB"}},
+                    storage),
+            section("CPU", chart("CPU load", 0.84),
+                    {{"User", "61.00 %"}, {"System", "23.00 %"}, {"Idle", "16.00 %"}}, processor)};
+        scene.sections[0].note = "of 16 GB";
+        scene.lines = {section("Network", std::nullopt,
+                               {{"Received", "1.2 MB/s", "\u2193", "v"}, {"Sent", "86 KB/s", "\u2191", "^"}},
+                               network)};
+        scene.keys = {{'r', "Refresh", network},      {'c', "Free Up RAM", memory},
+                      {'s', "Show Storage", storage}, {'p', "CPU Chart", processor},
+                      {'m', "Show Less", changeMode}, {'q', "Quit", quit}};
+    }
+
+    static hosts::terminal::Scene::Section section(std::string name, std::optional<ArcChartView> chart,
+                                                   std::vector<hosts::terminal::Scene::Row> rows,
+                                                   platform::Source source) {
+        hosts::terminal::Scene::Section section;
+        section.name = std::move(name);
+        section.chart = std::move(chart);
+        section.rows = std::move(rows);
+        section.action = source;
+        return section;
     }
 
     static ArcChartView chart(std::string title, double progress) {

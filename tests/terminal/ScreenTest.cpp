@@ -69,10 +69,14 @@ TEST(Input, SequencesAreTakenApartHoweverTheyArrive) {
         for (const Input& input : parser.parse(std::string_view(answers).substr(cut))) {
             inputs.push_back(input);
         }
-        EXPECT_THAT(inputs, testing::ElementsAre(Input(Background{Appearance::light}), Input(AnswersEnded{}),
+        EXPECT_THAT(inputs, testing::ElementsAre(Input(Background{0xFFFFDD}), Input(AnswersEnded{}),
                                                  Input(KeyPress{'q'})));
     }
-    EXPECT_THAT(parsed("\033]11;rgb:00/00/2b\a"), testing::ElementsAre(Input(Background{Appearance::dark})));
+    EXPECT_THAT(parsed("\033]11;rgb:00/00/2b\a"), testing::ElementsAre(Input(Background{0x00002B})));
+    EXPECT_THAT(parsed("\033]11;rgba:2828/2828/2828/ffff\a"),
+                testing::ElementsAre(Input(Background{0x282828})));
+    EXPECT_EQ(appearanceOf({0xFDF6E3}), Appearance::light);
+    EXPECT_EQ(appearanceOf({0x002B36}), Appearance::dark);
     EXPECT_THAT(parsed("\033]11;rgb:zz/00/2b\a\033]11;?\a"), testing::IsEmpty());
     EXPECT_THAT(parsed("\033P" + std::string(100'000, 'x') + "\033\\q"),
                 testing::Contains(Input(KeyPress{'q'})));
@@ -98,7 +102,8 @@ TEST(Capabilities, ColoursFollowChoiceEnvironmentAndDatabase) {
     EXPECT_EQ(depth({"vt100", "", "", false}), ColorDepth::none);
     EXPECT_EQ(depth({"vt100", "", "", false}, ColorChoice::always), ColorDepth::eight);
 
-    EXPECT_EQ(glyphsFor({"xterm", "", "", false}, true), Glyphs::braille);
+    EXPECT_EQ(glyphsFor({"xterm", "", "", false}, true), Glyphs::solid);
+    EXPECT_EQ(glyphsFor({"xterm-kitty", "", "", false}, true), Glyphs::sextant);
     EXPECT_EQ(glyphsFor({"linux", "", "", false}, true), Glyphs::block);
     EXPECT_EQ(glyphsFor({"xterm", "", "", false}, false), Glyphs::ascii);
     EXPECT_EQ(appearanceFrom("0;15"), Appearance::light);

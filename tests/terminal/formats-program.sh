@@ -86,10 +86,10 @@ statuses=("${PIPESTATUS[@]}")
 [[ ${statuses[0]} == 0 && ! -s $folder/error ]] || { echo "a closed pipe is not the quiet end"; wrong=1; }
 
 # Every option is in the man page and in the completions of the three shells.
-for option in $("$program" --help | grep -oE -- '--[a-z]+' | sort -u); do
+for option in $("$program" --help | grep -oE -- '--[a-z-]+' | sort -u); do
   name=${option#--}
   for file in vantor-term.1 vantor-term.bash _vantor-term; do
-    sed 's/\\-/-/g' "$packaging/$file" | grep -qE -- "$option\\b" || { echo "$file does not know $option"; wrong=1; }
+    grep -qE -- "$option\\b" <(sed 's/\\-/-/g' "$packaging/$file") || { echo "$file does not know $option"; wrong=1; }
   done
   grep -q -- "-l $name " "$packaging/vantor-term.fish" || { echo "fish's completion does not know $option"; wrong=1; }
 done

@@ -2,7 +2,6 @@
 #include "hosts/terminal/picture/DotCanvas.hpp"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <numbers>
 
@@ -11,22 +10,6 @@ namespace vantor::hosts::terminal {
 namespace {
 
 constexpr double turn = 2 * std::numbers::pi;
-constexpr char32_t brailleBlank = 0x2800;
-constexpr std::uint8_t upperHalf = 0b00011011; // dots 1, 2, 4 and 5
-constexpr std::uint8_t lowerHalf = 0b11100100; // dots 3, 6, 7 and 8
-
-/// The bit of a dot in Unicode's braille patterns: down the left column, down the right one, then the fourth
-/// row, which came later.
-std::uint8_t dotBit(int x, int y) {
-    constexpr std::uint8_t bits[DotCanvas::down][DotCanvas::across] = {
-        {0x01, 0x08}, {0x02, 0x10}, {0x04, 0x20}, {0x40, 0x80}};
-    return bits[y][x];
-}
-
-/// Whether enough dots of a half are lit for the half to count.
-bool isLit(std::uint8_t dots, std::uint8_t half) {
-    return std::popcount(static_cast<std::uint8_t>(dots & half)) >= 2;
-}
 
 /// Half the length of the chord that a circle cuts out of a row at a distance from its centre.
 double halfChord(double radius, double distance) {
@@ -56,16 +39,14 @@ private:
     bool m_isWide, m_isWhole;
 };
 
-char32_t blockGlyph(std::uint8_t dots) {
-    const bool upper = isLit(dots, upperHalf);
-    const bool lower = isLit(dots, lowerHalf);
-    return upper && lower ? U'\u2588' : upper ? U'\u2580' : lower ? U'\u2584' : U' ';
-}
-
 } // namespace
 
-DotCanvas::DotCanvas(Size cells)
+DotCanvas::DotCanvas(Size cells, Kind kind, Glyphs glyphs)
     : m_cells(cells),
+      m_kind(kind),
+      m_glyphs(glyphs),
+      m_rows(kind == Kind::lines ? down : dotRowsOf(glyphs)),
+      m_pitch(static_cast<double>(down) / m_rows),
       m_dots(static_cast<std::size_t>(cells.width) * static_cast<std::size_t>(cells.height)) {}
 
 std::size_t DotCanvas::indexOf(int column, int row) const {
@@ -73,36 +54,49 @@ std::size_t DotCanvas::indexOf(int column, int row) const {
            static_cast<std::size_t>(column);
 }
 
-void DotCanvas::dot(int x, int y, bool isHairline, const Ink& ink) {
-    DotCell& cell = m_dots[indexOf(x / across, y / down)];
-    cell.dots |= dotBit(x % across, y % down);
-    cell.isHairline = isHairline;
+int DotCanvas::rowAt(double y) const {
+    return std::clamp(static_cast<int>(std::floor(y / m_pitch)), 0, m_cells.height * m_rows);
+}
+
+void DotCanvas::dot(int x, int y, const Ink& ink) {
+    DotCell& cell = m_dots[indexOf(x / across, y / m_rows)];
+    cell.dots |= static_cast<Dots>(1U << static_cast<unsigned>(y % m_rows * across + x % across));
     cell.ink = ink;
 }
 
-void DotCanvas::disc(platform::CGPoint center, double radius, bool isHairline, const Ink& ink) {
-    const auto first = [](double edge) { return std::max(0, static_cast<int>(std::floor(edge))); };
+void DotCanvas::disc(platform::CGPoint center, double radius, const Ink& ink) {
+    const int left = std::max(0, static_cast<int>(std::floor(center.x - radius)));
     const int right = std::min(m_cells.width * across, static_cast<int>(center.x + radius) + 1);
-    const int bottom = std::min(m_cells.height * down, static_cast<int>(center.y + radius) + 1);
-    for (int y = first(center.y - radius); y < bottom; ++y) {
-        for (int x = first(center.x - radius); x < right; ++x) {
-            if (std::hypot(x + 0.5 - center.x, y + 0.5 - center.y) <= radius) {
-                dot(x, y, isHairline, ink);
+    const int bottom = rowAt(center.y + radius + m_pitch);
+    for (int y = rowAt(center.y - radius); y < bottom; ++y) {
+        for (int x = left; x < right; ++x) {
+            if (std::hypot(x + 0.5 - center.x, middleOf(y) - center.y) <= radius) {
+                dot(x, y, ink);
             }
         }
     }
 }
 
-void DotCanvas::stroke(const platform::ArcSegment& arc, double width, bool isHairline, const Ink& ink) {
+void DotCanvas::fill(const platform::CGRect& rect, const Ink& ink) {
+    const int right = std::min(m_cells.width * across, static_cast<int>(rect.origin.x + rect.size.width));
+    const int bottom = rowAt(rect.origin.y + rect.size.height);
+    for (int y = rowAt(rect.origin.y); y < bottom; ++y) {
+        for (int x = std::max(0, static_cast<int>(rect.origin.x)); x < right; ++x) {
+            dot(x, y, ink);
+        }
+    }
+}
+
+void DotCanvas::stroke(const platform::ArcSegment& arc, double width, const Ink& ink) {
     const double half = std::max(width, 1.0) / 2;
     const double sweep = arc.sweep();
     const double start = sweep < 0 ? arc.startAngle.radians + sweep : arc.startAngle.radians;
     const Wedge wedge(start, std::abs(sweep));
     const double outer = arc.radius + half;
     const double inner = std::max(arc.radius - half, 0.0);
-    const int bottom = std::min(m_cells.height * down, static_cast<int>(arc.center.y + outer) + 1);
-    for (int y = std::max(0, static_cast<int>(arc.center.y - outer)); y < bottom; ++y) {
-        const double dy = y + 0.5 - arc.center.y;
+    const int bottom = rowAt(arc.center.y + outer + m_pitch);
+    for (int y = rowAt(arc.center.y - outer); y < bottom; ++y) {
+        const double dy = middleOf(y) - arc.center.y;
         const double reach = halfChord(outer, dy);
         const double hole = halfChord(inner, dy);
         const int right = std::min(m_cells.width * across, static_cast<int>(arc.center.x + reach) + 1);
@@ -111,34 +105,27 @@ void DotCanvas::stroke(const platform::ArcSegment& arc, double width, bool isHai
             if (std::abs(dx) < hole) {
                 x = static_cast<int>(std::ceil(arc.center.x + hole - 0.5)) - 1; // on to the ring's far side
             } else if (std::abs(dx) <= reach && wedge.holds(dx, dy)) {
-                dot(x, y, isHairline, ink);
+                dot(x, y, ink);
             }
         }
     }
     for (const double end : {start, start + std::abs(sweep)}) {
         disc({arc.center.x + arc.radius * std::cos(end), arc.center.y + arc.radius * std::sin(end)}, half,
-             isHairline, ink);
+             ink);
     }
 }
 
-char32_t DotCanvas::glyph(const DotCell& cell, Glyphs glyphs) {
-    switch (glyphs) {
-    case Glyphs::braille:
-        return brailleBlank + cell.dots;
-    case Glyphs::block:
-        return cell.isHairline ? U'\u00B7' : blockGlyph(cell.dots);
-    case Glyphs::ascii:
-        break;
-    }
-    return cell.isHairline ? U'.' : std::popcount(cell.dots) >= 3 ? U'#' : U' ';
-}
-
-void DotCanvas::set(Grid& grid, int column, int row, Glyphs glyphs) const {
+void DotCanvas::set(Grid& grid, int column, int row) const {
     for (int y = 0; y < m_cells.height; ++y) {
         for (int x = 0; x < m_cells.width; ++x) {
             const DotCell& cell = m_dots[indexOf(x, y)];
-            if (cell.dots != 0) {
-                grid.put(column + x, row + y, glyph(cell, glyphs), cell.ink);
+            if (cell.dots == 0) {
+                continue;
+            }
+            const char32_t glyph =
+                m_kind == Kind::lines ? lineGlyph(cell.dots, m_glyphs) : strokeGlyph(cell.dots, m_glyphs);
+            if (glyph != U' ') {
+                grid.put(column + x, row + y, glyph, cell.ink);
             }
         }
     }

@@ -12,18 +12,23 @@ constexpr int gap = 3;
 
 using Keys = std::vector<const Scene::Key*>;
 
-/// A key with its words, or alone.
-std::string textOf(const Scene::Key& key, bool isShort) {
-    const std::string& words = isShort ? key.shortText : key.text;
-    return std::string(1, key.key) + ' ' + words;
+int widthOf(const Scene::Key& key) {
+    return 2 + displayWidth(key.text); // the letter, a blank, the words
 }
 
-int widthOf(const Keys& keys, bool isShort) {
-    int width = -gap;
-    for (const Scene::Key* key : keys) {
-        width += gap + displayWidth(textOf(*key, isShort));
+/// The keys in rows, one after the other.
+std::vector<Keys> rowsOf(const Keys& keys, int width) {
+    std::vector<Keys> rows;
+    int column = width; // nothing fits behind it
+    for (const Scene::Key* const key : keys) {
+        if (column + gap + widthOf(*key) > width) {
+            rows.emplace_back();
+            column = -gap;
+        }
+        rows.back().push_back(key);
+        column += gap + widthOf(*key);
     }
-    return width;
+    return rows;
 }
 
 /// Pages can be opened without a key, so theirs go first, the last one before the others; then the mode's.
@@ -37,35 +42,49 @@ Keys::const_iterator leastNeeded(const Keys& keys) {
 }
 
 /// The keys that fit, in their order; the one to leave and the one to refresh stay longest.
-Keys fitting(const Scene& scene, int width) {
+std::vector<Keys> fitting(const std::vector<Scene::Key>& all, int width, int most) {
     Keys keys;
-    for (const Scene::Key& key : scene.keys) {
+    for (const Scene::Key& key : all) {
         keys.push_back(&key);
     }
-    while (keys.size() > 1 && widthOf(keys, true) > width) {
+    std::vector<Keys> rows = rowsOf(keys, width);
+    while (keys.size() > 1 && static_cast<int>(rows.size()) > most) {
         keys.erase(leastNeeded(keys));
+        rows = rowsOf(keys, width);
     }
-    return keys;
+    return rows;
+}
+
+void drawRow(Sheet& sheet, const Keys& keys, const Box& box) {
+    int width = -gap;
+    for (const Scene::Key* const key : keys) {
+        width += gap + widthOf(*key);
+    }
+    int column = box.column + std::max(0, (box.width - width) / 2);
+    for (const Scene::Key* const key : keys) {
+        const Box place{column, box.row, std::min(widthOf(*key), box.column + box.width - column)};
+        sheet.text({column, box.row, 1}, std::string(1, key->key), Align::leading, strongInk());
+        sheet.text({column + 2, box.row, place.width - 2}, key->text, Align::leading,
+                   captionInk(sheet.look()));
+        sheet.clickable(place, key->action);
+        column += place.width + gap;
+    }
 }
 
 } // namespace
 
-void drawKeys(Sheet& sheet, const Scene& scene, const Box& box) {
-    if (!scene.notice.empty()) {
-        sheet.text(box, scene.notice, Align::center, strongInk());
+int keyRows(const std::vector<Scene::Key>& keys, int width, int most) {
+    return static_cast<int>(fitting(keys, width, most).size());
+}
+
+void drawKeys(Sheet& sheet, const std::vector<Scene::Key>& keys, const std::string& notice, const Box& box) {
+    if (!notice.empty()) {
+        sheet.text({box.column, box.row + box.height - 1, box.width}, notice, Align::center, strongInk());
         return;
     }
-    const Keys keys = fitting(scene, box.width);
-    const bool isShort = keys.size() < scene.keys.size() || widthOf(keys, false) > box.width - 2;
-    int column = box.column + std::max(0, (box.width - widthOf(keys, isShort)) / 2);
-    for (const Scene::Key* key : keys) {
-        const std::string text = textOf(*key, isShort);
-        const Box place{column, box.row, std::min(displayWidth(text), box.column + box.width - column)};
-        sheet.text({column, box.row, 1}, text.substr(0, 1), Align::leading, strongInk());
-        sheet.text({column + 2, box.row, place.width - 2}, text.substr(2), Align::leading,
-                   captionInk(sheet.look()));
-        sheet.clickable(place, key->action);
-        column += place.width + gap;
+    int row = box.row;
+    for (const Keys& keysOfRow : fitting(keys, box.width, box.height)) {
+        drawRow(sheet, keysOfRow, {box.column, row++, box.width});
     }
 }
 

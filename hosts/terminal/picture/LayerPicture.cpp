@@ -2,6 +2,7 @@
 #include "hosts/terminal/picture/LayerPicture.hpp"
 
 #include "hosts/terminal/picture/DotCanvas.hpp"
+#include "hosts/terminal/picture/LargeText.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 
 #include <algorithm>
@@ -30,23 +31,58 @@ public:
           m_place(place),
           m_look(look),
           m_scale(place.rows / place.region.size.height),
-          m_canvas({static_cast<int>(std::ceil(place.rows * 2)), static_cast<int>(std::ceil(place.rows))}) {}
+          m_lines(cells(), DotCanvas::Kind::lines, look.glyphs),
+          m_strokes(cells(), DotCanvas::Kind::strokes, look.glyphs) {}
 
     void stroke(const StrokeLayer& layer) {
-        const double dots = m_scale * DotCanvas::down; // a point, in dots
+        const double quarters = m_scale * DotCanvas::down; // a point
+        const bool isLine = layer.lineWidth < hairline * m_place.region.size.width;
+        const Ink ink =
+            inkOf(layer.color, layer.opacity, m_look, isLine ? Contrast::hairline : Contrast::stroke);
         for (platform::ArcSegment arc : layer.path.arcs) {
-            arc.center = {(arc.center.x - m_place.region.origin.x) * dots,
-                          (arc.center.y - m_place.region.origin.y) * dots};
-            arc.radius *= dots;
-            m_canvas.stroke(arc, layer.lineWidth * dots,
-                            layer.lineWidth < hairline * m_place.region.size.width,
-                            inkOf(layer.color, layer.opacity, m_look));
+            arc.center = placed(arc.center);
+            arc.radius *= quarters;
+            (isLine ? m_lines : m_strokes).stroke(arc, layer.lineWidth * quarters, ink);
         }
     }
 
-    void setDots() const { m_canvas.set(m_grid, m_place.column, m_place.row, m_look.glyphs); }
+    void setDots() const {
+        m_lines.set(m_grid, m_place.column, m_place.row);
+        m_strokes.set(m_grid, m_place.column, m_place.row);
+    }
 
     void text(const TextLayer& layer) const {
+        const Ink ink = inkOf(layer.color, 1, m_look, Contrast::text);
+        if (!isFigure(layer) || !largeFigure(layer, ink)) {
+            line(layer, ink);
+        }
+    }
+
+private:
+    [[nodiscard]] Size cells() const {
+        return {static_cast<int>(std::ceil(m_place.rows * 2)), static_cast<int>(std::ceil(m_place.rows))};
+    }
+    [[nodiscard]] platform::CGPoint placed(platform::CGPoint point) const {
+        return {(point.x - m_place.region.origin.x) * m_scale * DotCanvas::down,
+                (point.y - m_place.region.origin.y) * m_scale * DotCanvas::down};
+    }
+
+    /// Where there is room for it between the ring's inner edges.
+    [[nodiscard]] bool largeFigure(const TextLayer& layer, const Ink& ink) const {
+        const double radius = m_place.room * m_scale * DotCanvas::down;
+        const platform::CGPoint center =
+            placed({platform::CGRectGetMidX(layer.frame), platform::CGRectGetMidY(layer.frame)});
+        const LargeText text(layer.text, center, radius, m_look.glyphs);
+        if (text.isDrawable()) {
+            const Glyphs blocks = m_look.glyphs == Glyphs::ascii ? Glyphs::ascii : Glyphs::block;
+            DotCanvas canvas(cells(), DotCanvas::Kind::strokes, blocks);
+            text.draw(canvas, ink);
+            canvas.set(m_grid, m_place.column, m_place.row);
+        }
+        return text.isDrawable();
+    }
+
+    void line(const TextLayer& layer, Ink ink) const {
         const std::u32string text =
             clippedTo(harmlessCharacters(layer.text), m_place.textWidth, m_look.ellipsis());
         int width = 0;
@@ -59,17 +95,16 @@ public:
             row = std::max(row, m_place.lowestRow);
         }
         const int center = static_cast<int>(std::lround(m_place.rows * 2));
-        Ink ink = inkOf(layer.color, 1, m_look);
         ink.isBold = isFigure(layer);
         m_grid.write(m_place.column + (center - width + (center - width > 0 ? 1 : 0)) / 2, row, text, ink);
     }
 
-private:
     Grid& m_grid;
     const LayerPlace& m_place;
     const Look& m_look;
     double m_scale; // cells a point, downward
-    DotCanvas m_canvas;
+    DotCanvas m_lines;
+    DotCanvas m_strokes;
 };
 
 } // namespace

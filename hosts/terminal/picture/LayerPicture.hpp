@@ -14,6 +14,7 @@ struct LayerPlace {
     int column = 0;          ///< of the region's upper left corner
     int row = 0;
     double rows = 0;   ///< the region's height in cells; it is twice as many columns wide
+    double room = 0;   ///< the radius of what is free around a figure, in points
     int textWidth = 0; ///< the columns that a text may take, centred in the region
     int lowestRow = 0; ///< the row that a text below the region's middle moves down to, at the least
 };

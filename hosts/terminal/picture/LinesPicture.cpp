@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace vantor::hosts::terminal {
 
@@ -25,12 +27,16 @@ std::string figureOf(const Scene::Row& row) {
     return row.figure.empty() ? noFigure : row.figure;
 }
 
-std::string titleOf(const Scene::Section& section) {
-    return section.chart ? section.chart->title : std::string();
+Ink chartInk(const Scene::Section& section, const Look& look, Contrast contrast) {
+    return hasLevel(section) ? inkOf(section.chart->arcChartViewModel->innerRingColor(), 1, look, contrast)
+                             : Ink{};
 }
 
-Ink chartInk(const Scene::Section& section, const Look& look) {
-    return hasLevel(section) ? inkOf(section.chart->arcChartViewModel->innerRingColor(), 1, look) : Ink{};
+/// A percentage that stands for a ring or a bar, and so in its colour.
+Ink percentInk(const Scene::Section& section, const Look& look) {
+    Ink ink = chartInk(section, look, Contrast::text);
+    ink.isBold = true;
+    return ink;
 }
 
 /// The characters of a bar: full, half full on the leading side, empty.
@@ -40,14 +46,13 @@ struct BarGlyphs {
 
 BarGlyphs barGlyphs(const Look& look) {
     switch (look.glyphs) {
-    case Glyphs::braille:
-        return {U'\u2501', look.isRightToLeft ? U'\u257A' : U'\u2578', U'\u2500'};
     case Glyphs::block:
         return {U'\u2588', look.isRightToLeft ? U'\u2590' : U'\u258C', U'\u2500'};
     case Glyphs::ascii:
-        break;
+        return {U'#', U'#', U'-'};
+    default:
+        return {U'\u2501', look.isRightToLeft ? U'\u257A' : U'\u2578', U'\u2500'};
     }
-    return {U'#', U'#', U'-'};
 }
 
 /// One character that is higher the fuller the chart is: what is left when not even a percentage fits.
@@ -57,7 +62,7 @@ char32_t levelGlyph(const Scene::Section& section, const Look& look) {
     }
     const double value = section.chart->arcChartViewModel->progress();
     const double pinned = value > 0 ? std::min(value, 1.0) : 0;
-    if (look.glyphs != Glyphs::braille) {
+    if (look.glyphs == Glyphs::block || look.glyphs == Glyphs::ascii) {
         return U'0' + static_cast<char32_t>(std::min(pinned * 10, 9.0));
     }
     return U'\u2581' + static_cast<char32_t>(std::min(pinned * 8, 7.0));
@@ -78,15 +83,72 @@ std::string rowsText(const Scene::Section& section, Wording wording, Glyphs glyp
     return text;
 }
 
-/// The charts in one line, with their titles or without.
-std::string chartsText(const Scene& scene, bool withTitles) {
+/// What stays together where everything is a line: a text and a figure after it.
+struct Word {
     std::string text;
+    std::string figure;
+    Ink ink;       ///< of the figure
+    int width = 0; ///< what it may take without another form being chosen
+};
+
+struct Form {
+    bool hasTitles, hasSigns, hasRows;
+};
+
+std::vector<Word> wordsOf(const Scene& scene, const Form& form, const Look& look) {
+    std::vector<Word> words;
     for (const Scene::Section& section : scene.sections) {
-        text += text.empty() ? "" : withTitles ? "   " : " ";
-        text += withTitles ? titleOf(section) + " " : "";
-        text += percentOf(section);
+        Word word{form.hasTitles ? section.name + " " : "", percentOf(section), percentInk(section, look)};
+        if (!form.hasSigns && word.figure.ends_with('%')) {
+            word.figure.pop_back();
+        }
+        const int digits =
+            std::max(displayWidth(word.figure), form.hasSigns ? percentWidth : percentWidth - 1);
+        word.width = displayWidth(word.text) + digits;
+        words.push_back(std::move(word));
     }
-    return text;
+    for (const Scene::Section& section : scene.lines) {
+        if (form.hasRows) {
+            words.push_back({rowsText(section, Wording::signs, look.glyphs), "", {}, 0});
+            words.back().width = displayWidth(words.back().text);
+        }
+    }
+    return words;
+}
+
+/// Whether words fit into rows one after the other, each word in one row.
+bool fit(const std::vector<Word>& words, int gap, int width, int rows) {
+    int column = 0;
+    for (const Word& word : words) {
+        if (column > 0 && column + gap + word.width > width) {
+            column = 0;
+            --rows;
+        }
+        column += (column > 0 ? gap : 0) + word.width;
+        if (word.width > width) {
+            return false;
+        }
+    }
+    return rows > 0;
+}
+
+void drawWords(Sheet& sheet, const std::vector<Word>& words, int gap, int row) {
+    const int width = sheet.size().width;
+    int reserved = 0; // as `fit` counts
+    int column = 0;   // as it is drawn
+    for (const Word& word : words) {
+        if (reserved > 0 && reserved + gap + word.width > width) {
+            reserved = column = 0;
+            ++row;
+        }
+        const int before = reserved > 0 ? gap : 0;
+        const int text = displayWidth(word.text);
+        const int figure = displayWidth(word.figure);
+        sheet.text({column + before, row, text}, word.text, Align::leading, {});
+        sheet.text({column + before + text, row, figure}, word.figure, Align::leading, word.ink);
+        reserved += before + word.width;
+        column += before + text + figure;
+    }
 }
 
 } // namespace
@@ -96,8 +158,9 @@ void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platfo
     const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
     const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
     const BarGlyphs glyphs = barGlyphs(sheet.look());
-    const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look());
-    const Ink ink = chartInk(section, sheet.look());
+    const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look(),
+                            Contrast::hairline);
+    const Ink ink = chartInk(section, sheet.look(), Contrast::stroke);
     for (int i = 0; i < box.width; ++i) {
         const bool isLit = 2 * i < halves;
         sheet.put(box, i,
@@ -133,12 +196,13 @@ void drawRows(Sheet& sheet, const Scene::Section& section, Box box) {
     }
 }
 
-void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) {
-    const int width = std::min(sheet.size().width, 100);
+void drawBars(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {
+    const bool hasLists = layout.arrangement == Arrangement::listed;
+    const int width = std::min(sheet.size().width, hasLists ? std::max(60, layout.rowWidth + 4) : 100);
     const int column = (sheet.size().width - width) / 2;
     int title = 0;
     for (const Scene::Section& section : scene.sections) {
-        title = std::max(title, displayWidth(titleOf(section)));
+        title = std::max(title, displayWidth(section.name));
     }
     title = std::min(title, width - percentWidth - 1);
     const int bar = width - title - percentWidth - 2;
@@ -146,46 +210,55 @@ void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now) 
     const bool hasBar = bar >= shortestBar;
     const int percent = hasBar ? width - percentWidth : hasTitle ? title + 1 : 0;
     int row = top;
-    for (const Scene::Section& section : scene.sections) {
+    for (std::size_t index = 0; index < scene.sections.size(); ++index) {
+        const Scene::Section& section = scene.sections[index];
         if (hasTitle) {
-            sheet.text({column, row, title}, titleOf(section), Align::leading, captionInk(sheet.look()));
+            sheet.text({column, row, title}, section.name, Align::leading,
+                       hasLists ? strongInk() : captionInk(sheet.look()));
         }
         if (hasBar && section.chart) {
             const Box box{column + title + 1, row, bar};
             drawBar(sheet, section, box, now);
-            sheet.chartAt({static_cast<std::size_t>(row - top), box, true}, 2 * bar);
+            sheet.chartAt({index, box, true}, 2 * bar);
         }
         if (width >= percentWidth - 1) {
             sheet.text({column + percent, row, std::min(percentWidth, width)}, percentOf(section),
-                       hasBar || hasTitle ? Align::trailing : Align::leading, strongInk());
+                       hasBar || hasTitle ? Align::trailing : Align::leading,
+                       hasBar ? strongInk() : percentInk(section, sheet.look()));
         } else {
-            sheet.put({0, row, 1}, 0, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+            sheet.put({0, row, 1}, 0, levelGlyph(section, sheet.look()),
+                      chartInk(section, sheet.look(), Contrast::text));
         }
-        sheet.clickable({column, row, width}, section.action);
+        if (section.action) {
+            sheet.clickable({column, row, width}, *section.action);
+        }
         ++row;
+        if (hasLists) {
+            drawRows(sheet, section, {column + 2, row, width - 2});
+            row += static_cast<int>(section.rows.size()) + (layout.isRoomy ? 1 : 0);
+        }
     }
     if (row < sheet.size().height) {
         drawLines(sheet, scene, {column, row, width});
     }
 }
 
-void drawLine(Sheet& sheet, const Scene& scene, int row) {
-    const Box whole{0, row, sheet.size().width};
-    const std::string titled = chartsText(scene, true);
-    std::string everything = titled;
-    for (const Scene::Section& section : scene.lines) {
-        everything.append("   ").append(rowsText(section, Wording::signs, sheet.look().glyphs));
-    }
-    for (const std::string& text : {everything, titled, chartsText(scene, false)}) {
-        if (displayWidth(text) <= whole.width) {
-            sheet.text(whole, text, Align::leading, {});
+void drawLine(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
+    const int width = sheet.size().width;
+    for (const Form& form :
+         {Form{true, true, true}, {true, true, false}, {false, true, false}, {false, false, false}}) {
+        const std::vector<Word> words = wordsOf(scene, form, sheet.look());
+        const int gap = form.hasTitles ? 3 : 1;
+        if (fit(words, gap, width, layout.height)) {
+            drawWords(sheet, words, gap, row);
             return;
         }
     }
     int column = 0;
     for (const Scene::Section& section : scene.sections) {
-        if (column < whole.width) {
-            sheet.put(whole, column++, levelGlyph(section, sheet.look()), chartInk(section, sheet.look()));
+        if (column < width) {
+            sheet.put({0, row, width}, column++, levelGlyph(section, sheet.look()),
+                      chartInk(section, sheet.look(), Contrast::text));
         }
     }
 }

@@ -16,22 +16,28 @@ inline constexpr const char* noFigure = "-";
 void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
 void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
 
+/// A section's name, centred or at the leading side, and beside it what there is to add, as far as it fits.
+void drawHeading(Sheet& sheet, const Scene::Section& section, const Box& box, Align align);
+
 /// The captions and figures of a section, one line each, from a box's first row on.
 void drawRows(Sheet& sheet, const Scene::Section& section, Box box);
 
 /// The sections without a ring, each with its figures side by side, centred in a row of its own.
 void drawLines(Sheet& sheet, const Scene& scene, Box box);
 
-/// The notice, or the keys and what they do, as many words as fit.
-void drawKeys(Sheet& sheet, const Scene& scene, const Box& box);
+/// How many rows the keys take at a width, of `most` at most.
+[[nodiscard]] int keyRows(const std::vector<Scene::Key>& keys, int width, int most);
+/// The notice, or the keys and what they do, as many as fit into the box's rows.
+void drawKeys(Sheet& sheet, const std::vector<Scene::Key>& keys, const std::string& notice, const Box& box);
 
 /// The arrangements with rings; `top` is the first row.
 void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now);
 
-/// One line for each chart: a bar between title and percentage, or what of it fits.
-void drawBars(Sheet& sheet, const Scene& scene, int top, platform::Instant now);
+/// One line for each chart: a bar between title and percentage, or what of it fits; where the layout has
+/// them, with the section's figures below.
+void drawBars(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now);
 
-/// Everything in one line, or what of it fits.
-void drawLine(Sheet& sheet, const Scene& scene, int row);
+/// Everything in one line or two, or what of it fits.
+void drawLine(Sheet& sheet, const Scene& scene, const Layout& layout, int row);
 
 } // namespace vantor::hosts::terminal

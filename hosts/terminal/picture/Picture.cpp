@@ -15,6 +15,22 @@ using platform::LinearAnimation;
 
 namespace {
 constexpr double mostSteps = 60; // a second; no screen shows more
+
+/// The keys that do something: where both modes look alike, the one that changes it does nothing.
+std::vector<Scene::Key> keysFor(const Scene& scene, Size size, const Layout& layout) {
+    std::vector<Scene::Key> keys = scene.keys;
+    if (layoutFor(scene, size, !scene.isExpanded).arrangement == layout.arrangement) {
+        std::erase_if(keys,
+                      [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });
+    }
+    return keys;
+}
+
+/// The last rows of the screen, as many as the keys take.
+Box keysAt(const std::vector<Scene::Key>& keys, Size size, int most) {
+    const int rows = keyRows(keys, size.width, most);
+    return {0, size.height - rows, size.width, rows};
+}
 } // namespace
 
 std::optional<Action> Picture::actionAt(int column, int row) const {
@@ -32,22 +48,31 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
         return picture;
     }
     Sheet sheet(picture, look);
-    const Layout layout = layoutFor(scene, size);
-    const int room = size.height - (layout.hasKeys ? 1 : 0);
-    const int top = std::max(0, (room - layout.height) / 2);
-    if (layout.arrangement == Arrangement::bars) {
-        drawBars(sheet, scene, top, now);
-    } else if (layout.arrangement == Arrangement::line) {
-        drawLine(sheet, scene, top);
-    } else {
+    const Layout layout = layoutFor(scene, size, scene.isExpanded);
+    const std::vector<Scene::Key> keys = keysFor(scene, size, layout);
+    // A second row of keys where there is room for it, for a warning and for a blank line.
+    const int spare = size.height - layout.height;
+    const Box bottom = layout.hasKeys ? keysAt(keys, size, spare >= 4 ? 2 : 1) : Box{0, size.height, 0, 0};
+    const int top = std::max(0, (bottom.row - layout.height) / 2);
+    switch (layout.arrangement) {
+    case Arrangement::bars:
+    case Arrangement::listed:
+        drawBars(sheet, scene, layout, top, now);
+        break;
+    case Arrangement::line:
+        drawLine(sheet, scene, layout, top);
+        break;
+    default:
         drawRings(sheet, scene, layout, top, now);
     }
+    if (top > 0 && layout.hasKeys) {
+        sheet.text({0, 0, size.width}, scene.host, Align::center, captionInk(look));
+    }
     if (layout.hasKeys) {
-        const int above = size.height - 2;
-        if (top + layout.height <= above) {
-            sheet.text({0, above, size.width}, scene.warning, Align::center, strongInk());
+        if (top + layout.height < bottom.row) {
+            sheet.text({0, bottom.row - 1, size.width}, scene.warning, Align::center, strongInk());
         }
-        drawKeys(sheet, scene, {0, size.height - 1, size.width});
+        drawKeys(sheet, keys, scene.notice, bottom);
     }
     return picture;
 }

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/DotGlyphs.hpp"
 #include "hosts/terminal/picture/LayerPicture.hpp"
 #include "hosts/terminal/picture/Parts.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
 #include <utility>
+#include <vector>
 
 namespace vantor::hosts::terminal {
 
@@ -17,6 +20,7 @@ namespace {
 constexpr platform::CGRect chartRect{{0, 0}, {90, 80}};
 constexpr platform::CGRect drawnRegion{{0, -5}, {90, 90}};
 constexpr double ringRadius = 40;
+constexpr double figureMargin = 3;
 constexpr double ringSweep = 1.5 * std::numbers::pi;
 
 /// The arc ends at 87 percent of the region's height and the caption stands below. On a small ring that part
@@ -29,21 +33,34 @@ double rowsOfRegion(int ringRows) {
 void placeRing(Sheet& sheet, const Scene& scene, std::size_t index, const Box& box, platform::Instant now) {
     const Scene::Section& section = scene.sections[index];
     drawRing(sheet, section, box, now);
-    sheet.clickable(box, section.action);
-    sheet.chartAt({index, box, false},
-                  ringSweep * ringRadius * 4 * rowsOfRegion(box.height) / drawnRegion.size.height);
+    if (section.action) {
+        sheet.clickable(box, *section.action);
+    }
+    sheet.chartAt({index, box, false}, ringSweep * ringRadius * 4 * rowsOfRegion(box.height) /
+                                           drawnRegion.size.height * finenessOf(sheet.look().glyphs));
+}
+
+/// The boxes of a row's columns, centred as a whole.
+std::vector<Box> columnsAt(const Sheet& sheet, const Layout& layout, int row) {
+    int whole = -layout.gap;
+    for (const int width : layout.columnWidths) {
+        whole += width + layout.gap;
+    }
+    std::vector<Box> boxes;
+    int column = std::max(0, (sheet.size().width - whole) / 2);
+    for (const int width : layout.columnWidths) {
+        boxes.push_back({column, row, width, layout.ringRows});
+        column += width + layout.gap;
+    }
+    return boxes;
 }
 
 void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {
-    const bool isBeside = layout.arrangement == Arrangement::beside;
-    const int gap = isBeside ? 4 : 1;
-    const int whole = layout.columns * layout.columnWidth + (layout.columns - 1) * gap;
-    int column = std::max(0, (sheet.size().width - whole) / 2);
+    const std::vector<Box> boxes = columnsAt(sheet, layout, top);
     for (std::size_t index = 0; index < scene.sections.size(); ++index) {
         const Scene::Section& section = scene.sections[index];
-        const Box box{column, top, layout.columnWidth, layout.ringRows};
-        column += layout.columnWidth + gap;
-        if (!isBeside) {
+        const Box& box = boxes[index];
+        if (layout.arrangement != Arrangement::beside) {
             placeRing(sheet, scene, index, box, now);
             continue;
         }
@@ -57,21 +74,19 @@ void drawColumns(Sheet& sheet, const Scene& scene, const Layout& layout, int top
 
 /// The figures below the rings, each list as wide as its ring unless it needs more.
 void drawLists(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
-    const int width = std::min(std::max(layout.columnWidth - 2, layout.rowWidth), layout.rowWidth + 4);
-    int column =
-        std::max(0, (sheet.size().width - layout.columns * layout.columnWidth - layout.columns + 1) / 2);
-    for (const Scene::Section& section : scene.sections) {
-        drawRows(sheet, section, {column + (layout.columnWidth - width) / 2, row, width});
-        column += layout.columnWidth + 1;
+    const std::vector<Box> boxes = columnsAt(sheet, layout, row);
+    for (std::size_t index = 0; index < scene.sections.size(); ++index) {
+        const Box& box = boxes[index];
+        const int needed = rowWidthOf(scene.sections[index]);
+        const int width = std::min(std::max(box.width - 2, needed), needed + 4);
+        drawRows(sheet, scene.sections[index], {box.column + (box.width - width) / 2, row, width});
     }
 }
 
 void drawHeadings(Sheet& sheet, const Scene& scene, const Layout& layout, int row) {
-    int column =
-        std::max(0, (sheet.size().width - layout.columns * layout.columnWidth - layout.columns + 1) / 2);
-    for (const Scene::Section& section : scene.sections) {
-        sheet.text({column, row, layout.columnWidth}, section.name, Align::center, strongInk());
-        column += layout.columnWidth + 1;
+    const std::vector<Box> boxes = columnsAt(sheet, layout, row);
+    for (std::size_t index = 0; index < scene.sections.size(); ++index) {
+        drawHeading(sheet, scene.sections[index], boxes[index], Align::center);
     }
 }
 
@@ -79,7 +94,7 @@ void drawStack(Sheet& sheet, const Scene& scene, const Layout& layout, int row) 
     const int width = std::min(sheet.size().width, layout.rowWidth + 6);
     const int column = (sheet.size().width - width) / 2;
     const auto list = [&](const Scene::Section& section) {
-        sheet.text({column, row, width}, section.name, Align::leading, strongInk());
+        drawHeading(sheet, section, {column, row, width}, Align::leading);
         drawRows(sheet, section, {column, row + 1, width});
         row += static_cast<int>(section.rows.size()) + 1 + (layout.isRoomy ? 1 : 0);
     };
@@ -99,6 +114,7 @@ void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platf
     place.column = sheet.leftOf(box) + static_cast<int>(std::lround((box.width - 2 * rows) / 2));
     place.row = box.row;
     place.rows = rows;
+    place.room = ringRadius - section.chart->innerRingLineWidth / 2 - figureMargin;
     place.textWidth = box.width;
     place.lowestRow = box.row + box.height - 1;
     platform::Layers layers = section.chart->body(chartRect, now);
@@ -108,10 +124,24 @@ void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platf
     drawLayers(sheet.grid(), layers, place, sheet.look());
 }
 
+void drawHeading(Sheet& sheet, const Scene::Section& section, const Box& box, Align align) {
+    const int name = displayWidth(section.name);
+    const int note = section.note.empty() ? 0 : displayWidth(section.note) + 1;
+    if (note == 0 || name + note > box.width) {
+        sheet.text(box, section.name, align, strongInk());
+        return;
+    }
+    const int column = box.column + (align == Align::center ? (box.width - name - note) / 2 : 0);
+    sheet.text({column, box.row, name}, section.name, Align::leading, strongInk());
+    sheet.text({column + name + 1, box.row, note - 1}, section.note, Align::leading,
+               captionInk(sheet.look()));
+}
+
 void drawRings(Sheet& sheet, const Scene& scene, const Layout& layout, int top, platform::Instant now) {
     int row = top;
     if (layout.arrangement == Arrangement::below && layout.isRoomy) {
         drawHeadings(sheet, scene, layout, row++);
+        row += layout.isAiry ? 1 : 0;
     }
     drawColumns(sheet, scene, layout, row, now);
     row += layout.ringRows;

@@ -27,18 +27,19 @@ struct Scene {
     };
     struct Section {
         std::string name;
+        std::string note; ///< what there is to add to the name, such as "of 16 GB"; empty: nothing
         std::optional<ArcChartView> chart;
         std::vector<Row> rows;
-        Action action;       ///< of a click on the chart
+        std::optional<Action> action; ///< of a click on the chart
         bool isKnown = true; ///< false: its source has failed or has told nothing yet, so no figure counts
     };
     struct Key {
         char key = 0;
         std::string text;
-        std::string shortText;
         Action action;
     };
 
+    std::string host;              ///< whose figures these are
     std::vector<Section> sections; ///< those with a ring, one column each
     std::vector<Section> lines;    ///< those without, one line each
     std::vector<Key> keys;         ///< the one that is needed most first, the one to leave last

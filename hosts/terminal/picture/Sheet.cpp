@@ -38,7 +38,7 @@ void Sheet::chartAt(const ChartPlace& place, double stepsPerUnit) {
 }
 
 Ink captionInk(const Look& look) {
-    return inkOf(platform::UIColor::secondaryLabelColor(), 1, look);
+    return inkOf(platform::UIColor::secondaryLabelColor(), 1, look, Contrast::text);
 }
 
 Ink strongInk() {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/Capabilities.hpp"
 
+#include "platform/core/PrintableText.hpp"
 #include "platform/posix/Environment.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -51,7 +53,8 @@ int distanceOf(std::uint32_t a, std::uint32_t b) {
 TerminalEnvironment TerminalEnvironment::fromProcess() {
     return {platform::posix::environmentText("TERM"), platform::posix::environmentText("COLORTERM"),
             platform::posix::environmentText("COLORFGBG"),
-            !platform::posix::environmentText("NO_COLOR").empty()};
+            !platform::posix::environmentText("NO_COLOR").empty(),
+            !platform::posix::environmentText("TMUX").empty()};
 }
 
 ColorDepth colorDepthFor(ColorChoice choice, const TerminalEnvironment& environment,
@@ -90,7 +93,13 @@ Glyphs glyphsFor(const TerminalEnvironment& environment, bool isUtf8) {
     if (!isUtf8) {
         return Glyphs::ascii;
     }
-    return environment.term.starts_with("linux") ? Glyphs::block : Glyphs::braille;
+    if (environment.term.starts_with("linux")) {
+        return Glyphs::block;
+    }
+    constexpr std::array<std::string_view, 4> drawsBlocks{"xterm-kitty", "foot", "xterm-ghostty", "wezterm"};
+    const bool draws = std::ranges::any_of(
+        drawsBlocks, [&](std::string_view name) { return environment.term.starts_with(name); });
+    return draws ? Glyphs::sextant : Glyphs::solid;
 }
 
 std::optional<platform::Appearance> appearanceFrom(std::string_view colorFgBg) {
@@ -112,6 +121,25 @@ std::optional<platform::Appearance> appearanceFrom(std::string_view colorFgBg) {
 
 bool answersQueries(const TerminalEnvironment& environment, const Terminfo& terminal) {
     return terminal.hasMouse && !environment.term.starts_with("linux");
+}
+
+namespace {
+/// What xterm does with a title, screen(1) does not: it has no stack of them.
+bool keepsTitles(const TerminalEnvironment& environment, const Terminfo& terminal) {
+    return answersQueries(environment, terminal) &&
+           (environment.isTmux || !environment.term.starts_with("screen"));
+}
+} // namespace
+
+std::string titleOn(const TerminalEnvironment& environment, const Terminfo& terminal, std::string_view name) {
+    if (!keepsTitles(environment, terminal)) {
+        return {};
+    }
+    return "\033[22;2t\033]2;" + platform::printableText(name) + " \u2013 Vantor\033\\";
+}
+
+std::string titleOff(const TerminalEnvironment& environment, const Terminfo& terminal) {
+    return keepsTitles(environment, terminal) ? "\033[23;2t" : "";
 }
 
 int nearestColor(std::uint32_t rgb, ColorDepth depth) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/Input.hpp"
 
-#include <array>
 #include <charconv>
 #include <cstddef>
 
@@ -24,35 +23,42 @@ int takeNumber(std::string_view& text) {
     return error == std::errc() ? number : -1;
 }
 
-/// A component of one to four hexadecimal digits as a fraction of its own largest value; -1 if it is none.
-double component(std::string_view digits) {
+/// A component of one to four hexadecimal digits as a byte; -1 if it is none.
+int component(std::string_view digits) {
     unsigned value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
     if (error != std::errc() || end != digits.data() + digits.size() || digits.size() > 4) {
         return -1;
     }
-    return static_cast<double>(value) / static_cast<double>((1U << (4 * digits.size())) - 1);
+    return static_cast<int>(255.0 * value / ((1U << (4 * digits.size())) - 1) + 0.5);
 }
 
 } // namespace
 
-std::vector<Input> backgroundIn(std::string_view answer) {
-    constexpr std::string_view head = "11;rgb:";
+std::optional<Background> backgroundIn(std::string_view answer) {
+    const bool hasOpacity = answer.starts_with("11;rgba:"); // which comes last and is of no use here
+    const std::string_view head = hasOpacity ? "11;rgba:" : "11;rgb:";
     if (!answer.starts_with(head)) {
-        return {};
+        return std::nullopt;
     }
     answer.remove_prefix(head.size());
-    std::array<double, 3> parts{};
-    for (double& part : parts) {
+    Background background;
+    for (int i = 0; i < 3; ++i) {
         const std::size_t end = answer.find('/');
-        part = component(answer.substr(0, end));
+        const int part = component(answer.substr(0, end));
         answer.remove_prefix(end == std::string_view::npos ? answer.size() : end + 1);
         if (part < 0) {
-            return {};
+            return std::nullopt;
         }
+        background.rgb = background.rgb << 8 | static_cast<std::uint32_t>(part);
     }
-    const double brightness = 0.299 * parts[0] + 0.587 * parts[1] + 0.114 * parts[2];
-    return {Background{brightness > 0.5 ? platform::Appearance::light : platform::Appearance::dark}};
+    return background;
+}
+
+platform::Appearance appearanceOf(const Background& background) {
+    const auto part = [&](unsigned shift) { return static_cast<double>(background.rgb >> shift & 0xFF); };
+    const double brightness = 0.299 * part(16) + 0.587 * part(8) + 0.114 * part(0);
+    return brightness > 127.5 ? platform::Appearance::light : platform::Appearance::dark;
 }
 
 std::vector<Input> InputParser::parse(std::string_view bytes) {
@@ -123,8 +129,8 @@ void InputParser::endControl(char final, std::vector<Input>& inputs) const {
 }
 
 void InputParser::endString(std::vector<Input>& inputs) const {
-    for (const Input& input : backgroundIn(m_sequence)) {
-        inputs.push_back(input);
+    if (const std::optional<Background> background = backgroundIn(m_sequence)) {
+        inputs.emplace_back(*background);
     }
 }
 

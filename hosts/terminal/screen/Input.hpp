@@ -3,6 +3,8 @@
 
 #include "platform/drawing/UIColor.hpp"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -22,7 +24,7 @@ struct Click {
 };
 /// The answer to the question for the background.
 struct Background {
-    platform::Appearance appearance = platform::Appearance::dark;
+    std::uint32_t rgb = 0; ///< 0xRRGGBB
     bool operator==(const Background&) const = default;
 };
 /// The answer to the question for the terminal's kind (DA1), which every terminal gives after all others.
@@ -46,7 +48,10 @@ private:
     std::string m_sequence;
 };
 
-/// The background in an answer such as "11;rgb:ffff/ffff/dddd": light when it is brighter than half.
-[[nodiscard]] std::vector<Input> backgroundIn(std::string_view answer);
+/// The background in an answer such as "11;rgb:ffff/ffff/dddd"; absent in any other.
+[[nodiscard]] std::optional<Background> backgroundIn(std::string_view answer);
+
+/// Light when it is brighter than half.
+[[nodiscard]] platform::Appearance appearanceOf(const Background& background);
 
 } // namespace vantor::hosts::terminal
