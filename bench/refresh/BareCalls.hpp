@@ -6,8 +6,8 @@
 
 namespace vantor::costs {
 
-/// Exactly the system calls that one refresh needs on this machine, and nothing else: no parsing, no text, no
-/// memory.
+/// The system calls that one refresh needs on this machine where each question reads the preferences anew,
+/// and nothing else: no parsing, no text, no memory.
 class BareCalls {
 public:
     BareCalls(std::string documents, std::string storeFile);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What one refresh of all four sections costs, beside exactly the system calls that it needs (BareCalls.cpp):
+// What one refresh of all four sections costs, beside the bare calls that read as much (BareCalls.cpp):
 // medians of the one thread's processor time, and their ratio, which is to stay within 1.5 on a processor
-// that was busy waiting. After a sleep both find their code and data gone from the caches, as a widget's
-// refresh does, and the one that has more of it loses more.
+// that was busy waiting. With preferences it makes fewer calls, since it reads them only where they changed.
+// After a sleep both find their code and data gone from the caches, as a widget's refresh does, and the one
+// that has more of it loses more.
 #include "BareCalls.hpp"
 #include "FullRefresh.hpp"
 

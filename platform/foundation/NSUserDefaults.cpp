@@ -6,6 +6,7 @@
 #include "platform/viewer/Viewer.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <variant>
@@ -35,35 +36,37 @@ bool ranOutOfMemory(const PropertyListResult& list) {
     return failure != nullptr && std::string_view(failure->reason) == noMemoryForList;
 }
 
-/// What a viewer's file held when it was last opened. A refresh opens the store some ten times, each time
-/// afresh, and nearly always finds the bytes that it found before: these are not taken apart again.
+/// What a viewer's file held when it was last read. A refresh opens the store some ten times and nearly
+/// always finds the file, or at least the bytes, that it found before: these are not taken apart again.
 class LatestList {
 public:
     /// The list in the file; nothing where there is none to be had.
-    std::optional<PropertyListObject> take(SuiteFile file) {
+    std::optional<PropertyListObject> take(std::shared_ptr<const SuiteFile> file) {
         const std::scoped_lock lock(m_mutex);
+        if (file == m_file && m_list && !ranOutOfMemory(*m_list)) {
+            return top();
+        }
         m_problem.reset();
-        if (!file.usable) {
-            if (file.exists) {
-                tell(file.path, printableText(file.reason));
+        if (!file->usable) {
+            if (file->exists) {
+                tell(file->path, printableText(file->reason));
             }
+            m_file.reset();
             return std::nullopt;
         }
-        if (!m_list || m_bytes != file.content || ranOutOfMemory(*m_list)) {
-            m_bytes = file.content;
-            m_list = readPropertyList(std::move(file.content));
+        if (!m_file || !m_list || m_file->content != file->content || ranOutOfMemory(*m_list)) {
+            m_list = readPropertyList(file->content);
         }
-        std::optional<PropertyListObject> top;
+        m_file = std::move(file);
         if (const std::string problem = suiteListProblem(*m_list); !problem.empty()) {
-            tell(file.path, problem);
-        } else {
-            top = std::get<PropertyListObject>(*m_list);
+            tell(m_file->path, problem);
         }
-        if (m_bytes.size() > largestKept) { // far larger than ours is: nothing of it stays in memory
-            m_bytes = std::string();
+        std::optional<PropertyListObject> found = top();
+        if (m_file->content.size() > largestKept) { // far larger than ours is: nothing of it stays in memory
+            m_file.reset();
             m_list.reset();
         }
-        return top;
+        return found;
     }
     std::optional<std::string> problem() {
         const std::scoped_lock lock(m_mutex);
@@ -78,8 +81,12 @@ private:
         m_problem = printableText(path, 4096) + ": " + problem;
     }
 
+    [[nodiscard]] std::optional<PropertyListObject> top() const {
+        return m_problem ? std::nullopt : std::optional(std::get<PropertyListObject>(*m_list));
+    }
+
     std::mutex m_mutex;
-    std::string m_bytes;
+    std::shared_ptr<const SuiteFile> m_file; ///< that `m_list` was made of
     std::optional<PropertyListResult> m_list;
     std::optional<std::string> m_problem;
 };

@@ -8,12 +8,12 @@ void SimulatedViewer::change(const std::function<void(SimulatedViewerState& stat
     with(m_state);
 }
 
-SuiteFile SimulatedViewer::readSuite(std::string_view /*suiteName*/) {
+std::shared_ptr<const SuiteFile> SimulatedViewer::readSuite(std::string_view /*suiteName*/) {
     const std::scoped_lock lock(m_mutex);
     if (m_opening) {
         m_opening();
     }
-    return m_state.suite;
+    return std::make_shared<const SuiteFile>(m_state.suite);
 }
 
 std::string SimulatedViewer::suitePath(std::string_view /*suiteName*/) {

@@ -29,7 +29,7 @@ public:
     /// Changes the state between two questions.
     void change(const std::function<void(SimulatedViewerState& state)>& with);
 
-    SuiteFile readSuite(std::string_view suiteName) override;
+    std::shared_ptr<const SuiteFile> readSuite(std::string_view suiteName) override;
     std::string suitePath(std::string_view suiteName) override;
     /// Changes the state's file; a file set aside is gone.
     SuiteChange changeSuite(std::string_view suiteName, const SuiteEditor& edit) override;

@@ -7,6 +7,7 @@
 #include "platform/viewer/SuiteEdit.hpp"
 #include "platform/viewer/SuiteFile.hpp"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,8 +20,9 @@ class Viewer : public AssociatedState {
 public:
     virtual ~Viewer() = default;
 
-    /// The file behind a preference suite, read afresh.
-    virtual SuiteFile readSuite(std::string_view suiteName) = 0;
+    /// The file behind a preference suite as it is now; never null. The same object as the last time says
+    /// that the file did not change meanwhile.
+    virtual std::shared_ptr<const SuiteFile> readSuite(std::string_view suiteName) = 0;
 
     /// Where that file is, whether it is there or not; empty for a viewer without one.
     virtual std::string suitePath(std::string_view suiteName) = 0;

@@ -76,7 +76,7 @@ TEST_F(Mounts, StoresOnOthersAreReadAllTheSame) {
     for (const char* const name : {"disk/net/store.plist", "disk/net/none", "disk/net"}) {
         folders.suiteFile = (tree.root() / name).string();
         const auto read = [&folders](const KernelTree& kernel) {
-            return LinuxViewer({folders, false, kernel}).readSuite("group");
+            return *LinuxViewer({folders, false, kernel}).readSuite("group");
         };
         const SuiteFile there = read(KernelTree(tree.root()));
         const SuiteFile here = read(KernelTree("/"));

@@ -4,6 +4,7 @@
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/linux/user/KeptSuite.hpp"
 #include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/linux/user/SuiteReader.hpp"
 #include "platform/linux/user/UserDirs.hpp"
@@ -14,6 +15,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fstream>
 #include <limits>
 #include <optional>
 #include <thread>
@@ -32,13 +34,38 @@ TEST(Suite, IsReadWholeAndNotMarkedAsRead) {
     const std::string path = tree.write(storeFile, bytes).string();
     struct stat before {};
     ::stat(path.c_str(), &before);
-    const platform::SuiteFile file = viewer.readSuite("group.vantor");
+    const platform::SuiteFile file = *viewer.readSuite("group.vantor");
     EXPECT_TRUE(file.exists && file.usable);
     EXPECT_EQ(file.content, bytes);
     EXPECT_EQ(file.path, path);
     struct stat after {};
     ::stat(path.c_str(), &after);
     EXPECT_EQ(before.st_atim.tv_nsec, after.st_atim.tv_nsec);
+}
+
+TEST(Suite, IsReadAgainOnlyWhereItMayHaveChanged) {
+    const TestTree tree;
+    const fs::path path = tree.write("store", "one");
+    KeptSuite suite(path.string());
+    const auto readAfter = [&](std::chrono::nanoseconds age) {
+        struct stat about {};
+        ::stat(path.c_str(), &about);
+        return suite.read(std::chrono::seconds(about.st_ctim.tv_sec) +
+                          std::chrono::nanoseconds(about.st_ctim.tv_nsec) + age);
+    };
+    using namespace std::chrono_literals;
+    EXPECT_NE(readAfter(1ms), readAfter(1ms)); // another writing might have the same time
+    const auto kept = readAfter(10s);
+    EXPECT_EQ(readAfter(10s), kept);
+    std::ofstream(path) << "two"; // in place, of the same size, and dated back
+    fs::last_write_time(path, fs::file_time_type());
+    EXPECT_EQ(readAfter(10s)->content, "two");
+    fs::rename(tree.write("next", "new"), path);
+    EXPECT_EQ(readAfter(10s)->content, "new");
+    fs::remove(path);
+    EXPECT_FALSE(readAfter(10s)->exists);
+    tree.write("store", std::string(100'000, 'x')); // too large to be kept
+    EXPECT_NE(readAfter(10s), readAfter(10s));
 }
 
 TEST(Suite, IsFoundWhereTheEnvironmentSays) {

@@ -34,7 +34,7 @@ protected:
             state.suite.content = bytes;
         });
     }
-    std::string bytes() { return m_viewer.readSuite("").content; }
+    std::string bytes() { return m_viewer.readSuite("")->content; }
     PropertyListObject list() { return std::get<PropertyListObject>(platform::readPropertyList(bytes())); }
     static StoreOutcome change(const std::string& key, const std::string& text) {
         const Setting& setting = *settingNamed(key);

@@ -5,6 +5,7 @@
 #include "platform/linux/user/SuiteWriter.hpp"
 #include "platform/linux/user/UserLocale.hpp"
 
+#include <chrono>
 #include <utility>
 
 namespace vantor::platform::linux {
@@ -22,12 +23,20 @@ LinuxViewer::LinuxViewer(ViewerOptions options)
     }
 }
 
-SuiteFile LinuxViewer::readSuite(std::string_view suiteName) {
-    const std::string path = linux::suitePath(m_folders, suiteName);
-    if (path.empty()) {
-        return {};
+KeptSuite& LinuxViewer::suite(std::string_view name) {
+    const std::lock_guard lock(m_mutex);
+    const auto known = m_suites.find(name);
+    return known != m_suites.end()
+               ? known->second
+               : m_suites.try_emplace(std::string(name), linux::suitePath(m_folders, name)).first->second;
+}
+
+std::shared_ptr<const SuiteFile> LinuxViewer::readSuite(std::string_view suiteName) {
+    KeptSuite& kept = suite(suiteName);
+    if (kept.path().empty() || m_paths.isLocal(kept.path())) {
+        return kept.read(std::chrono::system_clock::now().time_since_epoch());
     }
-    return m_paths.isLocal(path) ? readSuiteFile(path.c_str()) : m_waiter.read(path);
+    return std::make_shared<const SuiteFile>(m_waiter.read(kept.path()));
 }
 
 std::string LinuxViewer::suitePath(std::string_view suiteName) {

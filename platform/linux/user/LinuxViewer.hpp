@@ -3,11 +3,15 @@
 
 #include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/kernel/LocalPaths.hpp"
+#include "platform/linux/user/KeptSuite.hpp"
 #include "platform/linux/user/SuiteWaiter.hpp"
 #include "platform/linux/user/Translations.hpp"
 #include "platform/posix/UserFolders.hpp"
 #include "platform/viewer/Viewer.hpp"
 
+#include <functional>
+#include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -30,16 +34,20 @@ class LinuxViewer final : public Viewer {
 public:
     explicit LinuxViewer(ViewerOptions options = {});
 
-    SuiteFile readSuite(std::string_view suiteName) override;
+    std::shared_ptr<const SuiteFile> readSuite(std::string_view suiteName) override;
     std::string suitePath(std::string_view suiteName) override;
     SuiteChange changeSuite(std::string_view suiteName, const SuiteEditor& edit) override;
     std::optional<std::string> localizedString(std::string_view key) override;
     const LocaleSigns& localeSigns() override;
 
 private:
+    [[nodiscard]] KeptSuite& suite(std::string_view name);
+
     const posix::UserFolders m_folders;
     LocalPaths m_paths;
     SuiteWaiter m_waiter;
+    std::mutex m_mutex;
+    std::map<std::string, KeptSuite, std::less<>> m_suites; ///< by name
     std::optional<Translations> m_translations;
     LocaleSigns m_signs;
 };
