@@ -3,6 +3,7 @@
 
 #include "platform/linux/kernel/TextScan.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +18,6 @@ struct Field {
     std::optional<std::uint64_t> MemInfo::*member;
 };
 
-/// In the kernel's order, so that each search starts where the last one ended.
 constexpr std::array<Field, 19> fields{{
     {"MemTotal", &MemInfo::memTotal},
     {"MemFree", &MemInfo::memFree},
@@ -40,20 +40,26 @@ constexpr std::array<Field, 19> fields{{
     {"Hugetlb", &MemInfo::hugetlb},
 }};
 
-/// Most of the text's sixty lines are none of ours: one bit of a name's length and first letter tells nearly
-/// all of them apart.
-constexpr std::uint64_t bitOf(std::string_view name) {
-    const std::size_t first = static_cast<unsigned char>(name.front());
-    return std::uint64_t{1} << ((first * 5 + name.size()) % 64);
+/// A number below 256, another one for each of our names: it tells nearly all of the text's sixty lines from
+/// ours at one look. The name has two characters at least.
+constexpr std::size_t markOf(std::string_view name) {
+    const auto character = [name](std::size_t at) {
+        return std::size_t{static_cast<unsigned char>(name[at])};
+    };
+    return (character(0) + 7 * character(name.size() - 2) + name.size()) % 256;
 }
 
-constexpr std::uint64_t bitsOfFields() {
-    std::uint64_t bits = 0;
-    for (const Field& field : fields) {
-        bits |= bitOf(field.name);
+/// The place of a name among ours by its mark; past the end where none has it.
+constexpr std::array<std::uint8_t, 256> placesByMark() {
+    std::array<std::uint8_t, 256> places{};
+    places.fill(fields.size());
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        places.at(markOf(fields.at(i).name)) = static_cast<std::uint8_t>(i);
     }
-    return bits;
+    return places;
 }
+constexpr std::array<std::uint8_t, 256> places = placesByMark();
+static_assert(std::ranges::count(places, fields.size()) == 256 - fields.size(), "two names have one mark");
 
 /// "   24684084 kB": the unit is asked for, since without it the number may be cut short.
 std::optional<std::uint64_t> bytesFrom(std::string_view text) {
@@ -65,26 +71,15 @@ std::optional<std::uint64_t> bytesFrom(std::string_view text) {
     return *kibibytes * 1024;
 }
 
-/// The place of a name among ours, looked for from where the kernel would have it.
-std::optional<std::size_t> placeOf(std::string_view name, std::size_t from) {
-    static constexpr std::uint64_t ours = bitsOfFields();
-    if (name.empty() || (bitOf(name) & ours) == 0) {
-        return std::nullopt;
-    }
-    for (std::size_t tried = 0; tried < fields.size(); ++tried) {
-        const std::size_t at = (from + tried) % fields.size();
-        if (fields[at].name == name) {
-            return at;
-        }
-    }
-    return std::nullopt;
+std::optional<std::size_t> placeOf(std::string_view name) {
+    const std::size_t place = name.size() < 2 ? fields.size() : places[markOf(name)];
+    return place < fields.size() && fields[place].name == name ? std::optional(place) : std::nullopt;
 }
 
 } // namespace
 
 MemInfo parseMemInfo(std::string_view text) {
     MemInfo info;
-    std::size_t next = 0;
     std::size_t missing = fields.size();
     while (missing > 0) {
         const std::optional<Line> line = takeLine(text);
@@ -92,7 +87,7 @@ MemInfo parseMemInfo(std::string_view text) {
             break;
         }
         const std::string_view name = line->text.substr(0, line->text.find(':'));
-        const std::optional<std::size_t> place = placeOf(name, next);
+        const std::optional<std::size_t> place = placeOf(name);
         if (!place || name.size() == line->text.size()) {
             continue;
         }
@@ -101,7 +96,6 @@ MemInfo parseMemInfo(std::string_view text) {
             value = bytesFrom(line->text.substr(name.size() + 1));
             missing -= value ? 1 : 0;
         }
-        next = *place + 1;
     }
     return info;
 }
