@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HeadlessLoop.hpp"
 
+#include "hosts/common/Pause.hpp"
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -40,14 +42,24 @@ struct Alarm {
 
 } // namespace
 
-bool turnUntil(const std::function<bool()>& done, double atMost) {
+bool turnUntil(const std::function<bool()>& done, double atMost,
+               const std::function<void(Instant now)>& resumed) {
     const auto alarm = std::make_shared<Alarm>();
     RunLoop& loop = RunLoop::main();
     loop.setWakeHandler([alarm] { alarm->ring(); });
-    const Instant end = std::chrono::steady_clock::now() + seconds(atMost);
+    PauseWatch pauses;
+    Instant last = std::chrono::steady_clock::now();
+    Instant end = last + seconds(atMost);
     bool satisfied = false;
     for (;;) {
         const Instant now = std::chrono::steady_clock::now();
+        if (pauses.isOver(now)) {
+            end += now - last;
+            if (resumed) {
+                resumed(now);
+            }
+        }
+        last = now;
         loop.turn(now);
         satisfied = done();
         if (satisfied || now >= end) {

@@ -12,7 +12,9 @@ namespace vantor::hosts::common {
 
 /// Turns the loop on the real clock until `done` says so, asked after each turn, or `atMost` seconds have
 /// passed; false in that case. Sleeps between turns. Sets the loop's wake handler and takes it away again.
-bool turnUntil(const std::function<bool()>& done, double atMost);
+/// After a pause (`PauseWatch`), whose time does not count, `resumed` is called before the turn that follows.
+bool turnUntil(const std::function<bool()>& done, double atMost,
+               const std::function<void(platform::Instant now)>& resumed = {});
 
 /// The same on a clock that jumps from one deadline to the next, with the sampling done on the calling
 /// thread: what happens then depends on nothing but the machine's answers. For the demonstration's pictures

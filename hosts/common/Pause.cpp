@@ -12,8 +12,8 @@ using platform::RunLoop;
 
 namespace {
 
-constexpr std::chrono::milliseconds noticeableSleep{500};
-constexpr std::chrono::milliseconds noticeableDelay{1500}; // more than the second between two turns
+/// What a second's traffic counts at most too much without being noticed: half of it.
+constexpr std::chrono::milliseconds noticeable{500};
 
 } // namespace
 
@@ -28,8 +28,8 @@ PauseWatch::PauseWatch() : m_slept(platform::posix::sleptTime()) {}
 bool PauseWatch::isOver(Instant now) {
     const std::chrono::nanoseconds before = std::exchange(m_slept, platform::posix::sleptTime());
     const std::optional<Instant> due = RunLoop::main().nextDeadline();
-    return std::exchange(m_isAway, false) || m_slept - before > noticeableSleep ||
-           (due && now - *due > noticeableDelay);
+    return std::exchange(m_isAway, false) || m_slept - before > noticeable ||
+           (due && now - *due > noticeable);
 }
 
 } // namespace vantor::hosts::common

@@ -22,7 +22,7 @@ public:
     /// The widget leaves the screen: the next turn comes after a pause, however short.
     void begin() { m_isAway = true; }
     /// Whether the main loop comes back from a pause: one that had begun, or the machine slept since the last
-    /// call, or the loop ought to have been turned long before `now`. Call it before each turn.
+    /// call, or the loop ought to have been turned half a second before `now`. Call it before each turn.
     [[nodiscard]] bool isOver(platform::Instant now);
 
 private:

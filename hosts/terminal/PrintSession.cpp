@@ -36,7 +36,9 @@ constexpr double rateSeconds = 1.0;   // what the shares and rates of the first 
 constexpr double patienceSeconds = 5; // for sources that do not answer
 constexpr int failureStatus = 1;
 
-using TurnUntil = std::function<bool(const std::function<bool()>& done, double atMost)>;
+using Resumed = std::function<void(platform::Instant now)>;
+using TurnUntil =
+    std::function<bool(const std::function<bool()>& done, double atMost, const Resumed& resumed)>;
 
 /// Drives the widget so that a reading's shares and rates cover the time since the reading before: its own
 /// interval timer is stopped, its network timer ticks on.
@@ -65,8 +67,13 @@ public:
                 }
             },
             false);
-        m_turnUntil([this] { return m_ended; }, m_options.watch ? std::numeric_limits<std::int32_t>::max()
-                                                                : rateSeconds + patienceSeconds);
+        m_turnUntil([this] { return m_ended; },
+                    m_options.watch ? std::numeric_limits<std::int32_t>::max()
+                                    : rateSeconds + patienceSeconds,
+                    [this](platform::Instant now) {
+                        m_controller->resumeReports(); // no rate covers the pause
+                        RunLoop::main().restartTimers(now);
+                    });
         if (!m_ended) {
             print(); // what there is
         }
@@ -170,7 +177,9 @@ private:
 int printReadings(const Options& options) {
     if (options.demo && !options.watch) {
         hosts::common::VirtualTime time;
-        const auto turn = [&](const auto& done, double atMost) { return time.turnUntil(done, atMost); };
+        const auto turn = [&](const auto& done, double atMost, const Resumed&) {
+            return time.turnUntil(done, atMost);
+        };
         return PrintSession(options, turn).run();
     }
     return PrintSession(options, hosts::common::turnUntil).run();

@@ -2,6 +2,7 @@
 #include "hosts/widget/Snapshot.hpp"
 
 #include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/common/Pause.hpp"
 #include "hosts/widget/Readiness.hpp"
 #include "hosts/widget/WidgetHost.hpp"
 #include "platform/core/PrintableText.hpp"
@@ -72,7 +73,8 @@ int writeSnapshot(const Options& options) {
         const Readiness ready(host.controller());
         const auto done = [&ready] { return ready.isReached(); };
         // A machine that does not answer in time is shown as it is.
-        (void)(time ? time->turnUntil(done, longestWait) : common::turnUntil(done, longestWait));
+        const auto resumed = [&host](platform::Instant now) { common::resumeWidget(host.controller(), now); };
+        (void)(time ? time->turnUntil(done, longestWait) : common::turnUntil(done, longestWait, resumed));
     }
     host.update();
 

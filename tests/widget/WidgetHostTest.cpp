@@ -28,9 +28,12 @@ protected:
 
     /// Lets time pass and the loop be turned, the reports that this starts with it.
     void pass(std::chrono::seconds time) {
-        m_now += time;
-        platform::RunLoop::main().post([] {});
-        play();
+        constexpr std::chrono::milliseconds step(250); // longer ones would be pauses
+        for (auto left = std::chrono::milliseconds(time); left.count() > 0; left -= step) {
+            m_now += step;
+            platform::RunLoop::main().post([] {});
+            play();
+        }
     }
     void play() {
         QCoreApplication::sendPostedEvents();
