@@ -2,14 +2,15 @@
 #include "platform/posix/FileReplacement.hpp"
 
 #include "platform/posix/Descriptor.hpp"
+#include "platform/posix/WriteWhole.hpp"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 
@@ -17,8 +18,8 @@ namespace vantor::platform::posix {
 
 namespace {
 
-constexpr int mostLinks = 40;  // as the kernel has it
-constexpr int patience = 5000; // milliseconds
+constexpr int mostLinks = 40; // as the kernel has it
+constexpr std::chrono::seconds patience{5};
 constexpr const char* notAbsolute = ": is no absolute path";
 
 std::string reason(const std::string& path, int error) {
@@ -28,26 +29,6 @@ std::string reason(const std::string& path, int error) {
 /// The folder of an absolute path, with the slash at its end.
 std::string folderOf(const std::string& path) {
     return path.substr(0, path.find_last_of('/') + 1);
-}
-
-int failedWrite(int file, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = uninterrupted([&] { return ::write(file, content.data(), content.size()); });
-        if (written >= 0) {
-            content.remove_prefix(static_cast<std::size_t>(written));
-            continue;
-        }
-        if (errno != EAGAIN) {
-            return errno;
-        }
-        struct pollfd reader {};
-        reader.fd = file;
-        reader.events = POLLOUT;
-        if (const int ready = ::poll(&reader, 1, patience); ready <= 0) {
-            return ready == 0 ? ETIMEDOUT : errno;
-        }
-    }
-    return 0;
 }
 
 /// Where the links at a path's end lead to, and what is there.
@@ -97,7 +78,7 @@ Target targetOf(const std::string& path) {
 int writeInto(const std::string& path, std::string_view content) {
     // Without waiting: a pipe that nobody reads would hold the program up.
     const Descriptor file(::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    return file.isOpen() ? failedWrite(file.number(), content) : errno;
+    return file.isOpen() ? writeWhole(file.number(), content, patience) : errno;
 }
 
 /// A new file beside the target; its name says whose it is and is short, however long the target's is.
@@ -117,7 +98,7 @@ int fill(const Descriptor& file, const Target& target, std::string_view content)
     if (target.exists && ::fchmod(file.number(), target.about.st_mode & 0777U) != 0) {
         return errno;
     }
-    if (const int error = failedWrite(file.number(), content); error != 0) {
+    if (const int error = writeWhole(file.number(), content, patience); error != 0) {
         return error;
     }
     // Some file systems cannot: EINVAL.

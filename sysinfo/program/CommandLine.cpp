@@ -112,8 +112,7 @@ int answer(const Options& options, const CLI::App& uname, const CLI::App& sysctl
 
 /// What was printed must have arrived.
 int finished(int result) {
-    std::cout.flush();
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !std::cout) {
+    if (!wasWritten()) {
         complain("standard output cannot be written");
         return notWritten;
     }

@@ -2,13 +2,19 @@
 #include "sysinfo/program/Output.hpp"
 
 #include "platform/posix/Environment.hpp"
+#include "platform/posix/WriteWhole.hpp"
 
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <iostream>
 
 namespace vantor::sysinfo {
+
+namespace {
+int outputError = 0; // of the main thread, the only one that writes
+}
 
 Look Look::ofStandardOutput() {
     if (::isatty(STDOUT_FILENO) == 0) {
@@ -28,7 +34,15 @@ void complain(const std::string& what) {
 }
 
 void put(const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout); // what the libraries printed comes before
+    if (outputError == 0) {
+        outputError = platform::posix::writeWhole(STDOUT_FILENO, text);
+    }
+}
+
+bool wasWritten() {
+    std::cout.flush();
+    return outputError == 0 && std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && std::cout;
 }
 
 } // namespace vantor::sysinfo

@@ -19,7 +19,10 @@ struct Look {
 /// One line on standard error, after the program's name.
 void complain(const std::string& what);
 
-/// To standard output.
+/// To standard output; waits for a slow reader.
 void put(const std::string& text);
+
+/// Whether all that was put, or written to std::cout, has arrived.
+[[nodiscard]] bool wasWritten();
 
 } // namespace vantor::sysinfo

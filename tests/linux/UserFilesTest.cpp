@@ -8,6 +8,7 @@
 #include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/linux/user/SuiteReader.hpp"
 #include "platform/linux/user/UserDirs.hpp"
+#include "platform/posix/Environment.hpp"
 #include "platform/posix/EventDescriptor.hpp"
 
 #include <fcntl.h>
@@ -95,6 +96,24 @@ TEST(UserDirs, TakeOnlyWhatTheFormatAllows) {
     tree.write("home/.config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n");
     TreeMachine machine(tree.root());
     EXPECT_EQ(*machine->documentDirectories(), std::vector{(tree.root() / "home/Dokumente").string()});
+}
+
+TEST(UserFolders, AreAbsoluteOrNotThere) {
+    const std::string before = platform::posix::environmentText("HOME");
+    for (const char* const home : {"", ".", "relative/home", "~"}) {
+        ::setenv("HOME", home, 1);
+        ::setenv("XDG_STATE_HOME", home, 1);
+        const auto folders = platform::posix::UserFolders::fromEnvironment();
+        for (const std::string& folder :
+             {folders.home, folders.config, folders.cache, folders.data, folders.state}) {
+            EXPECT_TRUE(folder.empty() || folder.starts_with('/')) << home << ": " << folder;
+        }
+        EXPECT_EQ(folders.state, folders.home.empty() ? "" : folders.home + "/.local/state");
+    }
+    ::unsetenv("XDG_STATE_HOME");
+    ::setenv("HOME", "/\xff h", 1); // bytes, in no encoding
+    EXPECT_EQ(platform::posix::UserFolders::fromEnvironment().config, "/\xff h/.config");
+    ::setenv("HOME", before.c_str(), 1);
 }
 
 TEST(Releasable, CountsWhatDeletingGivesBackOnOneFileSystemAndFollowsNoLink) {

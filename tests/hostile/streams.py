@@ -1,0 +1,146 @@
+# SPDX-License-Identifier: MIT
+"""Standard streams that are closed, full, stalled, non-blocking or without a reader: streams.py SYSINFO [WIDGET].
+
+No number of theirs ever becomes another file's or connection's, a window heeds its signals whatever becomes of its log,
+a picture is made, and a page waits for a slow reader, ends quietly without one and says what else became of it."""
+import fcntl
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE = 20  # seconds; a program that hangs does so for good
+# A colour that cannot be decoded: the window logs that at each report, from the first on.
+STORE = b'<plist version="1.0"><dict><key>chartcolor</key><data>AAAA</data></dict></plist>'
+STATES = ("closed", "full", "stalled", "non-blocking", "broken", "as usual")
+problems, tried = [], 0
+
+
+class Stream:
+    """What a program gets for a stream; `reader` is the other end of a pipe."""
+    def __init__(self, state):
+        self.reader = None
+        if state == "full":
+            self.number = os.open("/dev/full", os.O_RDWR)
+        elif state in ("closed", "as usual"):
+            self.number = os.open("/dev/null", os.O_RDWR)
+        else:
+            self.reader, self.number = os.pipe()
+            fcntl.fcntl(self.number, fcntl.F_SETFL, os.O_NONBLOCK)
+            try:
+                while state != "broken":
+                    os.write(self.number, b"x" * 4096)
+            except BlockingIOError:
+                pass
+            if state != "non-blocking":
+                fcntl.fcntl(self.number, fcntl.F_SETFL, 0)
+            if state == "broken":
+                os.close(self.reader)
+
+    def end(self, state):
+        os.close(self.number)
+        if self.reader is not None and state != "broken":
+            os.close(self.reader)
+
+
+def start(command, home, states):
+    global tried
+    tried += 1
+    streams = [Stream(state) for state in states]
+
+    def place():
+        for number, state in enumerate(states):
+            if state == "closed":
+                os.close(number)
+
+    process = subprocess.Popen(command, stdin=streams[0].number, stdout=streams[1].number, stderr=streams[2].number, preexec_fn=place,
+                               env={"HOME": home, "VANTOR_SUITE_FILE": home + "/store.plist", "QT_QPA_PLATFORM": "offscreen",
+                                    "PATH": "/usr/bin:/bin", "XDG_RUNTIME_DIR": home, "LC_ALL": "C"})
+    return process, streams
+
+
+def finish(process, streams, states, allowed):
+    try:
+        status = process.wait(PATIENCE)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        status = "no end"
+    for stream, state in zip(streams, states):
+        stream.end(state)
+    if status not in allowed:
+        problems.append(f"{os.path.basename(process.args[0])} {process.args[1:]} {states}: {status}")
+
+
+def is_up(process):
+    """A window that waits for what comes: its single-instance socket is open."""
+    return any("socket" in target for target in targets(process).values())
+
+
+def targets(process):
+    found = {}
+    for number in os.listdir(f"/proc/{process.pid}/fd"):
+        try:
+            found[number] = os.readlink(f"/proc/{process.pid}/fd/{number}")
+        except FileNotFoundError:
+            pass
+    return found
+
+
+def window(program, home, states):
+    process, streams = start([program], home, states)
+    end = time.monotonic() + PATIENCE
+    while process.poll() is None and not is_up(process) and time.monotonic() < end:
+        time.sleep(0.02)
+    if process.poll() is None:
+        for number, state in enumerate(states):
+            target = targets(process)[str(number)]
+            if state == "closed" and target != "/dev/null":
+                problems.append(f"window {states}: {number} is {target}")
+        process.send_signal(signal.SIGTERM)
+    finish(process, streams, states, (0, -signal.SIGTERM))
+
+
+def snapshot(program, home, states):
+    picture = home + "/picture.png"
+    finish(*start([program, "--demo", "--snapshot", picture], home, states), states, (0,))
+    with open(picture, "rb") as file:
+        if file.read(4) != b"\x89PNG":
+            problems.append(f"no picture: {states}")
+    os.remove(picture)
+
+
+def page(program, home, states):
+    process, streams = start([program], home, states)
+    allowed = {"closed": (1,), "full": (1,), "as usual": (0,), "broken": (0, 1, -signal.SIGPIPE)}.get(states[1], (0,))
+    if streams[1].reader is not None and states[1] != "broken":  # a slow reader: it comes late, and reads all
+        time.sleep(0.2)
+        os.set_blocking(streams[1].reader, False)
+        text, end = b"", time.monotonic() + PATIENCE
+        while process.poll() is None and time.monotonic() < end:
+            try:
+                text += os.read(streams[1].reader, 65536)
+            except BlockingIOError:
+                time.sleep(0.01)
+        try:
+            text += os.read(streams[1].reader, 65536)
+        except BlockingIOError:
+            pass
+        if not text.lstrip(b"x"):
+            problems.append(f"the page is lost: {states}")
+    finish(process, streams, states, allowed)
+
+
+with tempfile.TemporaryDirectory() as folder:
+    with open(folder + "/store.plist", "wb") as store:
+        store.write(STORE)
+    rows = [["as usual"] * stream + [state] + ["as usual"] * (2 - stream) for stream in range(3) for state in STATES[:-1]]
+    rows += [[state] * 3 for state in STATES]
+    for row in rows:
+        page(sys.argv[1], folder, row)
+        for each in (window, snapshot):
+            for widget in sys.argv[2:]:
+                each(widget, folder, row)
+print(f"{tried} starts", *problems, sep="\n")
+sys.exit(1 if problems else 0)
