@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controller/Sections.hpp"
 
+#include "settings/SharedStore.hpp"
+
 namespace vantor {
 
 bool isShown(const TEReportTableViewController& controller, const SectionRow& row) {
@@ -15,6 +17,12 @@ const ArcChartView* chartOf(const TEReportTableViewController& controller, const
     return container != nullptr && container->hostingController()->rootView()
                ? &*container->hostingController()->rootView()
                : nullptr;
+}
+
+std::string_view actionCaptionKey(const Section& section) {
+    const bool onlyShows =
+        section.source == platform::Source::memory && sharedFlag(SettingsKey::preventCleanRAMFromWidget);
+    return onlyShows ? "host_SHOWRAM" : section.action.captionKey;
 }
 
 bool hasFigures(const TEReportTableViewController& controller, const Section& section) {

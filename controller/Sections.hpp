@@ -96,6 +96,10 @@ inline constexpr std::array<Section, 4> sections{{
 /// Whether a section has been reported since the view was loaded. Main thread.
 [[nodiscard]] bool hasFigures(const TEReportTableViewController& controller, const Section& section);
 
+/// The key of what a section's action is called: as the preferences have it at the moment, memory is freed,
+/// or only shown in the app. Any thread.
+[[nodiscard]] std::string_view actionCaptionKey(const Section& section);
+
 /// A section's ring as it is now; null where it has none. Main thread.
 [[nodiscard]] const ArcChartView* chartOf(const TEReportTableViewController& controller,
                                           const Section& section);
