@@ -91,7 +91,7 @@ namespace {
 
 using SharedLookups = std::shared_ptr<LinkOpener::Lookups>;
 
-/// Whether a program is registered for the link's scheme.
+/// Whether a program is registered for the scheme of a link, or for a scheme alone.
 bool hasProgram(const SharedLookups& lookups, const std::string& query, const std::string& link) {
     const std::string kind = "x-scheme-handler/" + link.substr(0, link.find(':'));
     const std::optional<ChildProcess> child =
@@ -129,6 +129,17 @@ void lookUp(const SharedLookups& lookups, const LinkOpener::Programs& programs, 
     }
 }
 
+/// As a work item, so that what the loop is told by it counts for the same machine and viewer. False where
+/// there are no more threads.
+bool inBackground(std::function<void()> work) {
+    try {
+        std::thread(platform::WorkItem(std::move(work))).detach();
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
 } // namespace
 
 LinkOpener::LinkOpener(Programs programs)
@@ -153,13 +164,20 @@ void LinkOpener::open(const platform::NSURL& url, Finished finished) {
         postConclusion(m_lookups, link, false);
         return;
     }
-    try {
-        // As a work item, so that what the loop is told by it counts for the same machine and viewer.
-        std::thread(platform::WorkItem([lookups = m_lookups, programs = m_programs, link] {
-            lookUp(lookups, programs, link);
-        })).detach();
-    } catch (const std::system_error&) { // no more threads
+    if (!inBackground(
+            [lookups = m_lookups, programs = m_programs, link] { lookUp(lookups, programs, link); })) {
         postConclusion(m_lookups, link, false);
+    }
+}
+
+void LinkOpener::ask(const std::string& scheme, std::function<void(bool)> heard) {
+    std::vector<Finished>& waiting = m_lookups->waiting[scheme];
+    waiting.push_back(std::move(heard));
+    const auto query = [lookups = m_lookups, program = m_programs.query, scheme] {
+        postConclusion(lookups, scheme, hasProgram(lookups, program, scheme));
+    };
+    if (waiting.size() == 1 && (!hasDesktop() || m_programs.query.empty() || !inBackground(query))) {
+        postConclusion(m_lookups, scheme, true);
     }
 }
 

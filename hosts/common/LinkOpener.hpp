@@ -37,6 +37,10 @@ public:
     /// already is not opened a second time, and both callers hear the same.
     void open(const platform::NSURL& url, Finished finished);
 
+    /// `heard` hears in a later turn of the main loop whether a program is registered for a scheme, such as
+    /// "vantor"; true where xdg-mime cannot be asked.
+    void ask(const std::string& scheme, std::function<void(bool isThere)> heard);
+
     struct Lookups;
 
 private:

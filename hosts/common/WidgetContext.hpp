@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace vantor::hosts::common {
 
@@ -14,9 +16,14 @@ namespace vantor::hosts::common {
 class WidgetContext final : public platform::NSExtensionContext {
 public:
     /// `tell` is handed a line in the user's language, in a turn of the main loop. The host that it belongs
-    /// to takes the context away from its controller before it goes.
+    /// to takes the context away from its controller before it goes. `noProgram` is the key of the line for a
+    /// link that no program opens; {link} in it is filled in.
     explicit WidgetContext(std::function<void(const std::string& line)> tell,
-                           LinkOpener::Programs programs = LinkOpener::Programs::installed());
+                           LinkOpener::Programs programs = LinkOpener::Programs::installed(),
+                           std::string_view noProgram = "host_NOHANDLER");
+
+    /// Hears in a later turn of the main loop whether there is a program for the widget's links.
+    void askForProgram(std::function<void(bool)> heard) { m_opener.ask("vantor", std::move(heard)); }
 
     /// Whether there is a desktop with something to open links; none over SSH.
     [[nodiscard]] bool canOpenLinks() const { return m_opener.canOpen(); }
@@ -27,6 +34,7 @@ public:
 
 private:
     const std::function<void(const std::string&)> m_tell;
+    const std::string m_noProgram;
     LinkOpener m_opener; // gone before what it calls back
 };
 
