@@ -20,6 +20,7 @@ const auto appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const auto gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const auto kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
 
+constexpr double greatestTextScale = 3;
 constexpr int patience = 60; // milliseconds that the first picture may wait for the desktop's colours
 
 /// A bus that is there; asking the library for one that is not would start one.
@@ -82,8 +83,12 @@ void DesktopSettings::listen() {
          {QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
           QStringLiteral("org.cinnamon.ScreenSaver"), QStringLiteral("org.mate.ScreenSaver")}) {
         m_bus.connect(QString(), QString(), locker, QStringLiteral("ActiveChanged"), this,
-                      SLOT(lockChanged(bool)));
+                      SLOT(lockChanged(bool, QDBusMessage)));
     }
+    m_locker.setConnection(m_bus);
+    m_locker.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    // One that dies does not say that the screen is no longer locked.
+    connect(&m_locker, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setLocked(false); });
 }
 
 /// A portal that runs answers within milliseconds; one that must be started first is not waited for.
@@ -130,6 +135,9 @@ void DesktopSettings::take(const QString& group, const QString& key, const QVari
         m_wishes.reducedMotion = value.toUInt() == 1;
     } else if (group == gnomeGroup && key == QLatin1String("enable-animations")) {
         m_wishes.reducedMotion = !value.toBool();
+    } else if (group == gnomeGroup && key == QLatin1String("text-scaling-factor")) {
+        const double factor = value.toDouble();
+        m_wishes.textScale = factor >= 1 && factor <= greatestTextScale ? factor : 1;
     } else if (group == kdeGroup && key == QLatin1String("AnimationDurationFactor")) {
         bool isNumber = false;
         const double factor = value.toDouble(&isNumber);
@@ -142,9 +150,15 @@ void DesktopSettings::settingChanged(const QString& group, const QString& key, c
     m_changed(m_wishes);
 }
 
-void DesktopSettings::lockChanged(bool active) {
-    m_wishes.locked = active;
-    m_changed(m_wishes);
+void DesktopSettings::lockChanged(bool active, const QDBusMessage& message) {
+    m_locker.setWatchedServices(active ? QStringList{message.service()} : QStringList{});
+    setLocked(active);
+}
+
+void DesktopSettings::setLocked(bool locked) {
+    if (std::exchange(m_wishes.locked, locked) != locked) {
+        m_changed(m_wishes);
+    }
 }
 
 } // namespace vantor::hosts::qt

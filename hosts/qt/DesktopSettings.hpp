@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QObject>
 #include <functional>
@@ -19,7 +20,8 @@ struct DesktopWishes {
     std::optional<platform::Appearance> appearance;
     QColor accent; ///< invalid where the desktop names none
     bool reducedMotion = false;
-    bool locked = false; ///< whether the screen is locked
+    bool locked = false;  ///< whether the screen is locked
+    double textScale = 1; ///< how much larger than usual texts are to be, where the desktop names a factor
 };
 
 /// Listens to the desktop's settings portal and to the screen locker on the session bus. Without a bus or a
@@ -33,10 +35,13 @@ public:
     explicit DesktopSettings(std::function<void(const DesktopWishes&)> changed);
 
     [[nodiscard]] const DesktopWishes& wishes() const { return m_wishes; }
+    /// Somebody presses and types in a window: whatever a locker said, the screen is not locked any more.
+    void noteInput() { setLocked(false); }
 
 private:
     Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-    Q_SLOT void lockChanged(bool active);
+    Q_SLOT void lockChanged(bool active, const QDBusMessage& message);
+    void setLocked(bool locked);
     void readAll();
     void takeAll(const QDBusMessage& reply);
     void take(const QString& group, const QString& key, const QVariant& value);
@@ -45,6 +50,7 @@ private:
     std::function<void(const DesktopWishes&)> m_changed;
     DesktopWishes m_wishes;
     QDBusConnection m_bus;
+    QDBusServiceWatcher m_locker; ///< the one that locked the screen
 };
 
 } // namespace vantor::hosts::qt

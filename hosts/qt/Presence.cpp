@@ -21,7 +21,7 @@ void Presence::setScreenLocked(bool locked) {
 bool Presence::eventFilter(QObject* object, QEvent* event) {
     switch (event->type()) {
     case QEvent::Show:
-        if (m_window.windowHandle() != nullptr && !std::exchange(m_filtersHandle, true)) {
+        if (m_window.windowHandle() != nullptr) { // another one where the window has changed its kind
             m_window.windowHandle()->installEventFilter(this);
         }
         update();

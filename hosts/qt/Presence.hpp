@@ -26,7 +26,6 @@ private:
     QWidget& m_window;
     std::function<void(bool)> m_changed;
     bool m_locked = false;
-    bool m_filtersHandle = false;
     bool m_seen = false;
 };
 

@@ -58,8 +58,14 @@ private:
 };
 
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
-    auto* ring = dynamic_cast<RingView*>(object);
-    return ring != nullptr ? new RingAccessible(*ring) : nullptr; // the accessibility cache owns it
+    if (auto* const ring = dynamic_cast<RingView*>(object)) {
+        return new RingAccessible(*ring); // the accessibility cache owns it
+    }
+    // To the toolkit a plain window is a group of things, which screen readers pass over.
+    auto* const widget = qobject_cast<QWidget*>(object);
+    const bool isPlainWindow = widget != nullptr && widget->windowType() == Qt::Window &&
+                               widget->metaObject() == &QWidget::staticMetaObject;
+    return isPlainWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
 }
 
 } // namespace

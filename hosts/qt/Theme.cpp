@@ -36,6 +36,11 @@ QColor visibleOn(const QColor& accent, const QColor& card, const QColor& text) {
     return mark;
 }
 
+/// Black or white, whichever is easier to read.
+QColor textOn(const QColor& ground) {
+    return contrast(Qt::white, ground) >= contrast(Qt::black, ground) ? Qt::white : Qt::black;
+}
+
 } // namespace
 
 Appearance toolkitAppearance() {
@@ -85,10 +90,20 @@ QPalette Theme::palette() const {
          {std::pair(QPalette::Window, card), std::pair(QPalette::WindowText, text),
           std::pair(QPalette::Base, card), std::pair(QPalette::Text, text), std::pair(QPalette::Button, fill),
           std::pair(QPalette::ButtonText, text), std::pair(QPalette::ToolTipBase, card),
-          std::pair(QPalette::ToolTipText, text), std::pair(QPalette::Highlight, accent)}) {
+          std::pair(QPalette::ToolTipText, text), std::pair(QPalette::Highlight, accent),
+          std::pair(QPalette::HighlightedText, textOn(accent))}) {
         palette.setColor(role, color);
     }
     return palette;
+}
+
+QPalette Theme::menuPalette() const {
+    QPalette menu = palette();
+    const QColor ground = appearance == Appearance::light ? card : fill;
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base}) {
+        menu.setColor(role, ground);
+    }
+    return menu;
 }
 
 QFont Theme::font(double points, QFont::Weight weight) const {

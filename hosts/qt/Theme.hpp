@@ -36,6 +36,8 @@ struct Theme {
 
     /// What the toolkit paints itself with, such as menus and tooltips.
     [[nodiscard]] QPalette palette() const;
+    /// The same for a menu, whose ground stands out from the card where that is dark.
+    [[nodiscard]] QPalette menuPalette() const;
     [[nodiscard]] QFont font(double points, QFont::Weight weight = QFont::Normal) const;
     [[nodiscard]] int pixels(double points) const; ///< whole logical pixels
 };

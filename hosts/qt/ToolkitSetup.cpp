@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/ToolkitSetup.hpp"
 
+#include "platform/core/PrintableText.hpp"
+#include "platform/posix/Environment.hpp"
+
 #include <QCoreApplication>
+#include <QFont>
+#include <QRawFont>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <array>
@@ -19,9 +24,47 @@ std::string& programName() {
     return name;
 }
 
-void handleRemark(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
-    if (type == QtFatalMsg || type == QtCriticalMsg || qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
-        std::cerr << programName() << ": " << text.toStdString() << '\n';
+/// Why no window came, as the toolkit said it before it gave up.
+QString& firstReason() {
+    static QString reason;
+    return reason;
+}
+
+void say(const std::string& text) {
+    std::cerr << programName() << ": " << platform::printableText(text, 4096) << std::endl;
+}
+
+std::string displayName() {
+    std::string names;
+    for (const char* const variable : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+        if (const std::string name = platform::posix::environmentText(variable); !name.empty()) {
+            names += (names.empty() ? "" : " or ") + name;
+        }
+    }
+    return names;
+}
+
+/// The toolkit's advice is for those who build programs with it.
+std::string noWindowText() {
+    std::string text =
+        displayName().empty() ? "no window can be shown" : "cannot reach the display " + displayName();
+    if (!firstReason().isEmpty()) {
+        text += " (" + firstReason().simplified().toStdString() + ")";
+    }
+    return text + "; --snapshot draws into a file";
+}
+
+void handleRemark(QtMsgType type, const QMessageLogContext& where, const QString& text) {
+    const bool isAsked = qEnvironmentVariableIsSet("QT_LOGGING_RULES");
+    const bool isOfWindows = QByteArrayView(where.category).startsWith("qt.qpa");
+    if (type == QtFatalMsg && text.contains(QLatin1String("platform plugin"))) {
+        say(noWindowText());
+    } else if (text.contains(QLatin1String("connection broke"))) { // the toolkit ends the program after it
+        say("the display " + displayName() + " is gone");
+    } else if (type == QtFatalMsg || isAsked || (type == QtCriticalMsg && !isOfWindows)) {
+        say(text.toStdString());
+    } else if (type != QtDebugMsg && type != QtInfoMsg && isOfWindows && firstReason().isEmpty()) {
+        firstReason() = text;
     }
     if (type == QtFatalMsg) { // a display that cannot be reached is no reason for a core file
         std::_Exit(1);
@@ -48,6 +91,11 @@ void keepDriversOut() {
 void quietRemarks(std::string program) {
     programName() = std::move(program);
     qInstallMessageHandler(handleRemark);
+}
+
+bool hasFonts() {
+    // The toolkit's last resort, which draws boxes, comes from no file.
+    return !QRawFont::fromFont(QFont()).fontTable("head").isEmpty();
 }
 
 void quitWhenReadable(int descriptor) {

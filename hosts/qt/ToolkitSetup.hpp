@@ -14,8 +14,12 @@ namespace vantor::hosts::qt {
 void keepDriversOut();
 
 /// Drops the toolkit's own remarks, which are for its developers, unless QT_LOGGING_RULES asks for them. What
-/// it cannot go on with is said on standard error after `program` and a colon, and ends the process with 1.
+/// it cannot go on with is said on standard error after `program` and a colon, and ends the process with 1: a
+/// display that cannot be reached, or is gone, by its name.
 void quietRemarks(std::string program);
+
+/// Whether there is a font to draw texts with; without one each letter is a box. With an application object.
+[[nodiscard]] bool hasFonts();
 
 /// Ends the application's event loop once a descriptor can be read, such as that of the ending signals.
 void quitWhenReadable(int descriptor);
