@@ -1,21 +1,47 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Options.hpp"
 
+#include "hosts/common/HelpFormatter.hpp"
 #include "platform/core/PrintableText.hpp"
 
-#include <CLI/CLI.hpp>
-
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <iostream>
-#include <map>
+#include <memory>
+#include <string_view>
+#include <utility>
 
 namespace vantor::hosts::widget {
 
 namespace {
 
 constexpr double greatestScale = 8;
+constexpr int greatestMargin = 10'000; // pixels
 
-/// The toolkit's own conversions follow the locale, a command line does not.
+constexpr std::array anchors{"top-left", "top",         "top-right", "left",        "center",
+                             "right",    "bottom-left", "bottom",    "bottom-right"};
+
+constexpr std::array appearances{std::pair(AppearanceChoice::automatic, std::string_view("auto")),
+                                 std::pair(AppearanceChoice::light, std::string_view("light")),
+                                 std::pair(AppearanceChoice::dark, std::string_view("dark"))};
+
+/// What is on or off, and whether a window can be told later.
+struct Flag {
+    const char* name;
+    bool Options::*value;
+    const char* help;
+    const char* excludes;
+};
+constexpr std::array windowFlags{
+    Flag{"--frameless", &Options::frameless, "A card without a window frame; drag it by its ground", nullptr},
+    Flag{"--on-top", &Options::onTop, "Keep the window above others", nullptr},
+    Flag{"--on-desktop", &Options::onDesktop,
+         "Keep it below others, without a frame, as a part of the desktop", "--on-top"},
+    Flag{"--tray", &Options::tray, "Show a ring in the tray as well, once there is one", nullptr},
+    Flag{"--hidden", &Options::hidden, "Start with the ring in the tray alone", nullptr}};
+
+/// The parser's own conversions follow the locale, a command line does not.
 std::optional<double> number(const std::string& text) {
     double value = 0;
     const char* end = text.data() + text.size();
@@ -30,73 +56,205 @@ std::string checkScale(const std::string& text) {
 }
 
 std::string checkPicture(const std::string& name) {
-    return name.ends_with(".png") || name.ends_with(".svg") ? std::string()
-                                                            : "must be a file name ending in .png or .svg";
+    return isPicture(name, ".png") || isPicture(name, ".svg") ? std::string()
+                                                              : "must be a file name ending in .png or .svg";
 }
 
-void addWindowOptions(CLI::App& app, Options& options, std::string& autostart) {
-    app.add_flag("--frameless", options.frameless, "A card without a window frame; drag it by its ground");
-    CLI::Option* top = app.add_flag("--on-top", options.onTop, "Keep the window above others");
-    app.add_flag("--on-desktop", options.onDesktop, "Keep the window below others, without a frame")
-        ->excludes(top);
-    app.add_flag("--tray", options.tray, "Show a ring in the tray, where there is one");
-    app.add_option("--autostart", autostart, "Start at login from now on, or no longer; then end")
-        ->check(CLI::IsMember({"on", "off"}))
-        ->type_name("on|off");
+std::string checkMargin(const std::string& text) {
+    const std::optional<double> margin = number(text);
+    return margin && *margin >= 0 && *margin <= greatestMargin ? std::string() : "must be a number of pixels";
+}
+
+CLI::Validator oneOf(std::vector<std::string_view> words) {
+    return {[words = std::move(words)](const std::string& word) {
+                return std::ranges::find(words, word) != words.end() ? std::string()
+                                                                     : "\"" + word + "\" is not known";
+            },
+            ""};
+}
+
+/// A command line that is being read.
+class Reader {
+public:
+    Reader() {
+        m_app.formatter(std::make_shared<common::HelpFormatter>());
+        addLooks();
+        addPicture();
+        addWindow();
+        m_app.add_flag("--demo", m_options.demo, "Show a made-up machine")->group(others);
+        m_app
+            .add_option("--autostart", m_autostart,
+                        "Start at login, with the other options given here, or no longer")
+            ->check(oneOf({"on", "off"}))
+            ->type_name("on|off")
+            ->group(others);
+        m_app.set_help_flag("-h,--help", "List the options, and end")->group(others);
+        m_app
+            .set_version_flag("--version", "vantor-widget " VANTOR_VERSION,
+                              "Say which version this is, and end")
+            ->group(others);
+    }
+
+    [[nodiscard]] CLI::App& app() { return m_app; }
+
+    /// After a successful parse.
+    [[nodiscard]] Options options() {
+        if (!m_picture.empty()) {
+            m_options.snapshot = m_picture;
+        }
+        if (m_compact || m_expanded) {
+            m_options.expanded = m_expanded;
+        }
+        m_options.scale = number(m_scale).value_or(1);
+        for (const auto& [choice, word] : appearances) {
+            if (m_appearance == word) {
+                m_options.appearance = choice;
+            }
+        }
+        if (!m_autostart.empty()) {
+            m_options.autostart = m_autostart == "on";
+        }
+        m_options.margin = static_cast<int>(number(m_margin).value_or(m_options.margin));
+        m_options.tray = m_options.tray || m_options.hidden;
+        return m_options;
+    }
+
+private:
+    static constexpr const char* looks = "How it looks";
+    static constexpr const char* pictures = "A picture of it";
+    static constexpr const char* windows = "Its window";
+    static constexpr const char* others = "Others";
+
+    void addLooks() {
+        CLI::Option* small = m_app.add_flag("--compact", m_compact, "Show the rings only")->group(looks);
+        m_app.add_flag("--expanded", m_expanded, "Show the rings and all figures")
+            ->excludes(small)
+            ->group(looks);
+        m_app.add_option("--appearance", m_appearance, "Light or dark colours; auto follows the desktop")
+            ->check(oneOf({appearances[0].second, appearances[1].second, appearances[2].second}))
+            ->type_name("auto|light|dark")
+            ->group(looks);
+    }
+    void addPicture() {
+        CLI::Option* snapshot = m_app
+                                    .add_option("--snapshot", m_picture,
+                                                "Draw it into FILE (.png or .svg) and end; needs no display")
+                                    ->check(CLI::Validator(checkPicture, ""))
+                                    ->type_name("FILE")
+                                    ->group(pictures);
+        m_app.add_option("--scale", m_scale, "Pixels per point in that file, 0.5 to 8; 1 unless given")
+            ->check(CLI::Validator(checkScale, ""))
+            ->type_name("N")
+            ->needs(snapshot)
+            ->group(pictures);
+    }
+    void addWindow() {
+        for (const Flag& flag : windowFlags) {
+            CLI::Option* option = m_app.add_flag(flag.name, m_options.*flag.value, flag.help)->group(windows);
+            if (flag.excludes != nullptr) {
+                option->excludes(m_app.get_option(flag.excludes));
+            }
+        }
+        m_app
+            .add_option("--anchor", m_options.anchor,
+                        "Where such a card is under Wayland: top-right, left, center ...")
+            ->check(oneOf({anchors.begin(), anchors.end()}))
+            ->type_name("EDGES")
+            ->group(windows);
+        m_app.add_option("--margin", m_margin, "And how many pixels from there; 24 unless given")
+            ->check(CLI::Validator(checkMargin, ""))
+            ->type_name("N")
+            ->group(windows);
+    }
+
+    Options m_options;
+    std::string m_picture;
+    std::string m_scale = "1";
+    std::string m_margin;
+    std::string m_appearance;
+    std::string m_autostart;
+    bool m_compact = false;
+    bool m_expanded = false;
+    CLI::App m_app{"Shows this machine's memory, storage, processor and network on a card.", "vantor-widget"};
+};
+
+/// The exit status of a program that has said all it had to.
+int saidAll(Reader& reader, const CLI::ParseError& what) {
+    if (reader.app().exit(what) == 0 && std::cout.flush()) {
+        return 0;
+    }
+    std::cerr << "vantor-widget: standard output cannot be written\n";
+    return 1;
+}
+
+/// The parser's words for what was wrong, but for the one case that it counts instead of saying.
+std::string complaint(const CLI::ParseError& problem) {
+    std::string text = problem.what();
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&problem) != nullptr) {
+        text = text.substr(0, text.find(':')) + ": its value is missing";
+    }
+    return platform::printableText(text) + "; see --help";
 }
 
 } // namespace
 
+bool isPicture(std::string_view name, std::string_view ending) {
+    return name.size() > ending.size() &&
+           std::ranges::equal(name.substr(name.size() - ending.size()), ending, [](char a, char b) {
+               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+           });
+}
+
 std::variant<Options, int> readOptions(int argc, const char* const* argv) {
-    Options options;
-    CLI::App app("Shows this machine's memory, storage, processor and network.", "vantor-widget");
-    app.set_version_flag("--version", "vantor-widget " VANTOR_VERSION);
-    std::string picture;
-    std::string scale = "1";
-    std::string appearance = "auto";
-    std::string autostart;
-    bool compact = false;
-    bool expanded = false;
-
-    CLI::Option* snapshot =
-        app.add_option("--snapshot", picture, "Draw the widget into a file and end; needs no display")
-            ->check(checkPicture)
-            ->type_name("FILE.png|FILE.svg");
-    CLI::Option* small = app.add_flag("--compact", compact, "Show the rings only");
-    app.add_flag("--expanded", expanded, "Show the rings and all figures")->excludes(small);
-    app.add_option("--appearance", appearance, "Light or dark; auto follows the desktop")
-        ->check(CLI::IsMember({"auto", "light", "dark"}))
-        ->type_name("auto|light|dark");
-    app.add_option("--scale", scale, "Pixels per point in the file, 0.5 to 8")
-        ->check(checkScale)
-        ->type_name("N")
-        ->needs(snapshot);
-    app.add_flag("--demo", options.demo, "Show a made-up machine");
-    addWindowOptions(app, options, autostart);
-
+    Reader reader;
     try {
-        app.parse(argc, argv);
+        reader.app().parse(argc, argv);
     } catch (const CLI::ParseError& problem) {
         if (problem.get_exit_code() == 0) {
-            return app.exit(problem) == 0 && std::cout.flush() ? 0 : 1;
+            return saidAll(reader, problem);
         }
-        std::cerr << "vantor-widget: " << platform::printableText(problem.what()) << '\n';
+        std::cerr << "vantor-widget: " << complaint(problem) << '\n';
         return 2;
     }
-    if (!picture.empty()) {
-        options.snapshot = picture;
+    return reader.options();
+}
+
+std::vector<std::string> windowWords(const Options& options) {
+    std::vector<std::string> words;
+    if (options.expanded) {
+        words.emplace_back(*options.expanded ? "--expanded" : "--compact");
     }
-    if (compact || expanded) {
-        options.expanded = expanded;
+    for (const auto& [choice, word] : appearances) {
+        if (options.appearance == choice) {
+            words.insert(words.end(), {"--appearance", std::string(word)});
+        }
     }
-    options.scale = number(scale).value_or(1);
-    options.appearance = appearance == "light"  ? AppearanceChoice::light
-                         : appearance == "dark" ? AppearanceChoice::dark
-                                                : AppearanceChoice::automatic;
-    if (!autostart.empty()) {
-        options.autostart = autostart == "on";
+    for (const Flag& flag : windowFlags) {
+        if (options.*flag.value) {
+            words.emplace_back(flag.name);
+        }
     }
-    return options;
+    if (!options.anchor.empty()) {
+        words.insert(words.end(), {"--anchor", options.anchor});
+    }
+    if (options.margin != Options{}.margin) {
+        words.insert(words.end(), {"--margin", std::to_string(options.margin)});
+    }
+    if (options.demo) {
+        words.emplace_back("--demo");
+    }
+    return words;
+}
+
+std::optional<Options> optionsFromWords(const std::vector<std::string>& words) {
+    Reader reader;
+    try {
+        reader.app().parse(
+            std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the end
+    } catch (const CLI::ParseError&) {
+        return std::nullopt;
+    }
+    return reader.options();
 }
 
 } // namespace vantor::hosts::widget

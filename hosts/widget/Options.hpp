@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
+#include <vector>
 
 namespace vantor::hosts::widget {
 
@@ -14,18 +16,30 @@ enum class AppearanceChoice : std::uint8_t { automatic, light, dark };
 struct Options {
     std::optional<std::string> snapshot; ///< a file that ends in .png or .svg
     std::optional<bool> expanded;        ///< absent: as the host likes
-    AppearanceChoice appearance = AppearanceChoice::automatic;
+    std::optional<AppearanceChoice> appearance;
     double scale = 1; ///< pixels per point of a snapshot
     bool demo = false;
     bool onTop = false;
     bool onDesktop = false;
     bool frameless = false;
     bool tray = false;
+    bool hidden = false; ///< the ring in the tray alone, until somebody asks for the window
+    std::string
+        anchor;      ///< where on a Wayland screen: "top-right", "center" and the like; or empty: top-right
+    int margin = 24; ///< from those edges, in pixels
     std::optional<bool> autostart; ///< write or remove the entry, and end
 };
 
 /// Reads a command line. Instead of options the exit status of a program that is done: 0 after --help and
 /// --version, 2 after a line on standard error about an option that cannot be used.
 [[nodiscard]] std::variant<Options, int> readOptions(int argc, const char* const* argv);
+
+/// Whether a file's name has an ending, which is given in small letters.
+[[nodiscard]] bool isPicture(std::string_view name, std::string_view ending);
+
+/// What a window was asked for, as words of a command line and back: for an entry that starts it again, and
+/// for the window that runs already. What is not for a window is left out; words of another kind are absent.
+[[nodiscard]] std::vector<std::string> windowWords(const Options& options);
+[[nodiscard]] std::optional<Options> optionsFromWords(const std::vector<std::string>& words);
 
 } // namespace vantor::hosts::widget

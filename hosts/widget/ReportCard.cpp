@@ -10,6 +10,7 @@
 #include "platform/core/PrintableText.hpp"
 #include "ui_ReportForm.h"
 
+#include <QBitmap>
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -74,15 +75,32 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
 
 ReportCard::~ReportCard() = default;
 
-void ReportCard::nameSections() {
+void ReportCard::nameActions() {
     for (const Section& section : sections) {
-        const QString name = qt::hostText(section.action.captionKey);
-        formWidget<QAbstractButton>(*this, section.action.name).setText(name);
+        const QString name = qt::hostText(actionCaptionKey(section));
+        auto& button = formWidget<QAbstractButton>(*this, section.action.name);
+        if (button.text() != name) {
+            button.setText(name);
+        }
         if (section.chart) {
             auto& ring = formWidget<QAbstractButton>(*this, section.chart->name);
             ring.setText(name);
-            setTip(ring, name);
+            setTip(ring, m_appIsThere ? name : QString());
         }
+    }
+}
+
+void ReportCard::setAppIsThere(bool isThere) {
+    m_appIsThere = isThere;
+    for (qt::RingView* ring : m_binding.rings()) {
+        ring->setCursor(isThere ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    }
+    nameActions();
+}
+
+void ReportCard::nameSections() {
+    nameActions();
+    for (const Section& section : sections) {
         showHeading(section, nullptr);
     }
     m_form->compactRefresh->setText(m_form->manualInfoRefresh->text());
@@ -243,6 +261,18 @@ void ReportCard::paintEvent(QPaintEvent* /*event*/) {
         painter.fillRect(inset, m_theme.pixels(common::compactHeight), width() - 2 * inset, 1,
                          m_theme.separator);
     }
+}
+
+QRegion ReportCard::shape() const {
+    QBitmap covered(size());
+    covered.clear();
+    QPainter painter(&covered);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::color1);
+    const double radius = cornerRadius * m_theme.pointScale;
+    painter.drawRoundedRect(rect(), radius, radius);
+    painter.end();
+    return {covered};
 }
 
 void ReportCard::resizeEvent(QResizeEvent* event) {

@@ -7,6 +7,7 @@
 #include "hosts/widget/OutletBinding.hpp"
 #include "platform/machine/Source.hpp"
 
+#include <QRegion>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -49,8 +50,16 @@ public:
     void flush();
     /// Marks the headings of sections whose source cannot be read, with the reason as tooltip.
     void showFailures(const std::vector<platform::SourceFailure>& failures);
+    [[nodiscard]] const std::vector<platform::SourceFailure>& failures() const { return m_failures; }
+    /// Calls the actions what they do by the preferences of this moment.
+    void nameActions();
+    /// Whether the app is there that rings and buttons ask; without it they do not invite to be pressed.
+    void setAppIsThere(bool isThere);
     /// A line that goes away by itself.
     void showMessage(const QString& text);
+
+    /// What it covers, for a screen that knows no translucence.
+    [[nodiscard]] QRegion shape() const;
 
     [[nodiscard]] qt::RingAnimator& animator() { return m_animator; }
     [[nodiscard]] const std::vector<qt::RingView*>& rings() const { return m_binding.rings(); }
@@ -82,6 +91,7 @@ private:
     std::vector<platform::SourceFailure> m_failures;
     std::function<void()> m_toggle;
     bool m_expanded = true;
+    bool m_appIsThere = true;
 };
 
 } // namespace vantor::hosts::widget

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Snapshot.hpp"
 
+#include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/common/Pause.hpp"
 #include "hosts/widget/Readiness.hpp"
@@ -87,9 +88,11 @@ int writeSnapshot(const Options& options) {
     card.show(); // lays everything out
     card.animator().settle();
 
-    const bool vector = options.snapshot->ends_with(".svg");
-    return writeWhole(*options.snapshot,
-                      vector ? svgBytes(card, options.scale) : pngBytes(card, options.scale));
+    const bool isWhole = common::currentFailures().empty();
+    const bool vector = isPicture(*options.snapshot, ".svg");
+    const int status =
+        writeWhole(*options.snapshot, vector ? svgBytes(card, options.scale) : pngBytes(card, options.scale));
+    return isWhole ? status : 1;
 }
 
 } // namespace vantor::hosts::widget

@@ -7,8 +7,9 @@ namespace vantor::hosts::widget {
 
 /// Draws the widget into the file of `options.snapshot`: waits until every section holds figures (two
 /// seconds, or under four where a source does not answer), then writes the picture in one piece, so that
-/// there is never half a file. The exit status of the program: 1, with a line on standard error, when the
-/// file cannot be written. A machine and a viewer are in place and an application object exists.
+/// there is never half a file. The exit status of the program: 1 when the file cannot be written, which is
+/// said on standard error, and when a source cannot be read, which the picture shows. A machine and a viewer
+/// are in place and an application object exists.
 [[nodiscard]] int writeSnapshot(const Options& options);
 
 } // namespace vantor::hosts::widget

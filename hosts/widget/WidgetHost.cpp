@@ -14,9 +14,8 @@ using platform::NCWidgetDisplayMode;
 using platform::RunLoop;
 
 WidgetHost::WidgetHost(Programs programs, qt::LoopDriver::Clock clock)
-    : m_context(std::make_shared<common::WidgetContext>(
-          [this](const std::string& line) { m_card->showMessage(QString::fromStdString(line)); },
-          std::move(programs))),
+    : m_context(std::make_shared<common::WidgetContext>([this](const std::string& line) { tell(line); },
+                                                        std::move(programs), "host_NOAPP")),
       m_controller(ReportInterface::instantiate()),
       m_loop([this](Instant now) { turn(now); }, std::move(clock)) {
     m_controller->setExtensionContext(m_context);
@@ -68,7 +67,9 @@ void WidgetHost::setActive(bool active) {
         m_pauses.begin();
         return;
     }
+    m_card->nameActions(); // a preference may have changed
     if (!std::exchange(m_started, true)) {
+        m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
         m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
     }
     m_loop.start();
@@ -83,6 +84,13 @@ void WidgetHost::turn(Instant now) {
     if (m_turned) {
         m_turned();
     }
+}
+
+void WidgetHost::tell(const std::string& line) {
+    if (m_tells) {
+        m_tells();
+    }
+    m_card->showMessage(QString::fromStdString(line));
 }
 
 void WidgetHost::update() {

@@ -43,16 +43,20 @@ public:
     void update();
     /// Called after each turn of the loop.
     void setTurnHandler(std::function<void()> handler) { m_turned = std::move(handler); }
+    /// Called before the card shows a message, so that it can be seen.
+    void setMessageHandler(std::function<void()> handler) { m_tells = std::move(handler); }
 
 private:
     void turn(platform::Instant now);
     void fit();
+    void tell(const std::string& line);
 
     std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     std::unique_ptr<ReportCard> m_card;
     std::function<void()> m_resized;
     std::function<void()> m_turned;
+    std::function<void()> m_tells;
     platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;
     bool m_started = false;
     common::PauseWatch m_pauses;

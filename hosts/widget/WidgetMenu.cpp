@@ -2,50 +2,102 @@
 #include "hosts/widget/WidgetMenu.hpp"
 
 #include "hosts/qt/HostText.hpp"
-#include "hosts/widget/Autostart.hpp"
+#include "hosts/qt/MenuStyle.hpp"
+#include "hosts/qt/Theme.hpp"
 #include "hosts/widget/ReportCard.hpp"
-#include "platform/core/PrintableText.hpp"
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QFontInfo>
+#include <QGuiApplication>
 #include <utility>
 
 namespace vantor::hosts::widget {
 
-WidgetMenu::WidgetMenu(ReportCard& card, QWidget& window, bool offersOnTop)
-    : m_card(card), m_window(window), m_offersOnTop(offersOnTop) {
-    connect(this, &QMenu::aboutToShow, this, [this] { fill(); });
-    fill(); // a tray does not show an empty one
+namespace {
+
+/// Shown beside the entry; the window itself hears the keys.
+void showKeys(QAction& action, const QKeySequence& keys) {
+    action.setShortcut(keys);
+    action.setShortcutContext(Qt::WidgetShortcut);
+    action.setShortcutVisibleInContextMenu(true);
 }
 
-void WidgetMenu::fill() {
-    clear();
-    for (QAbstractButton* button : m_card.actionButtons()) {
-        addAction(button->text(), button, &QAbstractButton::click);
+} // namespace
+
+WidgetMenu::WidgetMenu(ReportCard& card, QWidget& window, std::vector<Toggle> toggles)
+    : QMenu(&window), m_card(card), m_window(window), m_toggles(std::move(toggles)) {
+    auto* const style = new qt::MenuStyle;
+    style->setParent(this);
+    setStyle(style);
+    for (QAbstractButton* button : card.actionButtons()) {
+        addPress(*button);
     }
+    showKeys(*m_presses.front().first, QKeySequence(Qt::Key_F5));
     addSeparator();
-    addAction(m_card.displayModeButton().text(), &m_card.displayModeButton(), &QAbstractButton::click);
-    if (m_offersOnTop) {
-        addToggle("host_ALWAYSONTOP", m_window.windowFlags().testFlag(Qt::WindowStaysOnTopHint),
-                  [this](bool on) {
-                      m_window.setWindowFlag(Qt::WindowStaysOnTopHint, on); // hides the window
-                      m_window.show();
-                  });
+    addPress(card.displayModeButton());
+    addToggles();
+    addSeparator();
+    QAction* const quit =
+        addAction(qt::hostText("host_QUIT"), QCoreApplication::instance(), &QCoreApplication::quit);
+    showKeys(*quit, QKeySequence(Qt::CTRL | Qt::Key_Q));
+    connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
+    refresh();
+}
+
+QAction* WidgetMenu::addPress(QAbstractButton& button) {
+    QAction* const action = addAction(button.text(), &button, &QAbstractButton::click);
+    m_presses.emplace_back(action, &button);
+    return action;
+}
+
+void WidgetMenu::addToggles() {
+    for (const Toggle& toggle : m_toggles) {
+        QAction* const action = addAction(qt::hostText(toggle.key));
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this, [this, &toggle](bool on) {
+            toggle.set(on);
+            refresh();
+        });
+        m_switches.push_back(action);
     }
-    addToggle("host_AUTOSTART", isAutostarted(), [this](bool on) {
-        if (const std::optional<std::string> problem = setAutostart(on)) {
-            m_card.showMessage(QString::fromStdString(platform::printableText(*problem)));
+}
+
+void WidgetMenu::offerShowing(bool offered, std::function<void()> toggled) {
+    if (m_show == nullptr && offered) {
+        m_show = new QAction(this);
+        insertAction(actions().front(), m_show);
+        m_showLine = insertSeparator(m_presses.front().first);
+        connect(m_show, &QAction::triggered, this, std::move(toggled));
+    }
+    if (m_show != nullptr) {
+        m_show->setVisible(offered);
+        m_showLine->setVisible(offered);
+    }
+    refresh();
+}
+
+void WidgetMenu::setTheme(const qt::Theme& theme) {
+    setPalette(theme.menuPalette());
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(theme.pixels(QFontInfo(font).pixelSize() / qt::desktopTextScale()));
+    setFont(font);
+}
+
+void WidgetMenu::refresh() {
+    for (const auto& [action, button] : m_presses) {
+        if (action->text() != button->text()) {
+            action->setText(button->text());
         }
-    });
-    addSeparator();
-    addAction(qt::hostText("host_QUIT"), QCoreApplication::instance(), &QCoreApplication::quit);
-}
-
-void WidgetMenu::addToggle(std::string_view key, bool on, std::function<void(bool)> toggled) {
-    QAction* action = addAction(qt::hostText(key));
-    action->setCheckable(true);
-    action->setChecked(on);
-    connect(action, &QAction::toggled, this, std::move(toggled));
+    }
+    for (std::size_t i = 0; i < m_switches.size(); ++i) {
+        const Toggle& toggle = m_toggles[i];
+        m_switches[i]->setVisible(!toggle.isOffered || toggle.isOffered());
+        m_switches[i]->setChecked(toggle.isOn());
+    }
+    if (m_show != nullptr) {
+        m_show->setText(qt::hostText(m_window.isVisible() ? "host_HIDEWINDOW" : "host_SHOWWINDOW"));
+    }
 }
 
 } // namespace vantor::hosts::widget

@@ -4,24 +4,51 @@
 #include <QMenu>
 #include <functional>
 #include <string_view>
+#include <utility>
+#include <vector>
+
+class QAbstractButton;
+
+namespace vantor::hosts::qt {
+struct Theme;
+}
 
 namespace vantor::hosts::widget {
 
 class ReportCard;
 
-/// The card's actions and what its window can be asked for; a ring in the tray shares it.
+/// The card's actions and what its window can be asked for; a ring in the tray shares it. Its entries stay
+/// the same objects, since a panel keeps a copy of them: `refresh` brings them up to date.
 class WidgetMenu final : public QMenu {
 public:
-    /// `offersOnTop`: whether the window can be kept above others and below them again.
-    WidgetMenu(ReportCard& card, QWidget& window, bool offersOnTop);
+    /// What is on or off.
+    struct Toggle {
+        std::string_view key; ///< of its text
+        std::function<bool()> isOn;
+        std::function<void(bool)> set;
+        std::function<bool()> isOffered = {}; ///< always, where there is none
+    };
+
+    /// Belongs to the window: without one above it a menu would be a window of its own under Wayland. The
+    /// card is on it already.
+    WidgetMenu(ReportCard& card, QWidget& window, std::vector<Toggle> toggles);
+
+    /// With a ring in the tray the menu begins with an entry that shows the window and hides it.
+    void offerShowing(bool offered, std::function<void()> toggled = {});
+    void setTheme(const qt::Theme& theme);
+    void refresh();
 
 private:
-    void fill();
-    void addToggle(std::string_view key, bool on, std::function<void(bool)> toggled);
+    QAction* addPress(QAbstractButton& button);
+    void addToggles();
 
     ReportCard& m_card;
     QWidget& m_window;
-    const bool m_offersOnTop;
+    const std::vector<Toggle> m_toggles;
+    std::vector<std::pair<QAction*, QAbstractButton*>> m_presses;
+    std::vector<QAction*> m_switches; // one for each toggle
+    QAction* m_show = nullptr;
+    QAction* m_showLine = nullptr;
 };
 
 } // namespace vantor::hosts::widget

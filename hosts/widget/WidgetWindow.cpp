@@ -2,7 +2,9 @@
 #include "hosts/widget/WidgetWindow.hpp"
 
 #include "hosts/qt/WindowPlace.hpp"
-#include "hosts/widget/WindowMemory.hpp"
+#include "hosts/qt/X11Desktop.hpp"
+#include "hosts/widget/Autostart.hpp"
+#include "platform/core/PrintableText.hpp"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -11,7 +13,10 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
+#include <chrono>
+#include <utility>
 
 namespace vantor::hosts::widget {
 
@@ -19,29 +24,77 @@ using platform::NCWidgetDisplayMode;
 
 namespace {
 
-constexpr int backdropMargin = 12; // points around the card in a framed window
+constexpr int backdropMargin = 12;                     // points around the card in a framed window
+constexpr std::chrono::milliseconds frameSettles{300}; // until the window manager has told how large it is
+constexpr std::chrono::seconds trayPatience{30};       // of a window that was to start hidden
+
+/// What was asked for, on top of what is remembered.
+Options withRemembered(Options options, const WindowState& state) {
+    const bool hasLevel = options.onTop || options.onDesktop;
+    options.onTop = hasLevel ? options.onTop : state.onTop;
+    options.onDesktop = hasLevel ? options.onDesktop : state.onDesktop;
+    options.tray = options.tray || state.tray;
+    options.expanded = options.expanded.value_or(state.expanded);
+    return options;
+}
 
 } // namespace
 
-WidgetWindow::WidgetWindow(const Options& options)
-    : m_options(options),
+WidgetWindow::WidgetWindow(const Options& options, WidgetHost::Programs programs)
+    : m_given(options),
+      m_options(withRemembered(options, m_keeper.state())),
       m_toolkitAppearance(qt::toolkitAppearance()),
       m_settings([this](const qt::DesktopWishes& wishes) { follow(wishes); }),
-      m_menu(m_host.card(), *this, !qt::isWayland() && !options.onDesktop),
+      m_host(std::move(programs)),
+      m_menu(m_host.card(), *this, toggles()),
       m_presence(*this, [this](bool) { seenChanged(); }) {
     setUpFrame();
     m_host.card().setParent(this);
     m_host.card().setToggleHandler([this] { toggleMode(); });
     m_host.setResizeHandler([this] { fit(); });
+    m_host.setMessageHandler([this] {
+        if (!isVisible()) {
+            comeForward();
+        }
+    });
     follow(m_settings.wishes());
-    restore();
-    setUpTray();
+    setMode(*m_options.expanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
+    m_position = m_keeper.state().position;
+    if (m_position) {
+        qt::moveBackTo(*this, *m_position);
+    }
+    if (m_options.tray) {
+        setTray(true);
+    }
 }
 
 WidgetWindow::~WidgetWindow() {
-    remember();
     m_host.setActive(false);
     m_host.setResizeHandler({});
+    m_host.setTurnHandler({});
+}
+
+std::vector<WidgetMenu::Toggle> WidgetWindow::toggles() {
+    const auto autostart = [this](bool on) {
+        if (const std::optional<std::string> problem = setAutostart(on, m_given)) {
+            card().showMessage(QString::fromStdString(platform::printableText(*problem)));
+        }
+    };
+    const auto hasLevels = [this] { return !qt::isWayland() || m_isOnLayer; };
+    return {{"host_ALWAYSONTOP", [this] { return m_options.onTop; }, [this](bool on) { setLevel(on, false); },
+             hasLevels},
+            {"host_ONDESKTOP", [this] { return m_options.onDesktop; },
+             [this](bool on) { setLevel(false, on); }, hasLevels},
+            {"host_TRAYRING", [this] { return m_options.tray; },
+             [this](bool on) {
+                 const Options before = m_given;
+                 m_given.tray = on;
+                 followInAutostart(before, m_given);
+                 // Its menu may be the one that this comes from.
+                 QMetaObject::invokeMethod(
+                     this, [this, on] { setTray(on); }, Qt::QueuedConnection);
+             }},
+            {"host_AUTOSTART", isAutostarted, autostart}};
 }
 
 void WidgetWindow::setUpFrame() {
@@ -56,43 +109,106 @@ void WidgetWindow::setUpFrame() {
     m_margin = frameless ? 0 : backdropMargin;
 }
 
-void WidgetWindow::setUpTray() {
-    if (!m_options.tray || !QSystemTrayIcon::isSystemTrayAvailable()) {
+/// A window that gains or loses its frame is made anew: what it is drawn on differs.
+void WidgetWindow::setLevel(bool onTop, bool onDesktop) {
+    const Options before = m_given;
+    m_options.onTop = m_given.onTop = onTop;
+    m_options.onDesktop = m_given.onDesktop = onDesktop;
+    followInAutostart(before, m_given);
+    const bool wasVisible = isVisible();
+    const QPoint place = pos();
+    hide();
+    destroy();
+    setUpFrame();
+    fit();
+    if (!qt::isWayland()) {
+        move(place);
+    }
+    if (wasVisible) {
+        show();
+    }
+    keep();
+}
+
+void WidgetWindow::setTray(bool wanted) {
+    m_options.tray = wanted;
+    if (wanted && !m_trayWatch) {
+        m_trayWatch = std::make_unique<qt::TrayWatch>([this] { showTrayRing(); });
+    } else if (!wanted) {
+        m_trayWatch.reset();
+        m_host.setTurnHandler({});
+        m_tray.reset();
+        m_menu.offerShowing(false);
+        QApplication::setQuitOnLastWindowClosed(true);
+        comeForward();
+    }
+    keep();
+}
+
+void WidgetWindow::showTrayRing() {
+    QApplication::setQuitOnLastWindowClosed(false);       // the ring in the tray stays
+    m_menu.offerShowing(true, [this] { toggleShown(); }); // first: the panel takes the menu as it is then
+    m_tray = std::make_unique<TrayRing>(card().rings(), m_menu, [this] { toggleShown(); });
+    const auto draw = [this] { m_tray->update(card().theme(), card().failures()); };
+    draw();
+    m_host.setTurnHandler(draw);
+    seenChanged();
+}
+
+void WidgetWindow::toggleShown() {
+    if (isVisible() && !isMinimized()) {
+        hide();
+    } else {
+        comeForward();
+    }
+}
+
+void WidgetWindow::start() {
+    if (!m_options.hidden) {
+        show();
         return;
     }
-    QApplication::setQuitOnLastWindowClosed(false); // the ring in the tray stays
-    m_tray = std::make_unique<TrayRing>(card().rings(), m_menu, [this] {
-        if (isVisible() && !isMinimized()) {
-            hide();
-        } else {
-            comeForward();
+    // Nobody could get at a window that waits for a tray that never comes.
+    QTimer::singleShot(trayPatience, this, [this] {
+        if (!m_tray) {
+            show();
         }
     });
-    m_tray->update(card().theme());
-    m_host.setTurnHandler([this] { m_tray->update(card().theme()); });
 }
 
-/// As it was left.
-void WidgetWindow::restore() {
-    const WindowState state = rememberedWindow().value_or(WindowState{});
-    setMode(m_options.expanded.value_or(state.expanded) ? NCWidgetDisplayMode::expanded
-                                                        : NCWidgetDisplayMode::compact);
-    if (state.position) {
-        qt::moveBackTo(*this, *state.position);
+void WidgetWindow::heed(const Options& asked) {
+    if (asked.appearance) {
+        m_options.appearance = asked.appearance;
+        follow(m_settings.wishes());
+    }
+    if (asked.frameless != m_options.frameless && asked.frameless) {
+        m_options.frameless = true;
+        setLevel(m_options.onTop, m_options.onDesktop);
+    }
+    if (asked.onTop != m_options.onTop || asked.onDesktop != m_options.onDesktop) {
+        if (asked.onTop || asked.onDesktop) {
+            setLevel(asked.onTop, asked.onDesktop);
+        }
+    }
+    if (asked.expanded) {
+        setMode(*asked.expanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
+        qt::keepOnScreen(*this);
+    }
+    if (asked.tray) {
+        setTray(true);
+    }
+    if (asked.hidden && m_tray) {
+        hide();
+    } else {
+        comeForward();
     }
 }
 
-void WidgetWindow::remember() const {
-    if (!m_wasSeen) {
-        return;
-    }
-    WindowState state;
-    state.expanded = m_host.mode() == NCWidgetDisplayMode::expanded;
-    if (!qt::isWayland()) { // there a client is not told where it is
-        state.position = pos();
-    }
-    if (rememberedWindow() != state) {
-        rememberWindow(state);
+/// Writes down what a later start takes up again.
+void WidgetWindow::keep() {
+    if (m_wasSeen) {
+        m_keeper.keep({m_position, m_host.mode() == NCWidgetDisplayMode::expanded, m_options.onTop,
+                       m_options.onDesktop, m_options.tray});
     }
 }
 
@@ -104,12 +220,16 @@ void WidgetWindow::comeForward() {
 }
 
 void WidgetWindow::follow(const qt::DesktopWishes& wishes) {
-    const platform::Appearance appearance =
-        m_options.appearance == AppearanceChoice::light  ? platform::Appearance::light
-        : m_options.appearance == AppearanceChoice::dark ? platform::Appearance::dark
-                                                         : wishes.appearance.value_or(m_toolkitAppearance);
-    m_host.setTheme(qt::Theme::of(appearance, qt::desktopTextScale(), wishes.accent));
+    const AppearanceChoice choice = m_options.appearance.value_or(AppearanceChoice::automatic);
+    const platform::Appearance appearance = choice == AppearanceChoice::light ? platform::Appearance::light
+                                            : choice == AppearanceChoice::dark
+                                                ? platform::Appearance::dark
+                                                : wishes.appearance.value_or(m_toolkitAppearance);
+    // Where the desktop's factor is in the size of its fonts already, it counts once.
+    const double scale = std::max(qt::desktopTextScale(), wishes.textScale);
+    m_host.setTheme(qt::Theme::of(appearance, scale, wishes.accent));
     QApplication::setPalette(card().theme().palette());
+    m_menu.setTheme(card().theme());
     update();
     card().animator().setMotion(!wishes.reducedMotion);
     m_presence.setScreenLocked(wishes.locked);
@@ -118,63 +238,47 @@ void WidgetWindow::follow(const qt::DesktopWishes& wishes) {
 
 void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
     m_host.setMode(mode, screen()->availableGeometry().height() / card().theme().pointScale);
+    m_menu.refresh();
+    keep();
 }
 
+/// A card that had to move when it grew goes back when it shrinks, unless somebody moved it meanwhile.
 void WidgetWindow::toggleMode() {
-    setMode(m_host.mode() == NCWidgetDisplayMode::expanded ? NCWidgetDisplayMode::compact
-                                                           : NCWidgetDisplayMode::expanded);
-    qt::keepOnScreen(*this);
+    const QPoint before = pos();
+    const std::optional<Growth> growth = std::exchange(m_growth, std::nullopt);
+    if (m_host.mode() == NCWidgetDisplayMode::expanded) {
+        setMode(NCWidgetDisplayMode::compact);
+        if (growth && growth->to == before) {
+            move(growth->from);
+        }
+    } else {
+        setMode(NCWidgetDisplayMode::expanded);
+        qt::keepOnScreen(*this);
+        if (pos() != before) {
+            m_growth = Growth{before, pos()};
+        }
+    }
 }
 
 void WidgetWindow::fit() {
     const int margin = card().theme().pixels(m_margin);
     card().move(margin, margin);
     setFixedSize(card().width() + 2 * margin, card().height() + 2 * margin);
+    clearMask();
+    if (m_margin == 0 && !qt::isComposed()) { // else what is outside of the card would be black
+        setMask(card().shape());
+    }
 }
 
 /// The widget runs for whoever can see the figures: in the window, or as a ring in the tray.
 void WidgetWindow::seenChanged() {
     if (!m_presence.isSeen()) {
         card().animator().settle();
+    } else if (!std::exchange(m_wasSeen, true)) {
+        QTimer::singleShot(frameSettles, this, [this] { qt::keepOnScreen(*this); });
+        keep();
     }
-    m_wasSeen = m_wasSeen || m_presence.isSeen();
     m_host.setActive(m_presence.isSeen() || (m_tray && !m_settings.wishes().locked));
-}
-
-void WidgetWindow::paintEvent(QPaintEvent* event) {
-    if (m_margin != 0) {
-        QPainter(this).fillRect(event->rect(), card().theme().backdrop);
-    }
-}
-
-void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
-    m_menu.popup(event->globalPos());
-}
-
-/// With a ring in the tray the window only steps back.
-void WidgetWindow::closeEvent(QCloseEvent* event) {
-    if (m_tray) {
-        event->ignore();
-        hide();
-    } else {
-        QWidget::closeEvent(event);
-    }
-}
-
-void WidgetWindow::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && windowFlags().testFlag(Qt::FramelessWindowHint)) {
-        windowHandle()->startSystemMove();
-    }
-}
-
-void WidgetWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Refresh)) {
-        card().actionButtons().front()->click();
-    } else if (event->matches(QKeySequence::Quit) || event->matches(QKeySequence::Close)) {
-        close();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
 }
 
 } // namespace vantor::hosts::widget

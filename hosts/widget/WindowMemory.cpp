@@ -5,12 +5,22 @@
 #include "platform/posix/UserFolders.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <chrono>
+#include <utility>
 #include <vector>
 
 namespace vantor::hosts::widget {
 
 namespace {
+
+struct Mark {
+    std::string_view word;
+    bool WindowState::*value;
+};
+constexpr std::array marks{Mark{"on-top", &WindowState::onTop}, Mark{"on-desktop", &WindowState::onDesktop},
+                           Mark{"tray", &WindowState::tray}};
 
 std::string statePath() {
     return common::userFilePath(platform::posix::UserFolders::fromEnvironment().state,
@@ -42,6 +52,11 @@ std::string stateText(const WindowState& state) {
     if (state.position) {
         text += ' ' + std::to_string(state.position->x()) + ' ' + std::to_string(state.position->y());
     }
+    for (const Mark& mark : marks) {
+        if (state.*mark.value) {
+            text += ' ' + std::string(mark.word);
+        }
+    }
     return text + '\n';
 }
 
@@ -52,18 +67,44 @@ std::optional<WindowState> parseState(std::string_view text) {
     }
     WindowState state;
     state.expanded = parts[0] == "expanded";
-    if (parts.size() == 3) {
-        const std::optional<int> x = coordinate(parts[1]);
-        const std::optional<int> y = coordinate(parts[2]);
-        if (x && y) {
-            state.position = QPoint(*x, *y);
-        }
+    const std::optional<int> x = parts.size() > 2 ? coordinate(parts[1]) : std::nullopt;
+    const std::optional<int> y = parts.size() > 2 ? coordinate(parts[2]) : std::nullopt;
+    if (x && y) {
+        state.position = QPoint(*x, *y);
     }
+    for (const Mark& mark : marks) {
+        state.*mark.value = std::ranges::find(parts, mark.word) != parts.end();
+    }
+    state.onDesktop = state.onDesktop && !state.onTop;
     return state;
 }
 
 void rememberWindow(const WindowState& state) {
     (void)common::writeUserFile(statePath(), stateText(state));
+}
+
+WindowKeeper::WindowKeeper() : m_written(rememberedWindow()) {
+    m_later.setSingleShot(true);
+    m_later.setInterval(std::chrono::seconds(1));
+    m_later.callOnTimeout([this] { write(); });
+}
+
+WindowKeeper::~WindowKeeper() {
+    write();
+}
+
+void WindowKeeper::keep(const WindowState& state) {
+    if (std::exchange(m_state, state) != state) {
+        m_later.start();
+    }
+}
+
+void WindowKeeper::write() {
+    m_later.stop();
+    if (m_state && m_state != m_written) {
+        rememberWindow(*m_state);
+        m_written = m_state;
+    }
 }
 
 std::optional<WindowState> rememberedWindow() {

@@ -2,7 +2,6 @@
 #include "Eventually.hpp"
 #include "WidgetStage.hpp"
 #include "hosts/common/UserFile.hpp"
-#include "hosts/qt/SingleInstance.hpp"
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Readiness.hpp"
 #include "hosts/widget/WindowMemory.hpp"
@@ -13,51 +12,48 @@
 
 namespace vantor::hosts::widget {
 
-using namespace qt;
-
 namespace {
 
-TEST(Manners, ASecondStartRaisesTheFirst) {
-    qputenv("DISPLAY", ":test-" + QByteArray::number(QCoreApplication::applicationPid()));
-    int raised = 0;
-    SingleInstance first("widget");
-    first.setRaiseHandler([&raised] { ++raised; });
-    EXPECT_FALSE(first.isSecond());
-    {
-        const SingleInstance second("widget");
-        EXPECT_FALSE(SingleInstance("another").isSecond());
-        EXPECT_TRUE(second.isSecond());
-    }
-    EXPECT_TRUE(tests::eventually([&raised] { return raised == 1; }));
-    qputenv("DISPLAY", ":another");
-    EXPECT_FALSE(SingleInstance("widget").isSecond());
-}
-
 TEST(Manners, AWindowComesBackAsItWas) {
-    for (const WindowState& state : {WindowState{QPoint(-40, 300), false}, WindowState{std::nullopt, true}}) {
+    for (const WindowState& state :
+         {WindowState{QPoint(-40, 300), false, true}, WindowState{std::nullopt, true, false, true, true}}) {
         rememberWindow(state);
         EXPECT_EQ(rememberedWindow(), state);
     }
     for (const char* foreign : {"", "wide 1 2", "expandedness", "\xff\xfe", "1 2 expanded"}) {
         EXPECT_EQ(parseState(foreign), std::nullopt) << foreign;
     }
-    for (const char* halfway : {"compact 1", "compact 1 2x", "compact 99999999999 2", "compact 1 2 3"}) {
+    for (const char* halfway : {"compact 1", "compact 1 2x", "compact 99999999999 2", "compact later"}) {
         EXPECT_EQ(parseState(halfway), (WindowState{std::nullopt, false})) << halfway;
     }
 }
 
 TEST(Manners, AutostartIsAnEntryThatComesAndGoes) {
     EXPECT_FALSE(isAutostarted());
-    EXPECT_EQ(setAutostart(true), std::nullopt);
+    Options options;
+    options.onDesktop = options.tray = true;
+    options.appearance = AppearanceChoice::dark;
+    EXPECT_EQ(setAutostart(true, options), std::nullopt);
     EXPECT_TRUE(isAutostarted());
     const std::string entry =
         qEnvironmentVariable("XDG_CONFIG_HOME").toStdString() + "/autostart/vantor-widget.desktop";
     EXPECT_NE(common::readUserFile(entry).find("\nExec=\"/"), std::string::npos);
-    EXPECT_EQ(setAutostart(false), std::nullopt);
+    EXPECT_NE(common::readUserFile(entry).find("\" --appearance dark --on-desktop --tray\n"),
+              std::string::npos);
+    Options untrayed = options;
+    untrayed.tray = false;
+    followInAutostart(untrayed, {}); // not the one that was written
+    EXPECT_NE(common::readUserFile(entry).find("--tray\n"), std::string::npos);
+    followInAutostart(options, untrayed);
+    EXPECT_NE(common::readUserFile(entry).find("--on-desktop\n"), std::string::npos);
+    EXPECT_EQ(setAutostart(false, {}), std::nullopt);
     EXPECT_FALSE(isAutostarted());
-    EXPECT_EQ(setAutostart(false), std::nullopt);
+    EXPECT_EQ(setAutostart(false, {}), std::nullopt);
 
     EXPECT_EQ(execArgument("/opt/my tools/$x%y"), R"("/opt/my tools/\\$x%%y")");
+    EXPECT_EQ(execArgument("/opt/two\nlines"), std::nullopt);
+    EXPECT_EQ(installedPath("/opt/vantor-widget (deleted)"), "/opt/vantor-widget");
+    EXPECT_EQ(installedPath("/opt/vantor-widget"), "/opt/vantor-widget");
     EXPECT_EQ(execArgument(R"(/a\b"c)"), R"("/a\\\\b\\"c")");
 }
 

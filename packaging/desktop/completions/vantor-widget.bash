@@ -6,10 +6,11 @@ _vantor_widget() {
     --appearance) mapfile -t COMPREPLY < <(compgen -W 'auto light dark' -- "$current") ;;
     --autostart) mapfile -t COMPREPLY < <(compgen -W 'on off' -- "$current") ;;
     --snapshot) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
-    --scale) COMPREPLY=() ;;
+    --anchor) mapfile -t COMPREPLY < <(compgen -W 'top-left top top-right left center right bottom-left bottom bottom-right' -- "$current") ;;
+    --scale | --margin) COMPREPLY=() ;;
     *)
-      mapfile -t COMPREPLY < <(compgen -W '--appearance --autostart --compact --demo --expanded --frameless --help
-        --on-desktop --on-top --scale --snapshot --tray --version' -- "$current")
+      mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --expanded --frameless --help
+        --hidden --margin --on-desktop --on-top --scale --snapshot --tray --version' -- "$current")
       ;;
   esac
 }
