@@ -3,7 +3,9 @@
 
 Runs each as a user without any privilege, where this user can become one, and looks through its system calls: nothing
 listens, nothing connects beyond this machine, nothing is executed, no privilege is asked for, and nothing is written
-outside its own folders. A window that stays open may listen on one local socket, by which a second start raises it.
+outside its own folders. A window that stays open may listen on one local socket, by which a second start raises it, and
+asks xdg-mime whether there is a program for its links. It is looked at on an X server too, where there is one, without a
+session bus: the toolkit would start one and leave it behind.
 Leaves with 77 (skipped) where tracing is not allowed."""
 import os
 import re
@@ -15,9 +17,12 @@ import tempfile
 import time
 
 NOBODY = 65534
-RUNS = {  # what each is started with; None: a window, until it has refreshed itself a few times
+SCREEN = "screen"
+FOLDERS = {"run", ".cache", ".cache/vantor", ".cache/fontconfig", ".local", ".local/state", ".local/state/vantor"}
+SOCKETS = r'sun_path=(@?"/tmp/\.X11-unix/|"/var/run/nscd/socket")'  # whom a window on a screen talks to
+RUNS = {  # what each is started with; None: a window, until it has refreshed itself a few times; SCREEN: on an X server
     "vantor-term": [["--once"]],
-    "vantor-widget": [["--snapshot", "HOME/picture.png"], None],
+    "vantor-widget": [["--snapshot", "HOME/picture.png"], None, SCREEN],
     "vantor-sysinfo": [[]],
     "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"]],
 }
@@ -31,7 +36,19 @@ def lower():
         os.setresuid(NOBODY, NOBODY, NOBODY)
 
 
-def immodest(program, trace, home, sockets):
+def asking(trace):
+    """The processes that xdg-mime is run by, and those that it starts."""
+    children = {}
+    for parent, child in re.findall(r"^(\d+) +(?:<\.\.\. )?(?:clone3?|v?fork)\b.* = (\d+)$", trace, re.MULTILINE):
+        children.setdefault(parent, []).append(child)
+    found = re.findall(r'^(\d+) +execve\("/usr(?:/local)?/bin/xdg-mime", \["[^"]*", "query", "default", ', trace, re.MULTILINE)
+    for process in found:
+        found.extend(children.get(process, []))
+    return set(found)
+
+
+def immodest(program, trace, home, sockets, screen):
+    askers = asking(trace) if sockets else set()
     listening = len(re.findall(r"^\d+ +listen\(", trace, re.MULTILINE))
     if listening != sockets:
         yield f"{program} listens {listening} times instead of {sockets}"
@@ -43,7 +60,9 @@ def immodest(program, trace, home, sockets):
             yield f"{program} opens a socket: {call}"
         if re.match(r"connect\(", call) and "sa_family=AF_UNIX" not in call:
             yield f"{program} connects: {call}"
-        if re.match(r"execve(at)?\(", call):
+        if screen and re.match(r"connect\(", call) and not re.search(SOCKETS, call) and "= -1" not in call:
+            yield f"{program} talks to somebody else: {call}"
+        if re.match(r"execve(at)?\(", call) and line.split()[0] not in askers:
             yield f"{program} executes: {call}"
         if re.match(r"(set(res|re)?[ug]id|setgroups|setfs[ug]id|capset|ptrace|init_module|mount|iopl|ioperm|bpf)\(", call):
             yield f"{program} asks for a privilege: {call}"
@@ -51,19 +70,28 @@ def immodest(program, trace, home, sockets):
             yield f"{program} lacked a privilege: {call}"
         opened = re.match(r'(open|openat|creat|rename|unlink|mkdir)\(.*?"([^"]*)"', call)
         written = opened and (opened[1] not in ("open", "openat") or re.search(r"O_(WRONLY|RDWR|CREAT)", call))
-        if written and not opened[2].startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
+        if written and line.split()[0] not in askers and not opened[2].startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
             yield f"{program} writes: {call}"
 
 
-def run(program, arguments, home):
+def own_screen():
+    read, write = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "800x600x24", "-nolisten", "tcp", "-ac"],
+                              pass_fds=[write], stderr=subprocess.DEVNULL)
+    os.close(write)
+    with os.fdopen(read) as line:
+        return server, ":" + line.readline().strip()
+
+
+def run(program, arguments, home, display):
     copy = shutil.copy(program, home)  # the build folder may be closed to others
-    environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen",
-                   "XDG_RUNTIME_DIR": home + "/run", "DISPLAY": f":test-{os.getpid()}"}  # no other start's window is met
-    words = [word.replace("HOME", home) for word in arguments or []]
+    environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb" if arguments is SCREEN else "offscreen",
+                   "XDG_RUNTIME_DIR": home + "/run", "DISPLAY": display}
+    words = [word.replace("HOME", home) for word in arguments] if isinstance(arguments, list) else []
     process = subprocess.Popen(["strace", "-f", "-o", home + "/trace", copy, *words], env=environment, cwd="/",
                                preexec_fn=lower, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
     try:
-        if arguments is None:
+        if not isinstance(arguments, list):
             refreshes = f' statfs("{home}"'  # the documents' volume: asked once a refresh, and once for what it is
             end = time.monotonic() + 60
             while trace_of(home).count(refreshes) < 4:
@@ -86,21 +114,33 @@ def trace_of(home):
 
 bad = []
 for program, arguments in [(program, words) for program in sys.argv[1:] for words in RUNS[os.path.basename(program)]]:
+    if arguments is SCREEN and not shutil.which("Xvfb"):
+        continue
     with tempfile.TemporaryDirectory() as home:
         os.chmod(home, 0o777)
         os.mkdir(home + "/run", 0o700)
         if os.geteuid() == 0:
             os.chown(home + "/run", NOBODY, NOBODY)
+        # On a display of its own no other start's window is met.
+        server, display = own_screen() if arguments is SCREEN else (None, f":test-{os.getpid()}")
         try:
-            status, errors = run(program, arguments, home)
+            status, errors = run(program, arguments, home, display)
         except FileNotFoundError:
             print("skipped: there is no strace")
             sys.exit(77)
+        finally:
+            if server:
+                server.terminate()
+                server.wait()
         if "ptrace" in errors.lower():
             print("skipped: tracing is not allowed here")
             sys.exit(77)
         if status != 0:
             bad.append(f"{program} ended with {status}: {errors[-500:]}")
-        bad += immodest(program, trace_of(home), home, 1 if arguments is None else 0)
+        window = not isinstance(arguments, list)
+        bad += immodest(program, trace_of(home), home, 1 if window else 0, arguments is SCREEN)
+        made = {os.path.relpath(os.path.join(at, name), home) for at, names, _ in os.walk(home) for name in names}
+        if window and not made <= FOLDERS:
+            bad.append(f"{program} makes the folders {made - FOLDERS}")
 print(*bad, sep="\n")
 sys.exit(1 if bad else 0)
