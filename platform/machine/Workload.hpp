@@ -3,6 +3,7 @@
 
 #include "platform/core/Current.hpp"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -44,7 +45,23 @@ struct ApplicationUse {
     bool isService = false;   ///< no application: what belongs to the session as a whole
     std::uint64_t memory = 0; ///< bytes of RAM that nobody else holds: anonymous and shared memory, no cache
     std::uint64_t swap = 0;   ///< bytes
+    std::uint64_t processorTime = 0; ///< microseconds on all processors since it started
     std::vector<ProcessIdentity> processes = {};
+};
+
+/// A processor's time since boot, in the kernel's ticks.
+struct ProcessorTicks {
+    std::uint64_t busy = 0;
+    std::uint64_t idle = 0; ///< waiting for a disk too
+    bool operator==(const ProcessorTicks&) const = default;
+};
+
+/// The state of the processors beside their shares.
+struct ProcessorState {
+    std::vector<ProcessorTicks> processors = {};     ///< those online, in the kernel's order
+    std::optional<std::array<double, 3>> loads = {}; ///< load averages of 1, 5 and 15 minutes
+    std::optional<double> hertz = {};                ///< the mean of the processors' frequencies now
+    std::optional<double> celsius = {};              ///< the hottest sensor of a processor
 };
 
 /// What runs on a machine for its user. Everything is read afresh and may be absent. Any thread.
@@ -52,8 +69,10 @@ class Workload {
 public:
     virtual ~Workload() = default;
 
-    /// Of memory; absent where the kernel keeps none.
+    /// Absent where the kernel keeps none.
     virtual std::optional<Pressure> memoryPressure() = 0;
+    virtual std::optional<Pressure> processorPressure() = 0;
+    virtual ProcessorState processorState() = 0;
     virtual std::optional<SwapSpace> swapSpace() = 0;
     /// This user's applications, in no order.
     virtual std::vector<ApplicationUse> applications() = 0;

@@ -65,6 +65,13 @@ TEST(WorkText, TakesWhatTheKernelWritesAndNothingElse) {
     EXPECT_EQ(stat->start, 999U);
     EXPECT_FALSE(parseProcessStat("7 (a) S 1 7 5 0 -1").has_value());
     EXPECT_FALSE(parseProcessStat("7 )a( S").has_value());
+    EXPECT_EQ(stat->ticks, 23U);
+    using platform::ProcessorTicks;
+    EXPECT_EQ(
+        parseProcessorTicks("cpu  9 9 9 9 9 9 9 9 9 9\ncpu0 1 2 3 100 20 4 5 6 7 8\ncpu12 1\nintr 5\ncpu3 7"),
+        (std::vector<ProcessorTicks>{{21, 120}, {1, 0}}));
+    EXPECT_EQ(parseLoadAverages("0.50 1.25 10.00 1/200 999\n"), (std::array{0.5, 1.25, 10.0}));
+    EXPECT_FALSE(parseLoadAverages("0.50 x 1\n").has_value());
     EXPECT_EQ(parseSwapSpace("SwapTotal: 8 kB\nSwapFree: 9 kB\n"), std::nullopt);
     EXPECT_EQ(parseSwapSpace("SwapTotal: 8 kB\nSwapFree: 2 kB\n"), (platform::SwapSpace{8192, 2048}));
 }
@@ -76,8 +83,8 @@ protected:
         const std::string folder = "proc/" + std::to_string(number);
         m_tree.write(folder + "/stat", std::to_string(number) + " (" + name + ") S " +
                                            std::to_string(parent) + " 1 " + std::to_string(session) +
-                                           " 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0" + " 4" + std::to_string(number) +
-                                           " 0\n");
+                                           " 0 0 0 0 0 0 0 150 50 0 0 0 0 0 0" + " 4" +
+                                           std::to_string(number) + " 0\n");
         m_tree.write(folder + "/status", "RssAnon:\t" + std::to_string(kibibytes) +
                                              " kB\nRssFile:\t 99999 kB\n"
                                              "RssShmem:\t 1 kB\nVmSwap:\t 2 kB\n");
@@ -92,23 +99,26 @@ protected:
         m_tree.write(folder + "/cgroup.procs", processes);
         m_tree.write(folder + "/memory.stat",
                      "anon " + std::to_string(anonymous) + "\nfile 12345678\nkernel 5\nshmem 7\n");
+        m_tree.write(folder + "/cpu.stat", "usage_usec 1000000\nuser_usec 5\n");
         m_tree.write(folder + "/memory.swap.current", "30\n");
     }
     void entry(const std::string& id, const std::string& name, const std::string& program) {
         m_tree.write("entries/" + id + ".desktop",
                      "[Desktop Entry]\nName=" + name + "\nExec=" + program + " %U\nIcon=" + id + "\n");
     }
-    /// name: memory/swap/processes, in the order of their names.
+    /// name: memory/swap/processes and seconds of processor time, in the order of their names.
     std::string applications() {
         LinuxWorkload workload({.tree = KernelTree(m_tree.root().string()),
                                 .user = ::getuid(),
+                                .ticksPerSecond = 100,
                                 .entryFolders = {(m_tree.root() / "entries").string()}});
         std::vector<ApplicationUse> uses = workload.applications();
         std::ranges::sort(uses, {}, &ApplicationUse::name);
         std::string text;
         for (const ApplicationUse& use : uses) {
             text += use.name + (use.isService ? "*" : "") + ": " + std::to_string(use.memory) + '/' +
-                    std::to_string(use.swap) + '/' + std::to_string(use.processes.size()) + '\n';
+                    std::to_string(use.swap) + '/' + std::to_string(use.processes.size()) + ' ' +
+                    std::to_string(use.processorTime / 1'000'000) + "s\n";
         }
         return text;
     }
@@ -129,8 +139,26 @@ TEST_F(WorkloadTest, CountsByGroupWhereEachApplicationHasOne) {
     group("init.scope", 20, "17\n");
     group("app.slice/app-empty-4.scope", 9999, "");
     EXPECT_EQ(applications(),
-              "Files\xEF\xBF\xBD[31m: 1514/60/3\nOther: 2007/30/1\nSession services*: 44/60/1\n"
-              "gpg-agent: 107/30/1\n");
+              "Files\xEF\xBF\xBD[31m: 1514/60/3 2s\nOther: 2007/30/1 1s\nSession services*: 44/60/1 2s\n"
+              "gpg-agent: 107/30/1 1s\n");
+}
+
+TEST_F(WorkloadTest, TellsFrequencyAndTemperatureWhereTheKernelDoes) {
+    const auto state = [this] {
+        return LinuxWorkload({.tree = KernelTree(m_tree.root().string()), .entryFolders = {}})
+            .processorState();
+    };
+    EXPECT_FALSE(state().hertz || state().celsius || state().loads);
+    m_tree.write("sys/devices/system/cpu/cpufreq/policy0/scaling_cur_freq", "800000\n");
+    m_tree.write("sys/devices/system/cpu/cpufreq/policy4/scaling_cur_freq", "2400000\n");
+    m_tree.write("sys/devices/system/cpu/cpufreq/boost", "1\n");
+    m_tree.write("sys/class/hwmon/hwmon0/name", "nvme\n");
+    m_tree.write("sys/class/hwmon/hwmon0/temp1_input", "90000\n");
+    m_tree.write("sys/class/hwmon/hwmon1/name", "coretemp\n");
+    m_tree.write("sys/class/hwmon/hwmon1/temp2_input", "54500\n"); // some chips begin with 2
+    m_tree.write("sys/class/hwmon/hwmon1/temp3_input", "-1000\n");
+    EXPECT_EQ(state().hertz, 1.6e9);
+    EXPECT_EQ(state().celsius, 54.5);
 }
 
 TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
@@ -147,9 +175,10 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     m_tree.write("proc/41/root/.flatpak-info", "[Instance]\nname=wrong\n[Application]\nname=org.y.App\n");
     process(50, 2, 0, "kworker", "", 0);
     const auto kib = [](int kibibytes) { return std::to_string(kibibytes * 1024); };
-    EXPECT_EQ(applications(), "Editor: " + kib(112) + '/' + kib(4) + "/2\nFlat App: " + kib(53) + '/' +
-                                  kib(4) + "/2\nmake: " + kib(5) + '/' + kib(2) + "/1\nsession: " + kib(2) +
-                                  '/' + kib(2) + "/1\nterm: " + kib(10) + '/' + kib(4) + "/2\n");
+    EXPECT_EQ(applications(), "Editor: " + kib(112) + '/' + kib(4) + "/2 4s\nFlat App: " + kib(53) + '/' +
+                                  kib(4) + "/2 4s\nmake: " + kib(5) + '/' + kib(2) +
+                                  "/1 2s\nsession: " + kib(2) + '/' + kib(2) + "/1 2s\nterm: " + kib(10) +
+                                  '/' + kib(4) + "/2 4s\n");
 }
 
 } // namespace

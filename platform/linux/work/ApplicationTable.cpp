@@ -46,6 +46,7 @@ void ApplicationTable::addGroup(const GroupUse& group, const std::map<int, Proce
     ApplicationUse& use = application(id, unitName(group.path), isService);
     use.memory += group.memory;
     use.swap += group.swap;
+    use.processorTime += group.processorTime;
     for (const int number : group.processes) {
         if (const auto process = processes.find(number); process != processes.end()) {
             use.processes.push_back({number, process->second.start, process->second.name});
@@ -70,6 +71,7 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
             const ProcessMemory memory = readProcessMemory(m_tree, number);
             use.memory += memory.memory;
             use.swap += memory.swap;
+            use.processorTime += loose.at(number).ticks * 1'000'000 / m_ticksPerSecond;
             use.processes.push_back({number, loose.at(number).start, loose.at(number).name});
         }
     }

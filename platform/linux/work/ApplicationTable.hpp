@@ -16,7 +16,8 @@ namespace vantor::platform::linux {
 /// else by the program that started them.
 class ApplicationTable {
 public:
-    ApplicationTable(const KernelTree& tree, DesktopEntries& entries) : m_tree(tree), m_entries(entries) {}
+    ApplicationTable(const KernelTree& tree, DesktopEntries& entries, std::uint64_t ticksPerSecond)
+        : m_tree(tree), m_entries(entries), m_ticksPerSecond(ticksPerSecond) {}
 
     [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups,
                                                    const std::map<int, ProcessStat>& processes);
@@ -28,6 +29,7 @@ private:
 
     const KernelTree& m_tree;
     DesktopEntries& m_entries;
+    std::uint64_t m_ticksPerSecond;
     std::map<std::string, ApplicationUse> m_table; ///< by id or name
 };
 

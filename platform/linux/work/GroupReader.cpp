@@ -49,10 +49,12 @@ private:
         }
         const std::optional<std::string> swap = m_tree.line(whole + "/memory.swap.current");
         const std::optional<std::uint64_t> shared = statNumber(stat, "shmem");
-        m_groups.push_back({.path = path.substr(1),
-                            .memory = *anonymous + shared.value_or(0),
-                            .swap = swap ? numberFrom(*swap).value_or(0) : 0,
-                            .processes = std::move(processes)});
+        m_groups.push_back(
+            {.path = path.substr(1),
+             .memory = *anonymous + shared.value_or(0),
+             .swap = swap ? numberFrom(*swap).value_or(0) : 0,
+             .processorTime = statNumber(m_tree.read(whole + "/cpu.stat").text, "usage_usec").value_or(0),
+             .processes = std::move(processes)});
     }
 
     const KernelTree& m_tree;

@@ -13,9 +13,10 @@ namespace vantor::platform::linux {
 
 /// A control group that holds processes, below the user's own service manager.
 struct GroupUse {
-    std::string path;         ///< below user@UID.service: "app.slice/app-org.x-1.scope"
-    std::uint64_t memory = 0; ///< bytes: anonymous and shared memory
-    std::uint64_t swap = 0;   ///< bytes
+    std::string path;                ///< below user@UID.service: "app.slice/app-org.x-1.scope"
+    std::uint64_t memory = 0;        ///< bytes: anonymous and shared memory
+    std::uint64_t swap = 0;          ///< bytes
+    std::uint64_t processorTime = 0; ///< microseconds since it was made, of processes that ended too
     std::vector<int> processes;
 };
 

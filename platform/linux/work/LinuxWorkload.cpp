@@ -4,6 +4,7 @@
 #include "platform/linux/work/ApplicationTable.hpp"
 #include "platform/linux/work/GroupReader.hpp"
 #include "platform/linux/work/ProcessReader.hpp"
+#include "platform/linux/work/ProcessorStateReader.hpp"
 #include "platform/linux/work/WorkText.hpp"
 
 namespace vantor::platform::linux {
@@ -12,13 +13,21 @@ std::optional<Pressure> LinuxWorkload::memoryPressure() {
     return parsePressure(m_options.tree.read("proc/pressure/memory").text);
 }
 
+std::optional<Pressure> LinuxWorkload::processorPressure() {
+    return parsePressure(m_options.tree.read("proc/pressure/cpu").text);
+}
+
+ProcessorState LinuxWorkload::processorState() {
+    return readProcessorState(m_options.tree);
+}
+
 std::optional<SwapSpace> LinuxWorkload::swapSpace() {
     return parseSwapSpace(m_options.tree.read("proc/meminfo").text);
 }
 
 std::vector<ApplicationUse> LinuxWorkload::applications() {
     const std::lock_guard lock(m_mutex);
-    return ApplicationTable(m_options.tree, m_entries)
+    return ApplicationTable(m_options.tree, m_entries, m_options.ticksPerSecond)
         .make(readGroups(m_options.tree, m_options.user), readProcesses(m_options.tree, m_options.user));
 }
 

@@ -9,6 +9,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -19,6 +21,7 @@ namespace vantor::platform::linux {
 struct WorkloadOptions {
     KernelTree tree{"/"};
     uid_t user = ::getuid();
+    std::uint64_t ticksPerSecond = static_cast<std::uint64_t>(std::max(::sysconf(_SC_CLK_TCK), 1L));
     std::vector<std::string> entryFolders =
         DesktopEntries::foldersOf(posix::UserFolders::fromEnvironment().data);
 };
@@ -32,6 +35,8 @@ public:
         : m_options(std::move(options)), m_entries(m_options.entryFolders) {}
 
     std::optional<Pressure> memoryPressure() override;
+    std::optional<Pressure> processorPressure() override;
+    ProcessorState processorState() override;
     std::optional<SwapSpace> swapSpace() override;
     std::vector<ApplicationUse> applications() override;
 

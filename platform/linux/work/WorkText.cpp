@@ -10,17 +10,17 @@ namespace vantor::platform::linux {
 
 namespace {
 
+/// A decimal number that is not negative and no more than `most`.
+std::optional<double> decimal(std::string_view word, double most) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    const bool fits = error == std::errc() && end == word.data() + word.size() && value >= 0 && value <= most;
+    return fits ? std::optional(value) : std::nullopt;
+}
+
 /// "avg300=1.25": the number behind the name and the sign.
 std::optional<double> shareNamed(std::string_view word, std::string_view name) {
-    double value = 0;
-    if (!word.starts_with(name)) {
-        return std::nullopt;
-    }
-    word.remove_prefix(name.size());
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    const bool isShare =
-        error == std::errc() && end == word.data() + word.size() && value >= 0 && value <= 100;
-    return isShare ? std::optional(value) : std::nullopt;
+    return word.starts_with(name) ? decimal(word.substr(name.size()), 100) : std::nullopt;
 }
 
 /// The kernel writes KiB: "VmSwap:	     128 kB". In bytes.
@@ -98,12 +98,15 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
     if (const std::size_t end = rest.find('\n'); end != std::string_view::npos) {
         rest = rest.substr(0, end);
     }
-    constexpr int first = 3, parent = 4, session = 6, start = 22; // fields as proc(5) counts them
+    constexpr int first = 3, parent = 4, session = 6, user = 14, system = 15,
+                  start = 22; // fields as proc(5) counts them
     bool isWhole = false;
     for (int field = first; field <= start; ++field) {
         const std::string_view word = takeWord(rest);
         if (field == parent || field == session) {
             (field == parent ? stat.parent : stat.session) = processNumber(word).value_or(0);
+        } else if (field == user || field == system) {
+            stat.ticks += numberFrom(word).value_or(0);
         } else if (field == start) {
             const std::optional<std::uint64_t> ticks = numberFrom(word);
             stat.start = ticks.value_or(0);
@@ -116,6 +119,38 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
 ProcessMemory parseProcessMemory(std::string_view status) {
     return {kibibytes(status, "RssAnon:").value_or(0) + kibibytes(status, "RssShmem:").value_or(0),
             kibibytes(status, "VmSwap:").value_or(0)};
+}
+
+std::vector<ProcessorTicks> parseProcessorTicks(std::string_view stat) {
+    std::vector<ProcessorTicks> processors;
+    while (const std::optional<Line> line = takeLine(stat)) {
+        std::string_view rest = line->text;
+        const std::string_view name = takeWord(rest);
+        if (!line->ended || !name.starts_with("cpu") || !numberFrom(name.substr(3))) {
+            continue;
+        }
+        ProcessorTicks ticks;
+        constexpr int idle = 3, waiting = 4, stolen = 7; // places in the line
+        for (int place = 0; place <= stolen; ++place) {
+            const std::uint64_t value = takeNumber(rest).value_or(0);
+            (place == idle || place == waiting ? ticks.idle : ticks.busy) += value;
+        }
+        processors.push_back(ticks);
+    }
+    return processors;
+}
+
+std::optional<std::array<double, 3>> parseLoadAverages(std::string_view text) {
+    std::array<double, 3> loads{};
+    for (double& load : loads) {
+        constexpr double most = 1e9;
+        const std::optional<double> value = decimal(takeWord(text), most);
+        if (!value) {
+            return std::nullopt;
+        }
+        load = *value;
+    }
+    return loads;
 }
 
 } // namespace vantor::platform::linux

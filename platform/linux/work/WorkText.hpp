@@ -3,6 +3,7 @@
 
 #include "platform/machine/Workload.hpp"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,7 +29,8 @@ namespace vantor::platform::linux {
 struct ProcessStat {
     std::string name;
     int parent = 0;
-    int session = 0; ///< the number of its session's leader
+    int session = 0;         ///< the number of its session's leader
+    std::uint64_t ticks = 0; ///< of processor time, by itself and in the kernel
     std::uint64_t start = 0;
 };
 [[nodiscard]] std::optional<ProcessStat> parseProcessStat(std::string_view text);
@@ -40,5 +42,11 @@ struct ProcessMemory {
 };
 /// A kernel thread has none of these lines, and no memory.
 [[nodiscard]] ProcessMemory parseProcessMemory(std::string_view status);
+
+/// The lines cpu0, cpu1, … of /proc/stat. Guests' time is in the user's already, as the kernel counts it.
+[[nodiscard]] std::vector<ProcessorTicks> parseProcessorTicks(std::string_view stat);
+
+/// The first three numbers of /proc/loadavg.
+[[nodiscard]] std::optional<std::array<double, 3>> parseLoadAverages(std::string_view text);
 
 } // namespace vantor::platform::linux
