@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pages/MemoryPage.hpp"
 
+#include "FixedWorkload.hpp"
 #include "SimulatedStore.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
@@ -13,14 +14,6 @@ using platform::ApplicationUse;
 namespace {
 
 constexpr std::int64_t page = 4096;
-
-class FixedWorkload final : public platform::Workload {
-public:
-    std::optional<platform::Pressure> memoryPressure() override { return {}; }
-    std::optional<platform::SwapSpace> swapSpace() override { return {}; }
-    std::vector<ApplicationUse> applications() override { return uses; }
-    std::vector<ApplicationUse> uses;
-};
 
 class MemoryPageTest : public ::testing::Test {
 protected:

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "metrics/CpuStatus.hpp"
+#include "platform/machine/Workload.hpp"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace vantor {
+
+/// How much processor time an application took.
+struct ProcessorShare {
+    platform::ApplicationUse use;
+    double percent = 0; ///< of all processors together, within the interval
+    double cores = 0;   ///< the same as processors kept busy: 1.3
+};
+
+/// The processor page: what the widget's ring is made of. All processors together are 100 percent.
+struct ProcessorPage {
+    CpuUsage usage;                 ///< of the interval; the ring shows what is not idle
+    std::vector<double> processors; ///< the busy percent of each that was online all the time
+    platform::ProcessorState state; ///< loads, frequency, temperature
+    std::optional<platform::Pressure> pressure;
+    std::vector<ProcessorShare> applications; ///< the busiest first, services last
+    double others = 0;                        ///< percent that none of them took: the system and other users
+
+    [[nodiscard]] double busy() const { return 100 - usage.idle; }
+};
+
+/// Takes two samples and tells what happened in between. Asks the current machine by the widget's own
+/// sampler, and the current workload.
+class ProcessorPageSampler {
+public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+    explicit ProcessorPageSampler(Clock clock = std::chrono::steady_clock::now);
+    /// What happened since the last call, or since this was made; leave a second in between, since processes
+    /// without a group of their own are counted in hundredths of a second.
+    [[nodiscard]] ProcessorPage page();
+
+private:
+    struct Sample {
+        std::vector<platform::ApplicationUse> applications;
+        platform::ProcessorState state;
+        std::chrono::steady_clock::time_point time;
+    };
+    [[nodiscard]] Sample take() const;
+
+    Clock m_clock;
+    Sample m_last;
+};
+
+} // namespace vantor
