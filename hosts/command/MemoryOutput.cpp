@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/command/MemoryOutput.hpp"
 
-#include "platform/core/PrintableText.hpp"
+#include "hosts/command/PageText.hpp"
 #include "platform/foundation/NSByteCountFormatter.hpp"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -20,10 +18,6 @@ std::string bytesText(std::int64_t bytes) {
     return bytes == 0 ? "0 KB"
                       : platform::NSByteCountFormatter::stringFromByteCount(
                             bytes, NSByteCountFormatterCountStyle::memory);
-}
-
-std::string atRight(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
 /// A word for programs, and words for people.
@@ -65,20 +59,6 @@ std::string swapText(const MemoryPage& page) {
            " swap is in use.\n";
 }
 
-/// The kernel's average says for how much of the time some program waited.
-std::string pressureText(const MemoryPage& page) {
-    if (!page.pressure) {
-        return "";
-    }
-    constexpr double seconds = 300;
-    const auto waited = static_cast<long>(std::lround(page.pressure->average300 / 100 * seconds));
-    if (waited == 0) {
-        return "No program waited for memory in the last five minutes.\n";
-    }
-    return "Programs waited for memory for about " + std::to_string(waited) +
-           " s of the last five minutes.\n";
-}
-
 std::string row(const std::string& memory, const std::string& swap, const std::string& processes,
                 const std::string& name) {
     return atRight(memory, 10) + atRight(swap, 12) + atRight(processes, 11) + "  " + name + '\n';
@@ -117,7 +97,7 @@ std::string memoryText(const MemoryPage& page) {
     const long percent = std::lround(page.fraction() * 100);
     return "RAM: " + bytesText(page.available) + " of " + bytesText(page.total) +
            " available, the ring is at " + std::to_string(percent) + "%\n\n" + partsText(page) + '\n' +
-           swapText(page) + pressureText(page) + '\n' + applicationsText(page);
+           swapText(page) + pressureText(page.pressure, "memory") + '\n' + applicationsText(page);
 }
 
 std::string memoryJson(const MemoryPage& page) {
@@ -128,24 +108,15 @@ std::string memoryJson(const MemoryPage& page) {
     }
     json["swap"] =
         page.swap ? Json{{"total", page.swap->total}, {"used", page.swap->total - page.swap->free}} : Json();
-    json["pressure"] = page.pressure
-                           ? Json{{"average10", page.pressure->average10},
-                                  {"average60", page.pressure->average60},
-                                  {"average300", page.pressure->average300},
-                                  {"seconds", static_cast<double>(page.pressure->microseconds) / 1e6}}
-                           : Json();
+    json["pressure"] = pressureJson(page.pressure);
     json["applications"] = Json::array();
     for (const ApplicationUse& use : page.applications) {
-        Json processes = Json::array();
-        for (const platform::ProcessIdentity& process : use.processes) {
-            processes.push_back({{"pid", process.number}, {"name", platform::printableText(process.name)}});
-        }
         json["applications"].push_back({{"id", use.id.empty() ? Json() : Json(use.id)},
                                         {"name", use.name},
                                         {"service", use.isService},
                                         {"memory", use.memory},
                                         {"swap", use.swap},
-                                        {"processes", std::move(processes)}});
+                                        {"processes", processesJson(use.processes)}});
     }
     json["others"] = page.others;
     return json.dump() + '\n';

@@ -3,14 +3,17 @@
 
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/MemoryOutput.hpp"
+#include "hosts/command/ProcessorOutput.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostWorkload.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
+#include <thread>
 
 namespace vantor::hosts::command {
 
@@ -38,22 +41,34 @@ int ram(bool asJson) {
     return isSound ? done : refused;
 }
 
-} // namespace
+int cpu(bool asJson) {
+    ProcessorPageSampler sampler;
+    std::this_thread::sleep_for(std::chrono::seconds(1)); // what the shares are of
+    const ProcessorPage page = sampler.page();
+    const bool isSound = complainAbout(platform::Source::processor);
+    std::fputs((asJson ? processorJson(page) : processorText(page)).c_str(), stdout);
+    return isSound ? done : refused;
+}
 
-void addPageCommands(CLI::App& app, Action& action) {
-    CLI::App* const command =
-        app.add_subcommand("ram", "Show what the RAM ring is made of, and which applications hold it")
-            ->group("Commands");
+void addPage(CLI::App& app, Action& action, const char* name, const char* help, int (*print)(bool asJson)) {
+    CLI::App* const command = app.add_subcommand(name, help)->group("Commands");
     const auto asJson = std::make_shared<bool>(false);
-    command->add_flag("--json", *asJson, "Write it for programs, in bytes");
-    command->callback([&action, asJson] {
-        action = [asJson] {
+    command->add_flag("--json", *asJson, "Write it for programs");
+    command->callback([&action, asJson, print] {
+        action = [asJson, print] {
             // Never destroyed: workers may be asking it while the program ends.
             [[maybe_unused]] static const auto& machine = *new common::HostMachine(false, false);
             const common::HostWorkload workload;
-            return ram(*asJson);
+            return print(*asJson);
         };
     });
+}
+
+} // namespace
+
+void addPageCommands(CLI::App& app, Action& action) {
+    addPage(app, action, "ram", "Show what the RAM ring is made of, and which applications hold it", ram);
+    addPage(app, action, "cpu", "Show what the CPU ring is made of, over one second", cpu);
 }
 
 } // namespace vantor::hosts::command

@@ -3,6 +3,7 @@ set -l keys isInactiveRAMHide isReleasableSTORAGEShow preventCleanRAMFromWidget 
 set -l commands list get set reset describe watch path
 complete -c vantor -f
 complete -c vantor -n __fish_use_subcommand -a ram -d 'Show what the RAM ring is made of'
+complete -c vantor -n __fish_use_subcommand -a cpu -d 'Show what the CPU ring is made of'
 complete -c vantor -n __fish_use_subcommand -a settings -d 'Read and change preferences'
 complete -c vantor -n __fish_use_subcommand -l version -d 'Print the version and end'
 complete -c vantor -l help -d 'Print what there is and end'
@@ -16,7 +17,7 @@ complete -c vantor -n $first -a watch -d 'Print a line for each change'
 complete -c vantor -n $first -a path -d 'Print where the preference file is'
 complete -c vantor -n '__fish_seen_subcommand_from get set reset describe watch' -a "$keys"
 complete -c vantor -n '__fish_seen_subcommand_from set' -a 'true false automatic'
-complete -c vantor -n '__fish_seen_subcommand_from ram list watch' -l json -d 'Write it for programs'
+complete -c vantor -n '__fish_seen_subcommand_from ram cpu list watch' -l json -d 'Write it for programs'
 complete -c vantor -n '__fish_seen_subcommand_from get' -l stored -d 'Fail where nothing is stored'
 complete -c vantor -n '__fish_seen_subcommand_from reset' -l all -d 'All of them'
 complete -c vantor -n '__fish_seen_subcommand_from set reset' -l set-aside -d 'Keep a broken file under another name'

@@ -115,6 +115,11 @@ with tempfile.TemporaryDirectory() as folder:
     text = run("ram", locale="de_DE.UTF-8").stdout
     check(text.startswith("RAM: ") and " in all\n" in text and "application\n" in text, f"the page: {text}")
 
+    page = json.loads(run("cpu", "--json").stdout)
+    listed = sum(use["percent"] for use in page["applications"]) + page["others"]
+    check(abs(page["busy"] + page["idle"] - 100) < 1e-6 and listed >= page["busy"] - 1e-6, f"CPU: {page}")
+    check(run("cpu").stdout.startswith("CPU: the ring is at "), "the CPU page")
+
     # Standard output that cannot be written is told.
     with open("/dev/full", "w") as full:
         got = subprocess.run([program, "settings", "list"], stdout=full, stderr=subprocess.PIPE, text=True,
@@ -122,10 +127,10 @@ with tempfile.TemporaryDirectory() as folder:
         check(got.returncode == 3 and "standard output: " in got.stderr, "a full disk")
 
 # Completions and the manual know every command and option, and nothing else.
-commands = ["ram", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
+commands = ["ram", "cpu", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
 options = ["--json", "--stored", "--all", "--set-aside"]
 home = pathlib.Path("/nonexistent")
-usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["settings"], *(["settings", c] for c in commands[2:])])
+usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["cpu"], ["settings"], *(["settings", c] for c in commands[3:])])
 for name in ("vantor.bash", "_vantor", "vantor.fish", "vantor.1"):
     text = (packaging / name).read_text().replace("\\-", "-")
     for word in commands + options:

@@ -24,7 +24,7 @@ RUNS = {  # what each is started with; None: a window, until it has refreshed it
     "vantor-term": [["--once"]],
     "vantor-widget": [["--snapshot", "HOME/picture.png"], None, SCREEN],
     "vantor-sysinfo": [[]],
-    "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"]],
+    "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"], ["cpu"]],
 }
 
 

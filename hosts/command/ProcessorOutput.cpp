@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/command/ProcessorOutput.hpp"
+
+#include "hosts/command/PageText.hpp"
+
+#include <array>
+#include <charconv>
+
+namespace vantor::hosts::command {
+
+namespace {
+
+/// A number with so many digits behind the point, whatever the locale.
+std::string fixed(double value, int digits) {
+    std::array<char, 64> text{};
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, digits);
+    return {text.data(), result.ptr};
+}
+
+std::string percent(double value) {
+    return fixed(value, 1) + "%";
+}
+
+/// The processors in rows of eight, as whole percent.
+std::string processorsText(const ProcessorPage& page) {
+    constexpr std::size_t aRow = 8;
+    std::string text;
+    for (std::size_t i = 0; i < page.processors.size(); ++i) {
+        const bool startsRow = i % aRow == 0;
+        text += startsRow ? (i == 0 ? "" : "\n") + atRight("cpu" + std::to_string(i), 8) : "";
+        text += atRight(fixed(page.processors[i], 0) + "%", 6);
+    }
+    return text.empty() ? "" : text + "\n\n";
+}
+
+std::string stateText(const ProcessorPage& page) {
+    std::string text;
+    if (const auto& loads = page.state.loads) {
+        text += "Load averages " + fixed((*loads)[0], 2) + ", " + fixed((*loads)[1], 2) + ", " +
+                fixed((*loads)[2], 2) + " over 1, 5 and 15 minutes.\n";
+    }
+    text += pressureText(page.pressure, "a processor");
+    if (page.state.hertz) {
+        text += "The processors run at " + fixed(*page.state.hertz / 1e9, 2) + " GHz.\n";
+    }
+    if (page.state.celsius) {
+        text += "The hottest of them is at " + fixed(*page.state.celsius, 0) + " degrees Celsius.\n";
+    }
+    return text;
+}
+
+/// "1 h 05 min", "3 min 07 s", "12.5 s".
+std::string durationText(std::uint64_t microseconds) {
+    constexpr std::uint64_t second = 1'000'000, minute = 60, hour = 3600;
+    const std::uint64_t seconds = microseconds / second;
+    const auto two = [](std::uint64_t value) {
+        const std::string digits = std::to_string(value);
+        return (digits.size() < 2 ? "0" : "") + digits;
+    };
+    if (seconds >= hour) {
+        return std::to_string(seconds / hour) + " h " + two(seconds % hour / minute) + " min";
+    }
+    if (seconds >= minute) {
+        return std::to_string(seconds / minute) + " min " + two(seconds % minute) + " s";
+    }
+    return fixed(static_cast<double>(microseconds) / static_cast<double>(second), 1) + " s";
+}
+
+std::string row(const std::string& share, const std::string& cores, const std::string& time,
+                const std::string& name) {
+    return atRight(share, 7) + atRight(cores, 8) + atRight(time, 16) + "  " + name + '\n';
+}
+
+std::string applicationsText(const ProcessorPage& page) {
+    constexpr std::size_t most = 20;
+    std::string text = row("share", "cores", "since start", "application");
+    std::size_t listed = 0;
+    double more = 0;
+    std::uint64_t moreTime = 0;
+    for (const ProcessorShare& share : page.applications) {
+        if (listed < most || share.use.isService) {
+            text += row(percent(share.percent), fixed(share.cores, 1), durationText(share.use.processorTime),
+                        share.use.name);
+            listed += share.use.isService ? 0 : 1;
+        } else {
+            more += share.percent;
+            moreTime += share.use.processorTime;
+        }
+    }
+    if (moreTime > 0) {
+        text += row(percent(more), "", durationText(moreTime), "less busy applications");
+    }
+    return text + row(percent(page.others), "", "", "the system, other users, what ended");
+}
+
+} // namespace
+
+std::string processorText(const ProcessorPage& page) {
+    return "CPU: the ring is at " + fixed(page.busy(), 0) + "%, over one second\n\n" +
+           row(percent(page.usage.user), "", "", "user") + row(percent(page.usage.system), "", "", "system") +
+           row(percent(page.usage.nice), "", "", "nice") + row(percent(page.usage.idle), "", "", "idle") +
+           '\n' + processorsText(page) + stateText(page) + '\n' + applicationsText(page);
+}
+
+std::string processorJson(const ProcessorPage& page) {
+    using Json = nlohmann::ordered_json;
+    Json json{{"busy", page.busy()},     {"user", page.usage.user}, {"system", page.usage.system},
+              {"nice", page.usage.nice}, {"idle", page.usage.idle}, {"processors", page.processors}};
+    json["loads"] = page.state.loads ? Json(*page.state.loads) : Json();
+    json["pressure"] = pressureJson(page.pressure);
+    json["hertz"] = page.state.hertz ? Json(*page.state.hertz) : Json();
+    json["celsius"] = page.state.celsius ? Json(*page.state.celsius) : Json();
+    json["applications"] = Json::array();
+    for (const ProcessorShare& share : page.applications) {
+        json["applications"].push_back(
+            {{"id", share.use.id.empty() ? Json() : Json(share.use.id)},
+             {"name", share.use.name},
+             {"service", share.use.isService},
+             {"percent", share.percent},
+             {"cores", share.cores},
+             {"secondsSinceStart", static_cast<double>(share.use.processorTime) / 1e6},
+             {"processes", processesJson(share.use.processes)}});
+    }
+    json["others"] = page.others;
+    return json.dump() + '\n';
+}
+
+} // namespace vantor::hosts::command
