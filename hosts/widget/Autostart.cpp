@@ -37,9 +37,13 @@ std::optional<std::string> entryText(const Options& options) {
         }
         line += (line.empty() ? "" : " ") + *argument;
     }
-    return "[Desktop "
-           "Entry]\nType=Application\nName=Vantor\nIcon=vantor\nX-GNOME-Autostart-enabled=true\nExec=" +
-           line + "\n";
+    std::string tried; // TryExec is no command line: nothing but the entry's own escape
+    for (const char c : words.front()) {
+        tried.append(c == '\\' ? 2 : 1, c);
+    }
+    return "[Desktop Entry]\nType=Application\nName=Vantor\nIcon=vantor\nX-GNOME-Autostart-enabled=true\n"
+           "TryExec=" +
+           tried + "\nExec=" + line + "\n";
 }
 
 } // namespace
