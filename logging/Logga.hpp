@@ -3,6 +3,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <sstream>
@@ -51,7 +52,7 @@ private:
                                            : "false";
         } else if constexpr (std::is_arithmetic_v<T>) { // as many digits as tell it from its neighbours
             if constexpr (std::is_floating_point_v<T>) {
-                if (item != item) {
+                if (std::isnan(item)) {
                     return "nan"; // without its sign, which tells nobody anything
                 }
             }

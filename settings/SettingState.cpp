@@ -11,7 +11,6 @@ namespace {
 
 using platform::NSUserDefaults;
 using platform::PropertyListKind;
-using platform::UIColor;
 
 void takeFlag(SettingState& state, const NSUserDefaults& store) {
     const PropertyListKind kind = store.objectForKey(state.setting->key)->kind();
