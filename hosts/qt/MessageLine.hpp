@@ -10,6 +10,7 @@ namespace vantor::hosts::qt {
 
 /// A line over the lower edge of the card that goes away by itself.
 class MessageLine final : public QLabel {
+    Q_OBJECT // or looking for one finds any label
 public:
     explicit MessageLine(QWidget* card);
 
