@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -80,16 +81,13 @@ QRectF boundsOf(const Layer& layer) {
 
 /// The piece between the two ends of strokes that differ in nothing else.
 QRectF movedEnd(const StrokeLayer& before, const StrokeLayer& after) {
-    StrokeLayer piece = after;
     if (before.path.arcs.size() == 1 && after.path.arcs.size() == 1) {
-        ArcSegment& arc = piece.path.arcs.front();
-        const platform::Angle end = before.path.arcs.front().endAngle;
+        const double end = after.path.arcs.front().endAngle.radians;
         StrokeLayer same = before;
-        same.path.arcs.front().endAngle = arc.endAngle;
+        same.path.arcs.front().endAngle.radians = end;
         if (same == after) {
-            arc.startAngle = std::min(end.radians, arc.endAngle.radians) == end.radians ? end : arc.endAngle;
-            arc.endAngle.radians = std::max(end.radians, arc.endAngle.radians);
-            return boundsOf(piece);
+            return endArea(after.path.arcs.front(), after.lineWidth,
+                           before.path.arcs.front().endAngle.radians, end);
         }
     }
     return boundsOf(before) | boundsOf(after);
@@ -109,36 +107,67 @@ void paintLayer(QPainter& painter, const StrokeLayer& layer, const Theme& theme)
 
 /// The font is made at a whole size and the painter scaled to the rest, so that a shrunken text keeps its
 /// proportions.
+/// Lays a text out in one line, which it may have been before.
+double lineWidth(QTextLayout& layout) {
+    if (layout.lineCount() == 0) {
+        layout.beginLayout();
+        layout.createLine().setLineWidth(1e6);
+        layout.endLayout();
+    }
+    return layout.lineAt(0).naturalTextWidth();
+}
+
 void paintLayer(QPainter& painter, const TextLayer& layer, const Theme& theme) {
     QFont font = theme.font(1);
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(layer.fontSize))));
     const QFontMetricsF metrics(font);
-    QString text = QString::fromStdString(layer.text);
-    const double width = metrics.horizontalAdvance(text);
+    std::optional<QTextLayout> line(std::in_place, QString::fromStdString(layer.text), font); // shaped once
+    const double width = lineWidth(*line);
     const double room = layer.frame.size.width;
     double scale = width > 0 ? std::min(1.0, room / width) : 1.0;
     if (scale < layer.minimumScaleFactor) {
         scale = layer.minimumScaleFactor;
-        text = metrics.elidedText(text, Qt::ElideRight, room / scale);
+        line.emplace(metrics.elidedText(line->text(), Qt::ElideRight, room / scale), font);
     }
     painter.save();
     painter.translate(platform::CGRectGetMidX(layer.frame), platform::CGRectGetMidY(layer.frame));
     painter.scale(scale, scale);
-    painter.setFont(font);
     painter.setPen(painted(layer.color, theme.appearance));
-    painter.drawText(QPointF(-metrics.horizontalAdvance(text) / 2, metrics.capHeight() / 2), text);
+    line->draw(&painter, {-lineWidth(*line) / 2, metrics.capHeight() / 2 - metrics.ascent()});
     painter.restore();
 }
 
 } // namespace
 
-void paintLayers(QPainter& painter, const Layers& layers, const Theme& theme, const QRectF& dirty) {
+void paintLayers(QPainter& painter, const Layers& layers, const Theme& theme, const QRectF& dirty,
+                 std::optional<std::size_t> without) {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    for (const Layer& layer : layers) {
-        if (boundsOf(layer).intersects(dirty)) {
-            std::visit([&](const auto& kind) { paintLayer(painter, kind, theme); }, layer);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        if (i != without && boundsOf(layers[i]).intersects(dirty)) {
+            std::visit([&](const auto& kind) { paintLayer(painter, kind, theme); }, layers[i]);
         }
     }
+}
+
+std::optional<std::size_t> movedStroke(const Layers& before, const Layers& after) {
+    std::optional<std::size_t> moved;
+    for (std::size_t i = 0; i < after.size() && before.size() == after.size(); ++i) {
+        if (before[i] == after[i]) {
+            continue;
+        }
+        const auto* was = std::get_if<StrokeLayer>(&before[i]);
+        const auto* is = std::get_if<StrokeLayer>(&after[i]);
+        if (moved || was == nullptr || is == nullptr) {
+            return std::nullopt;
+        }
+        StrokeLayer same = *was;
+        same.path = is->path;
+        if (same != *is) {
+            return std::nullopt;
+        }
+        moved = i;
+    }
+    return moved;
 }
 
 QRectF changedArea(const Layers& before, const Layers& after) {
@@ -154,6 +183,13 @@ QRectF changedArea(const Layers& before, const Layers& after) {
         }
     }
     return area;
+}
+
+QRectF endArea(const ArcSegment& arc, double lineWidth, double oldEnd, double newEnd) {
+    ArcSegment piece = arc;
+    piece.startAngle.radians = std::min(oldEnd, newEnd);
+    piece.endAngle.radians = std::max(oldEnd, newEnd);
+    return widened(arcBounds(piece), lineWidth / 2 + 1);
 }
 
 double longestStroke(const Layers& layers) {

@@ -9,24 +9,41 @@ namespace vantor::hosts::qt {
 
 namespace {
 
-constexpr double shortestFrame = 1.0 / 60; // seconds
-constexpr double step = 0.5;               // device pixels a frame
+constexpr double shortestFrame = 1.0 / 20; // seconds: what moves a finger's breadth in one looks smooth
+constexpr double step = 1;                 // device pixels a frame
 
 } // namespace
 
 RingAnimator::RingAnimator(std::vector<RingView*> rings, Clock clock)
     : m_rings(std::move(rings)), m_clock(std::move(clock)) {
-    m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.callOnTimeout(&m_timer, [this] { advance(); });
 }
 
 void RingAnimator::start() {
-    if (m_motion) {
-        advance();
-    } else {
+    if (!m_motion) {
         settle();
+        return;
     }
+    const platform::Instant now = m_clock();
+    double fastest = 0;
+    m_moving.clear();
+    for (RingView* ring : m_rings) {
+        const double speed = ring->speedAt(now);
+        if (speed > 0) {
+            ring->showAt(now);
+            m_moving.push_back(ring);
+            fastest = std::max(fastest, speed);
+        } else {
+            ring->showAtRest();
+        }
+    }
+    if (m_moving.empty()) {
+        m_timer.stop();
+        return;
+    }
+    const std::chrono::duration<double> frame(std::max(shortestFrame, step / fastest));
+    m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(frame));
 }
 
 void RingAnimator::setMotion(bool on) {
@@ -45,20 +62,8 @@ void RingAnimator::settle() {
 
 void RingAnimator::advance() {
     const platform::Instant now = m_clock();
-    double fastest = 0;
-    for (RingView* ring : m_rings) {
-        const double speed = ring->speedAt(now);
-        if (speed > 0) {
-            ring->showAt(now);
-        } else {
-            ring->showAtRest();
-        }
-        fastest = std::max(fastest, speed);
-    }
-    if (fastest > 0) {
-        const std::chrono::duration<double> frame(std::max(shortestFrame, step / fastest));
-        m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(frame));
-    } else {
+    std::erase_if(m_moving, [now](RingView* ring) { return !ring->moveOn(now); });
+    if (m_moving.empty()) {
         m_timer.stop();
     }
 }

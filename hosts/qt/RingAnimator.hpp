@@ -10,8 +10,8 @@
 
 namespace vantor::hosts::qt {
 
-/// Moves all rings with one timer. A frame comes when the fastest ring's end has half a device pixel to go,
-/// never more often than sixty times a second, and not at all where there is nothing to see: at rest, off
+/// Moves all rings with one timer. A frame comes when the fastest ring's end has a device pixel to go,
+/// never more often than twenty times a second, and not at all where there is nothing to see: at rest, off
 /// screen or with motion switched off.
 class RingAnimator {
 public:
@@ -34,6 +34,7 @@ private:
     void advance();
 
     std::vector<RingView*> m_rings;
+    std::vector<RingView*> m_moving;
     Clock m_clock;
     QTimer m_timer;
     bool m_motion = true;

@@ -3,12 +3,16 @@
 
 #include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/LayerPainter.hpp"
+#include "hosts/qt/PaintNow.hpp"
 
 #include <QAccessible>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -16,11 +20,13 @@ namespace vantor::hosts::qt {
 
 using platform::Instant;
 using platform::Layers;
+using platform::StrokeLayer;
 using platform::TextLayer;
 
 namespace {
 
 constexpr double smallestMove = 0.5; // device pixels
+constexpr auto noFigure = "–";
 
 } // namespace
 
@@ -35,36 +41,137 @@ void RingView::setHostedView(std::shared_ptr<platform::UIHostingView> view, cons
     m_view = std::move(view);
     m_frame = frame;
     showAtRest();
-    update();
+    repaintAll();
 }
 
 void RingView::setTheme(const Theme& theme) {
     m_theme = theme;
-    update();
+    repaintAll();
+}
+
+void RingView::setHasFigure(bool has) {
+    if (std::exchange(m_hasFigure, has) != has) {
+        showAtRest();
+    }
 }
 
 Layers RingView::layersAt(Instant now) const {
-    return m_view ? m_view->layers(m_frame, now) : Layers{};
+    Layers layers = m_view ? m_view->layers(m_frame, now) : Layers{};
+    if (!m_hasFigure) {
+        bool isTrack = true;
+        bool isFigure = true;
+        for (platform::Layer& layer : layers) {
+            if (auto* stroke = std::get_if<StrokeLayer>(&layer)) {
+                stroke->path.arcs.resize(std::exchange(isTrack, false) ? stroke->path.arcs.size() : 0);
+            } else if (std::exchange(isFigure, false)) {
+                std::get<TextLayer>(layer).text = noFigure;
+            }
+        }
+    }
+    return layers;
 }
 
 void RingView::showAt(Instant now) {
+    m_motion.reset();
     replace(layersAt(now));
+    m_motion = motionFrom(now);
 }
 
 void RingView::showAtRest() {
+    m_motion.reset();
     replace(restingLayers());
 }
 
+/// Where the way from this instant on is that of one arc's end.
+std::optional<RingView::Motion> RingView::motionFrom(Instant now) const {
+    const Layers rest = restingLayers();
+    const std::optional<std::size_t> stroke = movedStroke(m_layers, rest);
+    if (!stroke) {
+        return std::nullopt;
+    }
+    const auto& from = std::get<StrokeLayer>(m_layers[*stroke]).path.arcs;
+    const auto& to = std::get<StrokeLayer>(rest[*stroke]).path.arcs;
+    if (from.size() > 1 || to.size() > 1) {
+        return std::nullopt;
+    }
+    const platform::ArcSegment& arc = to.empty() ? from.front() : to.front();
+    if (arc.clockwise) {
+        return std::nullopt;
+    }
+    const auto endOf = [&arc](const auto& arcs) {
+        return (arcs.empty() ? arc.startAngle : arcs.front().endAngle).radians;
+    };
+    const platform::LinearAnimation animation = m_view->animation();
+    const auto whole =
+        std::chrono::duration_cast<Instant::duration>(std::chrono::duration<double>(animation.duration));
+    return Motion{*stroke, endOf(from), endOf(to), now, animation.start + whole};
+}
+
+bool RingView::moveOn(Instant now) {
+    if (!m_motion || now >= m_motion->end) {
+        showAtRest();
+        return false;
+    }
+    const std::chrono::duration<double> passed = now - m_motion->begin;
+    const double end = std::lerp(m_motion->from, m_motion->to, passed / (m_motion->end - m_motion->begin));
+    auto& arcs = std::get<StrokeLayer>(m_layers[m_motion->stroke]).path.arcs;
+    if (arcs.empty()) {
+        arcs = std::get<StrokeLayer>(restingLayers()[m_motion->stroke]).path.arcs;
+        arcs.front().endAngle = arcs.front().startAngle;
+    }
+    const double before = std::exchange(arcs.front().endAngle.radians, end);
+    const double lineWidth = std::get<StrokeLayer>(m_layers[m_motion->stroke]).lineWidth;
+    const QRect area = pixels(endArea(arcs.front(), lineWidth, before, end));
+    if (!paintNow(*this, area, [&](QImage& window) { paintFrame(window, before, end); })) {
+        update(area);
+    }
+    return true;
+}
+
 void RingView::replace(Layers layers) {
+    if (layers == m_layers) {
+        return;
+    }
     const QRectF area = changedArea(m_layers, layers);
     const QString before = percentage();
     m_layers = std::move(layers);
-    if (!area.isEmpty()) {
-        const double scale = m_theme.pointScale;
-        update(QRectF(area.topLeft() * scale, area.size() * scale).toAlignedRect());
-    }
+    update(pixels(area));
     if (before != percentage()) {
         announceValue();
+    }
+}
+
+QRect RingView::pixels(const QRectF& points) const {
+    const double scale = m_theme.pointScale;
+    return QRectF(points.topLeft() * scale, points.size() * scale).toAlignedRect();
+}
+
+/// The ground, the hover and the theme are part of the picture that is kept while the ring moves.
+void RingView::repaintAll() {
+    if (m_motion) {
+        m_motion->still.reset();
+    }
+    update();
+}
+
+RingPicture RingView::pictureWithout(std::optional<std::size_t> stroke, const QPointF& origin,
+                                     double pixelRatio) const {
+    RingPicture picture(origin, pixelRatio, size(), m_theme,
+                        [this](QPainter& painter) { paintGround(painter); });
+    picture.add(m_layers, m_theme, stroke);
+    return picture;
+}
+
+void RingView::paintFrame(QImage& window, double oldEnd, double newEnd) {
+    std::optional<RingPicture>& still = m_motion->still;
+    const double ratio = window.devicePixelRatio();
+    const QPointF origin = QPointF(mapTo(this->window(), QPoint())) * ratio;
+    if (!still || still->pixelRatio != ratio || still->origin != origin) {
+        still = pictureWithout(m_motion->stroke, origin, ratio);
+    }
+    const auto& stroke = std::get<StrokeLayer>(m_layers[m_motion->stroke]);
+    if (const std::optional<RoundArc> arc = still->arcOnDevice(stroke, m_theme)) {
+        arc->draw(window, arc->areaBetween(oldEnd, newEnd), still->image, still->at, newEnd);
     }
 }
 
@@ -79,7 +186,7 @@ void RingView::announceValue() {
 }
 
 double RingView::speedAt(Instant now) const {
-    if (!m_view) {
+    if (!m_view || !m_hasFigure) {
         return 0;
     }
     const platform::LinearAnimation animation = m_view->animation();
@@ -122,7 +229,7 @@ bool RingView::event(QEvent* event) {
     case QEvent::FocusOut:
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-        update();
+        repaintAll();
         break;
     default:
         break;
@@ -132,7 +239,7 @@ bool RingView::event(QEvent* event) {
 
 void RingView::focusInEvent(QFocusEvent* event) {
     m_keyboardFocus = isKeyboardFocus(*event, m_keyboardFocus);
-    update();
+    repaintAll();
 }
 
 /// Return presses as Space does.
@@ -161,12 +268,30 @@ void RingView::paintGround(QPainter& painter) const {
 
 void RingView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    const QTransform device = painter.deviceTransform();
+    if (painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale &&
+        device.m11() == device.m22()) {
+        paintPixels(painter, device.map(QPointF()), device.m11());
+        return;
+    }
     painter.setClipRect(event->rect());
     paintGround(painter);
     const double scale = m_theme.pointScale;
     painter.scale(scale, scale);
     const QRectF dirty = event->rect();
     paintLayers(painter, m_layers, m_theme, QRectF(dirty.topLeft() / scale, dirty.size() / scale));
+}
+
+/// What is painted when a motion begins is what its frames need, but for the one stroke.
+void RingView::paintPixels(QPainter& painter, const QPointF& origin, double pixelRatio) {
+    if (!m_motion) {
+        pictureWithout(std::nullopt, origin, pixelRatio).paint(painter);
+        return;
+    }
+    m_motion->still = pictureWithout(m_motion->stroke, origin, pixelRatio);
+    RingPicture whole = *m_motion->still;
+    whole.add({m_layers[m_motion->stroke]}, m_theme);
+    whole.paint(painter);
 }
 
 } // namespace vantor::hosts::qt

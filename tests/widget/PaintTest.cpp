@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "charts/ArcChartStyle.hpp"
 #include "hosts/qt/LayerPainter.hpp"
+#include "hosts/qt/RingPicture.hpp"
 #include "hosts/qt/Theme.hpp"
 
 #include <gtest/gtest.h>
@@ -96,6 +97,28 @@ TEST(Paint, AMovingEndRepaintsOnlyItsNeighbourhood) {
     const QRectF area = changedArea(at(0.5), at(0.51));
     EXPECT_LT(area.width() * area.height(), 0.06 * side * side);
     EXPECT_TRUE(changedArea(at(0.5), at(0.5)).isEmpty());
+}
+
+/// A ring drawn pixel by pixel, end by end on the way there and back, is the ring that the toolkit draws.
+TEST(Paint, AFrameLeavesWhatAWholePaintingWould) {
+    const Theme theme = Theme::of(Appearance::light, 1, {});
+    const auto at = [](double shown) { return ring(shown, 0.6, platform::UIColor::systemGreenColor()); };
+    const auto strokeOf = [&](double shown) { return std::get<platform::StrokeLayer>(at(shown).at(1)); };
+    RingPicture still({}, 1, {side, side}, theme, {});
+    still.add(at(0.6), theme, 1);
+    QImage frame = still.image.copy();
+    double shown = 0;
+    for (const double next : {0.03, 0.4, 0.42, 0.45, 0.99, 0.7, 0.66, 0.2}) {
+        const std::optional<RoundArc> arc = still.arcOnDevice(strokeOf(next), theme);
+        ASSERT_TRUE(arc);
+        const auto angle = [&](double part) { return arc->start + part * 1.5 * pi; };
+        arc->draw(frame, arc->areaBetween(angle(shown), angle(next)), still.image, still.at, angle(next));
+        RingPicture whole({}, 1, {side, side}, theme, {});
+        whole.add(at(next), theme);
+        EXPECT_EQ(frame, whole.image) << shown << " to " << next;
+        EXPECT_LE(greatestDifference(frame, wholePicture(at(next), theme)), 60) << next; // at soft edges
+        shown = next;
+    }
 }
 
 TEST(Paint, ArcsRunClockwiseFromTheLowerLeft) {

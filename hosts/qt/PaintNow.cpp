@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/PaintNow.hpp"
+
+#include <QBackingStore>
+#include <QImage>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+
+namespace vantor::hosts::qt {
+
+namespace {
+
+/// Whether a widget that is drawn later, beside this one or beside a parent of it, lies over the area.
+bool isCovered(const QWidget& widget, QRect area) {
+    for (const QWidget* at = &widget; !at->isWindow(); at = at->parentWidget()) {
+        area.translate(at->pos());
+        const QObjectList& siblings = at->parentWidget()->children();
+        const auto self = std::ranges::find(siblings, static_cast<const QObject*>(at));
+        const bool covered = std::any_of(self, siblings.end(), [&](const QObject* object) {
+            const auto* sibling = object->isWidgetType() ? static_cast<const QWidget*>(object) : at;
+            return sibling != at && sibling->isVisible() && sibling->geometry().intersects(area);
+        });
+        if (covered) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool paintNow(QWidget& widget, const QRect& area, const std::function<void(QImage&)>& draw) {
+    const QWidget* top = widget.window();
+    QBackingStore* const store = widget.backingStore();
+    QWindow* const handle = top->windowHandle();
+    if (store == nullptr || handle == nullptr || !handle->isExposed() || isCovered(widget, area)) {
+        return false;
+    }
+    // No region: asked for one, the toolkit waits until the X server has read what was last sent of it, which
+    // costs a round trip a frame. What a late server shows instead is the end of a ring one frame on.
+    store->beginPaint({});
+    auto* const image = dynamic_cast<QImage*>(store->paintDevice());
+    const bool drawn = image != nullptr && image->depth() == 32;
+    if (drawn) {
+        draw(*image);
+    }
+    store->endPaint();
+    if (drawn) {
+        store->flush(area.translated(widget.mapTo(top, QPoint())));
+    }
+    return drawn;
+}
+
+} // namespace vantor::hosts::qt

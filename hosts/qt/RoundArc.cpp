@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/qt/RoundArc.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace vantor::hosts::qt {
+
+namespace {
+
+double distance(const QPointF& a, const QPointF& b) {
+    const QPointF way = a - b;
+    return std::sqrt(QPointF::dotProduct(way, way));
+}
+
+/// Positive where `b` is clockwise of `a`, by less than half a turn.
+double cross(const QPointF& a, const QPointF& b) {
+    return a.x() * b.y() - a.y() * b.x();
+}
+
+QRgb mixed(QRgb below, QRgb above, double share) {
+    const auto weight = static_cast<int>(std::lround(share * 256));
+    const auto channel = [weight](int from, int to) { return from + (to - from) * weight / 256; };
+    return qRgb(channel(qRed(below), qRed(above)), channel(qGreen(below), qGreen(above)),
+                channel(qBlue(below), qBlue(above)));
+}
+
+} // namespace
+
+QPointF RoundArc::pointAt(double angle) const {
+    return center + radius * QPointF(std::cos(angle), std::sin(angle));
+}
+
+QRect RoundArc::areaBetween(double oldEnd, double newEnd) const {
+    constexpr int steps = 8; // between two of them an arc of half a turn bulges by less than the margin
+    const QPointF first = pointAt(oldEnd);
+    double left = first.x();
+    double right = left;
+    double top = first.y();
+    double bottom = top;
+    for (int i = 1; i <= steps; ++i) {
+        const QPointF point = pointAt(oldEnd + (newEnd - oldEnd) * i / steps);
+        left = std::min(left, point.x());
+        right = std::max(right, point.x());
+        top = std::min(top, point.y());
+        bottom = std::max(bottom, point.y());
+    }
+    const double margin = halfWidth + 1 + radius / 50;
+    return QRectF(QPointF(left - margin, top - margin), QPointF(right + margin, bottom + margin))
+        .toAlignedRect();
+}
+
+/// How much of a pixel the stroke covers: by how far its middle is within the stroke's edge.
+double RoundArc::coverage(const QPointF& pixel, const Ends& ends) const {
+    const QPointF way = pixel - center;
+    const double fromLine = std::abs(std::sqrt(QPointF::dotProduct(way, way)) - radius);
+    if (fromLine >= halfWidth + 0.5) {
+        return 0;
+    }
+    const bool afterStart = cross(ends.start - center, way) >= 0;
+    const bool beforeEnd = cross(way, ends.end - center) >= 0;
+    const bool beside = ends.isLong ? afterStart || beforeEnd : afterStart && beforeEnd;
+    const double away = beside ? fromLine : std::min(distance(pixel, ends.start), distance(pixel, ends.end));
+    return std::clamp(halfWidth + 0.5 - away, 0.0, 1.0);
+}
+
+void RoundArc::draw(QImage& target, const QRect& area, const QImage& still, const QPoint& stillAt,
+                    double end) const {
+    const QRect place = area & target.rect() & QRect(stillAt, still.size());
+    const double opacity = end > start ? color.alphaF() : 0;
+    const Ends ends{pointAt(start), pointAt(end), end - start > std::numbers::pi};
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        auto* const to = reinterpret_cast<QRgb*>(target.scanLine(y));
+        const auto* const from = reinterpret_cast<const QRgb*>(still.constScanLine(y - stillAt.y()));
+        for (int x = place.left(); x <= place.right(); ++x) {
+            const QRgb below = from[x - stillAt.x()];
+            const double share = coverage(QPointF(x + 0.5, y + 0.5), ends) * opacity;
+            to[x] = share > 0 ? mixed(below, color.rgb(), share) : below;
+        }
+    }
+}
+
+} // namespace vantor::hosts::qt
