@@ -12,8 +12,10 @@ namespace {
 
 constexpr double pillHeight = 26;
 constexpr double pillMargin = 12; // left and right of the text
-constexpr double glyphSize = 32;
+constexpr double glyphSize = 28;
 constexpr double glyphLine = 1.6;
+constexpr double headingHeight = 22;
+constexpr double arrowRoom = 9; // of an arrow and the gap before it
 
 /// A sign about the origin, within seven points to each side.
 QPainterPath glyphPath(Glyph glyph) {
@@ -73,20 +75,12 @@ Button::Button(QWidget* parent) : QPushButton(parent) {
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    m_confirmation.setSingleShot(true);
-    m_confirmation.callOnTimeout(this, [this] { update(); });
 }
 
 void Button::setTheme(const Theme& theme) {
     m_theme = theme;
-    setFont(theme.font(TypeSize::body));
+    setFont(theme.font(textSize()));
     updateGeometry();
-    update();
-}
-
-void Button::confirm(const QString& text) {
-    m_confirmationText = text;
-    m_confirmation.start(std::chrono::milliseconds(1200));
     update();
 }
 
@@ -103,12 +97,16 @@ void Button::focusInEvent(QFocusEvent* event) {
     QPushButton::focusInEvent(event);
 }
 
+bool Button::showsFocus() const {
+    return m_keyboardFocus && hasFocus() && window()->isActiveWindow();
+}
+
 void Button::paintShape(QPainter& painter, double radius) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(isDown() ? m_theme.pressedFill : underMouse() ? m_theme.hoverFill : m_theme.fill);
     painter.drawRoundedRect(rect(), radius, radius);
-    if (m_keyboardFocus && hasFocus() && window()->isActiveWindow()) {
+    if (showsFocus()) {
         painter.setPen(QPen(m_theme.accent, 2 * m_theme.pointScale));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius - 1, radius - 1);
@@ -124,18 +122,50 @@ void PillButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintShape(painter, height() / 2.0);
     painter.setPen(theme().text);
-    if (!isConfirming()) {
-        painter.drawText(rect(), Qt::AlignCenter, text());
-        return;
+    painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+void HeadingButton::setCaption(const QString& caption) {
+    if (caption != m_caption) {
+        m_caption = caption;
+        updateGeometry();
+        update();
     }
-    const double sign = 18 * theme().pointScale;
-    const double width = fontMetrics().horizontalAdvance(confirmation());
+}
+
+QSize HeadingButton::sizeHint() const {
+    const int text = fontMetrics().horizontalAdvance(m_caption);
+    return {text + theme().pixels(arrowRoom), theme().pixels(headingHeight)};
+}
+
+/// No ground, so that the arrow ends where the figures below it end.
+void HeadingButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double scale = theme().pointScale;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const double left = (this->width() - width - sign) / 2;
-    const double glyphX = mirrored ? left + width + sign / 2 + 4 : left + sign / 2 - 4;
-    paintGlyph(painter, Glyph::tick, {glyphX, height() / 2.0}, theme().pointScale, theme().text);
-    painter.drawText(QRectF(mirrored ? left : left + sign, 0, width + 1, height()), Qt::AlignCenter,
-                     confirmation());
+    const QColor ink = underMouse() || isDown() ? theme().text : theme().secondaryText;
+    const double room = arrowRoom * scale;
+    painter.setPen(ink);
+    painter.drawText(QRectF(rect()).adjusted(mirrored ? room : 0, 0, mirrored ? 0 : -room, 0),
+                     Qt::AlignCenter, m_caption);
+    if (showsFocus()) {
+        painter.fillRect(QRectF(0, height() - 3 * scale, width(), 2 * scale), theme().accent);
+    }
+    painter.translate(mirrored ? scale : width() - scale, height() / 2.0 + 0.5 * scale);
+    painter.scale(mirrored ? -scale : scale, scale);
+    painter.setPen(QPen(ink, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF{QPointF(-3.2, -3.2), QPointF(0, 0), QPointF(-3.2, 3.2)});
+}
+
+GlyphButton::GlyphButton(QWidget* parent) : Button(parent) {
+    m_confirmation.setSingleShot(true);
+    m_confirmation.callOnTimeout(this, [this] { update(); });
+}
+
+void GlyphButton::confirm() {
+    m_confirmation.start(std::chrono::milliseconds(1200));
+    update();
 }
 
 void GlyphButton::setGlyph(Glyph glyph) {
@@ -150,8 +180,8 @@ QSize GlyphButton::sizeHint() const {
 void GlyphButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintShape(painter, height() / 2.0);
-    paintGlyph(painter, isConfirming() ? Glyph::tick : m_glyph, QRectF(rect()).center(), theme().pointScale,
-               theme().text);
+    paintGlyph(painter, m_confirmation.isActive() ? Glyph::tick : m_glyph, QRectF(rect()).center(),
+               theme().pointScale, theme().text);
 }
 
 } // namespace vantor::hosts::qt

@@ -13,22 +13,21 @@ namespace vantor::hosts::qt {
 /// became active again or a menu closed, as `before`; else no.
 [[nodiscard]] bool isKeyboardFocus(const QFocusEvent& event, bool before);
 
-/// What the buttons of the card share: their theme, and a short confirmation of a press.
+/// What the buttons of the card share: their theme and their ground.
 class Button : public QPushButton {
 public:
     explicit Button(QWidget* parent);
 
     void setTheme(const Theme& theme);
-    /// Confirms a press: for a moment a tick, and `text` where there is room, take the place of what is
-    /// there.
-    void confirm(const QString& text);
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     [[nodiscard]] const Theme& theme() const { return m_theme; }
-    [[nodiscard]] bool isConfirming() const { return m_confirmation.isActive(); }
-    [[nodiscard]] const QString& confirmation() const { return m_confirmationText; }
+    /// Of its text, in points.
+    [[nodiscard]] virtual double textSize() const { return TypeSize::body; }
+    [[nodiscard]] bool showsFocus() const;
+    /// The ground in the colour of the button's state, and a frame on the focus.
     void paintShape(QPainter& painter, double radius) const;
     bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -36,8 +35,6 @@ protected:
 private:
     Theme m_theme;
     bool m_keyboardFocus = false;
-    QTimer m_confirmation;
-    QString m_confirmationText;
 };
 
 /// A wide button with a text.
@@ -50,13 +47,32 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
+/// A short caption with an arrow, at the end of a heading: the heading's figure, or what is to be had beside
+/// it. Its text says in full what a press does: to screen readers, to menus, and as its tooltip.
+class HeadingButton final : public Button {
+public:
+    explicit HeadingButton(QWidget* parent = nullptr) : Button(parent) {}
+    void setCaption(const QString& caption);
+    [[nodiscard]] const QString& caption() const { return m_caption; }
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    [[nodiscard]] double textSize() const override { return TypeSize::small; }
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_caption;
+};
+
 enum class Glyph : std::uint8_t { refresh, more, less, tick };
 
 /// A round button with a drawn sign. Its text is its tooltip, and its name to screen readers.
 class GlyphButton final : public Button {
 public:
-    explicit GlyphButton(QWidget* parent = nullptr) : Button(parent) {}
+    explicit GlyphButton(QWidget* parent = nullptr);
     void setGlyph(Glyph glyph);
+    /// Confirms a press: for a moment a tick takes the place of its sign.
+    void confirm();
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -64,6 +80,7 @@ protected:
 
 private:
     Glyph m_glyph = Glyph::refresh;
+    QTimer m_confirmation;
 };
 
 } // namespace vantor::hosts::qt

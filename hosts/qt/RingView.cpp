@@ -26,6 +26,10 @@ using platform::TextLayer;
 namespace {
 
 constexpr double smallestMove = 0.5; // device pixels
+constexpr double tileMargin =
+    4; // points between the ring and the edge of the tile that shows hover and focus
+constexpr double tileWidth = 97;
+constexpr double tileHeight = 100;
 constexpr auto noFigure = "–";
 
 } // namespace
@@ -35,6 +39,7 @@ RingView::RingView(QWidget* parent) : QAbstractButton(parent) {
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void RingView::setHostedView(std::shared_ptr<platform::UIHostingView> view, const platform::CGRect& frame) {
@@ -46,6 +51,9 @@ void RingView::setHostedView(std::shared_ptr<platform::UIHostingView> view, cons
 
 void RingView::setTheme(const Theme& theme) {
     m_theme = theme;
+    const int margin = theme.pixels(tileMargin);
+    setContentsMargins(margin, margin, margin, margin);
+    updateGeometry();
     repaintAll();
 }
 
@@ -219,7 +227,7 @@ QString RingView::caption() const {
 }
 
 QSize RingView::sizeHint() const {
-    return {m_theme.pixels(104), m_theme.pixels(98)};
+    return {m_theme.pixels(tileWidth), m_theme.pixels(tileHeight)};
 }
 
 bool RingView::event(QEvent* event) {

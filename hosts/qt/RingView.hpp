@@ -43,6 +43,7 @@ public:
     [[nodiscard]] const platform::Layers& layers() const { return m_layers; }
 
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -73,6 +73,7 @@ Theme Theme::of(Appearance appearance, double pointScale, const QColor& accent) 
     const bool light = appearance == Appearance::light;
     theme.backdrop = light ? QColor(0xE9, 0xE9, 0xEE) : QColor(0x0B, 0x0B, 0x0C);
     theme.card = light ? QColor(0xFF, 0xFF, 0xFF) : QColor(0x1C, 0x1C, 0x1E);
+    theme.edge = light ? QColor(0xD4, 0xD4, 0xDA) : QColor(0x3A, 0x3A, 0x3E);
     theme.text = painted(platform::UIColor::labelColor(), appearance);
     theme.secondaryText = light ? QColor(0x63, 0x63, 0x68) : QColor(0xAE, 0xAE, 0xB2);
     theme.fill = light ? QColor(0xF2, 0xF2, 0xF6) : QColor(0x2C, 0x2C, 0x2E);

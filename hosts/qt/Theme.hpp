@@ -11,9 +11,10 @@ namespace vantor::hosts::qt {
 
 /// The sizes of the one type scale, in points.
 namespace TypeSize {
-inline constexpr double number = 17; ///< the percentage within a ring
-inline constexpr double body = 13;   ///< captions, figures, buttons
-inline constexpr double small = 11;  ///< headings, ring captions, messages
+inline constexpr double number = 17;  ///< the percentage within a ring
+inline constexpr double body = 13;    ///< captions, figures, buttons
+inline constexpr double heading = 12; ///< of a section; bold
+inline constexpr double small = 11;   ///< ring captions, what stands beside a heading, messages
 } // namespace TypeSize
 
 /// How a window of ours is painted: colours for light or dark, the desktop's accent, and how many logical
@@ -23,6 +24,7 @@ struct Theme {
     double pointScale = 1;
     QColor backdrop; ///< behind a card, in a window with a frame
     QColor card;
+    QColor edge; ///< the hairline around a card, which sets it off from a ground of its own colour
     QColor text;
     QColor secondaryText; ///< readable (4.5:1) on the card
     QColor fill;          ///< a button at rest

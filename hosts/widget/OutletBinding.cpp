@@ -17,6 +17,8 @@ using platform::UIView;
 
 namespace {
 
+constexpr qsizetype usualLength = 11; // of a figure: its label has room for so many characters
+
 /// What a figure shows until there is one.
 QString shownText(const std::string& text) {
     return text.empty() ? QStringLiteral("–") : QString::fromStdString(text);
@@ -32,7 +34,7 @@ OutletBinding::OutletBinding(QWidget& form, std::shared_ptr<TEReportTableViewCon
     : m_form(form), m_controller(std::move(controller)) {
     for (const Section& section : sections) {
         for (const SectionRow& row : section.rows) {
-            bindRow(row);
+            bindRow(section, row);
         }
         QAbstractButton& button = bindAction(section.action);
         if (section.chart) {
@@ -57,7 +59,7 @@ void OutletBinding::bindUpdate(const std::shared_ptr<UIView>& view, std::functio
     m_updates.emplace(view.get(), std::move(update));
 }
 
-void OutletBinding::bindRow(const SectionRow& row) {
+void OutletBinding::bindRow(const Section& section, const SectionRow& row) {
     const auto& caption = (*m_controller).*row.caption.label;
     const auto& figure = (*m_controller).*row.figure.label;
     auto& shownCaption = formWidget<QLabel>(m_form, row.caption.name);
@@ -66,10 +68,14 @@ void OutletBinding::bindRow(const SectionRow& row) {
     shownFigure.setTextFormat(Qt::PlainText);
     bindUpdate(caption,
                [&shownCaption, source = caption.get()] { shownCaption.setText(shownText(source->text())); });
-    bindUpdate(figure, [&shownFigure, source = figure.get(), said = caption.get()] {
-        shownFigure.setText(shownText(source->text()));
-        shownFigure.setAccessibleName(qt::valueText(said->text(), shownFigure.text().toStdString()));
-    });
+    bindUpdate(
+        figure, [this, &shownFigure, from = section.source, source = figure.get(), said = caption.get()] {
+            shownFigure.setText(shownText(m_withoutFigures.contains(from) ? std::string() : source->text()));
+            if (shownFigure.text().size() > usualLength) {
+                shownFigure.setFixedWidth(std::max(shownFigure.width(), shownFigure.sizeHint().width()));
+            }
+            shownFigure.setAccessibleName(qt::valueText(said->text(), shownFigure.text().toStdString()));
+        });
     if (row.stack) {
         auto& shownRow = formWidget<QWidget>(m_form, row.stack->name);
         const auto& stack = (*m_controller).*row.stack->stack;
@@ -93,6 +99,23 @@ void OutletBinding::bindChart(const ChartOutlet& outlet, QAbstractButton& button
     bindUpdate(hostedView(*((*m_controller).*outlet.chart)()), [this] { m_ringsChanged = true; });
 }
 
+void OutletBinding::showFigures(const Section& section, bool has) {
+    if (has == !m_withoutFigures.contains(section.source)) {
+        return;
+    }
+    if (has) {
+        m_withoutFigures.erase(section.source);
+    } else {
+        m_withoutFigures.insert(section.source);
+    }
+    for (const SectionRow& row : section.rows) {
+        m_updates.at(((*m_controller).*row.figure.label).get())();
+    }
+    if (section.chart) {
+        formWidget<qt::RingView>(m_form, section.chart->name).setHasFigure(has);
+    }
+}
+
 bool OutletBinding::flush() {
     for (const UIView* view : std::exchange(m_changed, {})) {
         m_updates.at(view)();
@@ -104,9 +127,10 @@ void OutletBinding::placeCharts(double pointScale) {
     const auto points = [pointScale](int pixels) { return pixels / pointScale; };
     m_controller->view()->setFrame({{0, 0}, {points(m_form.width()), points(m_form.height())}});
     for (std::size_t i = 0; i < m_rings.size(); ++i) {
-        const QPoint origin = m_rings[i]->mapTo(&m_form, QPoint(0, 0));
+        const QRect placeholder = m_rings[i]->contentsRect();
+        const QPoint origin = m_rings[i]->mapTo(&m_form, placeholder.topLeft());
         const CGRect frame{{points(origin.x()), points(origin.y())},
-                           {points(m_rings[i]->width()), points(m_rings[i]->height())}};
+                           {points(placeholder.width()), points(placeholder.height())}};
         ((*m_controller).*m_charts[i]->view)->setFrame(frame);
     }
     m_controller->view()->layoutIfNeeded();
@@ -115,8 +139,10 @@ void OutletBinding::placeCharts(double pointScale) {
         const std::shared_ptr<UIHostingView> view = hostedView(*chart);
         const CGRect& outer = chart->frame();
         const CGRect& inner = view->frame();
-        m_rings[i]->setHostedView(
-            view, {{outer.origin.x + inner.origin.x, outer.origin.y + inner.origin.y}, inner.size});
+        const QPoint corner = m_rings[i]->contentsRect().topLeft();
+        m_rings[i]->setHostedView(view, {{points(corner.x()) + outer.origin.x + inner.origin.x,
+                                          points(corner.y()) + outer.origin.y + inner.origin.y},
+                                         inner.size});
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -34,11 +35,14 @@ public:
     /// make of it.
     void placeCharts(double pointScale);
 
+    /// Shows a section's figures, or that it has none.
+    void showFigures(const Section& section, bool has);
+
     [[nodiscard]] TEReportTableViewController& controller() { return *m_controller; }
     [[nodiscard]] const std::vector<qt::RingView*>& rings() const { return m_rings; }
 
 private:
-    void bindRow(const SectionRow& row);
+    void bindRow(const Section& section, const SectionRow& row);
     QAbstractButton& bindAction(const ActionOutlet& outlet);
     void bindChart(const ChartOutlet& outlet, QAbstractButton& button);
     void bindUpdate(const std::shared_ptr<platform::UIView>& view, std::function<void()> update);
@@ -49,6 +53,7 @@ private:
     std::vector<const ChartOutlet*> m_charts;
     std::unordered_map<const platform::UIView*, std::function<void()>> m_updates;
     std::vector<const platform::UIView*> m_changed;
+    std::set<platform::Source> m_withoutFigures;
     bool m_ringsChanged = false;
 };
 

@@ -2,12 +2,14 @@
 #include "hosts/widget/ReportCard.hpp"
 
 #include "controller/ByteText.hpp"
+#include "controller/SectionNote.hpp"
 #include "hosts/common/WidgetSizes.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
 #include "hosts/qt/RingAccessible.hpp"
 #include "hosts/widget/FormWidget.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "settings/DeepLink.hpp"
 #include "ui_ReportForm.h"
 
 #include <QBitmap>
@@ -23,7 +25,10 @@ namespace vantor::hosts::widget {
 namespace {
 
 constexpr double cornerRadius = 18; // points
-constexpr double rowHeight = 18;
+constexpr double rowHeight = 19;
+constexpr double headingHeight = 22;
+constexpr double noteHeight = 18;
+constexpr int mostRows = 4; // of a section beside which another one stands
 constexpr double narrowest = 400;
 
 std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
@@ -32,10 +37,12 @@ std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
     return form;
 }
 
-void setTextColor(QLabel& label, const QColor& color) {
-    QPalette palette = label.palette();
-    palette.setColor(QPalette::WindowText, color);
-    label.setPalette(palette);
+void setColors(QWidget& widget, const QColor& text, const QColor& ground) {
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Window, ground);
+    widget.setPalette(palette);
+    widget.setAutoFillBackground(true);
 }
 
 /// A reason may hold a folder's name, and a tip that looks like markup is taken for it, pictures and all.
@@ -64,12 +71,12 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
             m_toggle();
         }
     });
-    connect(m_form->compactRefresh, &QAbstractButton::clicked, m_form->manualInfoRefresh,
-            [this] { m_form->manualInfoRefresh->click(); });
-    connect(m_form->manualInfoRefresh, &QAbstractButton::clicked, this, [this] {
-        m_form->manualInfoRefresh->confirm(qt::hostText("host_REFRESHED"));
-        m_form->compactRefresh->confirm({});
-        m_message->hide(); // it would lie over the confirmation
+    connect(m_form->manualInfoRefresh, &QAbstractButton::clicked, m_form->manualInfoRefresh,
+            &qt::GlyphButton::confirm);
+    connect(m_form->memoryTotal, &QAbstractButton::clicked, this, [this] {
+        if (const auto& context = m_binding.controller().extensionContext()) {
+            context->openURL(*platform::NSURL::URLWithString(DeepLink::showRam), nullptr);
+        }
     });
 }
 
@@ -85,7 +92,6 @@ void ReportCard::nameActions() {
         if (section.chart) {
             auto& ring = formWidget<QAbstractButton>(*this, section.chart->name);
             ring.setText(name);
-            setTip(ring, m_appIsThere ? name : QString());
         }
     }
 }
@@ -103,39 +109,59 @@ void ReportCard::nameSections() {
     for (const Section& section : sections) {
         showHeading(section, nullptr);
     }
-    m_form->compactRefresh->setText(m_form->manualInfoRefresh->text());
-    setTip(*m_form->compactRefresh, m_form->compactRefresh->text());
+    m_form->memoryTotal->setText(qt::hostText("host_SHOWRAM"));
+    m_form->memoryTotal->setCaption(qt::hostText("host_SHOW"));
+    m_form->openApp->setCaption(qt::hostText("host_SHOW"));
+    m_form->showCpuChart->setCaption(qt::hostText("host_CHART"));
+    for (QAbstractButton* button :
+         {static_cast<QAbstractButton*>(m_form->manualInfoRefresh),
+          static_cast<QAbstractButton*>(m_form->memoryTotal), static_cast<QAbstractButton*>(m_form->openApp),
+          static_cast<QAbstractButton*>(m_form->showCpuChart)}) {
+        setTip(*button, button->text());
+    }
 }
 
 void ReportCard::scaleForm() {
     m_lengths.scale(m_theme);
     m_form->ringRow->setFixedHeight(m_theme.pixels(common::compactHeight));
-    for (qt::GlyphButton* button : {m_form->compactRefresh, m_form->displayModeButton}) {
+    m_form->hairline->setFixedHeight(1);
+    // Room for the row that a preference shows: nothing below moves when it comes.
+    m_form->sectionGrid->setRowMinimumHeight(0, m_theme.pixels(headingHeight) +
+                                                    mostRows * m_theme.pixels(rowHeight));
+}
+
+void ReportCard::fitButtons() {
+    for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{
+             m_form->manualInfoRefresh, m_form->displayModeButton, m_form->memoryTotal, m_form->openApp,
+             m_form->showCpuChart}) {
         button->setFixedSize(button->sizeHint());
     }
 }
 
-void ReportCard::style(QLabel& label, double size, QFont::Weight weight, const QColor& color) {
+/// Opaque: a figure that changes is painted without what lies below it, and takes its row no other size.
+void ReportCard::style(QLabel& label, double size, QFont::Weight weight, const QColor& color, double height) {
     label.setFont(m_theme.font(size, weight));
-    setTextColor(label, color);
-    label.setFixedHeight(m_theme.pixels(rowHeight));
+    setColors(label, color, m_theme.card);
+    label.setFixedHeight(m_theme.pixels(height));
 }
 
 void ReportCard::styleLabels() {
     // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
     const auto end = layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight;
     for (const Section& section : sections) {
-        style(formWidget<QLabel>(*this, section.heading), qt::TypeSize::small, QFont::DemiBold,
-              m_theme.secondaryText);
+        style(formWidget<QLabel>(*this, section.heading), qt::TypeSize::heading, QFont::Bold, m_theme.text,
+              headingHeight);
         for (const SectionRow& row : section.rows) {
             style(formWidget<QLabel>(*this, row.caption.name), qt::TypeSize::body, QFont::Normal,
-                  m_theme.secondaryText);
+                  m_theme.secondaryText, rowHeight);
             auto& figure = formWidget<QLabel>(*this, row.figure.name);
-            style(figure, qt::TypeSize::body, QFont::Normal, m_theme.text);
-            figure.setMinimumWidth(figureWidth());
+            style(figure, qt::TypeSize::body, QFont::Normal, m_theme.text, rowHeight);
+            figure.setFixedWidth(figureWidth());
             figure.setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | end);
         }
     }
+    style(*m_form->lowPriorityShare, qt::TypeSize::small, QFont::Normal, m_theme.secondaryText, noteHeight);
+    setColors(*m_form->hairline, m_theme.separator, m_theme.separator);
 }
 
 void ReportCard::setTheme(const qt::Theme& theme) {
@@ -147,6 +173,7 @@ void ReportCard::setTheme(const qt::Theme& theme) {
             button->setTheme(theme);
         }
     }
+    fitButtons();
     for (qt::RingView* ring : m_binding.rings()) {
         ring->setTheme(theme);
     }
@@ -178,7 +205,6 @@ void ReportCard::setContentSize(platform::CGSize points) {
 void ReportCard::setExpanded(bool expanded) {
     m_expanded = expanded;
     m_form->details->setVisible(expanded);
-    m_form->compactRefresh->setVisible(!expanded);
     m_form->displayModeButton->setGlyph(expanded ? qt::Glyph::less : qt::Glyph::more);
     const QString name = qt::hostText(expanded ? "host_SHOWLESS" : "host_SHOWMORE");
     m_form->displayModeButton->setText(name);
@@ -206,7 +232,21 @@ void ReportCard::flush() {
     if (m_binding.flush()) {
         m_animator.start();
     }
+    showNotes();
     showStorageTips();
+}
+
+/// What no row tells: how much RAM there is, and how much of the processor's time went to programs that asked
+/// for little.
+void ReportCard::showNotes() {
+    const ReportRecords& records = m_binding.controller().records();
+    const QString total = QString::fromStdString(sectionNote(platform::Source::memory, records));
+    if (!total.isEmpty() && total != m_form->memoryTotal->caption()) {
+        m_form->memoryTotal->setCaption(total);
+        m_form->memoryTotal->setFixedSize(m_form->memoryTotal->sizeHint());
+    }
+    m_form->lowPriorityShare->setText(
+        QString::fromStdString(sectionNote(platform::Source::processor, records)));
 }
 
 /// Free space counts what could be released, and the total leaves out what is kept back for the system; the
@@ -216,8 +256,33 @@ void ReportCard::showStorageTips() {
     const auto tip = [](std::string_view key, std::int64_t bytes) {
         return bytes > 0 ? qt::hostText(key, "size", storageText(bytes)) : QString();
     };
-    setTip(*m_form->freeSTORAGELabel, tip("host_RELEASABLETIP", storage.releasable));
-    setTip(*m_form->totalSTORAGELabel, tip("host_RESERVEDTIP", storage.reserved));
+    for (QLabel* label : {m_form->freeSTORAGETitleLabel, m_form->freeSTORAGELabel}) {
+        setTip(*label, tip("host_RELEASABLETIP", storage.releasable));
+    }
+    for (QLabel* label : {m_form->totalSTORAGETitleLabel, m_form->totalSTORAGELabel}) {
+        setTip(*label, tip("host_RESERVEDTIP", storage.reserved));
+    }
+}
+
+/// The ring in figures, and what a press does.
+void ReportCard::showRingTip(qt::RingView& ring) {
+    const ReportRecords& records = m_binding.controller().records();
+    QStringList lines{qt::valueText(ring.caption().toStdString(), ring.percentage().toStdString())};
+    const auto partOf = [](const std::string& part, const std::string& whole) {
+        return QString::fromStdString(part) + QStringLiteral(" · ") +
+               qt::hostText("host_OFTOTAL", "size", whole);
+    };
+    if (&ring == m_form->progressRAMView && records.memory && !records.memory->empty()) {
+        lines << partOf(memoryText(records.memory->at("used")), memoryText(records.memory->at("total")));
+    } else if (&ring == m_form->progressSTORAGEView && records.storage) {
+        lines << partOf(storageText(records.storage->used), storageText(records.storage->total));
+    } else if (&ring == m_form->progressCPUView && !m_form->lowPriorityShare->text().isEmpty()) {
+        lines << m_form->lowPriorityShare->text();
+    }
+    if (m_appIsThere) {
+        lines << ring.text();
+    }
+    setTip(ring, lines.join(QLatin1Char('\n')));
 }
 
 void ReportCard::setTip(QWidget& widget, const QString& text) {
@@ -234,6 +299,7 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
     for (const Section& section : sections) {
         const auto failed = std::ranges::find(failures, section.source, &platform::SourceFailure::source);
         showHeading(section, failed != failures.end() ? &*failed : nullptr);
+        m_binding.showFigures(section, failed == failures.end());
     }
 }
 
@@ -252,10 +318,10 @@ void ReportCard::showMessage(const QString& text) {
 void ReportCard::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
+    painter.setPen(m_theme.edge);
     painter.setBrush(m_theme.card);
     const double radius = cornerRadius * m_theme.pointScale;
-    painter.drawRoundedRect(rect(), radius, radius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     if (m_expanded) {
         const int inset = m_theme.pixels(20);
         painter.fillRect(inset, m_theme.pixels(common::compactHeight), width() - 2 * inset, 1,
@@ -284,6 +350,9 @@ void ReportCard::resizeEvent(QResizeEvent* event) {
 bool ReportCard::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Resize) {
         m_binding.placeCharts(m_theme.pointScale);
+    } else if (auto* const ring =
+                   event->type() == QEvent::ToolTip ? dynamic_cast<qt::RingView*>(object) : nullptr) {
+        showRingTip(*ring);
     }
     return QWidget::eventFilter(object, event);
 }

@@ -74,11 +74,14 @@ protected:
 
 private:
     void scaleForm();
-    void style(QLabel& label, double size, QFont::Weight weight, const QColor& color);
+    void fitButtons();
+    void style(QLabel& label, double size, QFont::Weight weight, const QColor& color, double height);
     void styleLabels();
     void nameSections();
     void showHeading(const Section& section, const platform::SourceFailure* failure);
+    void showNotes();
     void showStorageTips();
+    void showRingTip(qt::RingView& ring);
     void setTip(QWidget& widget, const QString& text);
     [[nodiscard]] int figureWidth() const;
 
