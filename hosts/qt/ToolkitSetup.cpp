@@ -103,7 +103,7 @@ void quitWhenReadable(int descriptor) {
         new QSocketNotifier(descriptor, QSocketNotifier::Read, QCoreApplication::instance());
     QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
         notifier->setEnabled(false);
-        QCoreApplication::quit();
+        QCoreApplication::exit(); // quit() asks the windows, and one with a ring in the tray only steps back
     });
 }
 

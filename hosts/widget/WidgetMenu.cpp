@@ -39,7 +39,7 @@ WidgetMenu::WidgetMenu(ReportCard& card, QWidget& window, std::vector<Toggle> to
     addToggles();
     addSeparator();
     QAction* const quit =
-        addAction(qt::hostText("host_QUIT"), QCoreApplication::instance(), &QCoreApplication::quit);
+        addAction(qt::hostText("host_QUIT"), QCoreApplication::instance(), [] { QCoreApplication::exit(); });
     showKeys(*quit, QKeySequence(Qt::CTRL | Qt::Key_Q));
     connect(this, &QMenu::aboutToShow, this, [this] { refresh(); });
     refresh();

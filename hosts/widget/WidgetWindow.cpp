@@ -168,6 +168,7 @@ void WidgetWindow::start() {
         show();
         return;
     }
+    (void)card().grab(QRect(0, 0, 1, 1)); // lays the rings out, which the one in the tray is drawn after
     // Nobody could get at a window that waits for a tray that never comes.
     QTimer::singleShot(trayPatience, this, [this] {
         if (!m_tray) {

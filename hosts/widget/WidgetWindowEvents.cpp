@@ -33,7 +33,7 @@ void WidgetWindow::closeEvent(QCloseEvent* event) {
         hide();
     } else {
         QWidget::closeEvent(event);
-        QApplication::quit();
+        QApplication::exit();
     }
 }
 
@@ -106,7 +106,7 @@ void WidgetWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Refresh)) {
         card().actionButtons().front()->click();
     } else if (event->matches(QKeySequence::Quit)) {
-        QApplication::quit();
+        QApplication::exit();
     } else if (event->matches(QKeySequence::Close)) {
         close();
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
