@@ -142,7 +142,10 @@ TEST(Actions, OpenTheirLinksWhateverTheSender) {
     WidgetStage stage;
     auto& controller = *stage.controller;
     controller.cleanRam(nullptr);
+    EXPECT_EQ(actionCaptionKey(sections.front()), "host_CLEANRAM");
     stage.setStore(storedFlag("preventCleanRAMFromWidget"));
+    EXPECT_EQ(actionCaptionKey(sections.front()), "host_SHOWRAM")
+        << "it must not promise what it does not do";
     controller.cleanRam(&stage);
     controller.openApp(&stage);
     controller.showCpuChart(nullptr);

@@ -90,6 +90,18 @@ TEST_F(Links, WithoutAProgramAreNotOpened) {
     EXPECT_THAT(m_heard, ElementsAre(false, false)) << "it says so by its status";
 }
 
+TEST_F(Links, AskWhetherThereIsAProgramAndStartNone) {
+    std::size_t asked = 0;
+    for (const std::string& query :
+         {script("some", says), script("none", "#!/bin/sh\nexit 0\n"), std::string()}) {
+        LinkOpener opener({query, opening(0)});
+        opener.ask("vantor", [this](bool isThere) { m_heard.push_back(isThere); });
+        ASSERT_TRUE(hears(++asked));
+    }
+    EXPECT_THAT(m_heard, ElementsAre(true, false, true)) << "true where nobody can be asked";
+    EXPECT_EQ(content("opened"), "");
+}
+
 TEST_F(Links, AreOpenedOnceHoweverOftenTheyArePressed) {
     LinkOpener opener({script("query", "#!/bin/sh\ncat " + path("gate") + "\n"), opening(0)});
     for (int press = 0; press < 60; ++press) {

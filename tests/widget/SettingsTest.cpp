@@ -124,6 +124,26 @@ TEST_F(Settings, AreReadFirstAndThenFollowed) {
     EXPECT_EQ(changes, 10);
 }
 
+/// One that dies while the screen is locked does not say that it no longer is; nor does one that nobody
+/// heard.
+TEST_F(Settings, ALockEndsWithItsLockerOrWithSomebodyWhoPresses) {
+    DesktopSettings settings([](const DesktopWishes&) {});
+    const auto lock = [&settings](const QDBusConnection& locker) {
+        QDBusMessage message = QDBusMessage::createSignal(QStringLiteral("/org/gnome/ScreenSaver"),
+                                                          QStringLiteral("org.gnome.ScreenSaver"),
+                                                          QStringLiteral("ActiveChanged"));
+        locker.send(message << true);
+        return eventually([&settings] { return settings.wishes().locked; });
+    };
+    const QString address = QString::fromUtf8(qgetenv("DBUS_SESSION_BUS_ADDRESS"));
+    EXPECT_TRUE(lock(QDBusConnection::connectToBus(address, QStringLiteral("locker"))));
+    QDBusConnection::disconnectFromBus(QStringLiteral("locker"));
+    EXPECT_TRUE(eventually([&settings] { return !settings.wishes().locked; }));
+    EXPECT_TRUE(lock(m_bus));
+    settings.noteInput();
+    EXPECT_FALSE(settings.wishes().locked);
+}
+
 } // namespace
 
 } // namespace vantor::hosts::widget

@@ -64,6 +64,27 @@ TEST_F(Window, GoesFromOneHeightToTheOther) {
     EXPECT_EQ(m_window->card().height(), 360);
 }
 
+/// As a session ends: nothing of the window is told of it. And what a later start asks for.
+TEST_F(Window, IsKeptAsItChanges) {
+    m_window->start();
+    ASSERT_TRUE(eventually([this] { return m_window->presence().isSeen(); }));
+    Options asked;
+    asked.expanded = false;
+    asked.onTop = true;
+    m_window->heed(asked);
+    EXPECT_EQ(m_window->card().height(), 110);
+    EXPECT_TRUE(m_window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(eventually([] {
+        const std::optional<WindowState> state = rememberedWindow();
+        return state && !state->expanded && state->onTop;
+    }));
+    m_window.reset();
+    EXPECT_TRUE(WidgetWindow({}).windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    asked.onTop = false;
+    asked.onDesktop = true; // instead of what is remembered
+    EXPECT_FALSE(WidgetWindow(asked).windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
 TEST_F(Window, ItsMenuOffersTheActions) {
     m_window->show();
     QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(5, 5), m_window->mapToGlobal(QPoint(5, 5)));
@@ -72,6 +93,7 @@ TEST_F(Window, ItsMenuOffersTheActions) {
     ASSERT_NE(menu, nullptr);
     ASSERT_GT(menu->actions().size(), 7);
     EXPECT_EQ(menu->actions().front()->text(), "Refresh");
+    EXPECT_EQ(menu->parentWidget(), &*m_window) << "Wayland makes a popup of it only then";
     EXPECT_TRUE(menu->rect().contains(menu->actionGeometry(menu->actions().back())));
     menu->close();
 }

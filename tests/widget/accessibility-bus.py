@@ -102,6 +102,9 @@ def walk_the_widget():
 
     name, value = patiently(name_and_value, "the ring never rests")
     problems = []
+    role = application.children()[0].call("GetRoleName")
+    if role != "frame":  # screen readers pass over anything else
+        problems.append(f"the window is a {role}")
     if not 0 < value <= 100 or name != f"Used RAM, {value:.0f}%":
         problems.append(f"the ring is called {name!r} and its value is {value}")
     for wanted in ("Free Up RAM", "Show Storage", "CPU Chart", "Refresh", "Show Less"):
