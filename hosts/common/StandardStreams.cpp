@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdint>
 
 namespace vantor::hosts::common {
@@ -52,6 +53,11 @@ void writeUnhurried(int descriptor, std::string_view text) {
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+void letWritesFail() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::FILE* unhurriedStream(int descriptor) {

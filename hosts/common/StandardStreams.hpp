@@ -14,6 +14,10 @@ void holdClosedStreams();
 /// Writes what a descriptor's reader takes at once; the rest is dropped.
 void writeUnhurried(int descriptor, std::string_view text);
 
+/// Lets a write that cannot be done fail, instead of ending the program: to a pipe without a reader (SIGPIPE)
+/// and beyond the size that files may have (SIGXFSZ, setrlimit(2)).
+void letWritesFail();
+
 /// A stream for the log over a descriptor: what the reader does not take at once is dropped, so that a pipe
 /// which nobody reads, or a terminal whose output was stopped, does not hold the program up. Neither is ever
 /// closed. Null where there is no memory.

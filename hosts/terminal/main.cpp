@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -45,6 +44,7 @@ int run(const hosts::terminal::Options& options) {
     if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
+    hosts::common::letWritesFail();
     // Never destroyed: workers may be asking it while the program ends.
     [[maybe_unused]] static const auto& machine =
         *new hosts::common::HostMachine(options.demo, usesLocale(options));
@@ -61,7 +61,6 @@ int run(const hosts::terminal::Options& options) {
 int main(int count, char** arguments) {
     hosts::common::holdClosedStreams();
     ::mallopt(M_ARENA_MAX, 1); // the workers allocate a handful of bytes: one heap is enough for all threads
-    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error of write(2)
     const hosts::terminal::ParsedOptions parsed = hosts::terminal::parseOptions(count, arguments);
     const int status = parsed.exitStatus ? *parsed.exitStatus : run(parsed.options);
     std::fflush(nullptr);

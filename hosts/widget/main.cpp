@@ -115,8 +115,8 @@ int run(const Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
     hosts::common::holdClosedStreams();
+    hosts::common::letWritesFail();
     keepMemorySmall();
-    std::signal(SIGPIPE, SIG_IGN); // whoever read the log may go away
     platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));
     std::setlocale(LC_ALL, "");
     const std::variant<Options, int> read = readOptions(argc, argv);

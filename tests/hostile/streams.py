@@ -5,6 +5,7 @@ No number of theirs ever becomes another file's or connection's, a window heeds 
 a picture is made, and a page waits for a slow reader, ends quietly without one and says what else became of it."""
 import fcntl
 import os
+import resource
 import signal
 import subprocess
 import sys
@@ -132,6 +133,17 @@ def page(program, home, states):
     finish(process, streams, states, allowed)
 
 
+def keeps(what, command, path):
+    """Beyond the size that files may have, the old file stays and the program says why."""
+    with open(path, "w", encoding="ascii") as file:
+        file.write("old")
+    done = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False, env={"QT_QPA_PLATFORM": "offscreen", "HOME": "/"},
+                          preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (10, 10)))
+    with open(path, encoding="latin-1") as file:
+        if file.read() != "old" or done.returncode not in (1, 2) or b"File too large" not in done.stderr:
+            problems.append(f"{what}: {done.returncode}, {done.stderr}")
+
+
 with tempfile.TemporaryDirectory() as folder:
     with open(folder + "/store.plist", "wb") as store:
         store.write(STORE)
@@ -142,5 +154,8 @@ with tempfile.TemporaryDirectory() as folder:
         for each in (window, snapshot):
             for widget in sys.argv[2:]:
                 each(widget, folder, row)
+    keeps("recording", [sys.argv[1], "--no-gpu", "--record", folder + "/r"], folder + "/r")
+    for widget in sys.argv[2:]:
+        keeps("picture", [widget, "--demo", "--snapshot", folder + "/p.png"], folder + "/p.png")
 print(f"{tried} starts", *problems, sep="\n")
 sys.exit(1 if problems else 0)
