@@ -2,7 +2,9 @@
 #include "hosts/common/HostMachine.hpp"
 
 #include "platform/linux/LinuxMachine.hpp"
+#include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/kernel/LocalPaths.hpp"
+#include "platform/linux/kernel/MountTable.hpp"
 #include "platform/simulated/DemoMachine.hpp"
 
 #include <sys/utsname.h>
@@ -34,6 +36,16 @@ bool isOnThisMachine(const std::string& path) {
 std::string machineName(bool demo) {
     utsname system{};
     return demo || ::uname(&system) != 0 ? std::string("demo") : std::string(system.nodename);
+}
+
+std::string storageMountPoint(bool demo) {
+    if (demo) {
+        return "/";
+    }
+    const auto folders = platform::currentMachine().documentDirectories();
+    const platform::linux::MountTable mounts(
+        platform::linux::KernelTree("/").read("proc/self/mountinfo").text);
+    return folders->empty() ? std::string() : mounts.pointOf(folders->front());
 }
 
 } // namespace vantor::hosts::common

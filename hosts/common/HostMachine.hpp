@@ -30,5 +30,8 @@ private:
 
 /// The name of the machine that a host shows: what uname(2) calls its node, or "demo".
 [[nodiscard]] std::string machineName(bool demo);
+/// Where the volume of the storage figures is mounted: "/home", or "/" for the demonstration; empty where
+/// that cannot be told.
+[[nodiscard]] std::string storageMountPoint(bool demo);
 
 } // namespace vantor::hosts::common

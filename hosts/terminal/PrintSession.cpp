@@ -5,6 +5,7 @@
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
+#include "hosts/common/HostMachine.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "hosts/terminal/StandardOutput.hpp"
 #include "hosts/terminal/TimedSources.hpp"
@@ -127,7 +128,9 @@ private:
     }
 
     void print() {
-        const Reading reading = readingOf(*m_controller, hosts::common::currentFailures(), time());
+        Reading reading = readingOf(*m_controller, hosts::common::currentFailures(), time());
+        reading.host = m_host;
+        reading.mountPoint = common::storageMountPoint(m_options.demo);
         m_complaints.tell(reading.failures);
         m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
@@ -160,6 +163,7 @@ private:
     }
 
     const Options& m_options;
+    const std::string m_host = common::machineName(m_options.demo);
     TurnUntil m_turnUntil;
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();

@@ -21,8 +21,9 @@ using namespace vantor;
 
 /// What machines read is the same everywhere: those formats run without the user's locale.
 bool usesLocale(const hosts::terminal::Options& options) {
-    return !options.wantsPrint() ||
-           options.format.value_or(hosts::terminal::Format::text) == hosts::terminal::Format::text;
+    using hosts::terminal::Format;
+    const Format format = options.format.value_or(Format::text);
+    return !options.wantsPrint() || format == Format::text || format == Format::waybar;
 }
 
 /// Standard output belongs to the picture or the reading, so the log goes elsewhere. On a terminal with a

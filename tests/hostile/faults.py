@@ -15,11 +15,11 @@ short_reads, *programs = sys.argv[1:]
 OPEN = ["openat:error=" + error for error in ("ENOENT", "EACCES", "EIO", "ENODEV", "EMFILE", "EINTR")]
 READ = ["pread64:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ESRCH", "EINTR")]
 ONCE = ["openat:error=EINTR:when=1", "pread64:error=EINTR:when=1", "pread64:error=EIO:when=3"]  # an open file gone stale is opened anew
-SECTIONS = ("memory", "storage", "cpu", "network")
+SECTIONS = ("ram", "storage", "cpu", "network")
 
 # (path whose calls fail, or nothing for all calls; faults; the sections that are named; those without figures).
 CASES = [
-    ("/proc/meminfo", OPEN + READ + ["pread64:retval=0"], "memory", "memory"),
+    ("/proc/meminfo", OPEN + READ + ["pread64:retval=0"], "memory", "ram"),
     ("/proc/stat", OPEN + READ + ["pread64:retval=0"], "processor", "cpu"),
     ("/proc/net/dev", OPEN, "network", "network"),
     (None, ["statfs:error=" + error for error in ("EIO", "EACCES", "ENODEV", "ENOSYS", "EINTR")], "storage", "storage"),
@@ -77,7 +77,7 @@ def wrong_figures(text, absent):
         report = json.loads(text)
     except ValueError as error:
         return [f"no report: {error}"]
-    hollow = {name: report.get(name) is None or all(value is None for value in report[name].values()) for name in SECTIONS}
+    hollow = {name: report.get(name) is None or all(value is None or isinstance(value, str) for value in report[name].values()) for name in SECTIONS}
     return [f"{name} is {report.get(name)}" for name in SECTIONS if hollow[name] != (name in absent)]
 
 

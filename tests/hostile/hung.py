@@ -122,7 +122,7 @@ def reports():
             if report:
                 check(set(report["failed"]) == failing, place, f"failed: {report['failed']}")
                 check({line.split(": ")[1] for line in errors.splitlines()} == failing, place, errors)
-                for section in ("memory", "cpu", "network", *({"storage"} - failing)):
+                for section in ("ram", "cpu", "network", *({"storage"} - failing)):
                     check(has_figures(report[section]), place, f"{section}: {report[section]}")
     with Case("documents that answer", "documents", silent=False) as case:
         report, _ = case.report("--once")

@@ -48,6 +48,10 @@ TEST_F(Mounts, AreLocalByTheirTypeUpToTheTop) {
         EXPECT_FALSE(local(no)) << no;
     }
     EXPECT_TRUE(MountTable(text).isLocal("/"));
+    const MountTable nested("1 0 8:1 / / rw - ext4 a rw\n2 1 8:2 / /home\\040of rw - ext4 b rw\n");
+    EXPECT_EQ(nested.pointOf("/home of/u/Documents"), "/home of");
+    EXPECT_EQ(nested.pointOf("/home off"), "/");
+    EXPECT_EQ(MountTable("").pointOf("/home"), "");
     EXPECT_FALSE(MountTable("").isLocal("/"));
     EXPECT_FALSE(MountTable("30 1 8:1 / / rw ext4 /dev/sda1 rw\n").isLocal("/")) << "cut short";
     EXPECT_FALSE(MountTable("30 1 0:2 / / rw - ext4 a rw\n31 30 0:3 / / rw - nfs b rw\n").isLocal("/"));

@@ -35,9 +35,11 @@ protected:
     }
 
     [[nodiscard]] Reading reading(std::vector<platform::SourceFailure> failures = {}) const {
-        return readingOf(*m_stage.controller, std::move(failures),
-                         std::chrono::sys_days(std::chrono::year(2024) / 5 / 1) +
-                             std::chrono::milliseconds(7250));
+        Reading reading = readingOf(*m_stage.controller, std::move(failures),
+                                    std::chrono::sys_days(std::chrono::year(2024) / 5 / 1) +
+                                        std::chrono::milliseconds(7250));
+        reading.host = "box";
+        return reading;
     }
 
     WidgetStage m_stage;
@@ -48,16 +50,18 @@ TEST_F(Formats, JsonHoldsRecordsLabelsAndCharts) {
     EXPECT_EQ(line.find('\n'), line.size() - 1);
     const json object = json::parse(line);
     EXPECT_EQ(object["schema"], 1);
+    EXPECT_EQ(object["host"], "box");
     EXPECT_EQ(object["time"], "2024-05-01T00:00:07.250Z");
-    EXPECT_EQ(object["memory"].size(), 10U);
-    EXPECT_EQ(object["memory"]["used"], 3'221'225'472);
-    EXPECT_EQ(object["memory"]["free+inactive"], 2'147'483'648);
-    EXPECT_EQ(object["storage"], json({{"total", 128'000'000'000},
+    EXPECT_EQ(object["ram"].size(), 10U);
+    EXPECT_EQ(object["ram"]["used"], 3'221'225'472);
+    EXPECT_EQ(object["ram"]["freeAndInactive"], 2'147'483'648);
+    EXPECT_EQ(object["storage"], json({{"mountPoint", nullptr},
+                                       {"total", 128'000'000'000},
                                        {"used", 98'000'000'000},
                                        {"free", 30'000'000'000},
                                        {"releasable", 10'000'000'000}}));
     EXPECT_EQ(object["cpu"], json({{"system", 0.0}, {"user", 70.0}, {"idle", 20.0}, {"nice", 10.0}}));
-    EXPECT_EQ(object["network"]["wifiReceived"], 7'002'000);
+    EXPECT_EQ(object["network"]["lanReceived"], 7'002'000);
     EXPECT_EQ(object["network"]["receivedPerSecond"], 2000);
     EXPECT_EQ(object["network"]["sentPerSecond"], 0);
     EXPECT_EQ(object["labels"].size(), 11U);
@@ -74,18 +78,23 @@ TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
     const json object = json::parse(jsonText(failed));
     EXPECT_EQ(object["failed"]["storage"], "statvfs: \uFFFD\uFFFD[2J<b>");
     EXPECT_TRUE(object["storage"]["total"].is_null());
-    EXPECT_TRUE(object["network"]["wifiSent"].is_null());
+    EXPECT_TRUE(object["network"]["lanSent"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["progress"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["text"].is_null());
     EXPECT_TRUE(object["charts"]["storage"]["color"].is_null());
     EXPECT_TRUE(object["labels"]["usedSTORAGELabel"].is_null());
-    EXPECT_EQ(object["memory"]["total"], 4'294'967'296) << "the other sections still appear";
+    EXPECT_EQ(object["ram"]["total"], 4'294'967'296) << "the other sections still appear";
 
     const std::string prometheus = prometheusText(failed);
     EXPECT_THAT(prometheus, Not(HasSubstr("vantor_storage_")));
     EXPECT_THAT(prometheus, HasSubstr("vantor_source_up{source=\"storage\"} 0\n"));
     EXPECT_THAT(prometheus, Not(HasSubstr("{chart=\"storage\"}")));
-    EXPECT_THAT(prometheus, HasSubstr("vantor_memory_free_bytes 1073741824\n"));
+    EXPECT_THAT(prometheus, HasSubstr("vantor_ram_free_bytes 1073741824\n"));
+
+    Reading mounted = reading();
+    mounted.mountPoint = "/a \\\"b\"";
+    EXPECT_THAT(prometheusText(mounted),
+                HasSubstr("vantor_storage_free_bytes{mountpoint=\"/a \\\\\\\"b\\\"\"} 30000000000\n"));
 
     const std::string text = plainText(failed);
     EXPECT_THAT(text, HasSubstr("Not available"));
@@ -101,7 +110,9 @@ TEST_F(Formats, AFailedSourceIsNamedAndItsFiguresAreNoNumbers) {
 
 TEST_F(Formats, WaybarShowsTheFullestOrTheFieldAskedFor) {
     const json all = json::parse(waybarText(reading(), std::nullopt));
-    EXPECT_EQ(all["text"], "75%  77%  80%");
+    EXPECT_EQ(all["text"], "RAM 75%  Storage 77%  CPU 80%");
+    EXPECT_EQ(all["alt"], "orange");
+    EXPECT_THAT(all["tooltip"].get<std::string>(), HasSubstr("CPU 10.00 % at low priority\n"));
     EXPECT_EQ(all["class"], "orange");
     EXPECT_EQ(all["percentage"], 80);
     EXPECT_THAT(all["tooltip"].get<std::string>(), Not(HasSubstr("Releasable"))) << "the widget hides it";
@@ -129,7 +140,7 @@ TEST_F(Formats, TheTextPageIsAlignedByTheWidthOnScreen) {
     std::istringstream page(plainText(japanese));
     int width = 0;
     for (std::string line; std::getline(page, line);) {
-        if (line.empty() || line == "Network") {
+        if (line.empty() || line == "Network" || line.ends_with("low priority")) {
             continue;
         }
         width = width == 0 ? displayWidth(line) : width;

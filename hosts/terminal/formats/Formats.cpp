@@ -20,6 +20,11 @@ std::string formatted(const Reading& reading, Format format, std::optional<platf
     return inLocaleCharacters(field ? plainText(reading, *field) : plainText(reading));
 }
 
+std::string_view wordOf(platform::Source source) {
+    const Section* const section = sectionOf(source);
+    return section != nullptr ? section->mark : sourceName(source);
+}
+
 std::string figureOf(const Reading::Row& row) {
     return row.figure.empty() ? "-" : row.figure;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
+#include "hosts/terminal/formats/MemoryNames.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <nlohmann/json.hpp>
@@ -21,25 +22,25 @@ Json numberOf(double value) {
 
 /// The figures of a section, or its keys with null where nothing was read.
 Json memoryOf(const Reading& reading) {
-    static constexpr const char* keys[] = {"total", "used",      "free",       "active",        "inactive",
-                                           "wire",  "purgeable", "compressor", "free+inactive", "pressure"};
     Json object = Json::object();
-    for (const char* const key : keys) {
-        const auto value = reading.records.memory ? reading.records.memory->find(key) : std::nullopt;
-        object[key] = value ? Json(*value) : Json(nullptr);
+    for (const MemoryName& name : memoryNames) {
+        const auto value = reading.records.memory ? reading.records.memory->find(name.key) : std::nullopt;
+        object[std::string(name.json)] = value ? Json(*value) : Json(nullptr);
     }
     return object;
 }
 
 Json storageOf(const Reading& reading) {
-    if (!reading.records.storage) {
-        return {{"total", nullptr}, {"used", nullptr}, {"free", nullptr}, {"releasable", nullptr}};
-    }
-    const StorageFigures& storage = *reading.records.storage;
-    return {{"total", storage.total},
-            {"used", storage.used},
-            {"free", storage.free},
-            {"releasable", storage.releasable}};
+    const bool known = reading.records.storage.has_value();
+    const StorageFigures storage = reading.records.storage.value_or(StorageFigures{});
+    const auto bytes = [&](std::int64_t count) { return known ? Json(count) : Json(nullptr); };
+    return {{"mountPoint", reading.mountPoint.empty()
+                               ? Json(nullptr)
+                               : Json(platform::printableText(reading.mountPoint, 4096))},
+            {"total", bytes(storage.total)},
+            {"used", bytes(storage.used)},
+            {"free", bytes(storage.free)},
+            {"releasable", bytes(storage.releasable)}};
 }
 
 Json processorOf(const Reading& reading) {
@@ -57,10 +58,10 @@ Json networkOf(const Reading& reading) {
     const auto rate = [&](std::int64_t delta) {
         return known && !figures.isFirst ? Json(delta) : Json(nullptr);
     };
-    return {{"wifiReceived", counter(figures.totals.cards.receivedBytes)},
-            {"wifiSent", counter(figures.totals.cards.sentBytes)},
-            {"wirelessWanDataReceived", counter(figures.totals.modems.receivedBytes)},
-            {"wirelessWanDataSent", counter(figures.totals.modems.sentBytes)},
+    return {{"lanReceived", counter(figures.totals.cards.receivedBytes)},
+            {"lanSent", counter(figures.totals.cards.sentBytes)},
+            {"wwanReceived", counter(figures.totals.modems.receivedBytes)},
+            {"wwanSent", counter(figures.totals.modems.sentBytes)},
             {"sentPerSecond", rate(figures.sentDelta)},
             {"receivedPerSecond", rate(figures.receivedDelta)}};
 }
@@ -102,7 +103,7 @@ Json chartsOf(const Reading& reading) {
 Json failuresOf(const Reading& reading) {
     Json object = Json::object();
     for (const platform::SourceFailure& failure : reading.failures) {
-        object[std::string(sourceName(failure.source))] = platform::printableText(failure.reason);
+        object[std::string(wordOf(failure.source))] = platform::printableText(failure.reason);
     }
     return object;
 }
@@ -112,7 +113,8 @@ Json failuresOf(const Reading& reading) {
 std::string jsonText(const Reading& reading) {
     const Json object{{"schema", 1},
                       {"time", timeText(reading.time)},
-                      {"memory", memoryOf(reading)},
+                      {"host", platform::printableText(reading.host)},
+                      {"ram", memoryOf(reading)},
                       {"storage", storageOf(reading)},
                       {"cpu", processorOf(reading)},
                       {"network", networkOf(reading)},

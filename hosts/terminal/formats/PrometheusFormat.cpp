@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
+#include "hosts/terminal/formats/MemoryNames.hpp"
+#include "platform/core/PrintableText.hpp"
 
 #include <array>
 #include <charconv>
@@ -44,37 +46,37 @@ private:
 };
 
 void addMemory(Exposition& exposition, const MemoryFigures& memory) {
-    struct Family {
-        std::string_view key, name, help;
-    };
-    static constexpr Family families[] = {
-        {"total", "vantor_memory_total_bytes", "Installed memory."},
-        {"used", "vantor_memory_used_bytes", "Memory in use, as the widget counts it."},
-        {"free", "vantor_memory_free_bytes", "Memory that programs can have at once."},
-        {"active", "vantor_memory_active_bytes", "Pages of programs that stay in memory."},
-        {"inactive", "vantor_memory_inactive_bytes", "Pages of programs that could be moved to swap."},
-        {"wire", "vantor_memory_wired_bytes", "Memory that the kernel cannot give back."},
-        {"purgeable", "vantor_memory_purgeable_bytes", "Caches that can be dropped."},
-        {"compressor", "vantor_memory_compressor_bytes", "Memory that holds compressed pages."},
-        {"free+inactive", "vantor_memory_free_and_inactive_bytes", "Free and inactive memory."},
-        {"pressure", "vantor_memory_pressure_bytes", "Wired and compressed memory."},
-    };
-    for (const Family& family : families) {
-        if (const std::optional<std::int64_t> value = memory.find(family.key)) {
-            exposition.gauge(family.name, family.help, std::to_string(*value));
+    for (const MemoryName& name : memoryNames) {
+        if (const std::optional<std::int64_t> value = memory.find(name.key)) {
+            exposition.gauge(name.metric, name.help, std::to_string(*value));
         }
     }
 }
 
-void addStorage(Exposition& exposition, const StorageFigures& storage) {
-    exposition.gauge("vantor_storage_total_bytes", "Capacity of the documents' volume.",
-                     std::to_string(storage.total));
-    exposition.gauge("vantor_storage_used_bytes", "Used space of the documents' volume.",
-                     std::to_string(storage.used));
-    exposition.gauge("vantor_storage_free_bytes", "Free space of the documents' volume.",
-                     std::to_string(storage.free));
-    exposition.gauge("vantor_storage_releasable_bytes", "Space that could be released at once.",
-                     std::to_string(storage.releasable));
+/// A label's value: backslashes and quotation marks are escaped, and it has to be UTF-8 in one line.
+std::string labelled(std::string_view value) {
+    std::string escaped;
+    for (const char c : platform::printableText(value, 4096)) {
+        escaped += c == '\\' || c == '"' ? "\\" : "";
+        escaped += c;
+    }
+    return escaped;
+}
+
+void addStorage(Exposition& exposition, const StorageFigures& storage, const std::string& mountPoint) {
+    struct Family {
+        std::string_view name, help;
+        std::int64_t value;
+    };
+    const std::string labels = mountPoint.empty() ? "" : "{mountpoint=\"" + labelled(mountPoint) + "\"}";
+    for (const Family& family :
+         {Family{"vantor_storage_total_bytes", "Capacity of the documents' volume.", storage.total},
+          {"vantor_storage_used_bytes", "Used space of the documents' volume.", storage.used},
+          {"vantor_storage_free_bytes", "Free space of the documents' volume.", storage.free},
+          {"vantor_storage_releasable_bytes", "Space that could be released at once.", storage.releasable}}) {
+        exposition.family(family.name, "gauge", family.help);
+        exposition.sample(labels, std::to_string(family.value));
+    }
 }
 
 void addProcessor(Exposition& exposition, const CpuUsage& usage) {
@@ -87,11 +89,13 @@ void addProcessor(Exposition& exposition, const CpuUsage& usage) {
 }
 
 void addNetwork(Exposition& exposition, const NetworkFigures& network) {
-    exposition.family("vantor_network_receive_bytes_total", "counter", "Bytes received.");
-    exposition.sample("{link=\"wifi\"}", std::to_string(network.totals.cards.receivedBytes));
+    exposition.family("vantor_network_receive_bytes_total", "counter",
+                      "Bytes that network cards (lan) and modems (wwan) received.");
+    exposition.sample("{link=\"lan\"}", std::to_string(network.totals.cards.receivedBytes));
     exposition.sample("{link=\"wwan\"}", std::to_string(network.totals.modems.receivedBytes));
-    exposition.family("vantor_network_transmit_bytes_total", "counter", "Bytes sent.");
-    exposition.sample("{link=\"wifi\"}", std::to_string(network.totals.cards.sentBytes));
+    exposition.family("vantor_network_transmit_bytes_total", "counter",
+                      "Bytes that network cards (lan) and modems (wwan) sent.");
+    exposition.sample("{link=\"lan\"}", std::to_string(network.totals.cards.sentBytes));
     exposition.sample("{link=\"wwan\"}", std::to_string(network.totals.modems.sentBytes));
     if (!network.isFirst) {
         exposition.gauge("vantor_network_receive_last_second_bytes", "Bytes received in the last second.",
@@ -104,7 +108,7 @@ void addNetwork(Exposition& exposition, const NetworkFigures& network) {
 void addSources(Exposition& exposition, const Reading& reading) {
     exposition.family("vantor_source_up", "gauge", "Whether a source could be read (1) or not (0).");
     for (const platform::Source source : platform::allSources) {
-        exposition.sample("{source=\"" + std::string(sourceName(source)) + "\"}",
+        exposition.sample("{source=\"" + std::string(wordOf(source)) + "\"}",
                           reading.hasFailed(source) ? "0" : "1");
     }
 }
@@ -118,7 +122,7 @@ std::string prometheusText(const Reading& reading) {
         addMemory(exposition, *records.memory);
     }
     if (records.storage) {
-        addStorage(exposition, *records.storage);
+        addStorage(exposition, *records.storage, reading.mountPoint);
     }
     if (records.processor) {
         addProcessor(exposition, *records.processor);
@@ -129,11 +133,13 @@ std::string prometheusText(const Reading& reading) {
     exposition.family("vantor_chart_progress_ratio", "gauge", "What a ring shows; 1 is full.");
     for (const Reading::Section& section : reading.sections) {
         if (section.chart && !section.hasFailed) {
-            exposition.sample("{chart=\"" + std::string(section.kind->mark) + "\"}",
+            exposition.sample("{chart=\"" + std::string(wordOf(section.kind->source)) + "\"}",
                               numberText(section.chart->progress));
         }
     }
     addSources(exposition, reading);
+    exposition.family("vantor_build_info", "gauge", "The program that wrote this; always 1.");
+    exposition.sample("{version=\"" VANTOR_VERSION "\"}", "1");
     return exposition.text();
 }
 

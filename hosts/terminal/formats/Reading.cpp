@@ -2,6 +2,7 @@
 #include "hosts/terminal/formats/Reading.hpp"
 
 #include "charts/LevelColor.hpp"
+#include "controller/SectionNote.hpp"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +17,10 @@ namespace {
 
 Reading::Section sectionRead(const TEReportTableViewController& controller, const Section& kind,
                              bool hasFailed) {
-    Reading::Section section{&kind, hasFailed, {}, std::nullopt};
+    Reading::Section section{&kind, hasFailed, {}, {}, std::nullopt};
+    if (!hasFailed) {
+        section.note = sectionNote(kind.source, controller.records());
+    }
     for (const SectionRow& row : kind.rows) {
         section.rows.push_back({&row, (controller.*row.caption.label)->text(),
                                 hasFailed ? std::string() : (controller.*row.figure.label)->text(),
@@ -64,6 +68,14 @@ std::string timeText(std::chrono::system_clock::time_point time) {
                   parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec,
                   static_cast<int>(std::chrono::floor<std::chrono::milliseconds>(time - seconds).count()));
     return text.data();
+}
+
+std::string localTimeText(std::chrono::system_clock::time_point time) {
+    const std::time_t count = std::chrono::system_clock::to_time_t(time);
+    std::tm parts{};
+    ::localtime_r(&count, &parts);
+    std::array<char, 32> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%F %T", &parts)};
 }
 
 std::string_view levelName(double progress) {

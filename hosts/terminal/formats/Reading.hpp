@@ -28,11 +28,14 @@ struct Reading {
     struct Section {
         const vantor::Section* kind;
         bool hasFailed;
+        std::string note; ///< beside its name, such as "of 16 GB"; empty: nothing
         std::vector<Row> rows;
         std::optional<Chart> chart; ///< absent where the section has no ring
     };
 
     std::chrono::system_clock::time_point time;
+    std::string host;       ///< the machine's name
+    std::string mountPoint; ///< of the volume that is meant; empty where it is not known
     ReportRecords records;
     std::vector<Section> sections;
     std::vector<platform::SourceFailure> failures;
@@ -42,13 +45,17 @@ struct Reading {
     [[nodiscard]] bool hasFailed(platform::Source source) const;
 };
 
-/// Takes a reading from the view tree and the records. Main thread.
+/// Takes a reading from the view tree and the records, of a machine and a volume that are still to be named.
+/// Main thread.
 [[nodiscard]] Reading readingOf(const TEReportTableViewController& controller,
                                 std::vector<platform::SourceFailure> failures,
                                 std::chrono::system_clock::time_point time);
 
 /// A moment in universal time after RFC 3339, in milliseconds: "2024-05-01T14:03:07.250Z".
 [[nodiscard]] std::string timeText(std::chrono::system_clock::time_point time);
+
+/// The same moment for people, where they are: "2024-05-01 14:03:07".
+[[nodiscard]] std::string localTimeText(std::chrono::system_clock::time_point time);
 
 /// The band of a fraction: "green", "yellow", "orange" or "red"; empty for not-a-number and for what is no
 /// level at all.

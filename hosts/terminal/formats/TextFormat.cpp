@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
+#include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace {
 struct Line {
     std::string left;
     std::string right;
+    std::string note = {}; ///< after what is left, where there is room, else in a line of its own
 };
 
 std::string headFigure(const Reading::Section& section) {
@@ -32,7 +34,7 @@ std::vector<Line> lines(const Reading& reading) {
         if (!lines.empty()) {
             lines.emplace_back();
         }
-        lines.push_back({NSLocalizedString(section.kind->headingKey), headFigure(section)});
+        lines.push_back({NSLocalizedString(section.kind->headingKey), headFigure(section), section.note});
         for (const Reading::Row& row : section.rows) {
             if (row.isShown) {
                 lines.push_back({"  " + row.caption, figureOf(row)});
@@ -57,16 +59,23 @@ std::string padded(const Line& line, int width) {
 } // namespace
 
 std::string plainText(const Reading& reading) {
-    const std::vector<Line> page = lines(reading);
+    std::vector<Line> page = lines(reading);
     int left = 0;
     int right = 0;
     for (const Line& line : page) {
         left = std::max(left, displayWidth(line.left));
         right = std::max(right, displayWidth(line.right));
     }
-    std::string text;
-    for (const Line& line : page) {
-        text += padded(line, left + 2 + right);
+    const int width = left + 2 + right;
+    std::string text =
+        padded({platform::printableText(reading.host), localTimeText(reading.time)}, width) + '\n';
+    for (Line& line : page) {
+        const std::string note = std::exchange(line.note, {});
+        const bool fits =
+            displayWidth(line.left) + 1 + displayWidth(note) + 1 + displayWidth(line.right) <= width;
+        line.left += !note.empty() && fits ? " " + note : "";
+        text += padded(line, width);
+        text += !note.empty() && !fits ? "  " + note + '\n' : "";
     }
     return text;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -38,19 +39,29 @@ bool isAsked(const Reading::Section& section, std::optional<platform::Source> fi
     return !field || section.kind->source == *field;
 }
 
+std::string nameOf(const Reading::Section& section) {
+    return platform::NSLocalizedString(section.kind->headingKey);
+}
+
 /// "Used RAM: 5.2 GB" for each figure of the fields asked for, then what failed.
 std::string tooltip(const Reading& reading, std::optional<platform::Source> field) {
     std::string text;
     for (const Reading::Section& section : reading.sections) {
+        if (!isAsked(section, field)) {
+            continue;
+        }
+        if (!section.note.empty()) {
+            text += (text.empty() ? "" : "\n") + markup(nameOf(section)) + " " + markup(section.note);
+        }
         for (const Reading::Row& row : section.rows) {
-            if (row.isShown && isAsked(section, field)) {
+            if (row.isShown) {
                 text += (text.empty() ? "" : "\n") + markup(row.caption) + ": " + markup(figureOf(row));
             }
         }
     }
     for (const platform::SourceFailure& failure : reading.failures) {
-        text += (text.empty() ? "" : "\n") + std::string(sourceName(failure.source)) + ": " +
-                markup(failure.reason);
+        text +=
+            (text.empty() ? "" : "\n") + std::string(wordOf(failure.source)) + ": " + markup(failure.reason);
     }
     return text;
 }
@@ -79,7 +90,7 @@ std::string shortText(const Reading& reading, std::optional<platform::Source> fi
     std::string text;
     for (const Reading::Section& section : reading.sections) {
         if (section.chart && isAsked(section, field)) {
-            text += (text.empty() ? "" : "  ") + percentOf(section);
+            text += (text.empty() ? "" : "  ") + (field ? "" : nameOf(section) + " ") + percentOf(section);
         }
     }
     return text;
@@ -97,6 +108,9 @@ std::string waybarText(const Reading& reading, std::optional<platform::Source> f
             level.empty() ? nlohmann::ordered_json(unavailable) : nlohmann::ordered_json{level, unavailable};
     } else if (!level.empty()) {
         object["class"] = level;
+    }
+    if (object.contains("class")) {
+        object["alt"] = level.empty() ? unavailable : level;
     }
     if (const std::optional<int> percent = wholePercent(progress)) {
         object["percentage"] = *percent;

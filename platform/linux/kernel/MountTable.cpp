@@ -103,6 +103,11 @@ const MountTable::Mount* MountTable::holding(std::string_view resolved) const {
     return mount;
 }
 
+std::string MountTable::pointOf(std::string_view path) const {
+    const Mount* const mount = holding(path);
+    return mount != nullptr ? mount->point : std::string();
+}
+
 bool MountTable::isLocal(std::string_view path) const {
     std::string rest(path);
     std::string at; // resolved: without links, "." and ".."; empty is the root

@@ -21,6 +21,10 @@ public:
     /// being there. The links are read, but only on file systems that passed already.
     [[nodiscard]] bool isLocal(std::string_view path) const;
 
+    /// Where the file system that holds an absolute path is mounted; empty where that is not known. Links
+    /// within the path are not followed.
+    [[nodiscard]] std::string pointOf(std::string_view path) const;
+
 private:
     struct Mount {
         std::uint64_t number = 0;

@@ -129,7 +129,7 @@ def report():
     line = subprocess.run([program, "--once", "--format", "json"], env=environment, capture_output=True, text=True,
                           check=False).stdout
     network = json.loads(line)["network"]
-    return [network["wifiReceived"], network["wifiSent"]]
+    return [network["lanReceived"], network["lanSent"]]
 
 
 def compare():
