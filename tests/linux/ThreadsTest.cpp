@@ -22,6 +22,9 @@ TEST(Threads, ReportsMayOverlapWhileFilesComeAndGo) {
     platform::linux::ScanPace pace;
     pace.firstDelay = std::chrono::milliseconds(0);
     machine->startReleasableScan(pace);
+    // Without a record there is nothing to hand out while the file is away.
+    platform::vm_statistics64 first{};
+    ASSERT_EQ(machine->hostVirtualMemory(first), platform::KERN_SUCCESS);
     std::atomic<bool> going{true};
     std::vector<std::thread> reports;
     for (int i = 0; i < 3; ++i) {
