@@ -26,8 +26,7 @@ using platform::TextLayer;
 namespace {
 
 constexpr double smallestMove = 0.5; // device pixels
-constexpr double tileMargin =
-    4; // points between the ring and the edge of the tile that shows hover and focus
+constexpr double tileMargin = 4; // points around the ring, for hover and focus
 constexpr double tileWidth = 97;
 constexpr double tileHeight = 100;
 constexpr auto noFigure = "–";
@@ -216,14 +215,6 @@ QString RingView::textLayer(std::size_t index) const {
         }
     }
     return {};
-}
-
-QString RingView::percentage() const {
-    return textLayer(0);
-}
-
-QString RingView::caption() const {
-    return textLayer(1);
 }
 
 QSize RingView::sizeHint() const {

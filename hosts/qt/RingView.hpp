@@ -38,8 +38,8 @@ public:
 
     /// The picture that all animations end in.
     [[nodiscard]] platform::Layers restingLayers() const { return layersAt(platform::Instant::max()); }
-    [[nodiscard]] QString caption() const;
-    [[nodiscard]] QString percentage() const;
+    [[nodiscard]] QString caption() const { return textLayer(1); }
+    [[nodiscard]] QString percentage() const { return textLayer(0); }
     [[nodiscard]] const platform::Layers& layers() const { return m_layers; }
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -2,13 +2,11 @@
 #include "hosts/widget/ReportCard.hpp"
 
 #include "controller/ByteText.hpp"
-#include "controller/SectionNote.hpp"
 #include "hosts/common/WidgetSizes.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
 #include "hosts/qt/RingAccessible.hpp"
 #include "hosts/widget/FormWidget.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "settings/DeepLink.hpp"
 #include "ui_ReportForm.h"
 
@@ -16,7 +14,6 @@
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
@@ -43,12 +40,6 @@ void setColors(QWidget& widget, const QColor& text, const QColor& ground) {
     palette.setColor(QPalette::Window, ground);
     widget.setPalette(palette);
     widget.setAutoFillBackground(true);
-}
-
-/// A reason may hold a folder's name, and a tip that looks like markup is taken for it, pictures and all.
-QString literal(const std::string& reason) {
-    const QString text = QString::fromStdString(platform::printableText(reason, 4096));
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
 
 } // namespace
@@ -81,45 +72,6 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
 }
 
 ReportCard::~ReportCard() = default;
-
-void ReportCard::nameActions() {
-    for (const Section& section : sections) {
-        const QString name = qt::hostText(actionCaptionKey(section));
-        auto& button = formWidget<QAbstractButton>(*this, section.action.name);
-        if (button.text() != name) {
-            button.setText(name);
-        }
-        if (section.chart) {
-            auto& ring = formWidget<QAbstractButton>(*this, section.chart->name);
-            ring.setText(name);
-        }
-    }
-}
-
-void ReportCard::setAppIsThere(bool isThere) {
-    m_appIsThere = isThere;
-    for (qt::RingView* ring : m_binding.rings()) {
-        ring->setCursor(isThere ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    }
-    nameActions();
-}
-
-void ReportCard::nameSections() {
-    nameActions();
-    for (const Section& section : sections) {
-        showHeading(section, nullptr);
-    }
-    m_form->memoryTotal->setText(qt::hostText("host_SHOWRAM"));
-    m_form->memoryTotal->setCaption(qt::hostText("host_SHOW"));
-    m_form->openApp->setCaption(qt::hostText("host_SHOW"));
-    m_form->showCpuChart->setCaption(qt::hostText("host_CHART"));
-    for (QAbstractButton* button :
-         {static_cast<QAbstractButton*>(m_form->manualInfoRefresh),
-          static_cast<QAbstractButton*>(m_form->memoryTotal), static_cast<QAbstractButton*>(m_form->openApp),
-          static_cast<QAbstractButton*>(m_form->showCpuChart)}) {
-        setTip(*button, button->text());
-    }
-}
 
 void ReportCard::scaleForm() {
     m_lengths.scale(m_theme);
@@ -236,61 +188,6 @@ void ReportCard::flush() {
     showStorageTips();
 }
 
-/// What no row tells: how much RAM there is, and how much of the processor's time went to programs that asked
-/// for little.
-void ReportCard::showNotes() {
-    const ReportRecords& records = m_binding.controller().records();
-    const QString total = QString::fromStdString(sectionNote(platform::Source::memory, records));
-    if (!total.isEmpty() && total != m_form->memoryTotal->caption()) {
-        m_form->memoryTotal->setCaption(total);
-        m_form->memoryTotal->setFixedSize(m_form->memoryTotal->sizeHint());
-    }
-    m_form->lowPriorityShare->setText(
-        QString::fromStdString(sectionNote(platform::Source::processor, records)));
-}
-
-/// Free space counts what could be released, and the total leaves out what is kept back for the system; the
-/// tooltips say how much that is.
-void ReportCard::showStorageTips() {
-    const StorageFigures storage = m_binding.controller().records().storage.value_or(StorageFigures{});
-    const auto tip = [](std::string_view key, std::int64_t bytes) {
-        return bytes > 0 ? qt::hostText(key, "size", storageText(bytes)) : QString();
-    };
-    for (QLabel* label : {m_form->freeSTORAGETitleLabel, m_form->freeSTORAGELabel}) {
-        setTip(*label, tip("host_RELEASABLETIP", storage.releasable));
-    }
-    for (QLabel* label : {m_form->totalSTORAGETitleLabel, m_form->totalSTORAGELabel}) {
-        setTip(*label, tip("host_RESERVEDTIP", storage.reserved));
-    }
-}
-
-/// The ring in figures, and what a press does.
-void ReportCard::showRingTip(qt::RingView& ring) {
-    const ReportRecords& records = m_binding.controller().records();
-    QStringList lines{qt::valueText(ring.caption().toStdString(), ring.percentage().toStdString())};
-    const auto partOf = [](const std::string& part, const std::string& whole) {
-        return QString::fromStdString(part) + QStringLiteral(" · ") +
-               qt::hostText("host_OFTOTAL", "size", whole);
-    };
-    if (&ring == m_form->progressRAMView && records.memory && !records.memory->empty()) {
-        lines << partOf(memoryText(records.memory->at("used")), memoryText(records.memory->at("total")));
-    } else if (&ring == m_form->progressSTORAGEView && records.storage) {
-        lines << partOf(storageText(records.storage->used), storageText(records.storage->total));
-    } else if (&ring == m_form->progressCPUView && !m_form->lowPriorityShare->text().isEmpty()) {
-        lines << m_form->lowPriorityShare->text();
-    }
-    if (m_appIsThere) {
-        lines << ring.text();
-    }
-    setTip(ring, lines.join(QLatin1Char('\n')));
-}
-
-void ReportCard::setTip(QWidget& widget, const QString& text) {
-    if (widget.toolTip() != text) {
-        widget.setToolTip(text);
-    }
-}
-
 void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failures) {
     if (failures == m_failures) {
         return;
@@ -301,14 +198,6 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
         showHeading(section, failed != failures.end() ? &*failed : nullptr);
         m_binding.showFigures(section, failed == failures.end());
     }
-}
-
-void ReportCard::showHeading(const Section& section, const platform::SourceFailure* failure) {
-    auto& heading = formWidget<QLabel>(*this, section.heading);
-    const QString name = qt::hostText(section.headingKey);
-    heading.setText(failure == nullptr ? name
-                                       : name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));
-    setTip(heading, failure == nullptr ? QString() : literal(failure->reason));
 }
 
 void ReportCard::showMessage(const QString& text) {
