@@ -26,7 +26,7 @@ using platform::TextLayer;
 namespace {
 
 constexpr double smallestMove = 0.5; // device pixels
-constexpr double tileMargin = 4; // points around the ring, for hover and focus
+constexpr double tileMargin = 4;     // points around the ring, for hover and focus
 constexpr double tileWidth = 97;
 constexpr double tileHeight = 100;
 constexpr auto noFigure = "–";
