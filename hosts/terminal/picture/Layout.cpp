@@ -92,9 +92,9 @@ Layout below(const Scene& scene, Layout layout, Size size) {
     if (widest < smallestRing) {
         return layout;
     }
-    constexpr int extra = 4;
+    constexpr int extra = 5; // the heading, two blank lines, and one above and below, for the name
     layout = ringsIn(layout, size.height, widest, layout.listRows + layout.lines, extra);
-    if (layout.isRoomy && size.height >= layout.height + 2) {
+    if (layout.isRoomy && size.height >= layout.height + 3) {
         layout.isAiry = true;
         ++layout.height;
     }

@@ -53,7 +53,9 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
     // A second row of keys where there is room for it, for a warning and for a blank line.
     const int spare = size.height - layout.height;
     const Box bottom = layout.hasKeys ? keysAt(keys, size, spare >= 4 ? 2 : 1) : Box{0, size.height, 0, 0};
-    const int top = std::max(0, (bottom.row - layout.height) / 2);
+    // Below the machine's name, unless the last row is wanted for a warning.
+    const int lowest = bottom.row - layout.height;
+    const int top = std::max(lowest > 0 && scene.warning.empty() ? 1 : 0, lowest / 2);
     switch (layout.arrangement) {
     case Arrangement::bars:
     case Arrangement::listed:
