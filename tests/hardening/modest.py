@@ -70,7 +70,8 @@ def immodest(program, trace, home, sockets, screen):
             yield f"{program} lacked a privilege: {call}"
         opened = re.match(r'(open|openat|creat|rename|unlink|mkdir)\(.*?"([^"]*)"', call)
         written = opened and (opened[1] not in ("open", "openat") or re.search(r"O_(WRONLY|RDWR|CREAT)", call))
-        if written and line.split()[0] not in askers and not opened[2].startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
+        leads_home = opened and opened[1] == "mkdir" and (home + "/").startswith(opened[2] + "/")  # and is there
+        if written and not leads_home and line.split()[0] not in askers and not opened[2].startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
             yield f"{program} writes: {call}"
 
 
