@@ -115,12 +115,15 @@ std::optional<RingView::Motion> RingView::motionFrom(Instant now) const {
 }
 
 bool RingView::moveOn(Instant now) {
-    if (!m_motion || now >= m_motion->end) {
+    if (!m_motion) {
         showAtRest();
         return false;
     }
+    const bool isLast = now >= m_motion->end;
     const std::chrono::duration<double> passed = now - m_motion->begin;
-    const double end = std::lerp(m_motion->from, m_motion->to, passed / (m_motion->end - m_motion->begin));
+    const double end =
+        isLast ? m_motion->to
+               : std::lerp(m_motion->from, m_motion->to, passed / (m_motion->end - m_motion->begin));
     auto& arcs = std::get<StrokeLayer>(m_layers[m_motion->stroke]).path.arcs;
     if (arcs.empty()) {
         arcs = std::get<StrokeLayer>(restingLayers()[m_motion->stroke]).path.arcs;
@@ -132,7 +135,11 @@ bool RingView::moveOn(Instant now) {
     if (!paintNow(*this, area, [&](QImage& window) { paintFrame(window, before, end); })) {
         update(area);
     }
-    return true;
+    if (isLast) {
+        m_layers = restingLayers(); // which is what is on screen now
+        m_motion.reset();
+    }
+    return !isLast;
 }
 
 void RingView::replace(Layers layers) {

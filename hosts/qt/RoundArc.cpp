@@ -54,10 +54,11 @@ QRect RoundArc::areaBetween(double oldEnd, double newEnd) const {
 /// How much of a pixel the stroke covers: by how far its middle is within the stroke's edge.
 double RoundArc::coverage(const QPointF& pixel, const Ends& ends) const {
     const QPointF way = pixel - center;
-    const double fromLine = std::abs(std::sqrt(QPointF::dotProduct(way, way)) - radius);
-    if (fromLine >= halfWidth + 0.5) {
-        return 0;
+    const double square = QPointF::dotProduct(way, way);
+    if (square <= ends.nearest || square >= ends.farthest) {
+        return 0; // most of a ring's pixels
     }
+    const double fromLine = std::abs(std::sqrt(square) - radius);
     const bool afterStart = cross(ends.start - center, way) >= 0;
     const bool beforeEnd = cross(way, ends.end - center) >= 0;
     const bool beside = ends.isLong ? afterStart || beforeEnd : afterStart && beforeEnd;
@@ -69,7 +70,10 @@ void RoundArc::draw(QImage& target, const QRect& area, const QImage& still, cons
                     double end) const {
     const QRect place = area & target.rect() & QRect(stillAt, still.size());
     const double opacity = end > start ? color.alphaF() : 0;
-    const Ends ends{pointAt(start), pointAt(end), end - start > std::numbers::pi};
+    const double inner = std::max(radius - halfWidth - 0.5, 0.0);
+    const double outer = radius + halfWidth + 0.5;
+    const Ends ends{pointAt(start), pointAt(end), end - start > std::numbers::pi, inner * inner,
+                    outer * outer};
     for (int y = place.top(); y <= place.bottom(); ++y) {
         auto* const to = reinterpret_cast<QRgb*>(target.scanLine(y));
         const auto* const from = reinterpret_cast<const QRgb*>(still.constScanLine(y - stillAt.y()));

@@ -30,7 +30,9 @@ private:
     struct Ends {
         QPointF start;
         QPointF end;
-        bool isLong; // more than half a turn
+        bool isLong;    // more than half a turn
+        double nearest; // the squares of the distances from the centre that the stroke lies between
+        double farthest;
     };
     [[nodiscard]] double coverage(const QPointF& pixel, const Ends& ends) const;
 };
