@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/removal/LinuxDisposal.hpp"
+
+#include "platform/core/PrintableText.hpp"
+#include "platform/linux/kernel/FileSystem.hpp"
+#include "platform/linux/kernel/Folder.hpp"
+#include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/removal/Remover.hpp"
+#include "platform/linux/removal/TrashFolders.hpp"
+#include "platform/linux/removal/TrashInfo.hpp"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace vantor::platform::linux {
+
+namespace {
+
+constexpr std::size_t longestInfo = 16384, longestOrigin = 4096;
+constexpr std::string_view ending = ".trashinfo";
+
+posix::Descriptor openTrash(const std::string& path) {
+    return Remover::openOwn(AT_FDCWD, path.c_str());
+}
+
+/// Lists one trash.
+class TrashList {
+public:
+    TrashList(std::string path, std::vector<TrashItem>& items, const Disposal::KeepGoing& keepGoing)
+        : m_path(std::move(path)), m_trash(openTrash(m_path)), m_items(items), m_keepGoing(keepGoing) {}
+
+    void take() {
+        takeFolder("files", false);
+        takeFolder("expunged", true);
+        takeLostNotes();
+    }
+
+private:
+    void takeFolder(const char* which, bool isExpunged) {
+        posix::Descriptor files = Remover::openOwn(m_trash.number(), which);
+        const std::string fileSystem =
+            files.isOpen() ? fileSystemOf(files.number()).value_or("") : std::string();
+        Folder folder(std::move(files));
+        while (const char* const name = folder.next()) {
+            struct stat about {};
+            if (!m_keepGoing()) {
+                return;
+            }
+            if (::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) == 0) {
+                m_items.push_back(described(which, name, about, fileSystem, isExpunged));
+            }
+        }
+    }
+
+    TrashItem described(const char* which, const std::string& name, const struct stat& about,
+                        const std::string& fileSystem, bool isExpunged) {
+        TrashItem item{.trash = m_path,
+                       .name = name,
+                       .identity = identityOf(about),
+                       .isExpunged = isExpunged,
+                       .origin = printableText(name, longestOrigin)};
+        if (S_ISDIR(about.st_mode)) {
+            FolderWalk walk(fileSystem, ::geteuid(), m_keepGoing);
+            walk.add(m_path + '/' + which + '/' + name);
+            item.bytes = walk.bytes() + static_cast<std::uint64_t>(about.st_blocks) * 512;
+        } else if (about.st_nlink == 1) {
+            item.bytes = static_cast<std::uint64_t>(about.st_blocks) * 512;
+        }
+        if (!isExpunged) {
+            KernelFile note(m_path + "/info/" + name + std::string(ending), Shape::manyRecords);
+            if (const std::optional<TrashInfo> info = parseTrashInfo(note.read(longestInfo).text)) {
+                item.origin = info->path.empty() ? item.origin : printableText(info->path, longestOrigin);
+                item.trashed = info->trashed;
+            }
+        }
+        return item;
+    }
+
+    /// Notes about items that are gone, as a crash leaves them.
+    void takeLostNotes() {
+        Folder notes(Remover::openOwn(m_trash.number(), "info"));
+        while (const char* const note = notes.next()) {
+            std::string name = note;
+            if (!name.ends_with(ending)) {
+                continue;
+            }
+            name.resize(name.size() - ending.size());
+            struct stat about {};
+            const std::string item = "files/" + name;
+            if (::fstatat(m_trash.number(), item.c_str(), &about, AT_SYMLINK_NOFOLLOW) != 0 &&
+                errno == ENOENT) {
+                m_items.push_back(
+                    {.trash = m_path, .name = name, .origin = printableText(name, longestOrigin)});
+            }
+        }
+    }
+
+    std::string m_path;
+    posix::Descriptor m_trash;
+    std::vector<TrashItem>& m_items;
+    const Disposal::KeepGoing& m_keepGoing;
+};
+
+} // namespace
+
+std::vector<TrashItem> LinuxDisposal::trashItems(const KeepGoing& keepGoing) {
+    std::vector<TrashItem> items;
+    const std::vector<std::string> mounts = localMounts(m_options.tree.read("proc/self/mountinfo").text);
+    for (const std::string& trash : trashFolders(m_options.dataHome, mounts, ::geteuid())) {
+        TrashList(trash, items, keepGoing).take();
+    }
+    return items;
+}
+
+/// The file goes first, then its note: a crash in between leaves a note without a file, which does no harm.
+Removal LinuxDisposal::remove(const TrashItem& item, const KeepGoing& keepGoing) {
+    const auto refused = [&item](const std::string& reason) {
+        return Removal{.problem = printableText(item.name) + ": " + reason};
+    };
+    if (item.name.empty() || item.name.find('/') != std::string::npos || item.name == "." ||
+        item.name == "..") {
+        return refused("is no name in a trash");
+    }
+    const posix::Descriptor trash = openTrash(item.trash);
+    const posix::Descriptor files = Remover::openOwn(trash.number(), item.isExpunged ? "expunged" : "files");
+    Remover remover(keepGoing);
+    if (item.identity && (!files.isOpen() || !remover.remove(files.number(), item.name, *item.identity))) {
+        return files.isOpen() ? remover.outcome() : refused("its trash is gone");
+    }
+    const posix::Descriptor notes = Remover::openOwn(trash.number(), "info");
+    const std::string note = item.name + std::string(ending);
+    struct stat about {};
+    // Another item may have been trashed under this name meanwhile: the note is then that one's.
+    const bool isTaken =
+        files.isOpen() && ::fstatat(files.number(), item.name.c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0;
+    Removal outcome = remover.outcome();
+    if (!item.isExpunged && !isTaken && notes.isOpen() && ::unlinkat(notes.number(), note.c_str(), 0) != 0 &&
+        errno != ENOENT) {
+        outcome.problem = printableText(note) + ": " + posix::errorText(errno);
+    }
+    return outcome;
+}
+
+std::optional<VolumeSpace> LinuxDisposal::volumeOf(const std::string& folder) {
+    struct stat about {};
+    struct statvfs space {};
+    if (::stat(folder.c_str(), &about) != 0 || ::statvfs(folder.c_str(), &space) != 0) {
+        return std::nullopt;
+    }
+    const std::uint64_t block = space.f_frsize != 0 ? space.f_frsize : space.f_bsize;
+    return VolumeSpace{about.st_dev, space.f_bavail * block};
+}
+
+} // namespace vantor::platform::linux

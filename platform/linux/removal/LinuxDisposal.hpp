@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/machine/Disposal.hpp"
+#include "platform/posix/UserFolders.hpp"
+
+#include <string>
+#include <utility>
+
+namespace vantor::platform::linux {
+
+/// What a LinuxDisposal is made of. The default is this machine's user.
+struct DisposalOptions {
+    KernelTree tree{"/"}; ///< for proc/self/mountinfo, which says where volumes are
+    std::string dataHome = posix::UserFolders::fromEnvironment().data;
+};
+
+/// The user's trashes after freedesktop.org's Trash specification: $XDG_DATA_HOME/Trash, and those on the
+/// volumes of this machine's own, never on a network's or a user's file system. Any thread.
+class LinuxDisposal final : public Disposal {
+public:
+    explicit LinuxDisposal(DisposalOptions options = {}) : m_options(std::move(options)) {}
+
+    std::vector<TrashItem> trashItems(const KeepGoing& keepGoing) override;
+    Removal remove(const TrashItem& item, const KeepGoing& keepGoing) override;
+    std::optional<VolumeSpace> volumeOf(const std::string& folder) override;
+
+private:
+    const DisposalOptions m_options;
+};
+
+} // namespace vantor::platform::linux

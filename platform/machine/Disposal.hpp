@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/core/Current.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantor::platform {
+
+/// Which file or folder is meant, whatever its name comes to stand for.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t number = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// Something in a trash.
+struct TrashItem {
+    std::string trash = {}; ///< the trash's folder
+    std::string name = {};  ///< in the trash, as bytes
+    /// Absent for a note about what is not there any more.
+    std::optional<FileIdentity> identity = {};
+    bool isExpunged = false; ///< deleted already by a file manager that has not come to it yet
+    std::string origin = {}; ///< where it was, printable; its name where that is not known
+    std::uint64_t bytes = 0; ///< what deleting it gives back, unless something else holds the same blocks
+    std::optional<std::int64_t> trashed = {}; ///< seconds since 1970
+};
+
+/// A volume and the bytes that are available on it.
+struct VolumeSpace {
+    std::uint64_t device = 0; ///< the same for folders on one volume
+    std::uint64_t available = 0;
+};
+
+/// What became of an item.
+struct Removal {
+    std::uint64_t bytes = 0;   ///< the blocks of the files that were deleted with their last name
+    std::uint64_t entries = 0; ///< files and folders that were deleted
+    std::string problem = {};  ///< why something stayed, in English and printable; empty where nothing did
+};
+
+/// Deletes what the user threw away. Any thread; calls may take as long as a disk does.
+class Disposal {
+public:
+    using KeepGoing = std::function<bool()>; ///< asked before each entry; false ends the work there
+
+    virtual ~Disposal() = default;
+
+    /// What is in the user's trashes now, on every volume that is this machine's own.
+    virtual std::vector<TrashItem> trashItems(const KeepGoing& keepGoing) = 0;
+    /// Deletes a listed item, if it still is the one that was listed.
+    virtual Removal remove(const TrashItem& item, const KeepGoing& keepGoing) = 0;
+    /// The volume of a folder; absent where it does not say.
+    virtual std::optional<VolumeSpace> volumeOf(const std::string& folder) = 0;
+};
+
+/// The disposal that a `Current<Disposal>` has put in place. Without one: fatal.
+Disposal& currentDisposal();
+
+} // namespace vantor::platform
