@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/command/CommandLine.hpp"
 
+#include "hosts/command/CleanCommand.hpp"
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/PageCommand.hpp"
 #include "hosts/command/SettingsCommand.hpp"
@@ -30,7 +31,8 @@ std::string whatIsWrong(const CLI::App& app, const CLI::ParseError& mistake) {
 } // namespace
 
 Action parseCommandLine(int count, const char* const* arguments) {
-    CLI::App app("Vantor on the command line: what its rings are made of, and what the widget goes by.",
+    CLI::App app("Vantor on the command line: what its rings are made of, what can be given back, and "
+                 "what\nthe widget goes by.",
                  "vantor");
     app.set_version_flag("--version", "vantor " VANTOR_VERSION);
     app.require_subcommand(1);
@@ -40,6 +42,7 @@ Action parseCommandLine(int count, const char* const* arguments) {
     app.get_formatter()->label("REQUIRED", "");
     Action action;
     addPageCommands(app, action);
+    addCleanCommands(app, action);
     addSettingsCommands(app, action);
     try {
         app.parse(count, arguments);

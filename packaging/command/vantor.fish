@@ -4,6 +4,7 @@ set -l commands list get set reset describe watch path
 complete -c vantor -f
 complete -c vantor -n __fish_use_subcommand -a ram -d 'Show what the RAM ring is made of'
 complete -c vantor -n __fish_use_subcommand -a cpu -d 'Show what the CPU ring is made of'
+complete -c vantor -n __fish_use_subcommand -a clean -d 'Give back what is not needed'
 complete -c vantor -n __fish_use_subcommand -a settings -d 'Read and change preferences'
 complete -c vantor -n __fish_use_subcommand -l version -d 'Print the version and end'
 complete -c vantor -l help -d 'Print what there is and end'
@@ -21,3 +22,7 @@ complete -c vantor -n '__fish_seen_subcommand_from ram cpu list watch' -l json -
 complete -c vantor -n '__fish_seen_subcommand_from get' -l stored -d 'Fail where nothing is stored'
 complete -c vantor -n '__fish_seen_subcommand_from reset' -l all -d 'All of them'
 complete -c vantor -n '__fish_seen_subcommand_from set reset' -l set-aside -d 'Keep a broken file under another name'
+complete -c vantor -n '__fish_seen_subcommand_from clean' -a trash -d 'Empty the trash'
+complete -c vantor -n '__fish_seen_subcommand_from clean' -l older-than -x -d 'Only what is so many days old'
+complete -c vantor -n '__fish_seen_subcommand_from clean' -l dry-run -d 'List what would be deleted'
+complete -c vantor -n '__fish_seen_subcommand_from clean' -l yes -d 'Do not ask'

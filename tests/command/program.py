@@ -120,6 +120,16 @@ with tempfile.TemporaryDirectory() as folder:
     check(abs(page["busy"] + page["idle"] - 100) < 1e-6 and listed >= page["busy"] - 1e-6, f"CPU: {page}")
     check(run("cpu").stdout.startswith("CPU: the ring is at "), "the CPU page")
 
+    # The trash is listed, and nothing is deleted by mistake. (Nothing here empties it: volumes have trashes of others.)
+    thrown = home / ".local/share/Trash/files/old.txt"
+    thrown.parent.mkdir(parents=True)
+    thrown.write_text("x")
+    run("clean", "trash", status=2)
+    check("old.txt" in run("clean", "trash", "--dry-run").stdout, "the trash is not listed")
+    run("clean", "trash", "--older-than", "36500", "--yes", status=1)
+    run("clean", "trash", "--older-than", "-1", status=2)
+    check(thrown.exists(), "the trash was emptied unasked")
+
     # Standard output that cannot be written is told.
     with open("/dev/full", "w") as full:
         got = subprocess.run([program, "settings", "list"], stdout=full, stderr=subprocess.PIPE, text=True,
@@ -127,10 +137,10 @@ with tempfile.TemporaryDirectory() as folder:
         check(got.returncode == 3 and "standard output: " in got.stderr, "a full disk")
 
 # Completions and the manual know every command and option, and nothing else.
-commands = ["ram", "cpu", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
-options = ["--json", "--stored", "--all", "--set-aside"]
+commands = ["ram", "cpu", "clean", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
+options = ["--older-than", "--dry-run", "--yes", "--json", "--stored", "--all", "--set-aside"]
 home = pathlib.Path("/nonexistent")
-usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["cpu"], ["settings"], *(["settings", c] for c in commands[3:])])
+usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["cpu"], ["clean"], ["clean", "trash"], ["settings"], *(["settings", c] for c in commands[4:])])
 for name in ("vantor.bash", "_vantor", "vantor.fish", "vantor.1"):
     text = (packaging / name).read_text().replace("\\-", "-")
     for word in commands + options:

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/command/CleanCommand.hpp"
+
+#include "actions/EmptyTrash.hpp"
+#include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/PageText.hpp"
+#include "hosts/common/HostDisposal.hpp"
+#include "hosts/common/HostViewer.hpp"
+#include "platform/foundation/NSByteCountFormatter.hpp"
+
+#include <CLI/CLI.hpp>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <iostream>
+#include <limits>
+#include <memory>
+
+namespace vantor::hosts::command {
+
+namespace {
+
+struct Arguments {
+    std::optional<int> olderThanDays;
+    bool dryRun = false;
+    bool yes = false;
+};
+
+std::atomic<bool> stopped{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "it is set in a signal handler");
+
+/// From here on an interruption stops the work before the next entry, so that what was done can be told.
+void stopWhenInterrupted() {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        std::signal(signal, [](int again) {
+            stopped = true;
+            std::signal(again, SIG_DFL); // the second one ends the program
+        });
+    }
+}
+
+std::string bytesText(std::uint64_t bytes) {
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    return bytes == 0 ? "0 KB"
+                      : platform::NSByteCountFormatter::stringFromByteCount(
+                            static_cast<std::int64_t>(std::min(bytes, most)),
+                            platform::NSByteCountFormatterCountStyle::file);
+}
+
+std::string itemsText(std::size_t items) {
+    return std::to_string(items) + (items == 1 ? " item" : " items");
+}
+
+void list(const EmptyTrash& trash) {
+    constexpr std::size_t width = 10;
+    for (const platform::TrashItem& item : trash.items()) {
+        const std::string note = !item.identity    ? "  (only a note is left)"
+                                 : item.isExpunged ? "  (deleted already, not yet given back)"
+                                                   : "";
+        std::puts((atRight(bytesText(item.bytes), width) + "  " + item.origin + note).c_str());
+    }
+    std::puts(
+        (atRight(bytesText(trash.bytes()), width) + "  in all, " + itemsText(trash.items().size())).c_str());
+}
+
+bool isWanted(const EmptyTrash& trash) {
+    std::printf("Delete %s, %s, for good? [y/N] ", itemsText(trash.items().size()).c_str(),
+                bytesText(trash.bytes()).c_str());
+    std::fflush(stdout);
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+int emptyNow(const EmptyTrash& trash) {
+    stopWhenInterrupted();
+    const TrashEmptied result = trash.run([] { return !stopped; });
+    for (const std::string& problem : result.problems) {
+        complain(problem);
+    }
+    std::string text = "Deleted " + itemsText(result.items) + " with " + bytesText(result.bytes) + ".";
+    if (result.gained) {
+        text += " " + bytesText(*result.gained) + " more are available now.";
+    }
+    std::puts(text.c_str());
+    return result.problems.empty() ? done : refused;
+}
+
+int cleanTrash(const Arguments& arguments) {
+    std::optional<std::int64_t> before;
+    if (arguments.olderThanDays) {
+        constexpr std::int64_t day = 86'400;
+        before = static_cast<std::int64_t>(std::time(nullptr)) - *arguments.olderThanDays * day;
+    }
+    const bool canAsk = ::isatty(STDIN_FILENO) != 0;
+    if (!arguments.dryRun && !arguments.yes && !canAsk) {
+        complain("to delete, --yes is needed where standard input is no terminal; --dry-run only lists.");
+        return wrongUsage;
+    }
+    const EmptyTrash trash(before);
+    if (trash.items().empty()) {
+        std::puts(before ? "Nothing in the trash is that old." : "The trash is empty.");
+        return nothingThere;
+    }
+    if (arguments.dryRun || !arguments.yes) {
+        list(trash);
+    }
+    if (arguments.dryRun) {
+        return done;
+    }
+    if (!arguments.yes && !isWanted(trash)) {
+        std::puts("Nothing was deleted.");
+        return nothingThere;
+    }
+    return emptyNow(trash);
+}
+
+} // namespace
+
+void addCleanCommands(CLI::App& app, Action& action) {
+    CLI::App& clean = *app.add_subcommand("clean", "Give back what is not needed")->group("Commands");
+    clean.require_subcommand(1);
+    CLI::App* const trash = clean.add_subcommand("trash", "Empty the trash on every volume of this machine");
+    trash->group("Commands");
+    const auto given = std::make_shared<Arguments>();
+    trash
+        ->add_option("--older-than", given->olderThanDays,
+                     "Only what was thrown away so many DAYS ago or earlier")
+        ->type_name("DAYS")
+        ->check(CLI::Range(0, 36'500).description(""));
+    trash->add_flag("--dry-run", given->dryRun, "List what would be deleted, and delete nothing");
+    trash->add_flag("--yes", given->yes, "Do not ask");
+    trash->callback([&action, given] {
+        action = [given] {
+            const common::HostViewer viewer(false, false);
+            const common::HostDisposal disposal;
+            return cleanTrash(*given);
+        };
+    });
+}
+
+} // namespace vantor::hosts::command
