@@ -27,8 +27,7 @@ namespace {
 
 constexpr double smallestMove = 0.5; // device pixels
 constexpr double tileMargin = 4;     // points around the ring, for hover and focus
-constexpr double tileWidth = 97;
-constexpr double tileHeight = 100;
+constexpr double tileWidth = 97, tileHeight = 100;
 constexpr auto noFigure = "–";
 
 } // namespace
@@ -156,8 +155,7 @@ void RingView::replace(Layers layers) {
 }
 
 QRect RingView::pixels(const QRectF& points) const {
-    const double scale = m_theme.pointScale;
-    return QRectF(points.topLeft() * scale, points.size() * scale).toAlignedRect();
+    return QRectF(points.topLeft() * m_theme.pointScale, points.size() * m_theme.pointScale).toAlignedRect();
 }
 
 /// The ground, the hover and the theme are part of the picture that is kept while the ring moves.
@@ -237,8 +235,7 @@ bool RingView::event(QEvent* event) {
     case QEvent::WindowDeactivate:
         repaintAll();
         break;
-    default:
-        break;
+    default:;
     }
     return QAbstractButton::event(event);
 }
@@ -264,8 +261,7 @@ void RingView::paintGround(QPainter& painter) const {
     if (!isDown() && !underMouse() && !focused) {
         return;
     }
-    const double line = 2 * m_theme.pointScale;
-    const double radius = 12 * m_theme.pointScale;
+    const double line = 2 * m_theme.pointScale, radius = 12 * m_theme.pointScale;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(focused ? QPen(m_theme.accent, line) : QPen(Qt::NoPen));
     painter.setBrush(isDown() ? m_theme.hoverFill : underMouse() ? m_theme.fill : m_theme.card);
