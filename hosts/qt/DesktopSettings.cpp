@@ -23,14 +23,6 @@ const auto kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
 constexpr double greatestTextScale = 3;
 constexpr int patience = 60; // milliseconds that the first picture may wait for the desktop's colours
 
-/// A bus that is there; asking the library for one that is not would start one.
-QDBusConnection sessionBus() {
-    const bool named = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS");
-    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
-    return named || QFileInfo::exists(usual) ? QDBusConnection::sessionBus()
-                                             : QDBusConnection(QStringLiteral("none"));
-}
-
 /// Three numbers within 0...1; anything else means that the desktop has no accent.
 QColor accentOf(const QVariant& value) {
     if (!value.canConvert<QDBusArgument>()) {
@@ -62,8 +54,15 @@ QDBusMessage readRequest() {
 
 } // namespace
 
-DesktopSettings::DesktopSettings(std::function<void(const DesktopWishes&)> changed)
-    : m_changed(std::move(changed)), m_bus(sessionBus()) {
+QDBusConnection DesktopSettings::sessionBus() {
+    const bool named = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS");
+    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
+    return named || QFileInfo::exists(usual) ? QDBusConnection::sessionBus()
+                                             : QDBusConnection(QStringLiteral("none"));
+}
+
+DesktopSettings::DesktopSettings(std::function<void(const DesktopWishes&)> changed, QDBusConnection bus)
+    : m_changed(std::move(changed)), m_bus(std::move(bus)) {
     if (m_bus.isConnected()) {
         listen();
         readAll();

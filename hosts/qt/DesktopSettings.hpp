@@ -32,7 +32,12 @@ class DesktopSettings final : public QObject {
 public:
     /// `changed` is called after each change. The constructor waits briefly for the first answer, so that no
     /// light window flashes up on a dark desktop.
-    explicit DesktopSettings(std::function<void(const DesktopWishes&)> changed);
+    explicit DesktopSettings(std::function<void(const DesktopWishes&)> changed,
+                             QDBusConnection bus = sessionBus());
+
+    /// The user's bus where it is there, else a connection to nothing: asking the library for a bus that is
+    /// not there would start one.
+    [[nodiscard]] static QDBusConnection sessionBus();
 
     [[nodiscard]] const DesktopWishes& wishes() const { return m_wishes; }
     /// Somebody presses and types in a window: whatever a locker said, the screen is not locked any more.

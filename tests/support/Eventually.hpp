@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QEventLoop>
 #include <QTimer>
 
 namespace vantor::tests {
@@ -11,10 +11,10 @@ namespace vantor::tests {
 template<class Happened>
 bool eventually(Happened happened) {
     const QDeadlineTimer end(5000);
+    QTimer beat; // a loop of its own would end at once in a program that was told to quit
+    beat.start(5);
     while (!happened() && !end.hasExpired()) {
-        QEventLoop loop;
-        QTimer::singleShot(5, &loop, &QEventLoop::quit);
-        loop.exec(QEventLoop::AllEvents);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     return happened();
 }

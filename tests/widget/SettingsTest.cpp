@@ -59,7 +59,8 @@ protected:
             {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
         ASSERT_TRUE(m_daemon.waitForReadyRead(5000));
         const QByteArray address = m_daemon.readAllStandardOutput().trimmed();
-        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        m_address = QString::fromUtf8(address);
+        m_listener = QDBusConnection::connectToBus(m_address, QStringLiteral("listener"));
         m_bus = QDBusConnection::connectToBus(QString::fromUtf8(address), QStringLiteral("portal"));
         m_portal.settings = {
             {appearanceGroup, {{QStringLiteral("color-scheme"), 1U}}},
@@ -73,6 +74,7 @@ protected:
         m_thread.quit();
         m_thread.wait();
         QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("listener"));
         m_daemon.terminate(); // it takes its socket away
         m_daemon.waitForFinished();
     }
@@ -90,13 +92,15 @@ protected:
     QProcess m_daemon;
     QThread m_thread;
     Portal m_portal;
+    QString m_address;
     QDBusConnection m_bus{QString()};
+    QDBusConnection m_listener{QString()}; // the process has one session bus, each test one of its own
 };
 
 TEST_F(Settings, AreReadFirstAndThenFollowed) {
     qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
     int changes = 0;
-    const DesktopSettings settings([&changes](const DesktopWishes&) { ++changes; });
+    const DesktopSettings settings([&changes](const DesktopWishes&) { ++changes; }, m_listener);
     EXPECT_EQ(settings.wishes().appearance, platform::Appearance::dark); // known before the first picture
     EXPECT_TRUE(settings.wishes().reducedMotion);
 
@@ -127,7 +131,7 @@ TEST_F(Settings, AreReadFirstAndThenFollowed) {
 /// One that dies while the screen is locked does not say that it no longer is; nor does one that nobody
 /// heard.
 TEST_F(Settings, ALockEndsWithItsLockerOrWithSomebodyWhoPresses) {
-    DesktopSettings settings([](const DesktopWishes&) {});
+    DesktopSettings settings([](const DesktopWishes&) {}, m_listener);
     const auto lock = [&settings](const QDBusConnection& locker) {
         QDBusMessage message = QDBusMessage::createSignal(QStringLiteral("/org/gnome/ScreenSaver"),
                                                           QStringLiteral("org.gnome.ScreenSaver"),
@@ -135,8 +139,7 @@ TEST_F(Settings, ALockEndsWithItsLockerOrWithSomebodyWhoPresses) {
         locker.send(message << true);
         return eventually([&settings] { return settings.wishes().locked; });
     };
-    const QString address = QString::fromUtf8(qgetenv("DBUS_SESSION_BUS_ADDRESS"));
-    EXPECT_TRUE(lock(QDBusConnection::connectToBus(address, QStringLiteral("locker"))));
+    EXPECT_TRUE(lock(QDBusConnection::connectToBus(m_address, QStringLiteral("locker"))));
     QDBusConnection::disconnectFromBus(QStringLiteral("locker"));
     EXPECT_TRUE(eventually([&settings] { return !settings.wishes().locked; }));
     EXPECT_TRUE(lock(m_bus));
