@@ -11,8 +11,7 @@ namespace vantor::hosts::qt {
 /// A line over the lower edge of the card that goes away by itself.
 class MessageLine final : public QLabel {
     Q_OBJECT // or looking for one finds any label
-public:
-    explicit MessageLine(QWidget* card);
+        public : explicit MessageLine(QWidget* card);
 
     void setTheme(const Theme& theme);
     void showText(const QString& text);

@@ -23,7 +23,7 @@ namespace {
 constexpr double longestWait = 3.7; // seconds
 constexpr double tallest = 4096;    // points that a file offers in height
 
-QByteArray pngBytes(ReportCard& card, double scale) {
+QByteArray pngBytes(WidgetCard& card, double scale) {
     QImage image((QSizeF(card.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
@@ -33,7 +33,7 @@ QByteArray pngBytes(ReportCard& card, double scale) {
     return image.save(&buffer, "PNG") ? bytes : QByteArray();
 }
 
-QByteArray svgBytes(ReportCard& card, double scale) {
+QByteArray svgBytes(WidgetCard& card, double scale) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QSvgGenerator generator;
@@ -83,7 +83,7 @@ int writeSnapshot(const Options& options) {
     using Mode = platform::NCWidgetDisplayMode;
     host.setTheme(qt::Theme::of(dark ? platform::Appearance::dark : platform::Appearance::light, 1, {}));
     host.setMode(options.expanded.value_or(true) ? Mode::expanded : Mode::compact, tallest);
-    ReportCard& card = host.card();
+    WidgetCard& card = host.card();
     card.setAttribute(Qt::WA_DontShowOnScreen);
     card.show(); // lays everything out
     card.animator().settle();

@@ -20,7 +20,7 @@ WidgetHost::WidgetHost(Programs programs, qt::LoopDriver::Clock clock)
       m_loop([this](Instant now) { turn(now); }, std::move(clock)) {
     m_controller->setExtensionContext(m_context);
     m_controller->view();
-    m_card = std::make_unique<ReportCard>(m_controller);
+    m_card = std::make_unique<WidgetCard>(m_controller);
     m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
 }
 

@@ -4,7 +4,7 @@
 #include "hosts/common/Pause.hpp"
 #include "hosts/common/WidgetContext.hpp"
 #include "hosts/qt/LoopDriver.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 
 #include <chrono>
 #include <functional>
@@ -26,7 +26,7 @@ public:
     WidgetHost& operator=(const WidgetHost&) = delete;
 
     /// The card, on nobody's window at first.
-    [[nodiscard]] ReportCard& card() { return *m_card; }
+    [[nodiscard]] WidgetCard& card() { return *m_card; }
     [[nodiscard]] TEReportTableViewController& controller() { return *m_controller; }
 
     void setTheme(const qt::Theme& theme);
@@ -53,7 +53,7 @@ private:
 
     std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
-    std::unique_ptr<ReportCard> m_card;
+    std::unique_ptr<WidgetCard> m_card;
     std::function<void()> m_resized;
     std::function<void()> m_turned;
     std::function<void()> m_tells;

@@ -4,7 +4,7 @@
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MenuStyle.hpp"
 #include "hosts/qt/Theme.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 
 #include <QAbstractButton>
 #include <QCoreApplication>
@@ -25,7 +25,7 @@ void showKeys(QAction& action, const QKeySequence& keys) {
 
 } // namespace
 
-WidgetMenu::WidgetMenu(ReportCard& card, QWidget& window, std::vector<Toggle> toggles)
+WidgetMenu::WidgetMenu(WidgetCard& card, QWidget& window, std::vector<Toggle> toggles)
     : QMenu(&window), m_card(card), m_window(window), m_toggles(std::move(toggles)) {
     auto* const style = new qt::MenuStyle;
     style->setParent(this);

@@ -15,7 +15,7 @@ struct Theme;
 
 namespace vantor::hosts::widget {
 
-class ReportCard;
+class WidgetCard;
 
 /// The card's actions and what its window can be asked for; a ring in the tray shares it. Its entries stay
 /// the same objects, since a panel keeps a copy of them: `refresh` brings them up to date.
@@ -31,7 +31,7 @@ public:
 
     /// Belongs to the window: without one above it a menu would be a window of its own under Wayland. The
     /// card is on it already.
-    WidgetMenu(ReportCard& card, QWidget& window, std::vector<Toggle> toggles);
+    WidgetMenu(WidgetCard& card, QWidget& window, std::vector<Toggle> toggles);
 
     /// With a ring in the tray the menu begins with an entry that shows the window and hides it.
     void offerShowing(bool offered, std::function<void()> toggled = {});
@@ -42,7 +42,7 @@ private:
     QAction* addPress(QAbstractButton& button);
     void addToggles();
 
-    ReportCard& m_card;
+    WidgetCard& m_card;
     QWidget& m_window;
     const std::vector<Toggle> m_toggles;
     std::vector<std::pair<QAction*, QAbstractButton*>> m_presses;

@@ -31,7 +31,7 @@ public:
     /// Shows the window, whatever it was before, and asks for the focus.
     void comeForward();
 
-    [[nodiscard]] ReportCard& card() { return m_host.card(); }
+    [[nodiscard]] WidgetCard& card() { return m_host.card(); }
     [[nodiscard]] qt::Presence& presence() { return m_presence; }
     [[nodiscard]] WidgetMenu& menu() { return m_menu; }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
 #include "hosts/widget/OutletBinding.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ class Animation : public ::testing::Test {
 protected:
     Animation() {
         m_stage.load();
-        m_card = std::make_unique<ReportCard>(m_stage.controller);
+        m_card = std::make_unique<WidgetCard>(m_stage.controller);
         m_card->setTheme(Theme::of(platform::Appearance::light, 1, {}));
         m_card->setContentSize({400, 360});
         m_card->setAttribute(Qt::WA_DontShowOnScreen);
@@ -38,7 +38,7 @@ protected:
     }
 
     tests::WidgetStage m_stage;
-    std::unique_ptr<ReportCard> m_card;
+    std::unique_ptr<WidgetCard> m_card;
     std::vector<RingView*> m_rings;
     std::unique_ptr<RingAnimator> m_animator;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
 #include "hosts/qt/Buttons.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ protected:
 
     void open(double pointScale, platform::Appearance appearance) {
         m_stage.load();
-        m_card = std::make_unique<ReportCard>(m_stage.controller);
+        m_card = std::make_unique<WidgetCard>(m_stage.controller);
         m_card->setTheme(Theme::of(appearance, pointScale, {}));
         m_card->setCanExpand(true);
         m_card->setExpanded(true);
@@ -52,7 +52,7 @@ protected:
     void press(const char* name) { widget<QAbstractButton>(name).click(); }
 
     tests::WidgetStage m_stage;
-    std::unique_ptr<ReportCard> m_card;
+    std::unique_ptr<WidgetCard> m_card;
 };
 
 TEST_F(Card, ShowsWhatTheTreeSays) {

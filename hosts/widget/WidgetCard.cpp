@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 
 #include "controller/ByteText.hpp"
 #include "hosts/common/WidgetSizes.hpp"
@@ -8,7 +8,7 @@
 #include "hosts/qt/RingAccessible.hpp"
 #include "hosts/widget/FormWidget.hpp"
 #include "settings/DeepLink.hpp"
-#include "ui_ReportForm.h"
+#include "ui_WidgetForm.h"
 
 #include <QBitmap>
 #include <QEvent>
@@ -28,8 +28,8 @@ constexpr double noteHeight = 18;
 constexpr int mostRows = 4; // of a section beside which another one stands
 constexpr double narrowest = 400;
 
-std::unique_ptr<Ui::ReportForm> filledForm(QWidget& card) {
-    auto form = std::make_unique<Ui::ReportForm>();
+std::unique_ptr<Ui::WidgetForm> filledForm(QWidget& card) {
+    auto form = std::make_unique<Ui::WidgetForm>();
     form->setupUi(&card);
     return form;
 }
@@ -44,7 +44,7 @@ void setColors(QWidget& widget, const QColor& text, const QColor& ground) {
 
 } // namespace
 
-ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent)
+WidgetCard::WidgetCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent)
     : QWidget(parent),
       m_form(filledForm(*this)),
       m_lengths(*this),
@@ -71,9 +71,9 @@ ReportCard::ReportCard(std::shared_ptr<TEReportTableViewController> controller, 
     });
 }
 
-ReportCard::~ReportCard() = default;
+WidgetCard::~WidgetCard() = default;
 
-void ReportCard::scaleForm() {
+void WidgetCard::scaleForm() {
     m_lengths.scale(m_theme);
     m_form->ringRow->setFixedHeight(m_theme.pixels(common::compactHeight));
     m_form->hairline->setFixedHeight(1);
@@ -82,7 +82,7 @@ void ReportCard::scaleForm() {
                                                     mostRows * m_theme.pixels(rowHeight));
 }
 
-void ReportCard::fitButtons() {
+void WidgetCard::fitButtons() {
     for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{
              m_form->manualInfoRefresh, m_form->displayModeButton, m_form->memoryTotal, m_form->openApp,
              m_form->showCpuChart}) {
@@ -91,13 +91,13 @@ void ReportCard::fitButtons() {
 }
 
 /// Opaque: a figure that changes is painted without what lies below it, and takes its row no other size.
-void ReportCard::style(QLabel& label, double size, QFont::Weight weight, const QColor& color, double height) {
+void WidgetCard::style(QLabel& label, double size, QFont::Weight weight, const QColor& color, double height) {
     label.setFont(m_theme.font(size, weight));
     setColors(label, color, m_theme.card);
     label.setFixedHeight(m_theme.pixels(height));
 }
 
-void ReportCard::styleLabels() {
+void WidgetCard::styleLabels() {
     // By the card's direction: a label alone would go by that of its text, and "10 GB" has none.
     const auto end = layoutDirection() == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight;
     for (const Section& section : sections) {
@@ -116,7 +116,7 @@ void ReportCard::styleLabels() {
     setColors(*m_form->hairline, m_theme.separator, m_theme.separator);
 }
 
-void ReportCard::setTheme(const qt::Theme& theme) {
+void WidgetCard::setTheme(const qt::Theme& theme) {
     m_theme = theme;
     scaleForm();
     styleLabels();
@@ -133,13 +133,13 @@ void ReportCard::setTheme(const qt::Theme& theme) {
     update();
 }
 
-int ReportCard::figureWidth() const {
+int WidgetCard::figureWidth() const {
     const std::string widest = trafficText(888'880'000'000) + "/s"; // that a row has to hold
     return QFontMetrics(m_theme.font(qt::TypeSize::body)).horizontalAdvance(QString::fromStdString(widest));
 }
 
 /// Both columns are as wide as the widest section needs, so that they line up.
-double ReportCard::neededWidth() const {
+double WidgetCard::neededWidth() const {
     const QGridLayout& grid = *m_form->sectionGrid;
     int column = 0;
     for (int i = 0; i < grid.count(); ++i) {
@@ -150,11 +150,11 @@ double ReportCard::neededWidth() const {
     return std::max(narrowest, std::ceil(width / m_theme.pointScale));
 }
 
-void ReportCard::setContentSize(platform::CGSize points) {
+void WidgetCard::setContentSize(platform::CGSize points) {
     setFixedSize(m_theme.pixels(points.width), m_theme.pixels(points.height));
 }
 
-void ReportCard::setExpanded(bool expanded) {
+void WidgetCard::setExpanded(bool expanded) {
     m_expanded = expanded;
     m_form->details->setVisible(expanded);
     m_form->displayModeButton->setGlyph(expanded ? qt::Glyph::less : qt::Glyph::more);
@@ -163,11 +163,11 @@ void ReportCard::setExpanded(bool expanded) {
     setTip(*m_form->displayModeButton, name);
 }
 
-void ReportCard::setCanExpand(bool can) {
+void WidgetCard::setCanExpand(bool can) {
     m_form->displayModeButton->setVisible(can);
 }
 
-std::vector<QAbstractButton*> ReportCard::actionButtons() const {
+std::vector<QAbstractButton*> WidgetCard::actionButtons() const {
     std::vector<QAbstractButton*> buttons;
     for (const Section& section : sections) {
         auto& button = formWidget<QAbstractButton>(*this, section.action.name);
@@ -176,11 +176,11 @@ std::vector<QAbstractButton*> ReportCard::actionButtons() const {
     return buttons;
 }
 
-QAbstractButton& ReportCard::displayModeButton() const {
+QAbstractButton& WidgetCard::displayModeButton() const {
     return *m_form->displayModeButton;
 }
 
-void ReportCard::flush() {
+void WidgetCard::flush() {
     if (m_binding.flush()) {
         m_animator.start();
     }
@@ -188,7 +188,7 @@ void ReportCard::flush() {
     showStorageTips();
 }
 
-void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failures) {
+void WidgetCard::showFailures(const std::vector<platform::SourceFailure>& failures) {
     if (failures == m_failures) {
         return;
     }
@@ -200,11 +200,11 @@ void ReportCard::showFailures(const std::vector<platform::SourceFailure>& failur
     }
 }
 
-void ReportCard::showMessage(const QString& text) {
+void WidgetCard::showMessage(const QString& text) {
     m_message->showText(text);
 }
 
-void ReportCard::paintEvent(QPaintEvent* /*event*/) {
+void WidgetCard::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(m_theme.edge);
@@ -218,7 +218,7 @@ void ReportCard::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
-QRegion ReportCard::shape() const {
+QRegion WidgetCard::shape() const {
     QBitmap covered(size());
     covered.clear();
     QPainter painter(&covered);
@@ -230,13 +230,13 @@ QRegion ReportCard::shape() const {
     return {covered};
 }
 
-void ReportCard::resizeEvent(QResizeEvent* event) {
+void WidgetCard::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     m_message->place();
 }
 
 /// A ring's place is known when the layout has given it its size.
-bool ReportCard::eventFilter(QObject* object, QEvent* event) {
+bool WidgetCard::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Resize) {
         m_binding.placeCharts(m_theme.pointScale);
     } else if (auto* const ring =

@@ -6,9 +6,9 @@
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/RingView.hpp"
 #include "hosts/widget/FormWidget.hpp"
-#include "hosts/widget/ReportCard.hpp"
+#include "hosts/widget/WidgetCard.hpp"
 #include "platform/core/PrintableText.hpp"
-#include "ui_ReportForm.h"
+#include "ui_WidgetForm.h"
 
 #include <QTextDocument>
 
@@ -24,7 +24,7 @@ QString literal(const std::string& reason) {
 
 } // namespace
 
-void ReportCard::nameActions() {
+void WidgetCard::nameActions() {
     for (const Section& section : sections) {
         const QString name = qt::hostText(actionCaptionKey(section));
         auto& button = formWidget<QAbstractButton>(*this, section.action.name);
@@ -38,7 +38,7 @@ void ReportCard::nameActions() {
     }
 }
 
-void ReportCard::setAppIsThere(bool isThere) {
+void WidgetCard::setAppIsThere(bool isThere) {
     m_appIsThere = isThere;
     for (qt::RingView* ring : m_binding.rings()) {
         ring->setCursor(isThere ? Qt::PointingHandCursor : Qt::ArrowCursor);
@@ -46,7 +46,7 @@ void ReportCard::setAppIsThere(bool isThere) {
     nameActions();
 }
 
-void ReportCard::nameSections() {
+void WidgetCard::nameSections() {
     nameActions();
     for (const Section& section : sections) {
         showHeading(section, nullptr);
@@ -65,7 +65,7 @@ void ReportCard::nameSections() {
 
 /// What no row tells: how much RAM there is, and how much of the processor's time went to programs that asked
 /// for little.
-void ReportCard::showNotes() {
+void WidgetCard::showNotes() {
     const ReportRecords& records = m_binding.controller().records();
     const QString total = QString::fromStdString(sectionNote(platform::Source::memory, records));
     if (!total.isEmpty() && total != m_form->memoryTotal->caption()) {
@@ -78,7 +78,7 @@ void ReportCard::showNotes() {
 
 /// Free space counts what could be released, and the total leaves out what is kept back for the system; the
 /// tooltips say how much that is.
-void ReportCard::showStorageTips() {
+void WidgetCard::showStorageTips() {
     const StorageFigures storage = m_binding.controller().records().storage.value_or(StorageFigures{});
     const auto tip = [](std::string_view key, std::int64_t bytes) {
         return bytes > 0 ? qt::hostText(key, "size", storageText(bytes)) : QString();
@@ -92,7 +92,7 @@ void ReportCard::showStorageTips() {
 }
 
 /// The ring in figures, and what a press does.
-void ReportCard::showRingTip(qt::RingView& ring) {
+void WidgetCard::showRingTip(qt::RingView& ring) {
     const ReportRecords& records = m_binding.controller().records();
     QStringList lines{qt::valueText(ring.caption().toStdString(), ring.percentage().toStdString())};
     const auto partOf = [](const std::string& part, const std::string& whole) {
@@ -112,13 +112,13 @@ void ReportCard::showRingTip(qt::RingView& ring) {
     setTip(ring, lines.join(QLatin1Char('\n')));
 }
 
-void ReportCard::setTip(QWidget& widget, const QString& text) {
+void WidgetCard::setTip(QWidget& widget, const QString& text) {
     if (widget.toolTip() != text) {
         widget.setToolTip(text);
     }
 }
 
-void ReportCard::showHeading(const Section& section, const platform::SourceFailure* failure) {
+void WidgetCard::showHeading(const Section& section, const platform::SourceFailure* failure) {
     auto& heading = formWidget<QLabel>(*this, section.heading);
     const QString name = qt::hostText(section.headingKey);
     heading.setText(failure == nullptr ? name

@@ -18,7 +18,7 @@
 class QAbstractButton;
 class QLabel;
 namespace Ui {
-class ReportForm;
+class WidgetForm;
 }
 
 namespace vantor::hosts::qt {
@@ -28,10 +28,10 @@ class MessageLine;
 namespace vantor::hosts::widget {
 
 /// The widget's content: the form in a theme, in one of two heights, bound to a controller.
-class ReportCard final : public QWidget {
+class WidgetCard final : public QWidget {
 public:
-    explicit ReportCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent = nullptr);
-    ~ReportCard() override;
+    explicit WidgetCard(std::shared_ptr<TEReportTableViewController> controller, QWidget* parent = nullptr);
+    ~WidgetCard() override;
 
     void setTheme(const qt::Theme& theme);
     [[nodiscard]] const qt::Theme& theme() const { return m_theme; }
@@ -85,7 +85,7 @@ private:
     void setTip(QWidget& widget, const QString& text);
     [[nodiscard]] int figureWidth() const;
 
-    std::unique_ptr<Ui::ReportForm> m_form;
+    std::unique_ptr<Ui::WidgetForm> m_form;
     qt::FormLengths m_lengths;
     OutletBinding m_binding;
     qt::RingAnimator m_animator;
