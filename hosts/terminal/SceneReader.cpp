@@ -3,6 +3,7 @@
 
 #include "controller/SectionNote.hpp"
 #include "controller/Sections.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <utility>
@@ -18,7 +19,7 @@ Scene::Section shown(const TEReportTableViewController& controller, const Sectio
     shown.action = section.source;
     shown.isKnown = !hasFailed && hasFigures(controller, section);
     if (shown.isKnown) {
-        shown.note = sectionNote(section.source, controller.records());
+        shown.note = withoutDirectionMarks(sectionNote(section.source, controller.records()));
     }
     if (const ArcChartView* const chart = chartOf(controller, section)) {
         shown.chart = *chart;

@@ -3,6 +3,7 @@
 
 #include "charts/LevelColor.hpp"
 #include "controller/SectionNote.hpp"
+#include "hosts/terminal/text/DisplayText.hpp"
 
 #include <algorithm>
 #include <array>
@@ -19,7 +20,7 @@ Reading::Section sectionRead(const TEReportTableViewController& controller, cons
                              bool hasFailed) {
     Reading::Section section{&kind, hasFailed, {}, {}, std::nullopt};
     if (!hasFailed) {
-        section.note = sectionNote(kind.source, controller.records());
+        section.note = withoutDirectionMarks(sectionNote(kind.source, controller.records()));
     }
     for (const SectionRow& row : kind.rows) {
         section.rows.push_back({&row, (controller.*row.caption.label)->text(),

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <optional>
 
 namespace vantor::hosts::terminal {
 
@@ -56,7 +57,10 @@ bool TerminalDevice::write(std::string_view bytes) {
     m_waiting.append(bytes);
     std::size_t done = 0;
     bool isThere = true;
-    const platform::posix::WithoutWaiting withoutWaiting(number());
+    std::optional<platform::posix::WithoutWaiting> withoutWaiting;
+    if (!m_own.isOpen() && !m_waiting.empty()) {
+        withoutWaiting.emplace(m_given);
+    }
     while (isThere && done < m_waiting.size()) {
         const ::ssize_t written = ::write(number(), m_waiting.data() + done, m_waiting.size() - done);
         if (written >= 0) {

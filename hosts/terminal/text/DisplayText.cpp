@@ -68,6 +68,15 @@ std::u32string clippedTo(std::u32string text, int width, char32_t ellipsis) {
     return text;
 }
 
+std::string withoutDirectionMarks(std::string text) {
+    for (const std::string_view mark : {"\u200E", "\u200F"}) {
+        for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at)) {
+            text.erase(at, mark.size());
+        }
+    }
+    return text;
+}
+
 bool holdsRightToLeft(std::u32string_view text) {
     for (const char32_t c : text) {
         if ((c >= firstRightToLeft && c <= lastRightToLeft) ||

@@ -21,6 +21,9 @@ namespace vantor::hosts::terminal {
 /// A text cut to at most `width` columns; what is cut ends in `ellipsis`, one column wide.
 [[nodiscard]] std::u32string clippedTo(std::u32string text, int width, char32_t ellipsis);
 
+/// A text of the program without the marks of direction that a window needs in it; terminals show them.
+[[nodiscard]] std::string withoutDirectionMarks(std::string text);
+
 /// Whether a text holds letters of a script that runs from right to left.
 [[nodiscard]] bool holdsRightToLeft(std::u32string_view text);
 
