@@ -176,6 +176,10 @@ std::vector<QAbstractButton*> WidgetCard::actionButtons() const {
     return buttons;
 }
 
+QAbstractButton& WidgetCard::refreshButton() const {
+    return *m_form->manualInfoRefresh;
+}
+
 QAbstractButton& WidgetCard::displayModeButton() const {
     return *m_form->displayModeButton;
 }

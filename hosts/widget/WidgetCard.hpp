@@ -64,8 +64,9 @@ public:
     [[nodiscard]] qt::RingAnimator& animator() { return m_animator; }
     [[nodiscard]] const std::vector<qt::RingView*>& rings() const { return m_binding.rings(); }
     [[nodiscard]] QAbstractButton& displayModeButton() const;
-    /// The buttons of the four actions, refresh first, for menus and keys.
+    /// The buttons of the four actions, refresh first, for menus.
     [[nodiscard]] std::vector<QAbstractButton*> actionButtons() const;
+    [[nodiscard]] QAbstractButton& refreshButton() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

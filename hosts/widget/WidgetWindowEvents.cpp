@@ -104,7 +104,7 @@ void WidgetWindow::moveEvent(QMoveEvent* event) {
 
 void WidgetWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Refresh)) {
-        card().actionButtons().front()->click();
+        card().refreshButton().click();
     } else if (event->matches(QKeySequence::Quit)) {
         QApplication::exit();
     } else if (event->matches(QKeySequence::Close)) {
