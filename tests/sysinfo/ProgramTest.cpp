@@ -106,7 +106,7 @@ TEST(Program, EndsWithTheDocumentedCodes) {
                             "--replay /proc/self/mem", "--record a --replay b"}) {
         EXPECT_EQ(program(bad).code, 2) << bad;
     }
-    EXPECT_EQ(program("--record /nonexistent/file uname").code, 2);
+    EXPECT_EQ(program("--record /proc/nonexistent/file uname").code, 2);
     for (const char* command : {"--help", "--version", "uname", "--no-gpu", "--json sysctl hw.ncpu"}) {
         EXPECT_EQ(program(std::string(command) + " >/dev/full").code, 1) << command;
     }

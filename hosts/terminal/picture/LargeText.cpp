@@ -16,7 +16,7 @@ constexpr std::string_view characters = "0123456789%-";
 constexpr std::string_view widest = "100%"; // a figure keeps its size while it gets another digit
 
 /// A row is three pixels, the leftmost in bit 2.
-constexpr std::array<std::array<std::uint8_t, glyphHeight>, characters.size()> glyphs{{
+constexpr std::array<std::array<std::uint8_t, glyphHeight>, characters.size()> shapes{{
     {7, 5, 5, 5, 7},
     {2, 6, 2, 2, 7},
     {7, 1, 7, 4, 7},
