@@ -24,6 +24,14 @@ std::optional<std::uint64_t> firstNumber(std::string_view text) {
     return line && line->ended ? numberFrom(line->text) : std::nullopt;
 }
 
+/// Drops the links of which it is not true, unless that is all.
+template<class Test>
+void keepWhereAny(std::set<std::string>& links, const Test& test) {
+    if (std::ranges::any_of(links, test)) {
+        std::erase_if(links, [&test](const std::string& name) { return !test(name); });
+    }
+}
+
 } // namespace
 
 bool LinkClassifier::available() const {
@@ -32,6 +40,11 @@ bool LinkClassifier::available() const {
 
 bool LinkClassifier::exists(std::string_view name, const char* file) const {
     return m_tree.exists(folder + std::string(name) + file);
+}
+
+bool LinkClassifier::standsUponOneOf(const std::set<std::string>& links, std::string_view name) const {
+    return std::ranges::any_of(
+        links, [&](const std::string& link) { return exists(name, ("/lower_" + link).c_str()); });
 }
 
 std::string LinkClassifier::content(std::string_view name, const char* file) const {
@@ -75,12 +88,12 @@ std::set<std::string> LinkClassifier::waysOut() const {
     std::set<std::string> links;
     addDefaultRoutes(links, m_tree.read("proc/net/route").text);
     addDefaultRoutesOfIPv6(links, m_tree.read("proc/net/ipv6_route").text);
-    const auto isEthernet = [this](const std::string& name) {
+    keepWhereAny(links, [this](const std::string& name) {
         return firstNumber(content(name, "/type")) == typeEthernet;
-    };
-    if (std::ranges::any_of(links, isEthernet)) {
-        std::erase_if(links, [&isEthernet](const std::string& name) { return !isEthernet(name); });
-    }
+    });
+    keepWhereAny(links, [this](const std::string& name) { return !exists(name, "/tun_flags"); });
+    const std::set<std::string> all = links;
+    std::erase_if(links, [this, &all](const std::string& name) { return standsUponOneOf(all, name); });
     return links;
 }
 

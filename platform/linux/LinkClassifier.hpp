@@ -26,12 +26,14 @@ public:
     /// all. Empty where it cannot be read.
     [[nodiscard]] std::unordered_set<std::string> withoutDevice() const;
 
-    /// The links that carry a default route: in a container, all that leaves it. Tunnels (WireGuard, tun,
-    /// PPP) are left out beside an Ethernet link, whose traffic theirs becomes.
+    /// The links that carry a default route: in a container, all that leaves it. Left out are those whose
+    /// traffic becomes another one's: tunnels (WireGuard, tun, PPP) beside an Ethernet link, taps beside one
+    /// that is none, and what stands upon another of them (VLAN, macvlan).
     [[nodiscard]] std::set<std::string> waysOut() const;
 
 private:
     [[nodiscard]] bool exists(std::string_view name, const char* file) const;
+    [[nodiscard]] bool standsUponOneOf(const std::set<std::string>& links, std::string_view name) const;
     [[nodiscard]] std::string content(std::string_view name, const char* file) const;
 
     const KernelTree& m_tree;

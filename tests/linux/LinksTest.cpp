@@ -22,13 +22,15 @@ protected:
         tree.write(folder + "type", std::to_string(type) + '\n');
         tree.write(folder + "uevent", (devType.empty() ? "" : "DEVTYPE=" + devType + '\n') + "INTERFACE=x\n");
     }
+    static std::string defaultRoute(const std::string& link) {
+        return link + "\t00000000\t0100A8C0\t0003\t0\t0\t0\t00000000\n";
+    }
     /// The links of /proc/net/route, whose first one carries the default route.
     void route(const std::vector<std::string>& links) {
         std::string text = "Iface\tDestination\tGateway \tFlags\tRefCnt\tUse\tMetric\tMask\n";
         for (const std::string& link : links) {
-            const bool first = link == links.front();
-            text += link + (first ? "\t00000000\t0100A8C0\t0003\t0\t0\t0\t00000000\n"
-                                  : "\t0000A8C0\t00000000\t0001\t0\t0\t0\t00FFFFFF\n");
+            text += link == links.front() ? defaultRoute(link)
+                                          : link + "\t0000A8C0\t00000000\t0001\t0\t0\t0\t00FFFFFF\n";
         }
         tree.write("proc/net/route", text);
     }
@@ -111,6 +113,21 @@ TEST_F(LinksTest, WithoutACardWhatCarriesADefaultRouteCounts) {
     const Links withCard = machine.countedLinks();
     EXPECT_EQ(withCard.size(), 1U);
     EXPECT_EQ(withCard.begin()->second, (Counters{4, 5}));
+    list({{"pod0", 1}, {"tap0", 2}});
+    EXPECT_EQ(machine.countedLinks(), tap);
+
+    // So does a tap's beside another Ethernet link, and a VLAN's upon it.
+    describe("eth0");
+    describe("eth0.7");
+    tree.write("sys/class/net/eth0.7/lower_eth0/uevent", "");
+    tree.write("sys/class/net/tap0/tun_flags", "0x1002\n");
+    list({{"eth0", 20}, {"tap0", 2}, {"eth0.7", 6}});
+    tree.write("proc/net/route",
+               "Iface\n" + defaultRoute("tap0") + defaultRoute("eth0") + defaultRoute("eth0.7"));
+    machine.pass(61s);
+    EXPECT_EQ(machine.countedLinks(), (Links{{"en1", {20, 21}}})); // the tap has its number until now
+    route({"tap0"});
+    machine.pass(61s);
     list({{"pod0", 1}, {"tap0", 2}});
     EXPECT_EQ(machine.countedLinks(), tap);
 

@@ -114,6 +114,25 @@ def tunnel(other):
     return "eth0", descriptor
 
 
+def taps(other):
+    """A tunnel of frames beside the pair, and a VLAN upon the pair: all with a default route."""
+    veth(other)
+    descriptor = held(b"tap0", 2)
+    ip("address add 198.51.100.2/24 dev tap0")
+    ip("link set tap0 up")
+    ip("route add default dev tap0 metric 9")
+    os.write(descriptor, FRAME)
+    try:
+        ip("link add over0 link eth0 type macvlan")
+    except Missing as reason:
+        print(f"no macvlan: {reason}")
+    else:
+        ip("link set over0 up")
+        ip("route add default dev over0 metric 10")
+        send("over0", 2)
+    return "eth0", descriptor
+
+
 def inner(other):
     """A container that has containers of its own."""
     veth(other)
@@ -136,6 +155,7 @@ def compare():
     cases = {"a tap": tap, "a veth": veth, "a veth whose ends have one index": veth_of_one_index,
              "a macvlan": lambda other: above("macvlan", other), "a bond": lambda other: above("bond", other),
              "a bridge": lambda other: above("bridge", other), "a tunnel beside a veth": tunnel,
+             "a tap and a macvlan beside a veth": taps,
              "a container's container": inner,
              "a VLAN": lambda other: above("vlan id 5", other)}
     wrong = 0
