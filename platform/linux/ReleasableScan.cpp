@@ -82,7 +82,8 @@ struct ReleasableScan::State {
     bool begun = false;                       ///< what an earlier run kept is taken over
     bool awaited = false;
     KeptWatch keptWatch{""};
-    std::optional<KeptReleasable> latest;
+    std::optional<KeptReleasable> taken;  ///< the last result, as it was found or kept
+    std::optional<KeptReleasable> latest; ///< what the reports since have left of it
 
     /// False when the scan is to end; else waited for the time.
     bool sleep(std::chrono::nanoseconds time) {
@@ -103,8 +104,8 @@ bool ReleasableScan::State::adopt(std::uint64_t volume, seconds age) {
     const std::optional<KeptReleasable> kept =
         paths->isLocal(file) ? keptFor(file, volume, age) : std::nullopt;
     const std::lock_guard lock(mutex);
-    if (kept && (!latest || latest->volume != volume || kept->scanned >= latest->scanned)) {
-        latest = kept;
+    if (kept && kept != taken && (!latest || latest->volume != volume || kept->scanned >= latest->scanned)) {
+        latest = taken = kept;
     }
     return kept.has_value();
 }
@@ -151,7 +152,7 @@ void ReleasableScan::State::scan() {
         saveKeptReleasable(file, result);
     }
     lock.lock();
-    latest = result;
+    latest = taken = result;
 }
 
 void ReleasableScan::State::run() {
@@ -209,7 +210,13 @@ Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
         state.adopt(volume.identity, keptAtMost);
         lock.lock();
     }
-    return state.latest && state.latest->volume == volume.identity ? state.latest->result : Releasable();
+    if (!state.latest || state.latest->volume != volume.identity) {
+        return {};
+    }
+    // What is written later takes room again, but brings nothing back that was released.
+    Releasable& result = state.latest->result;
+    result = {result.left(volume.available), volume.available};
+    return result;
 }
 
 std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,

@@ -40,8 +40,9 @@ public:
     [[nodiscard]] const std::string& documents() const;
 
     /// For a report that begins, with what the volume answered and whether it is on a local file system: the
-    /// latest result for that volume. Nothing before the first, which may be an earlier run's if that is not
-    /// older than a week: the first call waits for that, at most 100 ms. Any thread.
+    /// latest result for that volume, less what the volume was seen to gain since; that stays off until the
+    /// next scan. Nothing before the first, which may be an earlier run's if that is not older than a week:
+    /// the first call waits for that, at most 100 ms. Any thread.
     [[nodiscard]] Releasable latest(const VolumeFigures& volume, bool isLocal);
 
 private:
