@@ -59,7 +59,7 @@ void LargeText::draw(DotCanvas& canvas, const Ink& ink) const {
     const double left = aligned(m_center.x - widthOf(m_text.size()) * m_pixel / 2.0);
     const double top = aligned(m_center.y - glyphHeight * m_pixel / 2.0);
     for (std::size_t i = 0; i < m_text.size(); ++i) {
-        const auto& glyph = glyphs.at(characters.find(m_text[i]));
+        const auto& glyph = shapes.at(characters.find(m_text[i]));
         for (int y = 0; y < glyphHeight; ++y) {
             for (int x = 0; x < glyphWidth; ++x) {
                 if ((glyph.at(static_cast<std::size_t>(y)) >> (glyphWidth - 1 - x) & 1) != 0) {

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The network of real links: links.py VANTOR-TERM.
+"""The network of real links: links.py VANTOR-TERM …
 
 Builds the networks of containers in a name space of its own and compares the report with what the kernel counts
 for the links that lead out. Leaves with 77 (skipped) where no name space can be had; kinds of links that the
@@ -181,7 +181,7 @@ def compare():
     return wrong
 
 
-if len(sys.argv) == 2:
+if sys.argv[-1] != "inside":
     user = [] if os.getuid() == 0 else ["--user", "--map-root-user"]
     enter = ["unshare", *user, "--net", "--mount"]
     if subprocess.run([*enter, "mount", "-t", "sysfs", "none", "/sys"], capture_output=True,
