@@ -48,6 +48,8 @@ TEST(Program, AgreesWithTheSystemsOwnTools) {
     EXPECT_EQ(program("uname -o --all").output, shell("uname -snrvmo").output);
     const std::string output = shell("lscpu -B").output;
     EXPECT_EQ(processor.at("threadsInAll"), lscpuNumber(output, "CPU\\(s\\)"));
+    EXPECT_EQ(page().at("memory").at("usable"),
+              std::stoul(shell("free -b | awk '/^Mem/ {print $2}'").output));
     EXPECT_EQ(page().at("memory").at("swap"), std::stoul(shell("free -b | awk '/^Swap/ {print $2}'").output));
     const unsigned long sockets = lscpuNumber(output, "Socket\\(s\\)");
     if (processor.at("levels").size() == 1 && sockets != 0 &&
