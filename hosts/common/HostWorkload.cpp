@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostWorkload.hpp"
 
-#include "platform/linux/work/LinuxWorkload.hpp"
+#include "platform/linux/workload/LinuxWorkload.hpp"
 
 namespace vantor::hosts::common {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "TestTree.hpp"
-#include "platform/linux/work/ApplicationId.hpp"
-#include "platform/linux/work/DesktopEntry.hpp"
-#include "platform/linux/work/LinuxWorkload.hpp"
-#include "platform/linux/work/WorkText.hpp"
+#include "platform/linux/workload/ApplicationId.hpp"
+#include "platform/linux/workload/DesktopEntry.hpp"
+#include "platform/linux/workload/LinuxWorkload.hpp"
+#include "platform/linux/workload/WorkText.hpp"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/GroupReader.hpp"
+#include "platform/linux/workload/GroupReader.hpp"
 
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
-#include "platform/linux/work/WorkText.hpp"
+#include "platform/linux/workload/WorkText.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>

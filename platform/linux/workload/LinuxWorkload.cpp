@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/LinuxWorkload.hpp"
+#include "platform/linux/workload/LinuxWorkload.hpp"
 
-#include "platform/linux/work/ApplicationTable.hpp"
-#include "platform/linux/work/GroupReader.hpp"
-#include "platform/linux/work/ProcessReader.hpp"
-#include "platform/linux/work/ProcessorStateReader.hpp"
-#include "platform/linux/work/WorkText.hpp"
+#include "platform/linux/workload/ApplicationTable.hpp"
+#include "platform/linux/workload/GroupReader.hpp"
+#include "platform/linux/workload/ProcessReader.hpp"
+#include "platform/linux/workload/ProcessorStateReader.hpp"
+#include "platform/linux/workload/WorkText.hpp"
 
 namespace vantor::platform::linux {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/DesktopEntries.hpp"
+#include "platform/linux/workload/DesktopEntries.hpp"
 
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"

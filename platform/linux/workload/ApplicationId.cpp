@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/ApplicationId.hpp"
+#include "platform/linux/workload/ApplicationId.hpp"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/ProcessReader.hpp"
+#include "platform/linux/workload/ProcessReader.hpp"
 
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/TextScan.hpp"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/kernel/KernelTree.hpp"
-#include "platform/linux/work/WorkText.hpp"
+#include "platform/linux/workload/WorkText.hpp"
 
 #include <sys/types.h>
 

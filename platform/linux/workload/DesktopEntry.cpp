@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/DesktopEntry.hpp"
+#include "platform/linux/workload/DesktopEntry.hpp"
 
 #include "platform/linux/kernel/TextScan.hpp"
 

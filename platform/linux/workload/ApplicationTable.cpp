@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/ApplicationTable.hpp"
+#include "platform/linux/workload/ApplicationTable.hpp"
 
 #include "platform/core/PrintableText.hpp"
-#include "platform/linux/work/ApplicationId.hpp"
+#include "platform/linux/workload/ApplicationId.hpp"
 
 namespace vantor::platform::linux {
 

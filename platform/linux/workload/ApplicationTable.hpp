@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/work/DesktopEntries.hpp"
-#include "platform/linux/work/GroupReader.hpp"
-#include "platform/linux/work/ProcessReader.hpp"
+#include "platform/linux/workload/DesktopEntries.hpp"
+#include "platform/linux/workload/GroupReader.hpp"
+#include "platform/linux/workload/ProcessReader.hpp"
 #include "platform/machine/Workload.hpp"
 
 #include <map>

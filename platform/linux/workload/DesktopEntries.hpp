@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/work/DesktopEntry.hpp"
+#include "platform/linux/workload/DesktopEntry.hpp"
 
 #include <map>
 #include <optional>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/kernel/KernelTree.hpp"
-#include "platform/linux/work/DesktopEntries.hpp"
+#include "platform/linux/workload/DesktopEntries.hpp"
 #include "platform/machine/Workload.hpp"
 #include "platform/posix/UserFolders.hpp"
 

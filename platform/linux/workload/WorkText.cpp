@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/work/WorkText.hpp"
+#include "platform/linux/workload/WorkText.hpp"
 
 #include "platform/linux/kernel/TextScan.hpp"
 
