@@ -4,6 +4,7 @@
 #include "platform/linux/removal/LinuxDisposal.hpp"
 #include "platform/linux/removal/TrashFolders.hpp"
 #include "platform/linux/removal/TrashInfo.hpp"
+#include "platform/posix/Descriptor.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <atomic>
 #include <thread>
+#include <vector>
 
 namespace vantor::tests {
 namespace {
@@ -127,14 +129,25 @@ TEST_F(Trash, LosesNothingOutsideToAProgramThatSwapsFoldersForLinks) {
     const std::string link = (m_tree.root() / "link").string();
     std::atomic<bool> ends{false};
     std::atomic<long> swaps{0};
+    // The swapper itself follows no link either, or it would carry off what lies outside.
+    const auto swap = [&](const std::vector<const char*>& way) {
+        platform::posix::Descriptor folder(
+            ::open((trash() / "files").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        for (std::size_t i = 0; i + 1 < way.size() && folder.isOpen(); ++i) {
+            folder = platform::posix::Descriptor(
+                ::openat(folder.number(), way[i], O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        }
+        const auto exchange = [&] {
+            return ::renameat2(AT_FDCWD, link.c_str(), folder.number(), way.back(), RENAME_EXCHANGE) == 0;
+        };
+        swaps += folder.isOpen() && exchange() ? 1 : 0;
+        (void)(folder.isOpen() && exchange());
+    };
     std::thread swapper([&] {
         while (!ends) {
-            for (const std::string inner : {"item", "item/a", "item/a/b"}) {
-                const std::string path = (trash() / "files" / inner).string();
-                swaps +=
-                    ::renameat2(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) == 0 ? 1 : 0;
-                (void)::renameat2(AT_FDCWD, link.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE);
-            }
+            swap({"item"});
+            swap({"item", "a"});
+            swap({"item", "a", "b"});
         }
     });
     std::size_t emptied = 0;
@@ -144,7 +157,9 @@ TEST_F(Trash, LosesNothingOutsideToAProgramThatSwapsFoldersForLinks) {
             fs::create_directories((item / name).parent_path(), inTheWay);
         }
         emptied += EmptyTrash().run(always).items;
-        ASSERT_EQ(planted("outside"), 4) << i;
+        if (planted("outside") != 4) {
+            break;
+        }
     }
     ends = true;
     swapper.join();

@@ -37,7 +37,8 @@ class Case:
         with open(self.folder + "/home/.config/user-dirs.dirs", "w", encoding="ascii") as dirs:
             dirs.write(f'XDG_DOCUMENTS_DIR="{self.folder}/documents"\n')
         self.environment = {"HOME": self.folder + "/home", "XDG_CACHE_HOME": self.folder + "/cache", "PATH": "/usr/bin:/bin",
-                            "LC_ALL": "C", "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": self.folder, "TERM": "xterm"}
+                            "LC_ALL": "C", "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": self.folder, "TERM": "xterm",
+                            "DISPLAY": self.folder}  # one window a display: not the one of whoever runs this
         if self.silent is not None:
             self.hang()
         return self
