@@ -92,6 +92,9 @@ TEST_F(Starts, OneThatEndsMeanwhileIsFollowed) {
 }
 
 TEST_F(Starts, WithoutADescriptorLeftNothingSpins) {
+    if (VANTOR_SLOWDOWN > 1) {
+        GTEST_SKIP() << "the sanitizer asks for descriptors itself";
+    }
     listen();
     EXPECT_EQ(SingleInstance("widget", {}, milliseconds(30)).role(),
               Role::unanswered); // it stands at the door
