@@ -69,6 +69,7 @@ Layout ringsIn(Layout layout, int height, int widest, int lines, int extra) {
 /// The columns of rings with lists, each as wide as it needs to be.
 std::vector<int> columnsFor(const Scene& scene, int ringRows) {
     std::vector<int> widths;
+    widths.reserve(scene.sections.size());
     for (const Scene::Section& section : scene.sections) {
         widths.push_back(evenAbove(std::max(rowWidthOf(section), 2 * ringRows)));
     }
@@ -179,7 +180,7 @@ Layout layoutFor(const Scene& scene, Size size, bool isExpanded) {
             return start;
         }
     }
-    if (const Layout layout = rings(scene, start, room); layout.ringRows >= smallestRing) {
+    if (Layout layout = rings(scene, start, room); layout.ringRows >= smallestRing) {
         return layout;
     }
     start.arrangement = size.height >= charts ? Arrangement::bars : Arrangement::line;

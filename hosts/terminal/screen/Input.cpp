@@ -2,6 +2,7 @@
 #include "hosts/terminal/screen/Input.hpp"
 
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 
 namespace vantor::hosts::terminal {
@@ -30,7 +31,7 @@ int component(std::string_view digits) {
     if (error != std::errc() || end != digits.data() + digits.size() || digits.size() > 4) {
         return -1;
     }
-    return static_cast<int>(255.0 * value / ((1U << (4 * digits.size())) - 1) + 0.5);
+    return static_cast<int>(std::lround(255.0 * value / ((1U << (4 * digits.size())) - 1)));
 }
 
 } // namespace
