@@ -74,12 +74,13 @@ std::vector<std::string> trashFolders(const std::string& dataHome, const std::ve
     }
     const std::string id = std::to_string(user);
     for (const std::string& mount : mounts) {
-        const std::string top = mount == "/" ? "" : mount;
-        const Looked shared = look(top + "/.Trash");
+        std::string trash = mount == "/" ? std::string() : mount;
+        trash += "/.Trash";
+        const Looked shared = look(trash);
         if (shared.isFolder && (shared.about.st_mode & S_ISVTX) != 0) {
-            candidates.push_back(top + "/.Trash/" + id);
+            candidates.emplace_back(trash).append("/").append(id);
         }
-        candidates.push_back(top + "/.Trash-" + id);
+        candidates.emplace_back(trash).append("-").append(id);
     }
     std::vector<std::string> trashes;
     std::set<std::pair<dev_t, ino_t>> seen;

@@ -88,6 +88,7 @@ std::vector<ApplicationUse> ApplicationTable::make(const std::vector<GroupUse>& 
     }
     addLoose(loose);
     std::vector<ApplicationUse> uses;
+    uses.reserve(m_table.size());
     for (auto& [key, use] : m_table) {
         uses.push_back(std::move(use));
     }
