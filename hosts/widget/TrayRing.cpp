@@ -36,8 +36,7 @@ platform::Layers strokesOf(const platform::Layers& layers) {
 void paintArc(QPainter& painter, const QRectF& square, const platform::ArcSegment& arc, QColor color,
               Qt::PenCapStyle cap) {
     constexpr double sixteenths = 16 * 180 / std::numbers::pi; // the toolkit's unit; it turns the other way
-    painter.setPen(
-        QPen(color, square.width() * strokeShare / (1 - strokeShare), Qt::SolidLine, cap));
+    painter.setPen(QPen(color, square.width() * strokeShare / (1 - strokeShare), Qt::SolidLine, cap));
     painter.drawArc(square, static_cast<int>(std::lround(-arc.startAngle.radians * sixteenths)),
                     static_cast<int>(std::lround(-arc.sweep() * sixteenths)));
 }
