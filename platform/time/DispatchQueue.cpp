@@ -21,7 +21,7 @@ public:
 } // namespace
 
 DispatchQueue& dispatch_get_main_queue() {
-    static MainQueue queue;
+    static MainQueue& queue = *new MainQueue; // never destroyed: workers outlive the end of main
     return queue;
 }
 

@@ -45,7 +45,8 @@ bool KeptSuite::isSettled(const State& state, Time now) {
 }
 
 std::shared_ptr<const SuiteFile> KeptSuite::read(Time now) {
-    static const auto absent = std::make_shared<const SuiteFile>();
+    // Never destroyed: workers may still ask while the process ends.
+    static const auto& absent = *new std::shared_ptr<const SuiteFile>(std::make_shared<SuiteFile>());
     std::optional<State> before;
     if (const int error = look(before); error == ENOENT || error == ENOTDIR) {
         return absent;
