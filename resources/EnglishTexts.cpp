@@ -31,7 +31,6 @@ constexpr std::array texts{
     EnglishText{"host_MEMORY", "RAM"},
     EnglishText{"host_NETWORK", "Network"},
     EnglishText{"host_NOAPP", "The Vantor app is not installed"},
-    EnglishText{"host_NOHANDLER", "No program on this machine opens {link}"},
     EnglishText{"host_OFTOTAL", "of {size}"},
     EnglishText{"host_ONDESKTOP", "On the Desktop"},
     EnglishText{"host_OPENSTORAGE", "Show Storage"},

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ChildProcess.hpp"
 
+#include "platform/posix/Descriptor.hpp"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -9,11 +11,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <utility>
 
 extern char** environ; // NOLINT(readability-redundant-declaration): not every libc declares it
 
@@ -25,19 +25,14 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr std::size_t enoughOutput = 4096; // bytes
-
 /// What posix_spawn(3) is told about the child.
 class Setting {
 public:
-    explicit Setting(int output) {
+    Setting() {
         ::posix_spawn_file_actions_init(&m_files);
         ::posix_spawnattr_init(&m_attributes);
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             ::posix_spawn_file_actions_addopen(&m_files, stream, "/dev/null", O_RDWR, 0);
-        }
-        if (output >= 0) {
-            ::posix_spawn_file_actions_adddup2(&m_files, output, STDOUT_FILENO);
         }
         sigset_t signals;
         ::sigemptyset(&signals);
@@ -82,14 +77,8 @@ bool waitToRead(int descriptor, steady_clock::time_point end) {
 } // namespace
 
 std::optional<ChildProcess> ChildProcess::start(const std::string& program,
-                                                const std::vector<std::string>& arguments, Output output) {
-    std::array<int, 2> ends{-1, -1};
-    if (output == Output::read && ::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return std::nullopt;
-    }
-    Descriptor reading(ends[0]);
-    const Descriptor writing(ends[1]);
-    const Setting setting(writing.number());
+                                                const std::vector<std::string>& arguments) {
+    const Setting setting;
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), program);
     std::vector<char*> pointers;
@@ -103,25 +92,7 @@ std::optional<ChildProcess> ChildProcess::start(const std::string& program,
                       environ) != 0) {
         return std::nullopt;
     }
-    return ChildProcess(child, std::move(reading));
-}
-
-std::optional<std::string> ChildProcess::readOutput(milliseconds patience) const {
-    const auto end = steady_clock::now() + patience;
-    std::string text;
-    while (text.size() < enoughOutput) {
-        std::array<char, 512> buffer{};
-        if (!waitToRead(m_output.number(), end)) {
-            return std::nullopt;
-        }
-        const ssize_t count = platform::posix::uninterrupted(
-            [&] { return ::read(m_output.number(), buffer.data(), buffer.size()); });
-        if (count <= 0) {
-            break;
-        }
-        text.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    return text;
+    return ChildProcess(child);
 }
 
 std::optional<bool> ChildProcess::wait(milliseconds patience) const {

@@ -7,11 +7,9 @@
 
 #include <unistd.h>
 
-#include <csignal>
 #include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string_view>
 #include <system_error>
 #include <thread>
@@ -24,8 +22,7 @@ using std::chrono::seconds;
 
 namespace {
 
-constexpr seconds longestQuery{10}; // a cold disk takes some
-constexpr seconds longestOpen{3};   // then it is the link's own program that runs on
+constexpr seconds longestOpen{3}; // then it is the link's own program that runs on
 
 bool hasDesktop() {
     return !platform::posix::environmentText("DISPLAY").empty() ||
@@ -50,32 +47,16 @@ struct LinkOpener::Lookups {
 
     std::mutex mutex; ///< guards what follows
     bool isOver = false;
-    std::set<pid_t> queries; ///< that run
 
     /// Absent once the opener is gone.
-    std::optional<ChildProcess> start(const std::string& program, const std::vector<std::string>& arguments,
-                                      ChildProcess::Output output) {
+    std::optional<ChildProcess> start(const std::string& program, const std::string& link) {
         const std::scoped_lock lock(mutex);
-        std::optional<ChildProcess> child;
-        if (!isOver) {
-            child = ChildProcess::start(program, arguments, output);
-        }
-        if (child && output == ChildProcess::Output::read) {
-            queries.insert(child->number());
-        }
-        return child;
-    }
-    void forget(const ChildProcess& query) {
-        const std::scoped_lock lock(mutex);
-        queries.erase(query.number());
+        return isOver ? std::nullopt : ChildProcess::start(program, {link});
     }
     void end() {
         waiting.clear();
         const std::scoped_lock lock(mutex);
         isOver = true;
-        for (const pid_t query : queries) {
-            ::kill(-query, SIGKILL);
-        }
     }
     void conclude(const std::string& link, bool opened) {
         for (const Finished& finished : std::exchange(waiting[link], {})) {
@@ -91,23 +72,6 @@ namespace {
 
 using SharedLookups = std::shared_ptr<LinkOpener::Lookups>;
 
-/// Whether a program is registered for the scheme of a link, or for a scheme alone.
-bool hasProgram(const SharedLookups& lookups, const std::string& query, const std::string& link) {
-    const std::string kind = "x-scheme-handler/" + link.substr(0, link.find(':'));
-    const std::optional<ChildProcess> child =
-        lookups->start(query, {"query", "default", kind}, ChildProcess::Output::read);
-    if (!child) {
-        return false;
-    }
-    const std::optional<std::string> answer = child->readOutput(longestQuery);
-    lookups->forget(*child); // while its number is still its own
-    if (!answer) {
-        ::kill(-child->number(), SIGKILL);
-    }
-    child->waitForEnd();
-    return answer && answer->find_first_not_of(" \n") != std::string::npos;
-}
-
 void postConclusion(const SharedLookups& lookups, const std::string& link, bool opened) {
     platform::RunLoop::main().post([lookups, link, opened] { lookups->conclude(link, opened); });
 }
@@ -115,8 +79,8 @@ void postConclusion(const SharedLookups& lookups, const std::string& link, bool 
 /// What a lookup's thread does.
 void lookUp(const SharedLookups& lookups, const LinkOpener::Programs& programs, const std::string& link) {
     std::optional<ChildProcess> opener;
-    if (programs.query.empty() || hasProgram(lookups, programs.query, link)) {
-        opener = lookups->start(programs.open, {link}, ChildProcess::Output::dropped);
+    if (programs.handlers.haveScheme(link.substr(0, link.find(':')))) {
+        opener = lookups->start(programs.open, link);
     }
     if (!opener) {
         postConclusion(lookups, link, false);
@@ -173,16 +137,16 @@ void LinkOpener::open(const platform::NSURL& url, Finished finished) {
 void LinkOpener::ask(const std::string& scheme, std::function<void(bool)> heard) {
     std::vector<Finished>& waiting = m_lookups->waiting[scheme];
     waiting.push_back(std::move(heard));
-    const auto query = [lookups = m_lookups, program = m_programs.query, scheme] {
-        postConclusion(lookups, scheme, hasProgram(lookups, program, scheme));
+    const auto look = [lookups = m_lookups, handlers = m_programs.handlers, scheme] {
+        postConclusion(lookups, scheme, handlers.haveScheme(scheme));
     };
-    if (waiting.size() == 1 && (!hasDesktop() || m_programs.query.empty() || !inBackground(query))) {
-        postConclusion(m_lookups, scheme, true);
+    if (waiting.size() == 1 && !inBackground(look)) {
+        postConclusion(m_lookups, scheme, true); // a press will tell
     }
 }
 
 LinkOpener::Programs LinkOpener::Programs::installed() {
-    return {installedProgram("xdg-mime"), installedProgram("xdg-open")};
+    return {installedProgram("xdg-open"), LinkHandlers::fromEnvironment()};
 }
 
 } // namespace vantor::hosts::common

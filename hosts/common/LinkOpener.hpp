@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/LinkHandlers.hpp"
 #include "platform/views/NSURL.hpp"
 
 #include <functional>
@@ -9,15 +10,15 @@
 
 namespace vantor::hosts::common {
 
-/// Has the desktop open links, each with the program that is registered for its scheme: asks xdg-mime(1)
-/// whether there is one, then hands the link to xdg-open(1). Both are started by their paths and waited for
-/// on a thread of their own, so that nothing here waits. Main thread.
+/// Has the desktop open links, each with the program that is registered for its scheme: looks whether there
+/// is one, then hands the link to xdg-open(1), which is started by its path. Both happen on a thread of their
+/// own, so that nothing here waits. Main thread.
 class LinkOpener {
 public:
-    /// Where the two programs are; empty: nowhere.
+    /// What a desktop has for links.
     struct Programs {
-        std::string query; ///< xdg-mime; without it xdg-open alone says whether there is a program
-        std::string open;  ///< xdg-open
+        std::string open;      ///< the path of xdg-open; empty: there is none
+        LinkHandlers handlers; ///< what it opens links with
         /// In the folders that a system installs programs to; PATH does not count.
         static Programs installed();
     };
@@ -38,7 +39,7 @@ public:
     void open(const platform::NSURL& url, Finished finished);
 
     /// `heard` hears in a later turn of the main loop whether a program is registered for a scheme, such as
-    /// "vantor"; true where xdg-mime cannot be asked.
+    /// "vantor". No program is started for that.
     void ask(const std::string& scheme, std::function<void(bool isThere)> heard);
 
     struct Lookups;

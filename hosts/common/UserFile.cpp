@@ -5,9 +5,8 @@
 #include "platform/posix/BoundedChild.hpp"
 #include "platform/posix/Descriptor.hpp"
 #include "platform/posix/FileReplacement.hpp"
+#include "platform/posix/RegularFile.hpp"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -21,6 +20,7 @@ namespace posix = platform::posix;
 namespace {
 
 constexpr const char* noHome = "there is no home folder";
+constexpr std::size_t longest = 4096; // bytes of a file that is read
 
 /// The text that `work` gives; absent where the path's file system does not answer.
 std::optional<std::string> bounded(const std::string& path, const std::function<std::string()>& work) {
@@ -44,20 +44,6 @@ std::optional<std::string> problemOf(const std::string& path, const std::functio
     return problem->empty() ? std::nullopt : problem;
 }
 
-std::string contentOf(const std::string& path) {
-    constexpr std::size_t longest = 4096;
-    const posix::Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat about {};
-    if (!file.isOpen() || ::fstat(file.number(), &about) != 0 || !S_ISREG(about.st_mode)) {
-        return {};
-    }
-    std::string text(longest, '\0');
-    const ssize_t length =
-        posix::uninterrupted([&] { return ::read(file.number(), text.data(), text.size()); });
-    text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-    return text;
-}
-
 } // namespace
 
 std::string userFilePath(const std::string& folder, std::string_view name) {
@@ -72,7 +58,9 @@ std::optional<std::string> writeUserFile(const std::string& path, std::string_vi
 }
 
 std::string readUserFile(const std::string& path) {
-    return path.empty() ? std::string() : bounded(path, [&path] { return contentOf(path); }).value_or("");
+    return path.empty()
+               ? std::string()
+               : bounded(path, [&path] { return posix::readRegularFile(path, longest); }).value_or("");
 }
 
 bool userFileExists(const std::string& path) {

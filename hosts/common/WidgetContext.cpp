@@ -7,15 +7,13 @@
 
 namespace vantor::hosts::common {
 
-WidgetContext::WidgetContext(std::function<void(const std::string&)> tell, LinkOpener::Programs programs,
-                             std::string_view noProgram)
-    : m_tell(std::move(tell)), m_noProgram(noProgram), m_opener(std::move(programs)) {}
+WidgetContext::WidgetContext(std::function<void(const std::string&)> tell, LinkOpener::Programs programs)
+    : m_tell(std::move(tell)), m_opener(std::move(programs)) {}
 
 void WidgetContext::openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) {
-    m_opener.open(url, [this, link = url.absoluteString(),
-                        completionHandler = std::move(completionHandler)](bool opened) {
+    m_opener.open(url, [this, completionHandler = std::move(completionHandler)](bool opened) {
         if (!opened) {
-            m_tell(platform::textWithValue(platform::NSLocalizedString(m_noProgram), "link", link));
+            m_tell(platform::NSLocalizedString("host_NOAPP"));
         }
         if (completionHandler) {
             completionHandler(opened);

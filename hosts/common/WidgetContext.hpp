@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace vantor::hosts::common {
@@ -16,11 +15,9 @@ namespace vantor::hosts::common {
 class WidgetContext final : public platform::NSExtensionContext {
 public:
     /// `tell` is handed a line in the user's language, in a turn of the main loop. The host that it belongs
-    /// to takes the context away from its controller before it goes. `noProgram` is the key of the line for a
-    /// link that no program opens; {link} in it is filled in.
+    /// to takes the context away from its controller before it goes.
     explicit WidgetContext(std::function<void(const std::string& line)> tell,
-                           LinkOpener::Programs programs = LinkOpener::Programs::installed(),
-                           std::string_view noProgram = "host_NOHANDLER");
+                           LinkOpener::Programs programs = LinkOpener::Programs::installed());
 
     /// Hears in a later turn of the main loop whether there is a program for the widget's links.
     void askForProgram(std::function<void(bool)> heard) { m_opener.ask("vantor", std::move(heard)); }
@@ -34,7 +31,6 @@ public:
 
 private:
     const std::function<void(const std::string&)> m_tell;
-    const std::string m_noProgram;
     LinkOpener m_opener; // gone before what it calls back
 };
 

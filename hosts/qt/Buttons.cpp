@@ -84,6 +84,12 @@ void Button::setTheme(const Theme& theme) {
     update();
 }
 
+void Button::setQuiet(bool quiet) {
+    m_quiet = quiet;
+    setCursor(quiet ? Qt::ArrowCursor : Qt::PointingHandCursor);
+    update();
+}
+
 /// Return presses a focused button, as Space does: this is no dialogue with a default button.
 bool Button::event(QEvent* event) {
     if (event->type() == QEvent::Polish) {
@@ -104,7 +110,10 @@ bool Button::showsFocus() const {
 void Button::paintShape(QPainter& painter, double radius) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isDown() ? m_theme.pressedFill : underMouse() ? m_theme.hoverFill : m_theme.fill);
+    painter.setBrush(m_quiet        ? QColor(Qt::transparent)
+                     : isDown()     ? m_theme.pressedFill
+                     : underMouse() ? m_theme.hoverFill
+                                    : m_theme.fill);
     painter.drawRoundedRect(rect(), radius, radius);
     if (showsFocus()) {
         painter.setPen(QPen(m_theme.accent, 2 * m_theme.pointScale));
@@ -121,7 +130,7 @@ QSize PillButton::sizeHint() const {
 void PillButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintShape(painter, height() / 2.0);
-    painter.setPen(theme().text);
+    painter.setPen(ink());
     painter.drawText(rect(), Qt::AlignCenter, text());
 }
 
@@ -144,17 +153,22 @@ void HeadingButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = theme().pointScale;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const QColor ink = underMouse() || isDown() ? theme().text : theme().secondaryText;
-    const double room = arrowRoom * scale;
-    painter.setPen(ink);
+    const bool isLively = !isQuiet() && (underMouse() || isDown());
+    const QColor& color = isLively ? theme().text : theme().secondaryText;
+    const double room = isQuiet() ? 0 : arrowRoom * scale;
+    painter.setPen(color);
     painter.drawText(QRectF(rect()).adjusted(mirrored ? room : 0, 0, mirrored ? 0 : -room, 0),
-                     Qt::AlignCenter, m_caption);
+                     Qt::AlignAbsolute | Qt::AlignVCenter | (mirrored ? Qt::AlignLeft : Qt::AlignRight),
+                     m_caption);
     if (showsFocus()) {
         painter.fillRect(QRectF(0, height() - 3 * scale, width(), 2 * scale), theme().accent);
     }
+    if (isQuiet()) {
+        return;
+    }
     painter.translate(mirrored ? scale : width() - scale, height() / 2.0 + 0.5 * scale);
     painter.scale(mirrored ? -scale : scale, scale);
-    painter.setPen(QPen(ink, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QPolygonF{QPointF(-3.2, -3.2), QPointF(0, 0), QPointF(-3.2, 3.2)});
 }
 

@@ -19,6 +19,9 @@ public:
     explicit Button(QWidget* parent);
 
     void setTheme(const Theme& theme);
+    /// A quiet one does not invite to be pressed, though it answers: it has no ground and no arrow.
+    void setQuiet(bool quiet);
+    [[nodiscard]] bool isQuiet() const { return m_quiet; }
 
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -27,6 +30,8 @@ protected:
     /// Of its text, in points.
     [[nodiscard]] virtual double textSize() const { return TypeSize::body; }
     [[nodiscard]] bool showsFocus() const;
+    /// Of its text and signs, in the button's state.
+    [[nodiscard]] const QColor& ink() const { return m_quiet ? m_theme.secondaryText : m_theme.text; }
     /// The ground in the colour of the button's state, and a frame on the focus.
     void paintShape(QPainter& painter, double radius) const;
     bool event(QEvent* event) override;
@@ -35,6 +40,7 @@ protected:
 private:
     Theme m_theme;
     bool m_keyboardFocus = false;
+    bool m_quiet = false;
 };
 
 /// A wide button with a text.

@@ -40,12 +40,8 @@ std::vector<Scene::Key> keys(bool isExpanded) {
     };
     std::vector<Scene::Key> keys;
     for (const Section& section : sections) {
-        const auto& [name, action, caption, letter] = section.action;
-        if (section.chart) {
-            keys.push_back(key(letter, caption, section.source));
-        } else {
-            keys.insert(keys.begin(), key(letter, caption, section.source));
-        }
+        keys.insert(section.chart ? keys.end() : keys.begin(),
+                    key(section.action.key, actionCaptionKey(section), section.source));
     }
     const std::string_view mode = isExpanded ? "host_SHOWLESS" : "host_SHOWMORE";
     keys.push_back(key('m', mode, HostAction::changeMode));

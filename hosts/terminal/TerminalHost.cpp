@@ -31,14 +31,15 @@ std::string nameOf(platform::Source source) {
     return section != nullptr ? NSLocalizedString(section->headingKey) : std::string(sourceName(source));
 }
 
+bool isLink(const Action& action) {
+    const auto* const source = std::get_if<platform::Source>(&action);
+    return source != nullptr &&
+           sectionOf(*source)->action.action != &TEReportTableViewController::manualInfoRefresh;
+}
+
 /// Where nothing can open a link, such as over SSH, neither a key nor a ring offers one.
 void leaveLinksOut(Scene& scene) {
-    const auto isLink = [](const Action& action) {
-        const auto* const source = std::get_if<platform::Source>(&action);
-        return source != nullptr &&
-               sectionOf(*source)->action.action != &TEReportTableViewController::manualInfoRefresh;
-    };
-    std::erase_if(scene.keys, [&](const Scene::Key& key) { return isLink(key.action); });
+    std::erase_if(scene.keys, [](const Scene::Key& key) { return isLink(key.action); });
     for (Scene::Section& section : scene.sections) {
         if (section.action && isLink(*section.action)) {
             section.action.reset();
@@ -64,6 +65,12 @@ TerminalHost::TerminalHost(std::string name, std::optional<double> interval, boo
     m_controller->view()->setChangeHandler([this](platform::UIView&) { m_changed = true; });
     keepInterval();
     setMode(isExpanded);
+    if (m_context->canOpenLinks()) {
+        m_context->askForProgram([this](bool isThere) {
+            m_changed = m_changed || isThere != m_appIsThere;
+            m_appIsThere = isThere;
+        });
+    }
     m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
 }
 
@@ -93,6 +100,9 @@ const Scene& TerminalHost::sceneAt(Instant now) {
     }
     if (!m_context->canOpenLinks()) {
         leaveLinksOut(m_scene);
+    }
+    for (Scene::Key& key : m_scene.keys) {
+        key.isQuiet = !m_appIsThere && isLink(key.action);
     }
     if (now < m_noticeEnd) {
         m_scene.notice = m_notice;

@@ -62,6 +62,7 @@ private:
     std::vector<platform::SourceFailure> m_failures;
     std::set<platform::Source> m_refreshing; ///< whose reports a refresh has still to bring
     bool m_isExpanded = false;
+    bool m_appIsThere = true; ///< until it is known
     bool m_changed = true;
     bool m_hasQuit = false;
     common::PauseWatch m_pauses;

@@ -22,8 +22,9 @@ class WidgetForm;
 }
 
 namespace vantor::hosts::qt {
+class Button;
 class MessageLine;
-}
+} // namespace vantor::hosts::qt
 
 namespace vantor::hosts::widget {
 
@@ -53,7 +54,8 @@ public:
     [[nodiscard]] const std::vector<platform::SourceFailure>& failures() const { return m_failures; }
     /// Calls the actions what they do by the preferences of this moment.
     void nameActions();
-    /// Whether the app is there that rings and buttons ask; without it they do not invite to be pressed.
+    /// Whether the app is there that rings and buttons ask; without it they do not invite to be pressed, and
+    /// their tooltips say why.
     void setAppIsThere(bool isThere);
     /// A line that goes away by itself.
     void showMessage(const QString& text);
@@ -79,6 +81,8 @@ private:
     void style(QLabel& label, double size, QFont::Weight weight, const QColor& color, double height);
     void styleLabels();
     void nameSections();
+    void tellTargets();
+    [[nodiscard]] std::vector<qt::Button*> targets() const;
     void showHeading(const Section& section, const platform::SourceFailure* failure);
     void showNotes();
     void showStorageTips();

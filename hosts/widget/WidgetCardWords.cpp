@@ -11,6 +11,7 @@
 #include "ui_WidgetForm.h"
 
 #include <QTextDocument>
+#include <utility>
 
 namespace vantor::hosts::widget {
 
@@ -38,12 +39,29 @@ void WidgetCard::nameActions() {
     }
 }
 
+std::vector<qt::Button*> WidgetCard::targets() const {
+    return {m_form->memoryTotal, m_form->cleanRam, m_form->openApp, m_form->showCpuChart};
+}
+
 void WidgetCard::setAppIsThere(bool isThere) {
-    m_appIsThere = isThere;
+    if (isThere == std::exchange(m_appIsThere, isThere)) {
+        return;
+    }
     for (qt::RingView* ring : m_binding.rings()) {
         ring->setCursor(isThere ? Qt::PointingHandCursor : Qt::ArrowCursor);
     }
-    nameActions();
+    for (qt::Button* target : targets()) {
+        target->setQuiet(!isThere);
+    }
+    tellTargets();
+}
+
+/// The tooltips say what a press does: a pill says so itself.
+void WidgetCard::tellTargets() {
+    for (qt::Button* target : targets()) {
+        const QString name = target == m_form->cleanRam ? QString() : target->text();
+        setTip(*target, m_appIsThere ? name : qt::hostText("host_NOAPP"));
+    }
 }
 
 void WidgetCard::nameSections() {
@@ -55,12 +73,8 @@ void WidgetCard::nameSections() {
     m_form->memoryTotal->setCaption(qt::hostText("host_SHOW"));
     m_form->openApp->setCaption(qt::hostText("host_SHOW"));
     m_form->showCpuChart->setCaption(qt::hostText("host_CHART"));
-    for (QAbstractButton* button :
-         {static_cast<QAbstractButton*>(m_form->manualInfoRefresh),
-          static_cast<QAbstractButton*>(m_form->memoryTotal), static_cast<QAbstractButton*>(m_form->openApp),
-          static_cast<QAbstractButton*>(m_form->showCpuChart)}) {
-        setTip(*button, button->text());
-    }
+    setTip(*m_form->manualInfoRefresh, m_form->manualInfoRefresh->text());
+    tellTargets();
 }
 
 /// What no row tells: how much RAM there is, and how much of the processor's time went to programs that asked
@@ -106,9 +120,7 @@ void WidgetCard::showRingTip(qt::RingView& ring) {
     } else if (&ring == m_form->progressCPUView && !m_form->lowPriorityShare->text().isEmpty()) {
         lines << m_form->lowPriorityShare->text();
     }
-    if (m_appIsThere) {
-        lines << ring.text();
-    }
+    lines << (m_appIsThere ? ring.text() : qt::hostText("host_NOAPP"));
     setTip(ring, lines.join(QLatin1Char('\n')));
 }
 

@@ -15,7 +15,7 @@ using platform::RunLoop;
 
 WidgetHost::WidgetHost(Programs programs, qt::LoopDriver::Clock clock)
     : m_context(std::make_shared<common::WidgetContext>([this](const std::string& line) { tell(line); },
-                                                        std::move(programs), "host_NOAPP")),
+                                                        std::move(programs))),
       m_controller(ReportInterface::instantiate()),
       m_loop([this](Instant now) { turn(now); }, std::move(clock)) {
     m_controller->setExtensionContext(m_context);
@@ -67,9 +67,9 @@ void WidgetHost::setActive(bool active) {
         m_pauses.begin();
         return;
     }
-    m_card->nameActions(); // a preference may have changed
+    m_card->nameActions(); // a preference may have changed, and the app have been installed
+    m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
     if (!std::exchange(m_started, true)) {
-        m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
         m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
     }
     m_loop.start();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/WidgetMenu.hpp"
 
+#include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MenuStyle.hpp"
 #include "hosts/qt/Theme.hpp"
@@ -89,6 +90,8 @@ void WidgetMenu::refresh() {
         if (action->text() != button->text()) {
             action->setText(button->text());
         }
+        const auto* const target = dynamic_cast<qt::Button*>(button);
+        action->setEnabled(target == nullptr || !target->isQuiet());
     }
     for (std::size_t i = 0; i < m_switches.size(); ++i) {
         const Toggle& toggle = m_toggles[i];

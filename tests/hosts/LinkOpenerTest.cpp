@@ -21,9 +21,7 @@ using platform::NSURL;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* says = "#!/bin/sh\necho vantor.desktop\n";
-
-/// An opener over two scripts of the test's own instead of the desktop's programs.
+/// An opener over a script and a desktop entry of the test's own instead of the desktop's.
 class Links : public ::testing::Test {
 protected:
     Links() {
@@ -51,6 +49,11 @@ protected:
         return script("open", "#!/bin/sh\nprintf '%s\\n' \"$@\" >>" + path("opened") + "\nexit " +
                                   std::to_string(status) + "\n");
     }
+    LinkHandlers handlers() const {
+        m_tree.write("applications/v.desktop",
+                     "[Desktop Entry]\nExec=v %u\nMimeType=text/plain;x-scheme-handler/vantor;\n");
+        return {{}, {path("applications")}};
+    }
     void open(LinkOpener& opener, std::string_view link = "vantor://action?a=%22$(x)'") {
         opener.open(*NSURL::URLWithString(link), [this](bool opened) { m_heard.push_back(opened); });
     }
@@ -63,81 +66,79 @@ protected:
 };
 
 TEST_F(Links, GoToTheirProgramAsTheyAre) {
-    LinkOpener opener(
-        {script("query", "#!/bin/sh\necho \"$@\" >" + path("asked") + "\necho it.desktop\n"), opening(0)});
+    LinkOpener opener({opening(0), handlers()});
     open(opener);
     ASSERT_TRUE(hears(1));
     EXPECT_THAT(m_heard, ElementsAre(true));
-    EXPECT_EQ(content("asked"), "query default x-scheme-handler/vantor\n");
     EXPECT_EQ(content("opened"), "vantor://action?a=%22$(x)'\n");
 }
 
 TEST_F(Links, WithoutAProgramAreNotOpened) {
-    const std::string none = script("none", "#!/bin/sh\nexit 0\n");
     for (const LinkOpener::Programs& programs :
-         {LinkOpener::Programs{none, opening(0)}, LinkOpener::Programs{path("missing"), opening(0)},
-          LinkOpener::Programs{script("query", says), path("missing")}, LinkOpener::Programs{}}) {
+         {LinkOpener::Programs{opening(0), {}}, LinkOpener::Programs{path("missing"), handlers()},
+          LinkOpener::Programs{"", handlers()}}) {
         LinkOpener opener(programs);
         m_heard.clear();
         open(opener);
         ASSERT_TRUE(hears(1));
-        EXPECT_THAT(m_heard, ElementsAre(false)) << programs.query;
+        EXPECT_THAT(m_heard, ElementsAre(false)) << programs.open;
     }
     EXPECT_EQ(content("opened"), "");
-    LinkOpener failing({script("query", says), opening(3)});
+    LinkOpener failing({opening(3), handlers()});
     open(failing);
     ASSERT_TRUE(hears(2));
     EXPECT_THAT(m_heard, ElementsAre(false, false)) << "it says so by its status";
 }
 
 TEST_F(Links, AskWhetherThereIsAProgramAndStartNone) {
-    std::size_t asked = 0;
-    for (const std::string& query :
-         {script("some", says), script("none", "#!/bin/sh\nexit 0\n"), std::string()}) {
-        LinkOpener opener({query, opening(0)});
+    for (const LinkHandlers& some : {handlers(), LinkHandlers()}) {
+        LinkOpener opener({opening(0), some});
         opener.ask("vantor", [this](bool isThere) { m_heard.push_back(isThere); });
-        ASSERT_TRUE(hears(++asked));
+        EXPECT_TRUE(hears(some.applications.empty() ? 2 : 1));
     }
-    EXPECT_THAT(m_heard, ElementsAre(true, false, true)) << "true where nobody can be asked";
+    EXPECT_THAT(m_heard, ElementsAre(true, false));
     EXPECT_EQ(content("opened"), "");
 }
 
+/// A program that waits at the gate.
 TEST_F(Links, AreOpenedOnceHoweverOftenTheyArePressed) {
-    LinkOpener opener({script("query", "#!/bin/sh\ncat " + path("gate") + "\n"), opening(0)});
+    const std::string waiting =
+        script("open", "#!/bin/sh\necho \"$1\" >>" + path("opened") + "\nread line <" + path("gate") + "\n");
+    LinkOpener opener({waiting, handlers()});
     for (int press = 0; press < 60; ++press) {
         open(opener);
     }
-    std::ofstream(path("gate")) << "it.desktop\n" << std::flush; // for the one that waits there
+    std::ofstream(path("gate")) << "go\n" << std::flush;
     ASSERT_TRUE(hears(60));
     EXPECT_EQ(std::ranges::count(m_heard, true), 60);
     EXPECT_EQ(std::ranges::count(content("opened"), '\n'), 1);
     open(opener);
-    std::ofstream(path("gate")) << std::flush;
-    ASSERT_TRUE(hears(61)) << "the next press asks anew";
-    EXPECT_FALSE(m_heard.back());
+    std::ofstream(path("gate")) << "go\n" << std::flush;
+    ASSERT_TRUE(hears(61));
+    EXPECT_EQ(std::ranges::count(content("opened"), '\n'), 2) << "the next press opens it anew";
 }
 
 TEST_F(Links, NobodyIsCalledBackAfterTheEnd) {
     std::optional<LinkOpener> opener(
         std::in_place,
-        LinkOpener::Programs{script("query", "#!/bin/sh\necho $$ >" + path("query.new") + "\nmv " +
-                                                 path("query.new") + " " + path("running") + "\nexec cat " +
-                                                 path("gate") + "\n"),
-                             opening(0)});
+        LinkOpener::Programs{script("open", "#!/bin/sh\necho $$ >" + path("running.new") + "\nmv " +
+                                                path("running.new") + " " + path("running") +
+                                                "\nread line <" + path("gate") + "\n"),
+                             handlers()});
     open(*opener);
     ASSERT_TRUE(turnUntil([this] { return !content("running").empty(); }, 20));
-    const pid_t query = std::stoi(content("running"));
+    const pid_t program = std::stoi(content("running"));
     opener.reset();
-    EXPECT_TRUE(turnUntil([query] { return ::kill(query, 0) != 0; }, 20)) << "the query goes too";
+    std::ofstream(path("gate")) << "go\n" << std::flush;
+    EXPECT_TRUE(turnUntil([program] { return ::kill(program, 0) != 0; }, 20)) << "waited for all the same";
     platform::RunLoop::main().turn(std::chrono::steady_clock::now());
     EXPECT_THAT(m_heard, IsEmpty());
-    EXPECT_EQ(content("opened"), "");
 }
 
 TEST_F(Links, NeedADesktop) {
     ::unsetenv("DISPLAY");
     ::unsetenv("WAYLAND_DISPLAY");
-    LinkOpener opener({script("query", says), opening(0)});
+    LinkOpener opener({opening(0), handlers()});
     open(opener);
     EXPECT_THAT(m_heard, IsEmpty()) << "heard in a turn of the loop";
     ASSERT_TRUE(hears(1));

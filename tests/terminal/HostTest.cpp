@@ -9,8 +9,6 @@
 namespace vantor::hosts::terminal {
 namespace {
 
-using testing::HasSubstr;
-
 /// The terminal's host on a small machine, turned by hand.
 class Host : public testing::Test {
 protected:
@@ -91,15 +89,12 @@ TEST_F(Host, AnIntervalOfItsOwnStandsForThePreferences) {
 }
 
 TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
-    const std::pair<Action, const char*> links[] = {
-        {platform::Source::memory, "vantor://action?cleanRam"},
-        {platform::Source::storage, "vantor://action?showStorage"},
-        {platform::Source::processor, "vantor://action?showCpu"}};
-    for (const auto& [action, link] : links) {
+    for (const Action action :
+         {platform::Source::memory, platform::Source::storage, platform::Source::processor}) {
         m_loop.clock.pass(0.9);
         m_host->perform(action, m_loop.clock.now());
         m_loop.play();
-        EXPECT_THAT(scene().notice, HasSubstr(link));
+        EXPECT_EQ(scene().notice, "The Vantor app is not installed");
         EXPECT_EQ(m_host->noticeEnd(), m_loop.clock.now() + std::chrono::seconds(3));
     }
     EXPECT_TRUE(scene().isExpanded);
@@ -111,6 +106,21 @@ TEST_F(Host, ActionsOpenLinksOrSayThatNobodyDoes) {
     EXPECT_FALSE(m_host->hasQuit());
     m_host->perform(HostAction::quit, m_loop.clock.now());
     EXPECT_TRUE(m_host->hasQuit());
+}
+
+TEST_F(Host, WithoutTheAppItsKeysAreQuiet) {
+    ::setenv("DISPLAY", ":test", 1);
+    m_viewer.change([](platform::SimulatedViewerState& state) {
+        state.suite = tests::storeHolding(tests::storedFlag("preventCleanRAMFromWidget"));
+    });
+    m_host.emplace("box", std::nullopt, true, common::LinkOpener::Programs{"/bin/true", {}});
+    EXPECT_EQ(scene().keys[1].text, "Show RAM");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!scene().keys[1].isQuiet && std::chrono::steady_clock::now() < end) {
+        m_loop.play();
+    }
+    EXPECT_TRUE(scene().keys[1].isQuiet && scene().keys[2].isQuiet && scene().keys[3].isQuiet);
+    EXPECT_FALSE(scene().keys[0].isQuiet || scene().keys.back().isQuiet);
 }
 
 TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {

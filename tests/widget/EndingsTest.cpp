@@ -102,14 +102,16 @@ protected:
 
 /// The programs that links are opened with answer at once, after a while, or never.
 TEST_F(Endings, AtAnyMomentAreInPeace) {
-    const std::string quick = script("quick", "echo vantor.desktop");
-    const std::string slow = script("slow", "sleep 0.05; echo vantor.desktop");
-    const std::string never = script("never", "exec sleep 1000");
-    const std::string fails = script("fails", "exit 1");
+    const std::string quick = script("quick", "exit 0");
+    const std::string slow = script("slow", "sleep 0.05");
+    const std::string never =
+        script("never", "while [ -d " + m_tree.root().string() + " ]; do sleep 0.2; done");
+    m_tree.write("v.desktop", "[Desktop Entry]\nExec=v\nMimeType=x-scheme-handler/vantor\n");
+    const common::LinkHandlers handlers{{}, {m_tree.root().string()}};
     constexpr int rounds = 300;
     for (int round = 0; round < rounds; ++round) {
         const std::vector<WidgetHost::Programs> programs{
-            {quick, fails}, {slow, quick}, {never, quick}, {fails, fails}};
+            {quick, handlers}, {slow, handlers}, {never, handlers}, {quick, {}}};
         m_window.emplace(anyOptions(), programs[upTo(3)]);
         m_window->start();
         for (unsigned deed = upTo(4); deed > 0; --deed) {

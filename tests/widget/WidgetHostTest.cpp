@@ -3,6 +3,7 @@
 
 #include "Eventually.hpp"
 #include "WidgetStage.hpp"
+#include "hosts/qt/Buttons.hpp"
 #include "hosts/qt/MessageLine.hpp"
 
 #include <gtest/gtest.h>
@@ -58,7 +59,7 @@ protected:
     tests::HandTurnedQueue m_queue;
     tests::HandTurnedClock m_start;
     platform::Instant m_now = m_start.now();
-    std::optional<WidgetHost> m_host{std::in_place, WidgetHost::Programs{"", "/bin/false"},
+    std::optional<WidgetHost> m_host{std::in_place, WidgetHost::Programs{"/bin/true", {}},
                                      [this] { return m_now; }};
 };
 
@@ -108,10 +109,17 @@ TEST_F(WidgetHosting, SaysWhenNoProgramOpensALinkAndIsGoneInPeace) {
     const auto press = [this] {
         m_host->card().findChild<QAbstractButton*>(QStringLiteral("progressRAMView"))->click();
     };
+    const QString missing = QStringLiteral("The Vantor app is not installed");
+    for (const char* name : {"cleanRam", "memoryTotal", "openApp", "showCpuChart"}) {
+        const auto* const button =
+            dynamic_cast<qt::Button*>(m_host->card().findChild<QAbstractButton*>(QLatin1String(name)));
+        EXPECT_TRUE(tests::eventually([button] { return button->isQuiet(); })) << name;
+        EXPECT_EQ(button->toolTip(), missing);
+    }
     press();
     const auto* const message = m_host->card().findChild<qt::MessageLine*>();
     EXPECT_TRUE(tests::eventually([message] { return message->isVisible(); }));
-    EXPECT_EQ(message->text(), QStringLiteral("The Vantor app is not installed"));
+    EXPECT_EQ(message->text(), missing);
     press();
     m_host.reset();
     // The answer comes now, unless it was quicker than the end.

@@ -16,9 +16,10 @@ using platform::LinearAnimation;
 namespace {
 constexpr double mostSteps = 60; // a second; no screen shows more
 
-/// The keys that do something: where both modes look alike, the one that changes it does nothing.
+/// The keys that are offered: where both modes look alike, the one that changes it does nothing.
 std::vector<Scene::Key> keysFor(const Scene& scene, Size size, const Layout& layout) {
     std::vector<Scene::Key> keys = scene.keys;
+    std::erase_if(keys, [](const Scene::Key& key) { return key.isQuiet; });
     if (layoutFor(scene, size, !scene.isExpanded).arrangement == layout.arrangement) {
         std::erase_if(keys,
                       [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });

@@ -37,6 +37,7 @@ struct Scene {
         char key = 0;
         std::string text;
         Action action;
+        bool isQuiet = false; ///< answers, but is not offered
     };
 
     std::string host;              ///< whose figures these are
