@@ -31,16 +31,16 @@ std::optional<std::map<std::uint64_t, std::uint64_t>> available(const std::vecto
 } // namespace
 
 EmptyTrash::EmptyTrash(std::optional<std::int64_t> before, const Disposal::KeepGoing& keepGoing)
-    : m_items(platform::currentDisposal().trashItems(keepGoing)) {
+    : m_contents(platform::currentDisposal().trashItems(keepGoing)) {
     if (before) {
-        std::erase_if(m_items,
+        std::erase_if(m_contents.items,
                       [&](const TrashItem& item) { return !item.trashed || *item.trashed >= *before; });
     }
 }
 
 std::uint64_t EmptyTrash::bytes() const {
     std::uint64_t sum = 0;
-    for (const TrashItem& item : m_items) {
+    for (const TrashItem& item : m_contents.items) {
         sum += item.bytes;
     }
     return sum;
@@ -48,8 +48,8 @@ std::uint64_t EmptyTrash::bytes() const {
 
 TrashEmptied EmptyTrash::run(const Disposal::KeepGoing& keepGoing) const {
     TrashEmptied result;
-    const auto before = available(m_items);
-    for (const TrashItem& item : m_items) {
+    const auto before = available(m_contents.items);
+    for (const TrashItem& item : m_contents.items) {
         if (!keepGoing()) {
             result.problems.emplace_back("The work was stopped; what is left is still in the trash.");
             break;
@@ -61,7 +61,7 @@ TrashEmptied EmptyTrash::run(const Disposal::KeepGoing& keepGoing) const {
             result.problems.push_back(removal.problem);
         }
     }
-    const auto after = available(m_items);
+    const auto after = available(m_contents.items);
     result.gained = before && after ? std::optional<std::uint64_t>(0) : std::nullopt;
     for (const auto& [device, now] : result.gained ? *after : std::map<std::uint64_t, std::uint64_t>()) {
         const auto then = before->find(device);

@@ -30,7 +30,9 @@ public:
         std::optional<std::int64_t> before = std::nullopt,
         const platform::Disposal::KeepGoing& keepGoing = [] { return true; });
 
-    [[nodiscard]] const std::vector<platform::TrashItem>& items() const { return m_items; }
+    [[nodiscard]] const std::vector<platform::TrashItem>& items() const { return m_contents.items; }
+    /// Which trashes are missing in the list, and why; in English, printable.
+    [[nodiscard]] const std::vector<std::string>& problems() const { return m_contents.problems; }
     /// The sum of the list, in bytes.
     [[nodiscard]] std::uint64_t bytes() const;
 
@@ -38,7 +40,7 @@ public:
     [[nodiscard]] TrashEmptied run(const platform::Disposal::KeepGoing& keepGoing) const;
 
 private:
-    std::vector<platform::TrashItem> m_items;
+    platform::TrashContents m_contents;
 };
 
 } // namespace vantor

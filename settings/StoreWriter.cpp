@@ -104,10 +104,10 @@ private:
 
 class StoreEdit {
 public:
-    StoreEdit(const std::vector<SettingChange>& changes, BrokenStore broken, StoreOutcome& outcome)
-        : m_changes(changes), m_broken(broken), m_outcome(outcome) {}
+    StoreEdit(const std::vector<SettingChange>& changes, BrokenStore broken)
+        : m_changes(changes), m_broken(broken) {}
 
-    platform::SuiteEdit edit(const platform::SuiteFile& file) {
+    [[nodiscard]] platform::SuiteEdit edit(const platform::SuiteFile& file) const {
         if (!file.exists) {
             return written(StoreList(), PropertyListForm::xml, false, "the preferences");
         }
@@ -124,18 +124,16 @@ public:
         if (m_broken == BrokenStore::setAside) {
             return written(StoreList(), PropertyListForm::xml, true, name);
         }
-        m_outcome.couldBeSetAside = true;
-        return refuse(name + ": " + problem);
+        return refuse(name + ": " + problem, true);
     }
 
 private:
-    platform::SuiteEdit refuse(std::string reason) {
-        m_outcome.failure = std::move(reason);
-        return {};
+    static platform::SuiteEdit refuse(std::string reason, bool couldBeSetAside = false) {
+        return {.refusal = std::move(reason), .couldBeSetAside = couldBeSetAside};
     }
 
-    platform::SuiteEdit written(StoreList store, PropertyListForm form, bool setAside,
-                                const std::string& name) {
+    [[nodiscard]] platform::SuiteEdit written(StoreList store, PropertyListForm form, bool setAside,
+                                              const std::string& name) const {
         for (const SettingChange& change : m_changes) {
             store.apply(change);
         }
@@ -146,24 +144,22 @@ private:
         if (const auto* const failure = std::get_if<platform::PropertyListFailure>(&bytes)) {
             return refuse(name + ": " + failure->reason);
         }
-        return {std::move(std::get<std::string>(bytes)), setAside};
+        return {.content = std::move(std::get<std::string>(bytes)), .setAside = setAside};
     }
 
     const std::vector<SettingChange>& m_changes;
     BrokenStore m_broken;
-    StoreOutcome& m_outcome;
 };
 
 } // namespace
 
 StoreOutcome changeStore(const std::vector<SettingChange>& changes, BrokenStore broken) {
-    StoreOutcome outcome;
     const platform::SuiteChange change =
         platform::currentViewer().changeSuite(sharedSuiteName, [&](const platform::SuiteFile& file) {
-            return StoreEdit(changes, broken, outcome).edit(file);
+            return StoreEdit(changes, broken).edit(file);
         });
-    outcome.changed = change.changed;
-    outcome.setAside = change.setAside;
+    StoreOutcome outcome{
+        .changed = change.changed, .setAside = change.setAside, .couldBeSetAside = change.couldBeSetAside};
     if (change.failure) {
         outcome.failure = platform::printableText(*change.failure, 4096);
     }

@@ -86,7 +86,7 @@ int emptyNow(const EmptyTrash& trash) {
         text += " " + bytesText(*result.gained) + " more are available now.";
     }
     std::puts(text.c_str());
-    return result.problems.empty() ? done : refused;
+    return result.problems.empty() && trash.problems().empty() ? done : refused;
 }
 
 int cleanTrash(const Arguments& arguments) {
@@ -101,15 +101,21 @@ int cleanTrash(const Arguments& arguments) {
         return wrongUsage;
     }
     const EmptyTrash trash(before);
+    for (const std::string& problem : trash.problems()) {
+        complain(problem);
+    }
     if (trash.items().empty()) {
-        std::puts(before ? "Nothing in the trash is that old." : "The trash is empty.");
-        return nothingThere;
+        const bool isKnown = trash.problems().empty();
+        if (isKnown) {
+            std::puts(before ? "Nothing in the trash is that old." : "The trash is empty.");
+        }
+        return isKnown ? nothingThere : refused;
     }
     if (arguments.dryRun || !arguments.yes) {
         list(trash);
     }
     if (arguments.dryRun) {
-        return done;
+        return trash.problems().empty() ? done : refused;
     }
     if (!arguments.yes && !isWanted(trash)) {
         std::puts("Nothing was deleted.");

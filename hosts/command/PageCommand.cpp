@@ -19,11 +19,11 @@ namespace vantor::hosts::command {
 
 namespace {
 
-/// Says which of these sources could not be read; false where one could not.
+/// Says whether this source or the preferences, which decide what counts, could not be read; false then.
 bool complainAbout(platform::Source source) {
     bool isSound = true;
     for (const platform::SourceFailure& failure : common::currentFailures()) {
-        if (failure.source == source) {
+        if (failure.source == source || failure.source == platform::Source::preferences) {
             complain(failure.reason);
             isSound = false;
         }

@@ -5,12 +5,14 @@
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/SettingsOutput.hpp"
 #include "hosts/common/FileWatch.hpp"
+#include "hosts/common/HostMachine.hpp"
 #include "platform/posix/Descriptor.hpp"
 #include "platform/viewer/Viewer.hpp"
 
 #include <poll.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 namespace vantor::hosts::command {
@@ -55,7 +57,9 @@ int watchSettings(const std::vector<const Setting*>& wanted, bool asJson) {
         }
         last = now;
     }
-    complain(path + ": cannot be watched: " + platform::posix::errorText(watch.error()));
+    complain(path + (watch.error() == ETIMEDOUT
+                         ? common::noAnswer
+                         : ": cannot be watched: " + platform::posix::errorText(watch.error())));
     return refused;
 }
 

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/FileWatch.hpp"
 
+#include "hosts/common/HostMachine.hpp"
+
 #include <sys/inotify.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <utility>
@@ -38,6 +41,11 @@ void FileWatch::settle() {
 
 void FileWatch::watch() {
     if (!m_queue.isOpen()) {
+        return;
+    }
+    if (!answers(fs::path(m_path).parent_path().string(), std::chrono::seconds(1))) {
+        m_error = ETIMEDOUT;
+        m_queue.reset();
         return;
     }
     std::set<int> watches;

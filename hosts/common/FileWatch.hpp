@@ -17,7 +17,8 @@ public:
 
     /// Becomes readable when something happened; -1 where the kernel gives no watch.
     [[nodiscard]] int number() const { return m_queue.number(); }
-    /// Why there is none, an errno value; 0 where there is one.
+    /// Why there is none, an errno value: ETIMEDOUT where the file system does not answer; 0 where there is
+    /// one.
     [[nodiscard]] int error() const { return m_error; }
     /// Takes what happened off and watches the folders as they are now. Compare the file afterwards: others
     /// in the same folder wake this too.

@@ -23,14 +23,22 @@ std::unique_ptr<platform::Machine> machineFor(bool demo) {
     return machine;
 }
 
+platform::linux::LocalPaths& localPaths() {
+    static auto& paths = *new platform::linux::LocalPaths(); // never destroyed: workers may still ask
+    return paths;
+}
+
 } // namespace
 
 HostMachine::HostMachine(bool demo, bool useLocale)
     : m_machine(machineFor(demo)), m_viewer(demo, useLocale) {}
 
-bool isOnThisMachine(const std::string& path) {
-    static auto& paths = *new platform::linux::LocalPaths(); // never destroyed: workers may still ask
-    return paths.isLocal(path);
+std::optional<std::string> askAbout(const std::string& path, const std::function<std::string()>& work) {
+    return localPaths().ask(path, work);
+}
+
+bool answers(const std::string& folder, std::chrono::milliseconds limit) {
+    return localPaths().answers(folder, limit);
 }
 
 std::string machineName(bool demo) {

@@ -4,7 +4,10 @@
 #include "hosts/common/HostViewer.hpp"
 #include "platform/machine/Machine.hpp"
 
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vantor::hosts::common {
@@ -24,9 +27,14 @@ private:
     platform::Current<platform::Machine> m_currentMachine{*m_machine};
 };
 
-/// Whether a file or folder is on a file system of this machine, so that asking for it does not wait for a
-/// server that may be gone. Any thread.
-[[nodiscard]] bool isOnThisMachine(const std::string& path);
+/// What `work` tells about a file or folder. Where that is on no file system of this machine a child process
+/// does it: absent where a server that may be gone gives no answer within a second. Any thread.
+[[nodiscard]] std::optional<std::string> askAbout(const std::string& path,
+                                                  const std::function<std::string()>& work);
+/// Whether the file system of a folder answers by then, be it that there is no such folder. Any thread.
+[[nodiscard]] bool answers(const std::string& folder, std::chrono::milliseconds limit);
+/// What is said of one that does not, after its name.
+inline constexpr const char* noAnswer = ": its file system does not answer";
 
 /// The name of the machine that a host shows: what uname(2) calls its node, or "demo".
 [[nodiscard]] std::string machineName(bool demo);

@@ -2,7 +2,6 @@
 #include "hosts/common/UserFile.hpp"
 
 #include "hosts/common/HostMachine.hpp"
-#include "platform/posix/BoundedChild.hpp"
 #include "platform/posix/Descriptor.hpp"
 #include "platform/posix/FileReplacement.hpp"
 #include "platform/posix/RegularFile.hpp"
@@ -10,7 +9,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <functional>
 
 namespace vantor::hosts::common {
@@ -22,24 +20,14 @@ namespace {
 constexpr const char* noHome = "there is no home folder";
 constexpr std::size_t longest = 4096; // bytes of a file that is read
 
-/// The text that `work` gives; absent where the path's file system does not answer.
-std::optional<std::string> bounded(const std::string& path, const std::function<std::string()>& work) {
-    if (isOnThisMachine(path)) {
-        return work();
-    }
-    std::optional<std::string> answer =
-        posix::runInChild([&work] { return '+' + work(); }, std::chrono::seconds(1));
-    return answer ? std::optional(answer->substr(1)) : std::nullopt;
-}
-
 /// What `work` found to be wrong, which is nothing where it gives no text.
 std::optional<std::string> problemOf(const std::string& path, const std::function<std::string()>& work) {
     if (path.empty()) {
         return noHome;
     }
-    std::optional<std::string> problem = bounded(path, work);
+    std::optional<std::string> problem = askAbout(path, work);
     if (!problem) {
-        return path + ": its file system does not answer";
+        return path + noAnswer;
     }
     return problem->empty() ? std::nullopt : problem;
 }
@@ -60,12 +48,12 @@ std::optional<std::string> writeUserFile(const std::string& path, std::string_vi
 std::string readUserFile(const std::string& path) {
     return path.empty()
                ? std::string()
-               : bounded(path, [&path] { return posix::readRegularFile(path, longest); }).value_or("");
+               : askAbout(path, [&path] { return posix::readRegularFile(path, longest); }).value_or("");
 }
 
 bool userFileExists(const std::string& path) {
     const auto found = [&path] { return std::string(::access(path.c_str(), F_OK) == 0 ? "yes" : ""); };
-    return !path.empty() && bounded(path, found) == "yes";
+    return !path.empty() && askAbout(path, found) == "yes";
 }
 
 std::optional<std::string> removeUserFile(const std::string& path) {

@@ -30,6 +30,12 @@ struct TrashItem {
     std::optional<std::int64_t> trashed = {}; ///< seconds since 1970
 };
 
+/// What is in the user's trashes.
+struct TrashContents {
+    std::vector<TrashItem> items = {};
+    std::vector<std::string> problems = {}; ///< which trash could not be looked into and why, in English
+};
+
 /// A volume and the bytes that are available on it.
 struct VolumeSpace {
     std::uint64_t device = 0; ///< the same for folders on one volume
@@ -51,7 +57,7 @@ public:
     virtual ~Disposal() = default;
 
     /// What is in the user's trashes now, on every volume that is this machine's own.
-    virtual std::vector<TrashItem> trashItems(const KeepGoing& keepGoing) = 0;
+    virtual TrashContents trashItems(const KeepGoing& keepGoing) = 0;
     /// Deletes a listed item, if it still is the one that was listed.
     virtual Removal remove(const TrashItem& item, const KeepGoing& keepGoing) = 0;
     /// The volume of a folder; absent where it does not say.

@@ -26,10 +26,10 @@ SuiteChange SimulatedViewer::changeSuite(std::string_view /*suiteName*/, const S
     SuiteFile& suite = m_state.suite;
     SuiteEdit made = edit(suite);
     if (!made.content) {
-        return {};
+        return {.failure = std::move(made.refusal), .couldBeSetAside = made.couldBeSetAside};
     }
     suite = {suite.path, std::move(*made.content), true, true, {}};
-    return {.changed = true, .setAside = made.setAside ? suite.path + ".broken" : "", .failure = {}};
+    return {.changed = true, .setAside = made.setAside ? suite.path + ".broken" : ""};
 }
 
 std::optional<std::string> SimulatedViewer::localizedString(std::string_view key) {

@@ -32,7 +32,10 @@ const auto always = [] { return true; };
 /// A user with a trash in a home of the test's own, and no other volume.
 class Trash : public testing::Test {
 protected:
-    Trash() { fs::create_directories(trash() / "info"); }
+    Trash() {
+        fs::create_directories(trash() / "info");
+        m_tree.write("proc/self/mountinfo", "1 0 0:1 / / rw - tmpfs x rw\n");
+    }
     [[nodiscard]] fs::path trash() const { return m_tree.root() / "data/Trash"; }
     void put(const std::string& name, const std::string& date = "2024-05-01T14:03:07") const {
         m_tree.write("data/Trash/info/" + name + ".trashinfo",

@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""A mount that never answers, under the real programs: hung.py VANTOR-TERM [VANTOR-WIDGET].
+"""A mount that never answers, under the real programs: hung.py VANTOR VANTOR-TERM [VANTOR-WIDGET].
 
 Under the documents, the cache or the home, from the start or later: reports go on without what is there, name it once
-and end; nothing of a program stays behind in the kernel but a child that nobody waits for."""
+and end; nothing of a program stays behind in the kernel but a child that nobody waits for. What cannot be done without
+it ends with its name."""
 import json
 import os
 import pty
@@ -16,7 +17,7 @@ import time
 import silentmount
 
 PATIENCE = 20  # seconds; a program that hangs does so for good
-terminal, *window = sys.argv[1:]
+command, terminal, *window = sys.argv[1:]
 problems = []
 
 
@@ -54,18 +55,24 @@ class Case:
     def start(self, *command, **streams):
         return subprocess.Popen(command, env=self.environment, text=True, **streams)
 
-    def report(self, *options):
-        """Runs to its end; its streams too, which a child that hangs must not hold."""
+    def run(self, *words):
+        """To its end; its streams too, which a child that hangs must not hold."""
         begin = time.monotonic()
-        running = self.start(terminal, "--format", "json", *options, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        running = self.start(*words, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         try:
             text, errors = running.communicate(timeout=PATIENCE)
         except subprocess.TimeoutExpired:
+            check(False, self.name, f"{words[1:]}: no end: {threads(running.pid)}")
+            self.mount.end()
+            self.mount = None
             running.kill()
-            check(False, self.name, f"no end: {threads(running.pid)}")
-            return {}, ""
-        print(f"{self.name}: {time.monotonic() - begin:.1f} s, {errors.strip()}")
-        return json.loads(text), errors
+            text, errors = running.communicate()
+        print(f"{self.name}: {words[1:3]} {time.monotonic() - begin:.1f} s, {errors.strip()}")
+        return running.returncode, text, errors
+
+    def report(self, *options):
+        _, text, errors = self.run(terminal, "--format", "json", *options)
+        return json.loads(text or "{}"), errors
 
     def ends(self, running, how=signal.SIGTERM):
         until(lambda: "D" not in threads(running.pid), "a thread hangs", self)
@@ -128,6 +135,17 @@ def reports():
     with Case("documents that answer", "documents", silent=False) as case:
         report, _ = case.report("--once")
         check(report.get("storage", {}).get("total") in (4096 * 1000, 4096 * 900), case.name, report.get("storage"))
+
+
+def commands():
+    """Figures without what is in the home, else a refusal that names what does not answer."""
+    for words, status in ((["ram"], 3), (["cpu"], 0), (["settings", "list"], 3), (["settings", "set", "refreshSeconds", "3"], 3),
+                          (["settings", "watch"], 3), (["clean", "trash", "--dry-run"], 3)):
+        with Case("home under vantor", "home") as case:
+            ended, text, errors = case.run(command, *words)
+            check(ended == status, case.name, f"{words}: {ended}")
+            check(("home/" in errors and "does not answer" in errors) == (status == 3), case.name, f"{words}: {errors}")
+            check(bool(text) == (words[-1] in ("ram", "cpu", "list")), case.name, f"{words}: {text}")
 
 
 def watch():
@@ -193,6 +211,7 @@ except OSError as error:
     print(f"skipped: mounting is not allowed here: {error}")
     sys.exit(77)
 reports()
+commands()
 watch()
 interactive()
 if window:

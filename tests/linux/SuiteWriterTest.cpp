@@ -2,6 +2,7 @@
 #include "platform/linux/user/SuiteWriter.hpp"
 
 #include "TestTree.hpp"
+#include "platform/linux/user/LinuxViewer.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -111,7 +112,11 @@ TEST(SuiteWriter, SetsAFileAsideWithoutALossAndTellsWhatIsInTheWay) {
     const auto renew = [](const SuiteFile& current) {
         return SuiteEdit{.content = current.content + "!", .setAside = true};
     };
-    const platform::SuiteChange first = changeSuiteFile(file, renew), second = changeSuiteFile(file, renew);
+    // Where nothing counts as local, a child does it.
+    platform::linux::LinuxViewer distant({.folders = {.suiteFile = file},
+                                          .useLocale = false,
+                                          .tree = platform::linux::KernelTree(tree.root().string())});
+    const platform::SuiteChange first = changeSuiteFile(file, renew), second = distant.changeSuite("", renew);
     EXPECT_THAT(first.setAside, testing::StartsWith(file + ".broken-20"));
     EXPECT_EQ(second.setAside, first.setAside + ".2");
     EXPECT_EQ(fileContent(first.setAside) + fileContent(second.setAside) + fileContent(file),
@@ -128,6 +133,9 @@ TEST(SuiteWriter, SetsAFileAsideWithoutALossAndTellsWhatIsInTheWay) {
     EXPECT_TRUE(changeSuiteFile("", renew).failure.has_value());
     const auto leave = [](const SuiteFile& /*current*/) { return SuiteEdit(); };
     EXPECT_FALSE(changeSuiteFile(file, leave).changed);
+    const platform::SuiteChange refused = distant.changeSuite(
+        "", [](const SuiteFile& /*current*/) { return SuiteEdit{.refusal = "no", .couldBeSetAside = true}; });
+    EXPECT_TRUE(refused.failure == "no" && refused.couldBeSetAside && !refused.changed);
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/kernel/LocalPaths.hpp"
 
+#include "platform/linux/kernel/Folder.hpp"
+#include "platform/posix/BoundedChild.hpp"
+
 namespace vantor::platform::linux {
 
 namespace {
@@ -32,6 +35,24 @@ bool LocalPaths::isLocal(const std::string& path) {
         m_verdicts.clear();
     }
     return m_verdicts[path] = m_table.isLocal(path);
+}
+
+std::optional<std::string> LocalPaths::ask(const std::string& path, const std::function<std::string()>& work,
+                                           std::chrono::milliseconds limit) {
+    if (isLocal(path)) {
+        return work();
+    }
+    // A child that says nothing counts as broken: the sign tells an empty text.
+    std::optional<std::string> answer = posix::runInChild([&work] { return '+' + work(); }, limit);
+    return answer ? std::optional(answer->substr(1)) : std::nullopt;
+}
+
+bool LocalPaths::answers(const std::string& folder, std::chrono::milliseconds limit) {
+    const auto look = [&folder] {
+        (void)Folder(folder).next(); // a name may still be known from before, what is in it is asked for
+        return std::string();
+    };
+    return isLocal(folder) || ask(folder, look, limit).has_value();
 }
 
 } // namespace vantor::platform::linux

@@ -6,6 +6,7 @@
 #include "platform/linux/kernel/MountWatch.hpp"
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -26,6 +27,15 @@ public:
 
     /// False also where the kernel does not tell.
     [[nodiscard]] bool isLocal(const std::string& path);
+
+    /// What `work` tells about a path: on the spot where that is local, else from a child process, which has
+    /// only a copy of what this one knows. Absent where the child takes longer than `limit` or breaks.
+    [[nodiscard]] std::optional<std::string> ask(const std::string& path,
+                                                 const std::function<std::string()>& work,
+                                                 std::chrono::milliseconds limit = std::chrono::seconds(1));
+    /// Whether a folder's file system answers, be it that there is no such folder. Local ones are not asked.
+    [[nodiscard]] bool answers(const std::string& folder,
+                               std::chrono::milliseconds limit = std::chrono::seconds(1));
 
 private:
     void look();

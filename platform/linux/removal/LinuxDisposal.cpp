@@ -108,13 +108,21 @@ private:
 
 } // namespace
 
-std::vector<TrashItem> LinuxDisposal::trashItems(const KeepGoing& keepGoing) {
-    std::vector<TrashItem> items;
-    const std::vector<std::string> mounts = localMounts(m_options.tree.read("proc/self/mountinfo").text);
-    for (const std::string& trash : trashFolders(m_options.dataHome, mounts, ::geteuid())) {
-        TrashList(trash, items, keepGoing).take();
+TrashContents LinuxDisposal::trashItems(const KeepGoing& keepGoing) {
+    TrashContents contents;
+    std::string dataHome = m_options.dataHome;
+    if (!dataHome.empty() && !m_paths.answers(dataHome + "/Trash")) {
+        contents.problems.push_back(printableText(dataHome, longestOrigin) +
+                                    "/Trash: its file system does not answer");
+        dataHome.clear();
     }
-    return items;
+    std::vector<std::string> mounts = localMounts(m_options.tree.read("proc/self/mountinfo").text);
+    // The way to a volume of this machine's own may lead through somebody else's.
+    std::erase_if(mounts, [this](const std::string& mount) { return !m_paths.isLocal(mount); });
+    for (const std::string& trash : trashFolders(dataHome, mounts, ::geteuid())) {
+        TrashList(trash, contents.items, keepGoing).take();
+    }
+    return contents;
 }
 
 /// The file goes first, then its note: a crash in between leaves a note without a file, which does no harm.

@@ -10,6 +10,28 @@
 
 namespace vantor::platform::linux {
 
+namespace {
+
+/// For the way from one process to another; no path has a zero in it.
+std::string encoded(const SuiteChange& change) {
+    std::string text{change.changed ? '1' : '0', change.couldBeSetAside ? '1' : '0',
+                     change.failure ? '1' : '0'};
+    return text + change.setAside + '\0' + change.failure.value_or("");
+}
+
+SuiteChange decoded(std::string_view text) {
+    const std::size_t end = text.find('\0');
+    SuiteChange change{.changed = text[0] == '1',
+                       .setAside = std::string(text.substr(3, end - 3)),
+                       .couldBeSetAside = text[1] == '1'};
+    if (text[2] == '1') {
+        change.failure = text.substr(end + 1);
+    }
+    return change;
+}
+
+} // namespace
+
 LinuxViewer::LinuxViewer(ViewerOptions options)
     : m_folders(std::move(options.folders)), m_paths(options.tree) {
     if (options.useLocale) {
@@ -44,7 +66,11 @@ std::string LinuxViewer::suitePath(std::string_view suiteName) {
 }
 
 SuiteChange LinuxViewer::changeSuite(std::string_view suiteName, const SuiteEditor& edit) {
-    return changeSuiteFile(linux::suitePath(m_folders, suiteName), edit);
+    constexpr std::chrono::seconds limit{5}; // one of them may be spent waiting for another writer
+    const std::string path = linux::suitePath(m_folders, suiteName);
+    const std::optional<std::string> change = m_paths.ask(
+        path, [&] { return encoded(changeSuiteFile(path, edit)); }, limit);
+    return change ? decoded(*change) : SuiteChange{.failure = path + ": its file system does not answer"};
 }
 
 std::optional<std::string> LinuxViewer::localizedString(std::string_view key) {

@@ -26,6 +26,10 @@ SuiteChange failed(std::string reason) {
     return {.failure = std::move(reason)};
 }
 
+SuiteChange nothing(SuiteEdit edit) {
+    return {.failure = std::move(edit.refusal), .couldBeSetAside = edit.couldBeSetAside};
+}
+
 /// The file that a path leads to, so that writers who come by different links share one lock.
 std::string fileBehind(const std::string& path) {
     std::error_code error;
@@ -90,8 +94,11 @@ SuiteChange changeSuiteFile(const std::string& path, const SuiteEditor& edit,
     }
     // Folders are not made for an edit that writes nothing.
     const SuiteFile first = readSuiteFile(named.c_str());
-    if (!first.exists && !edit(first).content) {
-        return {};
+    if (!first.exists) {
+        SuiteEdit made = edit(first);
+        if (!made.content) {
+            return nothing(std::move(made));
+        }
     }
     if (std::optional<std::string> problem = posix::makeFoldersTo(named)) {
         return failed(std::move(*problem));
@@ -103,9 +110,9 @@ SuiteChange changeSuiteFile(const std::string& path, const SuiteEditor& edit,
         return failed(folderPath + ": " + posix::errorText(errno));
     }
     lock(folder, patience);
-    const SuiteEdit made = edit(readSuiteFile(named.c_str()));
+    SuiteEdit made = edit(readSuiteFile(named.c_str()));
     if (!made.content) {
-        return {};
+        return nothing(std::move(made));
     }
     SuiteChange change;
     if (made.setAside) {

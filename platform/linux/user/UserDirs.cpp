@@ -4,9 +4,6 @@
 #include "platform/linux/kernel/Assignments.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
-#include "platform/posix/BoundedChild.hpp"
-
-#include <chrono>
 
 namespace vantor::platform::linux {
 
@@ -60,9 +57,8 @@ std::string documentsFolder(const posix::UserFolders& folders, LocalPaths& paths
             KernelFile file(path, Shape::oneRecord);
             return std::string(file.read(longestFile).text);
         };
-        const std::string lines =
-            paths.isLocal(path) ? text() : posix::runInChild(text, std::chrono::seconds(1)).value_or("");
-        const std::optional<std::string> folder = parseUserDir(lines, "XDG_DOCUMENTS_DIR", folders.home);
+        const std::optional<std::string> folder =
+            parseUserDir(paths.ask(path, text).value_or(""), "XDG_DOCUMENTS_DIR", folders.home);
         if (folder) { // not looked for: it may be on a mount that hangs
             return *folder;
         }

@@ -32,7 +32,7 @@ struct WorkloadOptions {
 class LinuxWorkload final : public Workload {
 public:
     explicit LinuxWorkload(WorkloadOptions options = {})
-        : m_options(std::move(options)), m_entries(m_options.entryFolders) {}
+        : m_options(std::move(options)), m_entries(m_options.entryFolders, m_options.tree) {}
 
     std::optional<Pressure> memoryPressure() override;
     std::optional<Pressure> processorPressure() override;
