@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
-#include "platform/linux/KeptReleasable.hpp"
+#include "platform/linux/removal/KeptReleasable.hpp"
 #include "platform/linux/user/UserDirs.hpp"
 #include "platform/linux/user/UserLocale.hpp"
 

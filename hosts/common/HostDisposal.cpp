@@ -2,9 +2,23 @@
 #include "hosts/common/HostDisposal.hpp"
 
 #include "platform/linux/removal/LinuxDisposal.hpp"
+#include "platform/linux/user/UserDirs.hpp"
+
+#include <utility>
 
 namespace vantor::hosts::common {
 
-HostDisposal::HostDisposal() : m_disposal(std::make_unique<platform::linux::LinuxDisposal>()) {}
+namespace {
+
+std::unique_ptr<platform::Disposal> disposalOfThisUser() {
+    platform::linux::ReleasablePlaces places{.folders = platform::posix::UserFolders::fromEnvironment()};
+    platform::linux::LocalPaths paths;
+    places.documents = platform::linux::documentsFolder(places.folders, paths);
+    return std::make_unique<platform::linux::LinuxDisposal>(std::move(places));
+}
+
+} // namespace
+
+HostDisposal::HostDisposal() : m_disposal(disposalOfThisUser()) {}
 
 } // namespace vantor::hosts::common

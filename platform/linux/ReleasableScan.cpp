@@ -1,19 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ReleasableScan.hpp"
 
-#include "platform/linux/kernel/FileSystem.hpp"
-#include "platform/linux/kernel/FolderWalk.hpp"
-#include "platform/posix/Descriptor.hpp"
+#include "platform/linux/removal/ReleasableCount.hpp"
 
-#include <fcntl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <condition_variable>
-#include <limits>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -40,19 +35,6 @@ void takeLowestPriority() {
 
 seconds wallClock() {
     return std::chrono::duration_cast<seconds>(std::chrono::system_clock::now().time_since_epoch());
-}
-
-/// The folder at the top of the file system that holds a path: there, other disks keep their trash.
-std::string topFolder(std::string path, dev_t fileSystem) {
-    while (path.size() > 1) {
-        const std::string above = path.substr(0, std::max<std::size_t>(path.find_last_of('/'), 1));
-        struct stat about {};
-        if (::stat(above.c_str(), &about) != 0 || about.st_dev != fileSystem) {
-            break;
-        }
-        path = above;
-    }
-    return path;
 }
 
 /// The last scan's result for this volume; absent where it is older than `age`, or from the future.
@@ -133,26 +115,14 @@ void ReleasableScan::State::scan() {
     if (!volume || !paths->isLocal(documents) || adopt(*volume, pace.interval)) {
         return;
     }
-    const std::optional<VolumeFigures> before = queryVolume(documents).figures;
-    bool whole = true;
-    const std::uint64_t found =
-        releasableBytes(folders, documents, *paths, [this, &whole] { return whole = keepGoing(); });
-    const std::optional<VolumeFigures> after = queryVolume(documents).figures;
-    if (!whole || !before || !after) {
-        return;
+    const std::optional<KeptReleasable> result =
+        countAndKeep({.folders = folders, .documents = documents}, *paths, [this] {
+            return keepGoing();
+        }).kept;
+    if (result) {
+        lock.lock();
+        latest = taken = result;
     }
-    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    // Of the two, the one that shows less: what was deleted or written meanwhile may have been counted or
-    // not.
-    const KeptReleasable result{
-        after->identity,
-        {static_cast<std::int64_t>(std::min(found, most)), std::min(before->available, after->available)},
-        wallClock().count()};
-    if (paths->isLocal(file)) {
-        saveKeptReleasable(file, result);
-    }
-    lock.lock();
-    latest = taken = result;
 }
 
 void ReleasableScan::State::run() {
@@ -171,7 +141,7 @@ void ReleasableScan::State::run() {
 ReleasableScan::ReleasableScan(posix::UserFolders folders, std::string documents, ScanPace pace,
                                std::shared_ptr<LocalPaths> paths)
     : m_state(std::make_shared<State>()) {
-    m_state->file = folders.cache + "/vantor/releasable";
+    m_state->file = keptReleasableFile(folders);
     m_state->keptWatch = KeptWatch(m_state->file);
     m_state->folders = std::move(folders);
     m_state->documents = std::move(documents);
@@ -217,35 +187,6 @@ Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
     Releasable& result = state.latest->result;
     result = {result.left(volume.available), volume.available};
     return result;
-}
-
-std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
-                              LocalPaths& paths, const std::function<bool()>& keepGoing) {
-    if (!paths.isLocal(documents)) {
-        return 0;
-    }
-    const posix::Descriptor descriptor(::open(documents.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const std::optional<std::string> fileSystem = fileSystemOf(descriptor.number());
-    struct stat about {};
-    if (!fileSystem || ::fstat(descriptor.number(), &about) != 0) {
-        return 0;
-    }
-    const uid_t user = ::getuid();
-    const std::string top = topFolder(documents, about.st_dev);
-    const std::string own = std::to_string(user);
-    FolderWalk walk(*fileSystem, user, keepGoing);
-    std::vector<std::string> roots{folders.cache, top, top};
-    roots[1].append("/.Trash/").append(own);
-    roots[2].append("/.Trash-").append(own);
-    if (!folders.data.empty()) {
-        roots.push_back(folders.data + "/Trash");
-    }
-    for (const std::string& folder : roots) {
-        if (paths.isLocal(folder)) {
-            walk.add(folder);
-        }
-    }
-    return walk.bytes();
 }
 
 } // namespace vantor::platform::linux

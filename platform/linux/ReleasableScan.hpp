@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/KeptReleasable.hpp"
-#include "platform/linux/VolumeQuery.hpp"
 #include "platform/linux/kernel/LocalPaths.hpp"
+#include "platform/linux/kernel/VolumeQuery.hpp"
+#include "platform/linux/removal/KeptReleasable.hpp"
 #include "platform/posix/UserFolders.hpp"
 
 #include <chrono>
@@ -49,10 +49,5 @@ private:
     struct State;
     std::shared_ptr<State> m_state;
 };
-
-/// One scan now, unpaced, for the volume of the documents folder; of what is not on a local file system
-/// nothing counts, and it is not touched.
-[[nodiscard]] std::uint64_t releasableBytes(const posix::UserFolders& folders, const std::string& documents,
-                                            LocalPaths& paths, const std::function<bool()>& keepGoing);
 
 } // namespace vantor::platform::linux

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/VolumeQuery.hpp"
+#include "platform/linux/kernel/VolumeQuery.hpp"
 #include "platform/posix/BoundedChild.hpp"
 
 #include <chrono>

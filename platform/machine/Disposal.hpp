@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/core/Current.hpp"
+#include "platform/machine/CacheItem.hpp"
 
 #include <cstdint>
 #include <functional>
@@ -10,13 +11,6 @@
 #include <vector>
 
 namespace vantor::platform {
-
-/// Which file or folder is meant, whatever its name comes to stand for.
-struct FileIdentity {
-    std::uint64_t device = 0;
-    std::uint64_t number = 0;
-    bool operator==(const FileIdentity&) const = default;
-};
 
 /// Something in a trash.
 struct TrashItem {
@@ -49,7 +43,8 @@ struct Removal {
     std::string problem = {};  ///< why something stayed, in English and printable; empty where nothing did
 };
 
-/// Deletes what the user threw away. Any thread; calls may take as long as a disk does.
+/// Deletes what the user threw away, and caches that come back. Any thread; calls may take as long as a disk
+/// does.
 class Disposal {
 public:
     using KeepGoing = std::function<bool()>; ///< asked before each entry; false ends the work there
@@ -60,6 +55,14 @@ public:
     virtual TrashContents trashItems(const KeepGoing& keepGoing) = 0;
     /// Deletes a listed item, if it still is the one that was listed.
     virtual Removal remove(const TrashItem& item, const KeepGoing& keepGoing) = 0;
+    /// What the widget counts as releasable, counted now. A whole count is kept, so that running widgets go
+    /// by it from their next report on. Empty where nothing counts.
+    virtual ReleasableParts releasableParts(const KeepGoing& keepGoing) = 0;
+    /// Deletes a listed cache's folders: those that still are the ones that were listed, still are of a known
+    /// cache that may be released, and are not in use.
+    virtual Removal remove(const CacheItem& item, const KeepGoing& keepGoing) = 0;
+    /// What is there that only the administrator can give back.
+    virtual std::vector<SystemCache> systemCaches() = 0;
     /// The volume of a folder; absent where it does not say.
     virtual std::optional<VolumeSpace> volumeOf(const std::string& folder) = 0;
 };

@@ -59,7 +59,7 @@ protected:
 
     const TestTree m_tree{TestTree::inMemory()};
     LinuxDisposal m_disposal{
-        {.tree = KernelTree(m_tree.root().string()), .dataHome = m_tree.root() / "data"}};
+        {.tree = KernelTree(m_tree.root().string()), .folders = {.data = m_tree.root() / "data"}}};
     platform::Current<platform::Disposal> m_current{m_disposal};
 };
 
@@ -215,10 +215,10 @@ TEST(TrashFolders, AreTheUsersOwnOnLocalVolumes) {
     fs::create_directory_symlink(root + "/target", root + "/linked/.Trash-" + user);
     const std::vector<std::string> mounts{root + "/sticky", root + "/loose", root + "/linked",
                                           root + "/sticky", root + "/absent"};
-    EXPECT_EQ(trashFolders(root + "/data", mounts, ::geteuid()),
+    EXPECT_EQ(trashFolders({root + "/data", "", mounts}, ::geteuid()),
               (std::vector<std::string>{root + "/data/Trash", root + "/sticky/.Trash/" + user,
                                         root + "/sticky/.Trash-" + user}));
-    EXPECT_TRUE(trashFolders(root + "/data", mounts, ::geteuid() + 1).empty());
+    EXPECT_TRUE(trashFolders({root + "/data", "", mounts}, ::geteuid() + 1).empty());
 }
 
 TEST(TrashInfo, IsReadAsTheFormatSays) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
-#include "platform/linux/KeptReleasable.hpp"
+#include "platform/linux/removal/KeptReleasable.hpp"
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"

@@ -38,6 +38,25 @@ void FolderWalk::add(const std::string& folder) {
     }
 }
 
+void FolderWalk::addEntry(int folder, const char* name) {
+    struct stat about {};
+    m_stopped = m_stopped || !m_keepGoing();
+    if (!m_stopped && ::fstat(folder, &about) == 0 && fileSystemOf(folder) == m_fileSystem) {
+        m_sharing = mayShareBlocks(folder);
+        count({folder, about.st_dev, 0}, name, true);
+    }
+}
+
+std::optional<FolderWalk::Use> FolderWalk::takeUse() {
+    const Use use = std::exchange(m_use, {});
+    return use.newest >= use.oldest ? std::optional(use) : std::nullopt;
+}
+
+void FolderWalk::noteUse(const struct stat& about) {
+    const std::int64_t used = std::max(about.st_atim.tv_sec, about.st_mtim.tv_sec);
+    m_use = {std::max(m_use.newest, used), std::min(m_use.oldest, used)};
+}
+
 void FolderWalk::walk(posix::Descriptor descriptor, int depth) {
     struct stat about {};
     if (::fstat(descriptor.number(), &about) != 0) {
@@ -68,6 +87,9 @@ void FolderWalk::count(const Place& place, const char* name, bool mayBeFolder) {
         return;
     }
     const bool isFolder = S_ISDIR(about.st_mode);
+    if (isFolder && m_leftOut.contains({about.st_dev, about.st_ino})) {
+        return;
+    }
     const bool isElsewhere = about.st_dev != place.device;
     if (isElsewhere && !(isFolder && m_sharing)) {
         return;
@@ -80,6 +102,9 @@ void FolderWalk::count(const Place& place, const char* name, bool mayBeFolder) {
     }
     if (about.st_uid == m_user && (isFolder || hasAllNames(about))) {
         m_bytes += blocksOf(place, name, about);
+    }
+    if (S_ISREG(about.st_mode)) {
+        noteUse(about);
     }
     if (inner.isOpen() && place.depth < deepest) {
         walk(std::move(inner), place.depth + 1);

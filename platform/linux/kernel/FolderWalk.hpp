@@ -7,7 +7,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -26,11 +29,24 @@ public:
     FolderWalk(std::string fileSystem, uid_t user, std::function<bool()> keepGoing)
         : m_fileSystem(std::move(fileSystem)), m_user(user), m_keepGoing(std::move(keepGoing)) {}
 
-    /// Adds a folder; one that is absent or cannot be opened adds nothing.
+    /// Adds what is below a folder; one that is absent or cannot be opened adds nothing.
     void add(const std::string& folder);
+    /// Adds one entry of an open folder, with everything below it.
+    void addEntry(int folder, const char* name);
+    /// From now on a folder is passed over, with everything below it.
+    void leaveOut(dev_t device, ino_t number) { m_leftOut.emplace(device, number); }
 
     /// Only a part, once `keepGoing` said no.
     [[nodiscard]] std::uint64_t bytes() const { return m_bytes; }
+
+    /// When regular files were last read or written, in seconds since 1970. File systems that are told not to
+    /// keep the time of reading, or to do so once a day, know only that.
+    struct Use {
+        std::int64_t newest = std::numeric_limits<std::int64_t>::min();
+        std::int64_t oldest = std::numeric_limits<std::int64_t>::max();
+    };
+    /// Of the files met since the last call; absent where there were none.
+    [[nodiscard]] std::optional<Use> takeUse();
 
 private:
     struct Place {
@@ -39,6 +55,7 @@ private:
         int depth;
     };
     void walk(posix::Descriptor descriptor, int depth);
+    void noteUse(const struct stat& about);
     void count(const Place& place, const char* name, bool mayBeFolder);
     [[nodiscard]] bool hasAllNames(const struct stat& about);
     [[nodiscard]] std::uint64_t blocksOf(const Place& place, const char* name,
@@ -48,6 +65,8 @@ private:
     uid_t m_user;
     std::function<bool()> m_keepGoing;
     std::map<std::pair<dev_t, ino_t>, nlink_t> m_namesMet; ///< of files with several names
+    std::set<std::pair<dev_t, ino_t>> m_leftOut;
+    Use m_use;
     std::uint64_t m_bytes = 0;
     bool m_sharing = false;
     bool m_stopped = false;

@@ -6,7 +6,9 @@
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/removal/CacheList.hpp"
 #include "platform/linux/removal/Remover.hpp"
+#include "platform/linux/removal/SystemCaches.hpp"
 #include "platform/linux/removal/TrashFolders.hpp"
 #include "platform/linux/removal/TrashInfo.hpp"
 
@@ -32,7 +34,11 @@ posix::Descriptor openTrash(const std::string& path) {
 class TrashList {
 public:
     TrashList(std::string path, std::vector<TrashItem>& items, const Disposal::KeepGoing& keepGoing)
-        : m_path(std::move(path)), m_trash(openTrash(m_path)), m_items(items), m_keepGoing(keepGoing) {}
+        : m_path(std::move(path)),
+          m_trash(openTrash(m_path)),
+          m_items(items),
+          m_keepGoing(keepGoing),
+          m_walk(fileSystemOf(m_trash.number()).value_or(""), ::geteuid(), keepGoing) {}
 
     void take() {
         takeFolder("files", false);
@@ -42,43 +48,43 @@ public:
 
 private:
     void takeFolder(const char* which, bool isExpunged) {
-        posix::Descriptor files = Remover::openOwn(m_trash.number(), which);
-        const std::string fileSystem =
-            files.isOpen() ? fileSystemOf(files.number()).value_or("") : std::string();
-        Folder folder(std::move(files));
+        Folder folder(Remover::openOwn(m_trash.number(), which));
         while (const char* const name = folder.next()) {
             struct stat about {};
             if (!m_keepGoing()) {
                 return;
             }
             if (::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) == 0) {
-                m_items.push_back(described(which, name, about, fileSystem, isExpunged));
+                TrashItem item = described(name, isExpunged);
+                item.identity = identityOf(about);
+                item.bytes += sizeOf(folder.number(), name);
+                m_items.push_back(std::move(item));
             }
         }
     }
 
-    TrashItem described(const char* which, const std::string& name, const struct stat& about,
-                        const std::string& fileSystem, bool isExpunged) {
+    TrashItem described(const std::string& name, bool isExpunged) {
         TrashItem item{.trash = m_path,
                        .name = name,
-                       .identity = identityOf(about),
                        .isExpunged = isExpunged,
                        .origin = printableText(name, longestOrigin)};
-        if (S_ISDIR(about.st_mode)) {
-            FolderWalk walk(fileSystem, ::geteuid(), m_keepGoing);
-            walk.add(m_path + '/' + which + '/' + name);
-            item.bytes = walk.bytes() + static_cast<std::uint64_t>(about.st_blocks) * 512;
-        } else if (about.st_nlink == 1) {
-            item.bytes = static_cast<std::uint64_t>(about.st_blocks) * 512;
+        if (isExpunged) {
+            return item;
         }
-        if (!isExpunged) {
-            KernelFile note(m_path + "/info/" + name + std::string(ending), Shape::manyRecords);
-            if (const std::optional<TrashInfo> info = parseTrashInfo(note.read(longestInfo).text)) {
-                item.origin = info->path.empty() ? item.origin : printableText(info->path, longestOrigin);
-                item.trashed = info->trashed;
-            }
+        const std::string file = "info/" + name + std::string(ending);
+        KernelFile note(m_path + '/' + file, Shape::manyRecords);
+        if (const std::optional<TrashInfo> info = parseTrashInfo(note.read(longestInfo).text)) {
+            item.origin = info->path.empty() ? item.origin : printableText(info->path, longestOrigin);
+            item.trashed = info->trashed;
         }
+        item.bytes = sizeOf(m_trash.number(), file.c_str());
         return item;
+    }
+
+    std::uint64_t sizeOf(int folder, const char* name) {
+        const std::uint64_t before = m_walk.bytes();
+        m_walk.addEntry(folder, name);
+        return m_walk.bytes() - before;
     }
 
     /// Notes about items that are gone, as a crash leaves them.
@@ -94,8 +100,10 @@ private:
             const std::string item = "files/" + name;
             if (::fstatat(m_trash.number(), item.c_str(), &about, AT_SYMLINK_NOFOLLOW) != 0 &&
                 errno == ENOENT) {
-                m_items.push_back(
-                    {.trash = m_path, .name = name, .origin = printableText(name, longestOrigin)});
+                m_items.push_back({.trash = m_path,
+                                   .name = name,
+                                   .origin = printableText(name, longestOrigin),
+                                   .bytes = sizeOf(notes.number(), note)});
             }
         }
     }
@@ -104,22 +112,24 @@ private:
     posix::Descriptor m_trash;
     std::vector<TrashItem>& m_items;
     const Disposal::KeepGoing& m_keepGoing;
+    FolderWalk m_walk; ///< one, since files may have names in several items
 };
 
 } // namespace
 
 TrashContents LinuxDisposal::trashItems(const KeepGoing& keepGoing) {
     TrashContents contents;
-    std::string dataHome = m_options.dataHome;
+    std::string dataHome = m_places.folders.data;
     if (!dataHome.empty() && !m_paths.answers(dataHome + "/Trash")) {
         contents.problems.push_back(printableText(dataHome, longestOrigin) +
                                     "/Trash: its file system does not answer");
         dataHome.clear();
     }
-    std::vector<std::string> mounts = localMounts(m_options.tree.read("proc/self/mountinfo").text);
+    std::vector<std::string> mounts = localMounts(m_places.tree.read("proc/self/mountinfo").text);
     // The way to a volume of this machine's own may lead through somebody else's.
     std::erase_if(mounts, [this](const std::string& mount) { return !m_paths.isLocal(mount); });
-    for (const std::string& trash : trashFolders(dataHome, mounts, ::geteuid())) {
+    const TrashPlaces places{std::move(dataHome), m_places.folders.home, std::move(mounts)};
+    for (const std::string& trash : trashFolders(places, ::geteuid())) {
         TrashList(trash, contents.items, keepGoing).take();
     }
     return contents;
@@ -147,11 +157,28 @@ Removal LinuxDisposal::remove(const TrashItem& item, const KeepGoing& keepGoing)
     const bool isTaken =
         files.isOpen() && ::fstatat(files.number(), item.name.c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0;
     Removal outcome = remover.outcome();
-    if (!item.isExpunged && !isTaken && notes.isOpen() && ::unlinkat(notes.number(), note.c_str(), 0) != 0 &&
-        errno != ENOENT) {
+    if (item.isExpunged || isTaken || !notes.isOpen() ||
+        ::fstatat(notes.number(), note.c_str(), &about, AT_SYMLINK_NOFOLLOW) != 0) {
+        return outcome;
+    }
+    if (::unlinkat(notes.number(), note.c_str(), 0) == 0) {
+        outcome.bytes += static_cast<std::uint64_t>(about.st_blocks) * 512;
+    } else if (errno != ENOENT) {
         outcome.problem = printableText(note) + ": " + posix::errorText(errno);
     }
     return outcome;
+}
+
+ReleasableParts LinuxDisposal::releasableParts(const KeepGoing& keepGoing) {
+    return countAndKeep(m_places, m_paths, keepGoing).parts;
+}
+
+Removal LinuxDisposal::remove(const CacheItem& item, const KeepGoing& keepGoing) {
+    return CacheList(m_places.tree, m_places.folders, m_paths).remove(item, keepGoing);
+}
+
+std::vector<SystemCache> LinuxDisposal::systemCaches() {
+    return findSystemCaches(m_places.tree);
 }
 
 std::optional<VolumeSpace> LinuxDisposal::volumeOf(const std::string& folder) {

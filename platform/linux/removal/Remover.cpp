@@ -19,20 +19,6 @@ namespace {
 constexpr int deepest = 64;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
 
-/// A folder directly below another one; never through a link, a mount or "..".
-posix::Descriptor openBelow(int folder, const char* name, int flags) {
-    struct open_how how {};
-    how.flags = static_cast<std::uint64_t>(static_cast<unsigned>(flags));
-    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_MAGICLINKS | RESOLVE_NO_XDEV;
-    const auto open = [&] {
-        return static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how));
-    };
-    const int number = posix::uninterrupted(open);
-    const bool isUnknown =
-        number < 0 && (errno == ENOSYS || errno == EPERM); // an old kernel, or a filter's no
-    return posix::Descriptor(isUnknown ? ::openat(folder, name, flags) : number);
-}
-
 /// Gives the owner the right to empty a folder, by its descriptor: its name may stand for another one by now.
 void permit(int folder, const struct stat& about) {
     if ((about.st_mode & S_IRWXU) != S_IRWXU) {
@@ -46,6 +32,19 @@ bool lookAt(int folder, const char* name, struct stat& about) {
 }
 
 } // namespace
+
+posix::Descriptor openBelow(int folder, const char* name, int flags) {
+    struct open_how how {};
+    how.flags = static_cast<std::uint64_t>(static_cast<unsigned>(flags));
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_MAGICLINKS | RESOLVE_NO_XDEV;
+    const auto open = [&] {
+        return static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how));
+    };
+    const int number = posix::uninterrupted(open);
+    const bool isUnknown =
+        number < 0 && (errno == ENOSYS || errno == EPERM); // an old kernel, or a filter's no
+    return posix::Descriptor(isUnknown ? ::openat(folder, name, flags) : number);
+}
 
 FileIdentity identityOf(const struct stat& about) {
     return {about.st_dev, about.st_ino};
@@ -81,6 +80,12 @@ bool Remover::remove(int folder, const std::string& name, const FileIdentity& id
     return removeEntry(folder, name.c_str(), about, 0);
 }
 
+bool Remover::isNewer(const struct stat& about) const {
+    constexpr std::int64_t second = 1'000'000'000;
+    const std::int64_t changed = about.st_ctim.tv_sec * second + about.st_ctim.tv_nsec;
+    return m_listed && changed > *m_listed && !m_touched.contains(identityOf(about));
+}
+
 bool Remover::removeEntry(int folder, const char* name, const struct stat& about, int depth) {
     m_isStopped = m_isStopped || !m_keepGoing();
     if (m_isStopped) {
@@ -89,12 +94,17 @@ bool Remover::removeEntry(int folder, const char* name, const struct stat& about
     if (S_ISDIR(about.st_mode)) {
         return removeFolder(folder, name, about, depth);
     }
+    if (isNewer(about)) {
+        return stays(name, "was written after it was listed");
+    }
     if (::unlinkat(folder, name, 0) != 0) {
         return errno == ENOENT || stays(name, posix::errorText(errno));
     }
     ++m_outcome.entries;
     if (about.st_nlink == 1) { // else another name keeps the blocks
         m_outcome.bytes += static_cast<std::uint64_t>(about.st_blocks) * 512;
+    } else if (m_listed) {
+        m_touched.insert(identityOf(about));
     }
     return true;
 }

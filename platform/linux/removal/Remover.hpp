@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <optional>
+#include <set>
 #include <string>
 
 namespace vantor::platform::linux {
@@ -18,7 +20,9 @@ namespace vantor::platform::linux {
 /// deep. Not for several threads at once.
 class Remover {
 public:
-    explicit Remover(Disposal::KeepGoing keepGoing) : m_keepGoing(std::move(keepGoing)) {}
+    /// With `listed`, in nanoseconds since 1970, files stay that were written or changed later.
+    explicit Remover(Disposal::KeepGoing keepGoing, std::optional<std::int64_t> listed = std::nullopt)
+        : m_keepGoing(std::move(keepGoing)), m_listed(listed) {}
 
     /// Opens a folder that is to be no link and this user's own; one that is not is not open.
     static posix::Descriptor openOwn(int folder, const char* name);
@@ -34,11 +38,17 @@ private:
     bool removeFolder(int folder, const char* name, const struct stat& about, int depth);
     bool removeEntriesOf(int folder, int depth);
     bool stays(const char* name, const std::string& reason);
+    [[nodiscard]] bool isNewer(const struct stat& about) const;
 
     Disposal::KeepGoing m_keepGoing;
+    std::optional<std::int64_t> m_listed;
+    std::set<FileIdentity> m_touched; ///< files that lost a name here, which counts as a change
     Removal m_outcome;
     bool m_isStopped = false;
 };
+
+/// Opens a folder directly below another one; never through a link, a mount or "..". `flags` are open(2)'s.
+[[nodiscard]] posix::Descriptor openBelow(int folder, const char* name, int flags);
 
 /// Which file a stat(2) is of.
 [[nodiscard]] FileIdentity identityOf(const struct stat& about);

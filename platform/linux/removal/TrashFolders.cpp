@@ -2,6 +2,7 @@
 #include "platform/linux/removal/TrashFolders.hpp"
 
 #include "platform/linux/kernel/TextScan.hpp"
+#include "platform/linux/removal/PathPattern.hpp"
 
 #include <sys/stat.h>
 
@@ -66,14 +67,19 @@ std::vector<std::string> localMounts(std::string_view mountInfo) {
     return mounts;
 }
 
-std::vector<std::string> trashFolders(const std::string& dataHome, const std::vector<std::string>& mounts,
-                                      uid_t user) {
+std::vector<std::string> trashFolders(const TrashPlaces& places, uid_t user) {
     std::vector<std::string> candidates;
-    if (!dataHome.empty()) {
-        candidates.push_back(dataHome + "/Trash");
+    if (!places.data.empty()) {
+        candidates.push_back(places.data + "/Trash");
+    }
+    if (!places.home.empty()) {
+        findPaths(places.home, "snap/*/*/.local/share/Trash",
+                  [&candidates](int, const char*, const std::string& path, const struct stat&) {
+                      candidates.push_back(path);
+                  });
     }
     const std::string id = std::to_string(user);
-    for (const std::string& mount : mounts) {
+    for (const std::string& mount : places.mounts) {
         std::string trash = mount == "/" ? std::string() : mount;
         trash += "/.Trash";
         const Looked shared = look(trash);

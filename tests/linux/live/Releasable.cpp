@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/ReleasableScan.hpp"
+#include "platform/linux/removal/ReleasableCount.hpp"
 
 #include <iostream>
 
@@ -8,9 +8,9 @@ int main(int count, char** arguments) {
     if (count != 2) {
         return 2;
     }
-    vantor::platform::linux::LocalPaths paths;
-    std::cout << vantor::platform::linux::releasableBytes(
-                     vantor::platform::posix::UserFolders::fromEnvironment(), arguments[1], paths,
-                     [] { return true; })
-              << '\n';
+    using namespace vantor::platform;
+    linux::LocalPaths paths;
+    const linux::ReleasablePlaces places{.folders = posix::UserFolders::fromEnvironment(),
+                                         .documents = arguments[1]};
+    std::cout << linux::countReleasable(places, paths, [] { return true; }).bytes() << '\n';
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/KeptReleasable.hpp"
+#include "platform/linux/removal/KeptReleasable.hpp"
 
 #include "platform/linux/kernel/KernelFile.hpp"
 #include "platform/linux/kernel/TextScan.hpp"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/VolumeQuery.hpp"
+#include "platform/linux/kernel/VolumeQuery.hpp"
 
 #include "platform/posix/Descriptor.hpp"
 
