@@ -37,6 +37,10 @@ std::optional<std::string> askAbout(const std::string& path, const std::function
     return localPaths().ask(path, work);
 }
 
+bool isOnThisMachine(const std::string& path) {
+    return localPaths().isLocal(path);
+}
+
 bool answers(const std::string& folder, std::chrono::milliseconds limit) {
     return localPaths().answers(folder, limit);
 }

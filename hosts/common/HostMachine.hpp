@@ -31,6 +31,8 @@ private:
 /// does it: absent where a server that may be gone gives no answer within a second. Any thread.
 [[nodiscard]] std::optional<std::string> askAbout(const std::string& path,
                                                   const std::function<std::string()>& work);
+/// Whether a path is on a file system of this machine, so that no server has to answer. Any thread.
+[[nodiscard]] bool isOnThisMachine(const std::string& path);
 /// Whether the file system of a folder answers by then, be it that there is no such folder. Any thread.
 [[nodiscard]] bool answers(const std::string& folder, std::chrono::milliseconds limit);
 /// What is said of one that does not, after its name.

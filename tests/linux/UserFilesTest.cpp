@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "TreeMachine.hpp"
-#include "platform/linux/removal/KeptReleasable.hpp"
 #include "platform/linux/ReleasableScan.hpp"
 #include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
+#include "platform/linux/removal/KeptReleasable.hpp"
 #include "platform/linux/user/KeptSuite.hpp"
 #include "platform/linux/user/LinuxViewer.hpp"
 #include "platform/linux/user/SuiteReader.hpp"

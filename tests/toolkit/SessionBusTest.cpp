@@ -74,8 +74,8 @@ TEST(SessionBus, ARealOneIsFoundAndAMissingOneIsSwitchedOff) {
     const tests::TestTree folder;
     const std::string address = "unix:path=" + (folder.root() / "bus").string();
     // Not by the toolkit's way to start programs, which the thread sanitizer does not survive.
-    const std::optional<common::ChildProcess> daemon =
-        common::ChildProcess::start("/usr/bin/dbus-daemon", {"--session", "--nofork", "--address=" + address});
+    const std::optional<common::ChildProcess> daemon = common::ChildProcess::start(
+        "/usr/bin/dbus-daemon", {"--session", "--nofork", "--address=" + address});
     if (!daemon) {
         GTEST_SKIP() << "dbus-daemon is not installed";
     }

@@ -128,7 +128,9 @@ TrashContents LinuxDisposal::trashItems(const KeepGoing& keepGoing) {
     std::vector<std::string> mounts = localMounts(m_places.tree.read("proc/self/mountinfo").text);
     // The way to a volume of this machine's own may lead through somebody else's.
     std::erase_if(mounts, [this](const std::string& mount) { return !m_paths.isLocal(mount); });
-    const TrashPlaces places{std::move(dataHome), m_places.folders.home, std::move(mounts)};
+    const bool homeAnswers = m_paths.answers(m_places.folders.home);
+    const TrashPlaces places{std::move(dataHome), homeAnswers ? m_places.folders.home : std::string(),
+                             std::move(mounts)};
     for (const std::string& trash : trashFolders(places, ::geteuid())) {
         TrashList(trash, contents.items, keepGoing).take();
     }
