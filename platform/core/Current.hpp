@@ -19,7 +19,7 @@ private:
     friend class Current;
     friend class WorkItem;
 
-    static constexpr std::size_t most = 6; // types
+    static constexpr std::size_t most = 8; // types
 
     static Context& ofThisThread() noexcept {
         static thread_local constinit Context context;

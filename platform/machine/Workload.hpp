@@ -44,6 +44,7 @@ struct ApplicationUse {
     std::string icon = {};    ///< of the desktop entry
     bool isService = false;   ///< no application: what belongs to the session as a whole
     std::uint64_t memory = 0; ///< bytes of RAM that nobody else holds: anonymous and shared memory, no cache
+    std::uint64_t kernel = 0; ///< bytes that the kernel holds for it beside; 0 where that is not known
     std::uint64_t swap = 0;   ///< bytes
     std::uint64_t processorTime = 0; ///< microseconds on all processors since it started
     std::vector<ProcessIdentity> processes = {};

@@ -45,6 +45,7 @@ void ApplicationTable::addGroup(const GroupUse& group, const std::map<int, Proce
     const bool isService = id.empty() && !group.path.starts_with("app.slice/");
     ApplicationUse& use = application(id, unitName(group.path), isService);
     use.memory += group.memory;
+    use.kernel += group.kernel;
     use.swap += group.swap;
     use.processorTime += group.processorTime;
     for (const int number : group.processes) {

@@ -16,6 +16,25 @@ namespace {
 
 constexpr std::size_t deepest = 8, mostGroups = 4096;
 
+/// What is in a group's folder; absent where it holds no processes.
+std::optional<GroupUse> groupAt(const KernelTree& tree, const std::string& folder, const std::string& path) {
+    std::vector<int> processes = parseProcessNumbers(tree.read(folder + "/cgroup.procs").text);
+    const std::string stat = processes.empty() ? std::string() : tree.read(folder + "/memory.stat").text;
+    const std::optional<std::uint64_t> anonymous = statNumber(stat, "anon");
+    if (!anonymous) {
+        return std::nullopt;
+    }
+    const std::optional<std::string> swap = tree.line(folder + "/memory.swap.current");
+    return GroupUse{.path = path,
+                    .memory = *anonymous + statNumber(stat, "shmem").value_or(0),
+                    .kernel = statNumber(stat, "kernel").value_or(0),
+                    .inactive = statNumber(stat, "inactive_anon").value_or(0),
+                    .swap = swap ? numberFrom(*swap).value_or(0) : 0,
+                    .processorTime =
+                        statNumber(tree.read(folder + "/cpu.stat").text, "usage_usec").value_or(0),
+                    .processes = std::move(processes)};
+}
+
 class GroupWalk {
 public:
     GroupWalk(const KernelTree& tree, std::string top) : m_tree(tree), m_top(std::move(top)) {}
@@ -28,33 +47,25 @@ public:
 private:
     void visit(const std::string& path, std::size_t depth) {
         const std::string whole = m_top + path;
-        take(whole, path);
+        const std::size_t place = m_groups.size();
+        std::optional<GroupUse> group = path.empty() ? std::nullopt : groupAt(m_tree, whole, path.substr(1));
+        const bool isListed = group.has_value();
+        if (isListed) {
+            m_groups.push_back(*std::move(group));
+        }
         Folder folder(m_tree.path(whole));
         while (const char* const name = folder.next()) {
             struct stat about {};
-            const bool isGroup =
-                ::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(about.st_mode);
+            const bool isGroup = folder.mayBeFolder() && // a group has some sixty files beside
+                                 ::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW) == 0 &&
+                                 S_ISDIR(about.st_mode);
+            if (isGroup && isListed) {
+                m_groups[place].isLeaf = false;
+            }
             if (isGroup && depth < deepest && m_groups.size() < mostGroups) {
                 visit(path + '/' + name, depth + 1);
             }
         }
-    }
-
-    void take(const std::string& whole, const std::string& path) {
-        std::vector<int> processes = parseProcessNumbers(m_tree.read(whole + "/cgroup.procs").text);
-        const std::string stat = processes.empty() ? std::string() : m_tree.read(whole + "/memory.stat").text;
-        const std::optional<std::uint64_t> anonymous = statNumber(stat, "anon");
-        if (path.empty() || !anonymous) {
-            return;
-        }
-        const std::optional<std::string> swap = m_tree.line(whole + "/memory.swap.current");
-        const std::optional<std::uint64_t> shared = statNumber(stat, "shmem");
-        m_groups.push_back(
-            {.path = path.substr(1),
-             .memory = *anonymous + shared.value_or(0),
-             .swap = swap ? numberFrom(*swap).value_or(0) : 0,
-             .processorTime = statNumber(m_tree.read(whole + "/cpu.stat").text, "usage_usec").value_or(0),
-             .processes = std::move(processes)});
     }
 
     const KernelTree& m_tree;
@@ -64,11 +75,17 @@ private:
 
 } // namespace
 
-std::vector<GroupUse> readGroups(const KernelTree& tree, uid_t user) {
+std::string managerFolder(uid_t user) {
     const std::string id = std::to_string(user);
-    std::string top = "sys/fs/cgroup/user.slice/user-";
-    top.append(id).append(".slice/user@").append(id).append(".service");
-    return tree.exists("sys/fs/cgroup/cgroup.controllers") ? GroupWalk(tree, top).walk()
+    return std::string("sys/fs/cgroup/user.slice/user-").append(id) + ".slice/user@" + id + ".service";
+}
+
+std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path) {
+    return groupAt(tree, managerFolder(user) + '/' + path, path);
+}
+
+std::vector<GroupUse> readGroups(const KernelTree& tree, uid_t user) {
+    return tree.exists("sys/fs/cgroup/cgroup.controllers") ? GroupWalk(tree, managerFolder(user)).walk()
                                                            : std::vector<GroupUse>();
 }
 

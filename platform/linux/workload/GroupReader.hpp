@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,20 @@ namespace vantor::platform::linux {
 struct GroupUse {
     std::string path;                ///< below user@UID.service: "app.slice/app-org.x-1.scope"
     std::uint64_t memory = 0;        ///< bytes: anonymous and shared memory
+    std::uint64_t kernel = 0;        ///< bytes that the kernel holds for it: page tables, stacks, inodes
+    std::uint64_t inactive = 0;      ///< bytes of the anonymous memory that were not touched lately
     std::uint64_t swap = 0;          ///< bytes
     std::uint64_t processorTime = 0; ///< microseconds since it was made, of processes that ended too
     std::vector<int> processes;
+    bool isLeaf = true; ///< no group is below it
 };
+
+/// The folder of the user's service manager's own group, below a tree's root.
+[[nodiscard]] std::string managerFolder(uid_t user);
+
+/// A group by its path as in GroupUse; absent where it is gone, empty, or its memory is not counted. What is
+/// below it is not looked at.
+[[nodiscard]] std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path);
 
 /// The groups of a user's service manager in the second version of control groups
 /// (Documentation/admin-guide/cgroup-v2.rst); none where the machine has no such hierarchy, or one that does

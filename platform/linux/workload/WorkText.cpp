@@ -75,6 +75,13 @@ std::optional<SwapSpace> parseSwapSpace(std::string_view memInfo) {
     return total && free && *free <= *total ? std::optional(SwapSpace{*total, *free}) : std::nullopt;
 }
 
+std::optional<MemoryLevel> parseMemoryLevel(std::string_view memInfo) {
+    const std::optional<std::uint64_t> total = kibibytes(memInfo, "MemTotal:");
+    const std::optional<std::uint64_t> available = kibibytes(memInfo, "MemAvailable:");
+    return total && available && *available <= *total ? std::optional(MemoryLevel{*total, *available})
+                                                      : std::nullopt;
+}
+
 std::vector<int> parseProcessNumbers(std::string_view text) {
     std::vector<int> numbers;
     while (const std::optional<Line> line = takeLine(text)) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Workload.hpp"
+#include "platform/machine/WorkloadControl.hpp"
 
 #include <array>
 #include <cstdint>
@@ -18,6 +18,9 @@ namespace vantor::platform::linux {
 
 /// The lines SwapTotal and SwapFree of /proc/meminfo; absent where either is missing.
 [[nodiscard]] std::optional<SwapSpace> parseSwapSpace(std::string_view memInfo);
+
+/// The lines MemTotal and MemAvailable of /proc/meminfo; absent where either is missing.
+[[nodiscard]] std::optional<MemoryLevel> parseMemoryLevel(std::string_view memInfo);
 
 /// The number after a name in lines "NAME NUMBER", such as memory.stat and cpu.stat of a control group.
 [[nodiscard]] std::optional<std::uint64_t> statNumber(std::string_view text, std::string_view name);
