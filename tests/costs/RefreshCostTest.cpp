@@ -38,13 +38,13 @@ protected:
 };
 
 TEST_F(RefreshCost, AllocationsWithoutAStore) {
-    countRefresh(24, 1856);
+    countRefresh(24, 2368);
 }
 
 TEST_F(RefreshCost, AllocationsWithAStore) {
     stage.tree.write(storeFile,
                      R"(<plist version="1.0"><dict><key>isInactiveRAMHide</key><true/></dict></plist>)");
-    countRefresh(58, 4864);
+    countRefresh(58, 5312);
 }
 
 TEST(HugeMachine, RefreshStaysUnder20Milliseconds) {
