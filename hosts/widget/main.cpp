@@ -11,6 +11,7 @@
 #include "hosts/widget/AppIcon.hpp"
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Options.hpp"
+#include "hosts/widget/SilentFolders.hpp"
 #include "hosts/widget/Snapshot.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 #include "platform/core/PrintableText.hpp"
@@ -88,6 +89,10 @@ void setEnvironment(const Options& options) {
 }
 
 int run(const Options& options, int argc, char** argv) {
+    if (const std::optional<std::string> silent = settleFolders()) {
+        say(*silent + hosts::common::noAnswer);
+        return 1;
+    }
     setEnvironment(options);
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
     [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);

@@ -104,6 +104,16 @@ def threads(process):
     return "".join(text.split()[0] for text in tell(process, "stat"))
 
 
+def opened(process):
+    links = []
+    for number in os.listdir(f"/proc/{process}/fd"):
+        try:
+            links.append(os.readlink(f"/proc/{process}/fd/{number}"))
+        except FileNotFoundError:
+            pass
+    return links
+
+
 def rests(process, seen=[]):
     """Whether it has done nothing for a while, and would not either on a machine with time for it."""
     fields = [text.split() for text in tell(process, "stat")]
@@ -194,10 +204,19 @@ def windows():
             case.hang()
             until(lambda: "".join(tell(running.pid, "children")), "nobody asks", case)
             case.ends(running)
-    with Case("documents in the picture", "documents") as case:
-        running = case.start(*window, "--snapshot", case.folder + "/p.png", stderr=subprocess.PIPE)
-        _, errors = running.communicate(timeout=PATIENCE)
-        check(running.returncode == 1 and "storage" in errors, case.name, f"{running.returncode}: {errors}")
+    for place, status, named in (("documents", 1, "storage"), ("cache", 0, ""), ("home", 1, "home: its file system does not answer")):
+        with Case(f"{place} in the picture", place) as case:
+            picture = case.folder + "/p.png"
+            ended, _, errors = case.run(*window, "--snapshot", picture)
+            check(ended == status and named in errors and bool(errors) == bool(named), case.name, f"{ended}: {errors}")
+            check(os.path.exists(picture) == (place != "home"), case.name, "the picture")
+    with Case("home before the window", "home") as case:
+        ended, _, errors = case.run(*window)
+        check(ended == 1 and "home: its file system does not answer" in errors, case.name, f"{ended}: {errors}")
+    with Case("cache before the window", "cache") as case:
+        running = case.start(*window, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        until(lambda: any(name.startswith("socket:") for name in opened(running.pid)), "no window", case)
+        case.ends(running)
 
 
 if not os.path.exists("/dev/fuse"):
