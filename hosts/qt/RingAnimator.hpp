@@ -23,6 +23,7 @@ public:
     void start();
     /// Off: rings jump to their new place.
     void setMotion(bool on);
+    [[nodiscard]] bool hasMotion() const { return m_motion; }
     /// Ends all motion where it leads.
     void settle();
 

@@ -19,15 +19,18 @@ void moveBackTo(QWidget& window, const QPoint& place) {
     }
 }
 
-void keepOnScreen(QWidget& window) {
-    const QScreen* on = QGuiApplication::screenAt(window.pos());
+QPoint placeOnScreen(const QPoint& place, const QSize& frame) {
+    const QScreen* on = QGuiApplication::screenAt(place);
     if (on == nullptr || isWayland()) {
-        return;
+        return place;
     }
     const QRect room = on->availableGeometry();
-    const QSize size = window.frameGeometry().size();
-    const QPoint inside(std::max(room.left(), std::min(window.x(), room.right() + 1 - size.width())),
-                        std::max(room.top(), std::min(window.y(), room.bottom() + 1 - size.height())));
+    return {std::max(room.left(), std::min(place.x(), room.right() + 1 - frame.width())),
+            std::max(room.top(), std::min(place.y(), room.bottom() + 1 - frame.height()))};
+}
+
+void keepOnScreen(QWidget& window) {
+    const QPoint inside = placeOnScreen(window.pos(), window.frameGeometry().size());
     if (inside != window.pos()) {
         window.move(inside);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 class QPoint;
+class QSize;
 class QWidget;
 
 /// Where a window is on its screen.
@@ -13,6 +14,10 @@ namespace vantor::hosts::qt {
 
 /// Moves a window to a remembered place, if that is still on a screen.
 void moveBackTo(QWidget& window, const QPoint& place);
+
+/// The place nearest to `place` where a window of that size, with its frame, is on the screen that `place` is
+/// on; `place` itself where there is none, or nobody may choose it.
+[[nodiscard]] QPoint placeOnScreen(const QPoint& place, const QSize& frame);
 
 /// Moves a window that has grown back onto the screen it is on.
 void keepOnScreen(QWidget& window);

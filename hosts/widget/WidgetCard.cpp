@@ -151,12 +151,19 @@ double WidgetCard::neededWidth() const {
 }
 
 void WidgetCard::setContentSize(platform::CGSize points) {
+    layout()->setEnabled(true);
+    m_form->details->setVisible(m_expanded);
     setFixedSize(m_theme.pixels(points.width), m_theme.pixels(points.height));
+}
+
+void WidgetCard::showUpper(int height) {
+    layout()->activate(); // what waits to be laid out
+    layout()->setEnabled(false);
+    setFixedHeight(height);
 }
 
 void WidgetCard::setExpanded(bool expanded) {
     m_expanded = expanded;
-    m_form->details->setVisible(expanded);
     m_form->displayModeButton->setGlyph(expanded ? qt::Glyph::less : qt::Glyph::more);
     const QString name = qt::hostText(expanded ? "host_SHOWLESS" : "host_SHOWMORE");
     m_form->displayModeButton->setText(name);
@@ -215,7 +222,7 @@ void WidgetCard::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(m_theme.card);
     const double radius = cornerRadius * m_theme.pointScale;
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    if (m_expanded) {
+    if (m_form->details->isVisibleTo(this)) {
         const int inset = m_theme.pixels(20);
         painter.fillRect(inset, m_theme.pixels(common::compactHeight), width() - 2 * inset, 1,
                          m_theme.separator);

@@ -39,10 +39,13 @@ public:
 
     /// The width, in points, that every text of this language fits into, shown at the moment or not.
     [[nodiscard]] double neededWidth() const;
-    /// Takes the size that the controller prefers, in points.
+    /// Takes the size that the controller prefers, in points, with all that belongs to the mode.
     void setContentSize(platform::CGSize points);
-    /// Whether the sections below the rings are within the content's height.
+    /// Whether the sections below the rings are within the content's height; `setContentSize` follows.
     void setExpanded(bool expanded);
+    /// On the way from one content size to another: the upper part of what it shows, in logical pixels.
+    /// Nothing in it moves, so nothing is laid out.
+    void showUpper(int height);
     /// Whether "Show More" and "Show Less" are offered, and what a press does.
     void setCanExpand(bool can);
     void setToggleHandler(std::function<void()> handler) { m_toggle = std::move(handler); }

@@ -52,9 +52,10 @@ void WidgetHost::fit() {
     if (size.height <= 0) {
         return; // before the first mode
     }
-    m_card->setContentSize(size);
     if (m_resized) {
-        m_resized();
+        m_resized(size);
+    } else {
+        m_card->setContentSize(size);
     }
 }
 

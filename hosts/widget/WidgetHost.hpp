@@ -33,8 +33,8 @@ public:
     /// Gives the widget a mode, as far as it offers that, with `tallest` points of room for the expanded one.
     void setMode(platform::NCWidgetDisplayMode mode, double tallest);
     [[nodiscard]] platform::NCWidgetDisplayMode mode() const { return m_mode; }
-    /// Called when the card has another size.
-    void setResizeHandler(std::function<void()> handler) { m_resized = std::move(handler); }
+    /// Called with the size, in points, that the card is to have from now on, in place of giving it that.
+    void setResizeHandler(std::function<void(platform::CGSize)> handler) { m_resized = std::move(handler); }
 
     /// Whether somebody can see the figures: only then the loop is turned. The widget is asked for an update
     /// at first, and taken up as after a pause later.
@@ -54,7 +54,7 @@ private:
     std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;
     std::unique_ptr<WidgetCard> m_card;
-    std::function<void()> m_resized;
+    std::function<void(platform::CGSize)> m_resized;
     std::function<void()> m_turned;
     std::function<void()> m_tells;
     platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;

@@ -51,7 +51,13 @@ WidgetWindow::WidgetWindow(const Options& options, WidgetHost::Programs programs
     setUpFrame();
     m_host.card().setParent(this);
     m_host.card().setToggleHandler([this] { toggleMode(); });
-    m_host.setResizeHandler([this] { fit(); });
+    setUpGlide();
+    m_host.setResizeHandler([this](platform::CGSize size) {
+        m_content = size;
+        if (!m_isChangingMode) {
+            fit();
+        }
+    });
     m_host.setMessageHandler([this] {
         if (!isVisible()) {
             comeForward();
@@ -192,8 +198,9 @@ void WidgetWindow::heed(const Options& asked) {
         }
     }
     if (asked.expanded) {
-        setMode(*asked.expanded ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
-        qt::keepOnScreen(*this);
+        if (*asked.expanded != (m_host.mode() == NCWidgetDisplayMode::expanded)) {
+            toggleMode();
+        }
     }
     if (asked.tray) {
         setTray(true);
@@ -237,44 +244,11 @@ void WidgetWindow::follow(const qt::DesktopWishes& wishes) {
     seenChanged();
 }
 
-void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
-    m_host.setMode(mode, screen()->availableGeometry().height() / card().theme().pointScale);
-    m_menu.refresh();
-    keep();
-}
-
-/// A card that had to move when it grew goes back when it shrinks, unless somebody moved it meanwhile.
-void WidgetWindow::toggleMode() {
-    const QPoint before = pos();
-    const std::optional<Growth> growth = std::exchange(m_growth, std::nullopt);
-    if (m_host.mode() == NCWidgetDisplayMode::expanded) {
-        setMode(NCWidgetDisplayMode::compact);
-        if (growth && growth->to == before) {
-            move(growth->from);
-        }
-    } else {
-        setMode(NCWidgetDisplayMode::expanded);
-        qt::keepOnScreen(*this);
-        if (pos() != before) {
-            m_growth = Growth{before, pos()};
-        }
-    }
-}
-
-void WidgetWindow::fit() {
-    const int margin = card().theme().pixels(m_margin);
-    card().move(margin, margin);
-    setFixedSize(card().width() + 2 * margin, card().height() + 2 * margin);
-    clearMask();
-    if (m_margin == 0 && !qt::isComposed()) { // else what is outside of the card would be black
-        setMask(card().shape());
-    }
-}
-
 /// The widget runs for whoever can see the figures: in the window, or as a ring in the tray.
 void WidgetWindow::seenChanged() {
     if (!m_presence.isSeen()) {
         card().animator().settle();
+        settle();
     } else if (!std::exchange(m_wasSeen, true)) {
         QTimer::singleShot(frameSettles, this, [this] { qt::keepOnScreen(*this); });
         keep();

@@ -10,9 +10,11 @@
 #include "hosts/widget/WidgetMenu.hpp"
 #include "hosts/widget/WindowMemory.hpp"
 
+#include <QVariantAnimation>
 #include <QWidget>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace vantor::hosts::widget {
 
@@ -31,6 +33,8 @@ public:
     /// Shows the window, whatever it was before, and asks for the focus.
     void comeForward();
 
+    /// Whether it is on its way from one size to another.
+    [[nodiscard]] bool isGliding() const { return m_glide.state() == QAbstractAnimation::Running; }
     [[nodiscard]] WidgetCard& card() { return m_host.card(); }
     [[nodiscard]] qt::Presence& presence() { return m_presence; }
     [[nodiscard]] WidgetMenu& menu() { return m_menu; }
@@ -48,8 +52,10 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    /// Where the card was before it grew, and where that moved it to.
-    struct Growth {
+    /// From one height of the card, in logical pixels, and place of the frame to another.
+    struct Way {
+        int fromHeight = 0;
+        int toHeight = 0;
         QPoint from;
         QPoint to;
     };
@@ -65,7 +71,12 @@ private:
     void follow(const qt::DesktopWishes& wishes);
     void setMode(platform::NCWidgetDisplayMode mode);
     void toggleMode();
+    void setUpGlide();
+    void glide(const Way& way);
+    void showGliding(double share);
+    void settle();
     void fit();
+    void frameCard();
     void seenChanged();
 
     WindowKeeper m_keeper;
@@ -79,11 +90,15 @@ private:
     std::unique_ptr<TrayRing> m_tray;
     qt::Presence m_presence;
     std::optional<QPoint> m_position; ///< of its frame, where the window system tells
-    std::optional<Growth> m_growth;
-    QPoint m_grip;    ///< where the pointer holds a card that moves itself
-    int m_margin = 0; ///< of the backdrop around the card, in points
+    platform::CGSize m_content;       ///< of the card, in points
+    QVariantAnimation m_glide;
+    Way m_way;                                         ///< of the glide, or of the last one
+    std::optional<std::pair<QPoint, QPoint>> m_growth; ///< the place before the card grew, and the one after
+    QPoint m_grip;                                     ///< where the pointer holds a card that moves itself
+    int m_margin = 0;                                  ///< of the backdrop around the card, in points
     bool m_isOnX11Desktop = false;
     bool m_isOnLayer = false; ///< of a Wayland screen
+    bool m_isChangingMode = false;
     bool m_toldOfLevels = false;
     bool m_wasSeen = false;
 };

@@ -10,6 +10,7 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QScreen>
 #include <optional>
 
 namespace vantor::hosts::widget {
@@ -55,13 +56,61 @@ TEST_F(Window, RestsBehindALockedScreen) {
     EXPECT_TRUE(m_window->presence().isSeen());
 }
 
-TEST_F(Window, GoesFromOneHeightToTheOther) {
+/// Counts what is laid out.
+class Layouts : public QObject {
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        count += event->type() == QEvent::Resize || event->type() == QEvent::Move ? 1 : 0;
+        return QObject::eventFilter(object, event);
+    }
+};
+
+TEST_F(Window, GlidesFromOneHeightToTheOtherAndBackToItsPlace) {
     m_window->show();
-    EXPECT_EQ(m_window->card().height(), 360);
-    m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
-    EXPECT_EQ(m_window->card().height(), 110);
-    m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
-    EXPECT_EQ(m_window->card().height(), 360);
+    ASSERT_TRUE(eventually([this] { return hasFigures(); }));
+    auto& toggle = *m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"));
+    const int frame = m_window->height() - m_window->card().height();
+    const auto glideTo = [&](int height) {
+        const int before = m_window->card().height();
+        toggle.click();
+        EXPECT_EQ(m_window->card().height(), before) << "not at once";
+        EXPECT_TRUE(eventually([&] {
+            EXPECT_EQ(m_window->height() - m_window->card().height(), frame);
+            return !m_window->isGliding();
+        }));
+        EXPECT_EQ(m_window->card().height(), height);
+    };
+    glideTo(110);
+    EXPECT_FALSE(m_window->findChild<QLabel*>(QStringLiteral("userCPULabel"))->isVisible());
+    const QPoint low(100, m_window->screen()->availableGeometry().bottom() - m_window->height());
+    m_window->move(low);
+    glideTo(360);
+    EXPECT_LT(m_window->pos().y(), low.y()) << "it is on the screen as a whole";
+
+    Layouts layouts;
+    for (QWidget* inside :
+         m_window->findChild<QWidget*>(QStringLiteral("details"))->findChildren<QWidget*>()) {
+        inside->installEventFilter(&layouts);
+    }
+    toggle.click();
+    toggle.click(); // and back again in the middle
+    EXPECT_TRUE(eventually([this] { return !m_window->isGliding(); }));
+    glideTo(110);
+    EXPECT_EQ(m_window->pos(), low);
+    EXPECT_EQ(layouts.count, 0) << "nothing in it moves";
+}
+
+TEST_F(Window, JumpsWhereMotionIsNotWanted) {
+    m_window->show();
+    ASSERT_TRUE(eventually([this] { return m_window->presence().isSeen(); }));
+    m_window->card().animator().setMotion(false);
+    for (const int height : {110, 360}) {
+        m_window->findChild<QAbstractButton*>(QStringLiteral("displayModeButton"))->click();
+        EXPECT_EQ(m_window->card().height(), height);
+    }
 }
 
 /// As a session ends: nothing of the window is told of it. And what a later start asks for.
@@ -72,7 +121,7 @@ TEST_F(Window, IsKeptAsItChanges) {
     asked.expanded = false;
     asked.onTop = true;
     m_window->heed(asked);
-    EXPECT_EQ(m_window->card().height(), 110);
+    EXPECT_TRUE(eventually([this] { return m_window->card().height() == 110; }));
     EXPECT_TRUE(m_window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     EXPECT_TRUE(eventually([] {
         const std::optional<WindowState> state = rememberedWindow();

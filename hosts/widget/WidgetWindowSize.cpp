@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+/// How the window goes from one size to another.
+#include "hosts/qt/WindowPlace.hpp"
+#include "hosts/qt/X11Desktop.hpp"
+#include "hosts/widget/WidgetWindow.hpp"
+
+#include <QScreen>
+#include <chrono>
+#include <cmath>
+
+namespace vantor::hosts::widget {
+
+using platform::NCWidgetDisplayMode;
+
+namespace {
+
+constexpr std::chrono::milliseconds glideTime{200};
+
+} // namespace
+
+void WidgetWindow::setUpGlide() {
+    m_glide.setDuration(static_cast<int>(glideTime.count()));
+    m_glide.setEasingCurve(QEasingCurve::OutCubic);
+    m_glide.setStartValue(0.0);
+    m_glide.setEndValue(1.0);
+    connect(&m_glide, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& share) { showGliding(share.toDouble()); });
+    connect(&m_glide, &QVariantAnimation::finished, this, [this] { fit(); });
+}
+
+void WidgetWindow::setMode(NCWidgetDisplayMode mode) {
+    m_host.setMode(mode, screen()->availableGeometry().height() / card().theme().pointScale);
+    m_menu.refresh();
+    keep();
+}
+
+/// A card that has to move when it grows goes back when it shrinks, unless somebody moved it meanwhile.
+void WidgetWindow::toggleMode() {
+    const bool grows = m_host.mode() == NCWidgetDisplayMode::compact;
+    const QPoint place = isGliding() ? m_way.to : pos();
+    m_isChangingMode = true;
+    setMode(grows ? NCWidgetDisplayMode::expanded : NCWidgetDisplayMode::compact);
+    m_isChangingMode = false;
+
+    Way way{card().height(), card().theme().pixels(m_content.height), pos(), place};
+    const auto growth = std::exchange(m_growth, std::nullopt);
+    if (grows) {
+        const QSize frame = frameGeometry().size() + QSize(0, way.toHeight - way.fromHeight);
+        way.to = qt::placeOnScreen(place, frame);
+        if (way.to != place) {
+            m_growth = {place, way.to};
+        }
+    } else if (growth && growth->second == place) {
+        way.to = growth->first;
+    }
+    glide(way);
+}
+
+/// The window has its new size in a moment, or at once where nobody would see it or wants to.
+void WidgetWindow::glide(const Way& way) {
+    m_glide.stop();
+    m_way = way;
+    if (way.toHeight > way.fromHeight) {
+        card().setContentSize(m_content); // laid out once
+    }
+    if (m_presence.isSeen() && card().animator().hasMotion()) {
+        m_glide.start();
+    } else {
+        showGliding(1);
+        fit();
+    }
+}
+
+void WidgetWindow::showGliding(double share) {
+    const auto between = [share](int from, int to) {
+        return from + static_cast<int>(std::lround((to - from) * share));
+    };
+    card().showUpper(between(m_way.fromHeight, m_way.toHeight));
+    frameCard();
+    if (m_way.from != m_way.to) {
+        move(between(m_way.from.x(), m_way.to.x()), between(m_way.from.y(), m_way.to.y()));
+    }
+}
+
+/// Ends a glide where it leads.
+void WidgetWindow::settle() {
+    if (isGliding()) {
+        m_glide.stop();
+        showGliding(1);
+        fit();
+    }
+}
+
+void WidgetWindow::fit() {
+    if (isGliding()) {
+        settle();
+        return;
+    }
+    card().setContentSize(m_content);
+    frameCard();
+}
+
+void WidgetWindow::frameCard() {
+    const int margin = card().theme().pixels(m_margin);
+    card().move(margin, margin);
+    setFixedSize(card().size() + QSize(2 * margin, 2 * margin));
+    clearMask();
+    if (m_margin == 0 && !qt::isComposed()) { // else what is outside of the card would be black
+        setMask(card().shape());
+    }
+}
+
+} // namespace vantor::hosts::widget
