@@ -2,7 +2,9 @@
 #include "hosts/command/CleanCommand.hpp"
 
 #include "actions/EmptyTrash.hpp"
+#include "hosts/command/CleanMemory.hpp"
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/Interruption.hpp"
 #include "hosts/command/PageText.hpp"
 #include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostViewer.hpp"
@@ -11,8 +13,6 @@
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
-#include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <iostream>
@@ -28,19 +28,6 @@ struct Arguments {
     bool dryRun = false;
     bool yes = false;
 };
-
-std::atomic<bool> stopped{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "it is set in a signal handler");
-
-/// From here on an interruption stops the work before the next entry, so that what was done can be told.
-void stopWhenInterrupted() {
-    for (const int signal : {SIGINT, SIGTERM}) {
-        std::signal(signal, [](int again) {
-            stopped = true;
-            std::signal(again, SIG_DFL); // the second one ends the program
-        });
-    }
-}
 
 std::string bytesText(std::uint64_t bytes) {
     constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
@@ -77,7 +64,7 @@ bool isWanted(const EmptyTrash& trash) {
 
 int emptyNow(const EmptyTrash& trash) {
     stopWhenInterrupted();
-    const TrashEmptied result = trash.run([] { return !stopped; });
+    const TrashEmptied result = trash.run([] { return !isInterrupted(); });
     for (const std::string& problem : result.problems) {
         complain(problem);
     }
@@ -129,6 +116,7 @@ int cleanTrash(const Arguments& arguments) {
 void addCleanCommands(CLI::App& app, Action& action) {
     CLI::App& clean = *app.add_subcommand("clean", "Give back what is not needed")->group("Commands");
     clean.require_subcommand(1);
+    addCleanMemory(clean, action);
     CLI::App* const trash = clean.add_subcommand("trash", "Empty the trash on every volume of this machine");
     trash->group("Commands");
     const auto given = std::make_shared<Arguments>();

@@ -3,6 +3,7 @@
 
 #include "hosts/command/CleanCommand.hpp"
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/OpenCommand.hpp"
 #include "hosts/command/PageCommand.hpp"
 #include "hosts/command/SettingsCommand.hpp"
 #include "platform/core/PrintableText.hpp"
@@ -20,8 +21,10 @@ namespace {
 /// The library misses a command before it minds the word that stands in its place.
 std::string whatIsWrong(const CLI::App& app, const CLI::ParseError& mistake) {
     const std::vector<std::string> rest = app.remaining(true);
-    const bool missesCommand = dynamic_cast<const CLI::RequiredError*>(&mistake) != nullptr &&
-                               std::string_view(mistake.what()).starts_with("A subcommand");
+    const bool isExtra = dynamic_cast<const CLI::ExtrasError*>(&mistake) != nullptr;
+    const bool missesCommand = (isExtra && !rest.empty() && app.get_subcommands().empty()) ||
+                               (dynamic_cast<const CLI::RequiredError*>(&mistake) != nullptr &&
+                                std::string_view(mistake.what()).starts_with("A subcommand"));
     if (missesCommand) {
         return rest.empty() ? "a command is missing" : '"' + rest.front() + "\" is no command";
     }
@@ -35,12 +38,15 @@ Action parseCommandLine(int count, const char* const* arguments) {
                  "what\nthe widget goes by.",
                  "vantor");
     app.set_version_flag("--version", "vantor " VANTOR_VERSION);
-    app.require_subcommand(1);
-    app.footer("Exit status: 0 done, 1 not set or nothing to gain, 2 wrong usage or value, 3 a file or the "
+    app.require_subcommand(0, 1);
+    app.footer("Without a command it shows the window, or the RAM page as text where there is no "
+               "display.\nExit status: 0 done, 1 not set or nothing to gain, 2 wrong usage or value, 3 a "
+               "file or the "
                "system refuses.\nvantor COMMAND --help tells about one command.");
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.get_formatter()->label("REQUIRED", "");
     Action action;
+    addOpenCommand(app, action);
     addPageCommands(app, action);
     addCleanCommands(app, action);
     addSettingsCommands(app, action);

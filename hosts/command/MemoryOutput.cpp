@@ -2,10 +2,9 @@
 #include "hosts/command/MemoryOutput.hpp"
 
 #include "hosts/command/PageText.hpp"
+#include "pages/PageWords.hpp"
 #include "platform/foundation/NSByteCountFormatter.hpp"
-
-#include <algorithm>
-#include <cmath>
+#include "platform/foundation/NSLocalizedString.hpp"
 
 namespace vantor::hosts::command {
 
@@ -20,23 +19,23 @@ std::string bytesText(std::int64_t bytes) {
                             bytes, NSByteCountFormatterCountStyle::memory);
 }
 
-/// A word for programs, and words for people.
-std::pair<const char*, const char*> wordsFor(MemoryPartKind kind) {
+/// The part's key in JSON.
+const char* keyOf(MemoryPartKind kind) {
     switch (kind) {
     case MemoryPartKind::applications:
-        return {"applications", "applications"};
+        return "applications";
     case MemoryPartKind::kernel:
-        return {"kernel", "kernel, and what is locked in memory"};
+        return "kernel";
     case MemoryPartKind::compressed:
-        return {"compressed", "compressed pages"};
+        return "compressed";
     case MemoryPartKind::inactive:
-        return {"inactive", "inactive, counted as free"};
+        return "inactive";
     case MemoryPartKind::cache:
-        return {"cache", "cache, given back at once"};
+        return "cache";
     case MemoryPartKind::free:
         break;
     }
-    return {"free", "free"};
+    return "free";
 }
 
 std::string partsText(const MemoryPage& page) {
@@ -44,19 +43,10 @@ std::string partsText(const MemoryPage& page) {
     std::string text;
     for (const MemoryPart& part : page.parts) {
         if (part.bytes > 0) {
-            text += atRight(bytesText(part.bytes), width) + "  " + wordsFor(part.kind).second + '\n';
+            text += atRight(bytesText(part.bytes), width) + "  " + partWords(part.kind) + '\n';
         }
     }
-    return text + atRight(bytesText(page.total), width) + "  in all\n";
-}
-
-std::string swapText(const MemoryPage& page) {
-    if (!page.swap || page.swap->total == 0) {
-        return "There is no swap.\n";
-    }
-    const auto used = static_cast<std::int64_t>(page.swap->total - page.swap->free);
-    return bytesText(used) + " of " + bytesText(static_cast<std::int64_t>(page.swap->total)) +
-           " swap is in use.\n";
+    return text + atRight(bytesText(page.total), width) + "  " + words("page_ALL") + '\n';
 }
 
 std::string row(const std::string& memory, const std::string& swap, const std::string& processes,
@@ -70,13 +60,14 @@ std::string row(std::int64_t memory, std::int64_t swap, std::size_t processes, c
 
 std::string applicationsText(const MemoryPage& page) {
     constexpr std::size_t most = 20;
-    std::string text = row("RAM", "swap", "processes", "application");
+    std::string text = row(words("host_MEMORY"), words("page_SWAPCOLUMN"), words("page_PROCESSES"),
+                           words("page_APPLICATION"));
     ApplicationUse more;
     std::size_t listed = 0;
     for (const ApplicationUse& use : page.applications) {
         if (listed < most || use.isService) {
             text += row(static_cast<std::int64_t>(use.memory), static_cast<std::int64_t>(use.swap),
-                        use.processes.size(), use.name);
+                        use.processes.size(), applicationWords(use));
             listed += use.isService ? 0 : 1;
             continue;
         }
@@ -86,25 +77,27 @@ std::string applicationsText(const MemoryPage& page) {
     }
     if (!more.processes.empty()) {
         text += row(static_cast<std::int64_t>(more.memory), static_cast<std::int64_t>(more.swap),
-                    more.processes.size(), "smaller applications");
+                    more.processes.size(), words("page_RAMSMALLER"));
     }
-    return page.others > 0 ? text + row(page.others, 0, 0, "the system, other users, files in memory") : text;
+    return page.others > 0 ? text + row(page.others, 0, 0, words("page_RAMOTHERS")) : text;
 }
 
 } // namespace
 
 std::string memoryText(const MemoryPage& page) {
-    const long percent = std::lround(page.fraction() * 100);
-    return "RAM: " + bytesText(page.available) + " of " + bytesText(page.total) +
-           " available, the ring is at " + std::to_string(percent) + "%\n\n" + partsText(page) + '\n' +
-           swapText(page) + pressureText(page.pressure, "memory") + '\n' + applicationsText(page);
+    const std::string head = platform::textWithValue(
+        words("page_RAMHEAD", "available", bytesText(page.available)), "total", bytesText(page.total));
+    const std::string pressure = pressureWords(page.pressure, WaitedFor::memory);
+    return platform::textWithValue(head, "share", percentText(page.fraction() * 100, 0)) + "\n\n" +
+           partsText(page) + '\n' + swapWords(page.swap) + '\n' + pressure +
+           (pressure.empty() ? "\n" : "\n\n") + applicationsText(page);
 }
 
 std::string memoryJson(const MemoryPage& page) {
     using Json = nlohmann::ordered_json;
     Json json{{"total", page.total}, {"used", page.used}, {"available", page.available}};
     for (const MemoryPart& part : page.parts) {
-        json["parts"][wordsFor(part.kind).first] = part.bytes;
+        json["parts"][keyOf(part.kind)] = part.bytes;
     }
     json["swap"] =
         page.swap ? Json{{"total", page.swap->total}, {"used", page.swap->total - page.swap->free}} : Json();

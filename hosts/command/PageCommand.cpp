@@ -50,15 +50,19 @@ int cpu(bool asJson) {
     return isSound ? done : refused;
 }
 
+/// In place from here on. Never destroyed: workers may be asking while the program ends.
+void putMachineInPlace() {
+    [[maybe_unused]] static const auto& machine = *new common::HostMachine(false);
+    [[maybe_unused]] static const auto& workload = *new common::HostWorkload();
+}
+
 void addPage(CLI::App& app, Action& action, const char* name, const char* help, int (*print)(bool asJson)) {
     CLI::App* const command = app.add_subcommand(name, help)->group("Commands");
     const auto asJson = std::make_shared<bool>(false);
     command->add_flag("--json", *asJson, "Write it for programs");
     command->callback([&action, asJson, print] {
         action = [asJson, print] {
-            // Never destroyed: workers may be asking it while the program ends.
-            [[maybe_unused]] static const auto& machine = *new common::HostMachine(false, false);
-            const common::HostWorkload workload;
+            putMachineInPlace();
             return print(*asJson);
         };
     });
@@ -69,6 +73,11 @@ void addPage(CLI::App& app, Action& action, const char* name, const char* help, 
 void addPageCommands(CLI::App& app, Action& action) {
     addPage(app, action, "ram", "Show what the RAM ring is made of, and which applications hold it", ram);
     addPage(app, action, "cpu", "Show what the CPU ring is made of, over one second", cpu);
+}
+
+int printPage(DeepLink::Page page) {
+    putMachineInPlace();
+    return page == DeepLink::Page::processor ? cpu(false) : ram(false);
 }
 
 } // namespace vantor::hosts::command

@@ -1,31 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/command/PageText.hpp"
 
+#include "pages/PageWords.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vantor::hosts::command {
 
 using Json = nlohmann::ordered_json;
 
 std::string atRight(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
+    const auto characters = static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; })); // UTF-8
+    return std::string(width - std::min(width, characters), ' ') + text;
 }
 
-/// The kernel's average says for how much of the time some program waited.
-std::string pressureText(const std::optional<platform::Pressure>& pressure, const std::string& resource) {
-    if (!pressure) {
-        return "";
-    }
-    constexpr double seconds = 300;
-    const auto waited = static_cast<long>(std::lround(pressure->average300 / 100 * seconds));
-    if (waited == 0) {
-        return "No program waited for " + resource + " in the last five minutes.\n";
-    }
-    return "Programs waited for " + resource + " for about " + std::to_string(waited) +
-           " s of the last five minutes.\n";
+std::string words(std::string_view key) {
+    return platform::NSLocalizedString(key);
+}
+
+std::string words(std::string_view key, std::string_view name, std::string_view value) {
+    return platform::textWithValue(words(key), name, value);
+}
+
+std::string percentText(double percent, int digits) {
+    return decimalWords(percent, digits) + '%';
 }
 
 Json pressureJson(const std::optional<platform::Pressure>& pressure) {

@@ -2,24 +2,15 @@
 #include "hosts/command/ProcessorOutput.hpp"
 
 #include "hosts/command/PageText.hpp"
-
-#include <array>
-#include <charconv>
+#include "pages/PageWords.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 
 namespace vantor::hosts::command {
 
 namespace {
 
-/// A number with so many digits behind the point, whatever the locale.
-std::string fixed(double value, int digits) {
-    std::array<char, 64> text{};
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, digits);
-    return {text.data(), result.ptr};
-}
-
 std::string percent(double value) {
-    return fixed(value, 1) + "%";
+    return percentText(value, 1);
 }
 
 /// The processors in rows of eight, as whole percent.
@@ -29,7 +20,7 @@ std::string processorsText(const ProcessorPage& page) {
     for (std::size_t i = 0; i < page.processors.size(); ++i) {
         const bool startsRow = i % aRow == 0;
         text += startsRow ? (i == 0 ? "" : "\n") + atRight("cpu" + std::to_string(i), 8) : "";
-        text += atRight(fixed(page.processors[i], 0) + "%", 6);
+        text += atRight(percentText(page.processors[i], 0), 6);
     }
     return text.empty() ? "" : text + "\n\n";
 }
@@ -37,15 +28,18 @@ std::string processorsText(const ProcessorPage& page) {
 std::string stateText(const ProcessorPage& page) {
     std::string text;
     if (const auto& loads = page.state.loads) {
-        text += "Load averages " + fixed((*loads)[0], 2) + ", " + fixed((*loads)[1], 2) + ", " +
-                fixed((*loads)[2], 2) + " over 1, 5 and 15 minutes.\n";
+        const std::string first = words("page_LOADS", "one", decimalWords((*loads)[0], 2));
+        const std::string second = platform::textWithValue(first, "five", decimalWords((*loads)[1], 2));
+        text += platform::textWithValue(second, "fifteen", decimalWords((*loads)[2], 2)) + '\n';
     }
-    text += pressureText(page.pressure, "a processor");
+    if (const std::string pressure = pressureWords(page.pressure, WaitedFor::processor); !pressure.empty()) {
+        text += pressure + '\n';
+    }
     if (page.state.hertz) {
-        text += "The processors run at " + fixed(*page.state.hertz / 1e9, 2) + " GHz.\n";
+        text += words("page_FREQUENCY", "value", decimalWords(*page.state.hertz / 1e9, 2)) + '\n';
     }
     if (page.state.celsius) {
-        text += "The hottest of them is at " + fixed(*page.state.celsius, 0) + " degrees Celsius.\n";
+        text += words("page_TEMPERATURE", "value", decimalWords(*page.state.celsius, 0)) + '\n';
     }
     return text;
 }
@@ -64,7 +58,7 @@ std::string durationText(std::uint64_t microseconds) {
     if (seconds >= minute) {
         return std::to_string(seconds / minute) + " min " + two(seconds % minute) + " s";
     }
-    return fixed(static_cast<double>(microseconds) / static_cast<double>(second), 1) + " s";
+    return decimalWords(static_cast<double>(microseconds) / static_cast<double>(second), 1) + " s";
 }
 
 std::string row(const std::string& share, const std::string& cores, const std::string& time,
@@ -74,14 +68,15 @@ std::string row(const std::string& share, const std::string& cores, const std::s
 
 std::string applicationsText(const ProcessorPage& page) {
     constexpr std::size_t most = 20;
-    std::string text = row("share", "cores", "since start", "application");
+    std::string text =
+        row(words("page_SHARE"), words("page_CORES"), words("page_SINCESTART"), words("page_APPLICATION"));
     std::size_t listed = 0;
     double more = 0;
     std::uint64_t moreTime = 0;
     for (const ProcessorShare& share : page.applications) {
         if (listed < most || share.use.isService) {
-            text += row(percent(share.percent), fixed(share.cores, 1), durationText(share.use.processorTime),
-                        share.use.name);
+            text += row(percent(share.percent), decimalWords(share.cores, 1),
+                        durationText(share.use.processorTime), applicationWords(share.use));
             listed += share.use.isService ? 0 : 1;
         } else {
             more += share.percent;
@@ -89,18 +84,20 @@ std::string applicationsText(const ProcessorPage& page) {
         }
     }
     if (moreTime > 0) {
-        text += row(percent(more), "", durationText(moreTime), "less busy applications");
+        text += row(percent(more), "", durationText(moreTime), words("page_CPUSMALLER"));
     }
-    return text + row(percent(page.others), "", "", "the system, other users, what ended");
+    return text + row(percent(page.others), "", "", words("page_CPUOTHERS"));
 }
 
 } // namespace
 
 std::string processorText(const ProcessorPage& page) {
-    return "CPU: the ring is at " + fixed(page.busy(), 0) + "%, over one second\n\n" +
-           row(percent(page.usage.user), "", "", "user") + row(percent(page.usage.system), "", "", "system") +
-           row(percent(page.usage.nice), "", "", "nice") + row(percent(page.usage.idle), "", "", "idle") +
-           '\n' + processorsText(page) + stateText(page) + '\n' + applicationsText(page);
+    return words("page_CPUHEAD", "share", percentText(page.busy(), 0)) + "\n\n" +
+           row(percent(page.usage.user), "", "", words("page_USER")) +
+           row(percent(page.usage.system), "", "", words("page_SYSTEM")) +
+           row(percent(page.usage.nice), "", "", words("page_NICE")) +
+           row(percent(page.usage.idle), "", "", words("page_IDLE")) + '\n' + processorsText(page) +
+           stateText(page) + '\n' + applicationsText(page);
 }
 
 std::string processorJson(const ProcessorPage& page) {

@@ -4,12 +4,17 @@ _vantor() {
   local current=${COMP_WORDS[COMP_CWORD]} words='' keys
   keys='isInactiveRAMHide isReleasableSTORAGEShow preventCleanRAMFromWidget refreshSeconds chartcolor'
   if ((COMP_CWORD == 1)); then
-    words='ram cpu clean settings --help --version'
+    words='open ram cpu clean settings --help --version'
   elif [[ ${COMP_WORDS[1]} == @(ram|cpu) ]]; then
     words='--json --help'
+  elif [[ ${COMP_WORDS[1]} == open ]]; then
+    words=--help
   elif [[ ${COMP_WORDS[1]} == clean ]]; then
-    words=trash
-    ((COMP_CWORD > 2)) && words='--older-than --dry-run --yes --help'
+    case $COMP_CWORD:${COMP_WORDS[2]} in
+    2:*) words='ram trash' ;;
+    *:ram) words='--dry-run --help' ;;
+    *) words='--older-than --dry-run --yes --help' ;;
+    esac
   elif ((COMP_CWORD == 2)); then
     words='list get set reset describe watch path --help'
   else

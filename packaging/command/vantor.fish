@@ -2,6 +2,7 @@
 set -l keys isInactiveRAMHide isReleasableSTORAGEShow preventCleanRAMFromWidget refreshSeconds chartcolor
 set -l commands list get set reset describe watch path
 complete -c vantor -f
+complete -c vantor -n __fish_use_subcommand -a open -d 'Show the window'
 complete -c vantor -n __fish_use_subcommand -a ram -d 'Show what the RAM ring is made of'
 complete -c vantor -n __fish_use_subcommand -a cpu -d 'Show what the CPU ring is made of'
 complete -c vantor -n __fish_use_subcommand -a clean -d 'Give back what is not needed'
@@ -23,6 +24,7 @@ complete -c vantor -n '__fish_seen_subcommand_from get' -l stored -d 'Fail where
 complete -c vantor -n '__fish_seen_subcommand_from reset' -l all -d 'All of them'
 complete -c vantor -n '__fish_seen_subcommand_from set reset' -l set-aside -d 'Keep a broken file under another name'
 complete -c vantor -n '__fish_seen_subcommand_from clean' -a trash -d 'Empty the trash'
+complete -c vantor -n '__fish_seen_subcommand_from clean' -a ram -d 'Move idle memory to swap'
 complete -c vantor -n '__fish_seen_subcommand_from clean' -l older-than -x -d 'Only what is so many days old'
 complete -c vantor -n '__fish_seen_subcommand_from clean' -l dry-run -d 'List what would be deleted'
 complete -c vantor -n '__fish_seen_subcommand_from clean' -l yes -d 'Do not ask'

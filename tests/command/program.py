@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import plistlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -20,10 +21,10 @@ def check(holds, what):
         wrong.append(what)
 
 
-def run(*arguments, status=0, locale="C.UTF-8", **more):
+def run(*arguments, status=0, locale="C.UTF-8", by=program, **more):
     environment = {"HOME": str(home), "PATH": "/nowhere", "LC_ALL": locale, "LANGUAGE": "de", **more}
-    got = subprocess.run([program, *arguments], env=environment, capture_output=True, text=True, timeout=60)
-    check(got.returncode == status, f"{arguments}: status {got.returncode}, not {status}: {got.stderr}")
+    got = subprocess.run([by, *arguments], env=environment, capture_output=True, text=True, timeout=60)
+    check(status in (None, got.returncode), f"{arguments}: status {got.returncode}, not {status}: {got.stderr}")
     return got
 
 
@@ -112,13 +113,47 @@ with tempfile.TemporaryDirectory() as folder:
     check(sum(parts[part] for part in ("applications", "kernel", "compressed")) == page["used"], f"used: {page}")
     check(any(process["pid"] == os.getpid() for use in page["applications"] for process in use["processes"]),
           "this process is in no application")
-    text = run("ram", locale="de_DE.UTF-8").stdout
+    text = run("ram", locale="C").stdout
     check(text.startswith("RAM: ") and " in all\n" in text and "application\n" in text, f"the page: {text}")
+    german = run("ram", locale="de_DE.UTF-8").stdout
+    check("available" not in german or b"de_DE" not in subprocess.run(["locale", "-a"], capture_output=True).stdout,
+          f"the page in German: {german}")
 
     page = json.loads(run("cpu", "--json").stdout)
     listed = sum(use["percent"] for use in page["applications"]) + page["others"]
     check(abs(page["busy"] + page["idle"] - 100) < 1e-6 and listed >= page["busy"] - 1e-6, f"CPU: {page}")
-    check(run("cpu").stdout.startswith("CPU: the ring is at "), "the CPU page")
+    check(run("cpu", locale="C").stdout.startswith("CPU: the ring is at "), "the CPU page")
+
+    # Without a display the page comes as text. Only the four links are understood, and nothing else reaches a page.
+    cpu, ram = "CPU: the ring is at ", "RAM: "
+    for link, head in (("vantor://action?showCpu", cpu), ("vantor://action?showRam", ram), ("x", ram),
+                       ("VANTOR://action?showCpu", ram), ("vantor://action?showCpu#", ram), ("$(reboot)", ram)):
+        check(run("open", link, locale="C").stdout.startswith(head), f"open {link}")
+    check(run(locale="C").stdout.startswith(ram), "no command")
+
+    # Memory is freed, or it is said why not; by links once a minute at most.
+    said = [run(*words, locale="C", status=None) for words in
+            (["clean", "ram", "--dry-run"], ["clean", "ram"], ["open", "vantor://action?cleanRam"])]
+    check(all(got.returncode in (0, 1) and got.stdout.endswith(".\n") for got in said), f"clean ram: {said}")
+    again = run("open", "vantor://action?cleanRam", locale="C", status=1)
+    check("once a minute" in again.stderr and again.stdout.startswith(ram), f"a second link: {again}")
+    run("open", "vantor://action?showRam", XDG_STATE_HOME="/dev/null")
+    run("open", "vantor://action?cleanRam", XDG_STATE_HOME="/dev/null", status=1)
+
+    # With a display it becomes the program of the window beside it, wherever that is, and hands over one word at most.
+    beside = home / "bin/vantor"
+    beside.parent.mkdir()
+    shutil.copy(program, beside)
+    app = beside.parent / "vantor-app"
+    app.write_text('#!/bin/sh\nprintf "%s|" "$#" "$@"\n')
+    for words, heard in ((["open", "vantor://action?showStorage"], "1|vantor://action?showStorage|"),
+                         (["open", "--", "--demo"], "0|"), (["open", "vantor://action?x"], "0|"), ([], "0|")):
+        app.chmod(0o755)
+        got = run(*words, by=beside, DISPLAY=":nowhere", PATH="/usr/bin").stdout
+        check(got == heard, f"the window heard {got}")
+        app.chmod(0o644)
+        got = run(*words, by=beside, DISPLAY=":nowhere", locale="C").stdout
+        check(got.startswith(ram), f"without the window: {got}")
 
     # The trash is listed, and nothing is deleted by mistake. (Nothing here empties it: volumes have trashes of others.)
     thrown = home / ".local/share/Trash/files/old.txt"
@@ -137,10 +172,10 @@ with tempfile.TemporaryDirectory() as folder:
         check(got.returncode == 3 and "standard output: " in got.stderr, "a full disk")
 
 # Completions and the manual know every command and option, and nothing else.
-commands = ["ram", "cpu", "clean", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
+commands = ["open", "ram", "cpu", "clean", "settings", "list", "get", "set", "reset", "describe", "watch", "path"]
 options = ["--older-than", "--dry-run", "--yes", "--json", "--stored", "--all", "--set-aside"]
 home = pathlib.Path("/nonexistent")
-usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["cpu"], ["clean"], ["clean", "trash"], ["settings"], *(["settings", c] for c in commands[4:])])
+usage = "".join(run(*words, "--help").stdout for words in [[], ["ram"], ["cpu"], ["open"], ["clean"], ["clean", "ram"], ["clean", "trash"], ["settings"], *(["settings", c] for c in commands[5:])])
 for name in ("vantor.bash", "_vantor", "vantor.fish", "vantor.1"):
     text = (packaging / name).read_text().replace("\\-", "-")
     for word in commands + options:
