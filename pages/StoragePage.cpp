@@ -22,8 +22,8 @@ bool isSuggested(const CacheItem& item, std::int64_t now) {
 
 } // namespace
 
-std::optional<StorageFigures> storageFigures() {
-    StorageFigures figures;
+std::optional<VolumeFigures> volumeFigures() {
+    VolumeFigures figures;
     const DiskStatus::Total total = DiskStatus::getTotalAndReservedDiskSpace();
     figures.total = total.total;
     figures.reserved = total.reserved;
@@ -50,7 +50,7 @@ std::optional<StoragePage> storagePage(std::int64_t now, const platform::Disposa
     platform::Disposal& disposal = platform::currentDisposal();
     // First, so that the figures are made of this count.
     platform::ReleasableParts parts = disposal.releasableParts(keepGoing);
-    const std::optional<StorageFigures> figures = storageFigures();
+    const std::optional<VolumeFigures> figures = volumeFigures();
     if (!figures) {
         return std::nullopt;
     }

@@ -11,7 +11,7 @@ namespace vantor {
 
 /// The widget's own figures of the documents' volume, in bytes, asked for at once. The first three parts of a
 /// bar add up to `total`: used, releasable, available.
-struct StorageFigures {
+struct VolumeFigures {
     std::int64_t total = 0;
     std::int64_t used = 0;       ///< what the ring shows, of `total`
     std::int64_t releasable = 0; ///< what the user could give back at once
@@ -24,7 +24,7 @@ struct StorageFigures {
 };
 
 /// Asks the current machine by the widget's own sampler. Absent where the volume does not tell. Any thread.
-[[nodiscard]] std::optional<StorageFigures> storageFigures();
+[[nodiscard]] std::optional<VolumeFigures> volumeFigures();
 
 /// A cache as a row.
 struct CacheRow {
@@ -35,7 +35,7 @@ struct CacheRow {
 
 /// The storage page: what the widget's ring is made of, and what the user could give back. In bytes.
 struct StoragePage {
-    StorageFigures figures;
+    VolumeFigures figures;
     /// The trash, the caches and the rest add up to `figures.releasable`.
     std::int64_t trash = 0; ///< on the documents' volume
     std::vector<CacheRow>
