@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/ToolkitSetup.hpp"
 
+#include "hosts/qt/HostText.hpp"
+#include "hosts/qt/SessionBus.hpp"
+#include "hosts/qt/SingleInstance.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/posix/Environment.hpp"
 
-#include <QCoreApplication>
 #include <QFont>
+#include <QGuiApplication>
 #include <QRawFont>
 #include <QSocketNotifier>
 #include <algorithm>
@@ -72,6 +75,25 @@ void handleRemark(QtMsgType type, const QMessageLogContext& where, const QString
 }
 
 } // namespace
+
+void setEnvironment(bool forPicture) {
+    if (forPicture) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qunsetenv("QT_SCALE_FACTOR"); // the command line alone decides
+        refuseSessionBus();
+    } else {
+        settleSessionBus();
+        makeRoomForToken();
+    }
+    keepDriversOut();
+}
+
+void nameApplication(const char* program) {
+    QGuiApplication::setApplicationName(QString::fromLatin1(program));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Vantor"));
+    QGuiApplication::setDesktopFileName(QString::fromLatin1(program));
+    QGuiApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+}
 
 bool hasDisplay() {
     return std::ranges::any_of(std::array{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"},

@@ -9,6 +9,15 @@ namespace vantor::hosts::qt {
 /// Whether the environment names a display to show a window on.
 [[nodiscard]] bool hasDisplay();
 
+/// Settles what the toolkit and its libraries look up in the environment: for a picture in a file no display,
+/// no scale and no bus, for a window the bus and room for the tokens of later starts. Before the application
+/// object is made and before there are other threads to look.
+void setEnvironment(bool forPicture);
+
+/// The names of a program, its desktop entry's too, and the direction of the user's language. With an
+/// application object.
+void nameApplication(const char* program);
+
 /// Our windows paint themselves in memory: without this the toolkit loads a GL driver of thirty megabytes for
 /// window frames that are never drawn. Before the application object is made.
 void keepDriversOut();

@@ -2,12 +2,11 @@
 #include "hosts/widget/Options.hpp"
 
 #include "hosts/common/HelpFormatter.hpp"
-#include "platform/core/PrintableText.hpp"
+#include "hosts/common/OptionChecks.hpp"
+#include "hosts/qt/PictureFile.hpp"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <iostream>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -16,7 +15,6 @@ namespace vantor::hosts::widget {
 
 namespace {
 
-constexpr double greatestScale = 8;
 constexpr int greatestMargin = 10'000; // pixels
 
 constexpr std::array anchors{"top-left", "top",         "top-right", "left",        "center",
@@ -41,36 +39,15 @@ constexpr std::array windowFlags{
     Flag{"--tray", &Options::tray, "Show a ring in the tray as well, once there is one", nullptr},
     Flag{"--hidden", &Options::hidden, "Start with the ring in the tray alone", nullptr}};
 
-/// The parser's own conversions follow the locale, a command line does not.
-std::optional<double> number(const std::string& text) {
-    double value = 0;
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && last == end ? std::optional(value) : std::nullopt;
-}
-
-std::string checkScale(const std::string& text) {
-    const std::optional<double> scale = number(text);
-    return scale && *scale >= 0.5 && *scale <= greatestScale ? std::string()
-                                                             : "must be a number from 0.5 to 8";
-}
-
 std::string checkPicture(const std::string& name) {
-    return isPicture(name, ".png") || isPicture(name, ".svg") ? std::string()
-                                                              : "must be a file name ending in .png or .svg";
+    return qt::isPicture(name, ".png") || qt::isPicture(name, ".svg")
+               ? std::string()
+               : "must be a file name ending in .png or .svg";
 }
 
 std::string checkMargin(const std::string& text) {
-    const std::optional<double> margin = number(text);
+    const std::optional<double> margin = common::plainNumber(text);
     return margin && *margin >= 0 && *margin <= greatestMargin ? std::string() : "must be a number of pixels";
-}
-
-CLI::Validator oneOf(std::vector<std::string_view> words) {
-    return {[words = std::move(words)](const std::string& word) {
-                return std::ranges::find(words, word) != words.end() ? std::string()
-                                                                     : "\"" + word + "\" is not known";
-            },
-            ""};
 }
 
 /// A command line that is being read.
@@ -85,7 +62,7 @@ public:
         m_app
             .add_option("--autostart", m_autostart,
                         "Start at login, with the other options given here, or no longer")
-            ->check(oneOf({"on", "off"}))
+            ->check(common::oneOf({"on", "off"}))
             ->type_name("on|off")
             ->group(others);
         m_app.set_help_flag("-h,--help", "List the options, and end")->group(others);
@@ -105,7 +82,7 @@ public:
         if (m_compact || m_expanded) {
             m_options.expanded = m_expanded;
         }
-        m_options.scale = number(m_scale).value_or(1);
+        m_options.scale = common::plainNumber(m_scale).value_or(1);
         for (const auto& [choice, word] : appearances) {
             if (m_appearance == word) {
                 m_options.appearance = choice;
@@ -114,7 +91,7 @@ public:
         if (!m_autostart.empty()) {
             m_options.autostart = m_autostart == "on";
         }
-        m_options.margin = static_cast<int>(number(m_margin).value_or(m_options.margin));
+        m_options.margin = static_cast<int>(common::plainNumber(m_margin).value_or(m_options.margin));
         m_options.tray = m_options.tray || m_options.hidden;
         return m_options;
     }
@@ -131,7 +108,7 @@ private:
             ->excludes(small)
             ->group(looks);
         m_app.add_option("--appearance", m_appearance, "Light or dark colours; auto follows the desktop")
-            ->check(oneOf({appearances[0].second, appearances[1].second, appearances[2].second}))
+            ->check(common::oneOf({appearances[0].second, appearances[1].second, appearances[2].second}))
             ->type_name("auto|light|dark")
             ->group(looks);
     }
@@ -143,7 +120,7 @@ private:
                                     ->type_name("FILE")
                                     ->group(pictures);
         m_app.add_option("--scale", m_scale, "Pixels per point in that file, 0.5 to 8; 1 unless given")
-            ->check(CLI::Validator(checkScale, ""))
+            ->check(CLI::Validator(common::scaleProblem, ""))
             ->type_name("N")
             ->needs(snapshot)
             ->group(pictures);
@@ -158,7 +135,7 @@ private:
         m_app
             .add_option("--anchor", m_options.anchor,
                         "Where such a card is under Wayland: top-right, left, center ...")
-            ->check(oneOf({anchors.begin(), anchors.end()}))
+            ->check(common::oneOf({anchors.begin(), anchors.end()}))
             ->type_name("EDGES")
             ->group(windows);
         m_app.add_option("--margin", m_margin, "And how many pixels from there; 24 unless given")
@@ -178,43 +155,14 @@ private:
     CLI::App m_app{"Shows this machine's memory, storage, processor and network on a card.", "vantor-widget"};
 };
 
-/// The exit status of a program that has said all it had to.
-int saidAll(Reader& reader, const CLI::ParseError& what) {
-    if (reader.app().exit(what) == 0 && std::cout.flush()) {
-        return 0;
-    }
-    std::cerr << "vantor-widget: standard output cannot be written\n";
-    return 1;
-}
-
-/// The parser's words for what was wrong, but for the one case that it counts instead of saying.
-std::string complaint(const CLI::ParseError& problem) {
-    std::string text = problem.what();
-    if (dynamic_cast<const CLI::ArgumentMismatch*>(&problem) != nullptr) {
-        text = text.substr(0, text.find(':')) + ": its value is missing";
-    }
-    return platform::printableText(text) + "; see --help";
-}
-
 } // namespace
-
-bool isPicture(std::string_view name, std::string_view ending) {
-    return name.size() > ending.size() &&
-           std::ranges::equal(name.substr(name.size() - ending.size()), ending, [](char a, char b) {
-               return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-           });
-}
 
 std::variant<Options, int> readOptions(int argc, const char* const* argv) {
     Reader reader;
     try {
         reader.app().parse(argc, argv);
     } catch (const CLI::ParseError& problem) {
-        if (problem.get_exit_code() == 0) {
-            return saidAll(reader, problem);
-        }
-        std::cerr << "vantor-widget: " << complaint(problem) << '\n';
-        return 2;
+        return common::endAfter(problem, reader.app());
     }
     return reader.options();
 }

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -33,9 +32,6 @@ struct Options {
 /// Reads a command line. Instead of options the exit status of a program that is done: 0 after --help and
 /// --version, 2 after a line on standard error about an option that cannot be used.
 [[nodiscard]] std::variant<Options, int> readOptions(int argc, const char* const* argv);
-
-/// Whether a file's name has an ending, which is given in small letters.
-[[nodiscard]] bool isPicture(std::string_view name, std::string_view ending);
 
 /// What a window was asked for, as words of a command line and back: for an entry that starts it again, and
 /// for the window that runs already. What is not for a window is left out; words of another kind are absent.

@@ -3,21 +3,19 @@
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/Signals.hpp"
+#include "hosts/common/SilentFolders.hpp"
+#include "hosts/common/SmallMemory.hpp"
 #include "hosts/common/StandardStreams.hpp"
-#include "hosts/qt/HostText.hpp"
-#include "hosts/qt/SessionBus.hpp"
+#include "hosts/qt/AppIcon.hpp"
 #include "hosts/qt/SingleInstance.hpp"
 #include "hosts/qt/ToolkitSetup.hpp"
-#include "hosts/widget/AppIcon.hpp"
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Options.hpp"
-#include "hosts/widget/SilentFolders.hpp"
 #include "hosts/widget/Snapshot.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/core/StandardOutput.hpp"
 
-#include <malloc.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -32,13 +30,6 @@ namespace {
 
 using namespace vantor;
 using namespace vantor::hosts::widget;
-
-/// A few threads that mostly sleep: one arena for all, and freed memory goes back early.
-void keepMemorySmall() {
-    ::mallopt(M_ARENA_MAX, 1);
-    ::mallopt(M_TRIM_THRESHOLD, 128 * 1024);
-    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-}
 
 void say(const std::string& text) {
     std::cerr << "vantor-widget: " << platform::printableText(text, 4096) << std::endl;
@@ -71,39 +62,24 @@ int showWindow(const Options& options) {
         window.heed(optionsFromWords(words).value_or(Options{}));
     });
     window.start();
-    QTimer::singleShot(0, &window, [] { QApplication::setWindowIcon(appIcon()); }); // after the first picture
+    QTimer::singleShot(0, &window,
+                       [] { QApplication::setWindowIcon(hosts::qt::appIcon()); }); // after the first picture
     return QApplication::exec();
 }
 
-/// What the toolkit and its libraries look up in the environment, before there are other threads to look.
-void setEnvironment(const Options& options) {
-    if (options.snapshot) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qunsetenv("QT_SCALE_FACTOR"); // --scale alone decides
-        hosts::qt::refuseSessionBus();
-    } else {
-        hosts::qt::settleSessionBus();
-        hosts::qt::makeRoomForToken();
-    }
-    hosts::qt::keepDriversOut();
-}
-
 int run(const Options& options, int argc, char** argv) {
-    if (const std::optional<std::string> silent = settleFolders()) {
+    if (const std::optional<std::string> silent = hosts::common::settleFolders()) {
         say(*silent + hosts::common::noAnswer);
         return 1;
     }
-    setEnvironment(options);
+    hosts::qt::setEnvironment(options.snapshot.has_value());
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
     [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
     QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("vantor-widget"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Vantor"));
-    QApplication::setDesktopFileName(QStringLiteral("vantor-widget"));
-    QApplication::setLayoutDirection(hosts::qt::isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    hosts::qt::nameApplication("vantor-widget");
     const bool canWrite = hosts::qt::hasFonts();
     if (!canWrite) {
         say("there is no font to write with: each letter is drawn as a box");
@@ -121,7 +97,7 @@ int run(const Options& options, int argc, char** argv) {
 int main(int argc, char** argv) {
     hosts::common::holdClosedStreams();
     hosts::common::letWritesFail();
-    keepMemorySmall();
+    hosts::common::keepMemorySmall();
     platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));
     std::setlocale(LC_ALL, "");
     const std::variant<Options, int> read = readOptions(argc, argv);

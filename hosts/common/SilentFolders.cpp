@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/widget/SilentFolders.hpp"
+#include "hosts/common/SilentFolders.hpp"
 
 #include "hosts/common/HostMachine.hpp"
 #include "platform/posix/UserFolders.hpp"
@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <utility>
 
-namespace vantor::hosts::widget {
+namespace vantor::hosts::common {
 
 namespace {
 
@@ -16,7 +16,7 @@ namespace {
 std::optional<std::string> silentOf(const std::string& folder, const char* below,
                                     std::chrono::milliseconds limit) {
     for (const std::string& each : {folder, folder + '/' + below}) {
-        if (!folder.empty() && !common::answers(each, limit)) {
+        if (!folder.empty() && !answers(each, limit)) {
             return each;
         }
     }
@@ -40,4 +40,4 @@ std::optional<std::string> settleFolders() {
     return std::nullopt;
 }
 
-} // namespace vantor::hosts::widget
+} // namespace vantor::hosts::common

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace vantor::hosts::widget {
+namespace vantor::hosts::common {
 
 /// The toolkit and what it loads (fontconfig, the desktop's themes, the display's key) look into the user's
 /// folders at their own time and wait for a file system that hangs without end. So these are asked before.
@@ -13,4 +13,4 @@ namespace vantor::hosts::widget {
 /// started from here on do without it too. Before other threads run.
 [[nodiscard]] std::optional<std::string> settleFolders();
 
-} // namespace vantor::hosts::widget
+} // namespace vantor::hosts::common

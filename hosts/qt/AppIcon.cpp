@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/widget/AppIcon.hpp"
+#include "hosts/qt/AppIcon.hpp"
 
 #include "AppIconText.hpp"
 
@@ -7,7 +7,7 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
-namespace vantor::hosts::widget {
+namespace vantor::hosts::qt {
 
 QIcon appIcon() {
     QSvgRenderer renderer{QByteArray(appIconText)};
@@ -23,4 +23,4 @@ QIcon appIcon() {
     return icon;
 }
 
-} // namespace vantor::hosts::widget
+} // namespace vantor::hosts::qt

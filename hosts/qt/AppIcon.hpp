@@ -3,10 +3,10 @@
 
 #include <QIcon>
 
-namespace vantor::hosts::widget {
+namespace vantor::hosts::qt {
 
 /// The program's icon in the sizes that title bars and lists of windows show. It is in the program, so that
 /// it is there whether or not the program is installed.
 [[nodiscard]] QIcon appIcon();
 
-} // namespace vantor::hosts::widget
+} // namespace vantor::hosts::qt
