@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/app/AppContent.hpp"
+
+#include "charts/ArcChartStyle.hpp"
+#include "hosts/qt/HostText.hpp"
+
+#include <QHBoxLayout>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace vantor::hosts::app {
+
+namespace {
+
+constexpr std::chrono::seconds demoInterval{2};
+
+/// In the demonstration each look at the clock is one interval later, so that its figures are the same on a
+/// busy machine.
+ProcessorPageSampler::Clock clockFor(bool demo) {
+    if (!demo) {
+        return std::chrono::steady_clock::now;
+    }
+    return [now = std::chrono::steady_clock::time_point()]() mutable { return now += demoInterval; };
+}
+
+std::vector<qt::RingView*> ringsOf(QWidget& top) {
+    std::vector<qt::RingView*> rings;
+    for (Ring* const ring : top.findChildren<Ring*>()) {
+        rings.push_back(&ring->view());
+    }
+    return rings;
+}
+
+} // namespace
+
+AppContent::AppContent(bool demo)
+    : m_demo(demo),
+      m_sampler([this](const Sample& sample) { display(sample); }, clockFor(demo)),
+      m_scroll(new QScrollArea),
+      m_column(new QWidget) {
+    for (std::size_t i = 0; i + 1 < pageCount; ++i) {
+        m_models.at(i) = std::make_shared<ArcChartViewModel>();
+    }
+    m_sidebar = new Sidebar(m_models, [this](PageKind page) { setPage(page); });
+    m_memory = new MemoryPane(m_models[0], !demo);
+    m_processor = new ProcessorPane(m_models[2], !demo);
+    m_settings = new SettingsPane(m_models[0], [this] { refresh(); });
+    m_panes = {m_memory, new QWidget, m_processor, m_settings};
+    auto* const column = new QVBoxLayout(m_column);
+    column->setContentsMargins(0, Grid::margin, 0, Grid::margin);
+    column->setSpacing(0);
+    for (QWidget* const each : m_panes) {
+        each->hide();
+        column->addWidget(each);
+    }
+    column->addStretch();
+    m_scroll->setWidget(m_column);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_column->setAutoFillBackground(false);
+    auto* const line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(m_sidebar);
+    line->addWidget(m_scroll, 1);
+    m_lengths.emplace(*this);
+    m_animator = std::make_unique<qt::RingAnimator>(ringsOf(*this));
+    setPage(PageKind::memory);
+}
+
+AppContent::~AppContent() = default;
+
+void AppContent::setPage(PageKind page) {
+    m_sidebar->entry(page).setChecked(true);
+    if (page == m_page && pane(page)->isVisibleTo(this)) {
+        return;
+    }
+    m_page = page;
+    m_isComplete = false;
+    for (QWidget* const each : m_panes) {
+        each->setVisible(each == pane(page));
+    }
+    m_scroll->verticalScrollBar()->setValue(0);
+    m_settings->follow(m_isSeen && page == PageKind::settings);
+    if (m_pageChanged) {
+        m_pageChanged(page);
+    }
+}
+
+int AppContent::tallness() const {
+    return m_column->layout()->totalHeightForWidth(m_column->width());
+}
+
+void AppContent::refresh() {
+    m_sampler.take(m_page);
+}
+
+void AppContent::pause() {
+    m_sampler.forget();
+}
+
+void AppContent::setSeen(bool seen) {
+    m_isSeen = seen;
+    m_settings->follow(seen && m_page == PageKind::settings);
+}
+
+void AppContent::showRing(PageKind page, const std::optional<double>& fraction) {
+    const auto at = static_cast<std::size_t>(page);
+    auto rings = pane(page)->findChildren<Ring*>() << m_sidebar->entry(page).ring();
+    if (page == PageKind::memory) { // the settings show the same one
+        rings << m_settings->findChildren<Ring*>();
+    }
+    for (Ring* const ring : rings) {
+        ring->view().setHasFigure(fraction.has_value());
+    }
+    if (fraction) {
+        m_models.at(at)->setProgress(*fraction);
+    }
+    m_sidebar->entry(page).setPercentage(fraction ? QString::fromStdString(percentText(*fraction))
+                                                  : QStringLiteral("–"));
+}
+
+void AppContent::display(const Sample& sample) {
+    showRing(PageKind::memory, sample.memory);
+    showRing(PageKind::storage, sample.storage);
+    showRing(PageKind::processor, sample.processor);
+    if (sample.memoryPage) {
+        m_memory->display(*sample.memoryPage);
+    }
+    m_processor->displayMinute(sample.minute);
+    if (sample.processorPage) {
+        m_processor->display(*sample.processorPage);
+    }
+    const bool hasPage = m_page == PageKind::memory      ? sample.memoryPage.has_value()
+                         : m_page == PageKind::processor ? sample.processorPage.has_value()
+                                                         : true;
+    m_isComplete = m_isComplete || hasPage;
+    ++m_samples;
+    fitRoom();
+    m_animator->start();
+}
+
+void AppContent::setLook(const Look& look) {
+    m_look = look;
+    setFont(look.theme.font(TextSize::row));
+    m_lengths->scale(look.theme);
+    m_sidebar->setFixedWidth(std::max(look.pixels(Grid::sidebar), m_sidebar->layout()->sizeHint().width()));
+    fitColumn();
+    update();
+}
+
+/// The cards keep their width in the middle of a wide window.
+void AppContent::fitColumn() {
+    const int room = width() - m_sidebar->width();
+    const int most = m_look.pixels(Grid::column + 2 * Grid::margin);
+    const int side = std::max(m_look.pixels(Grid::margin), (room - most) / 2 + m_look.pixels(Grid::margin));
+    const int margin = m_look.pixels(Grid::margin);
+    m_column->layout()->setContentsMargins(side, margin, side, margin);
+    fitRoom();
+}
+
+/// What is left below the cards is for the list.
+void AppContent::fitRoom() {
+    for (UseList* const list : {&m_memory->list(), &m_processor->list()}) {
+        list->setRoom(height() - 2 * m_look.pixels(Grid::margin) - list->y());
+    }
+}
+
+void AppContent::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fitColumn();
+}
+
+void AppContent::paintEvent(QPaintEvent* event) {
+    QPainter(this).fillRect(event->rect(), m_look.theme.backdrop);
+}
+
+} // namespace vantor::hosts::app

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/app/PageHead.hpp"
+#include "hosts/app/PartsBar.hpp"
+#include "hosts/app/UseList.hpp"
+#include "pages/MemoryPage.hpp"
+
+#include <QWidget>
+
+namespace vantor::hosts::app {
+
+/// The memory page: what the ring is made of, and which applications hold it.
+class MemoryPane final : public QWidget {
+public:
+    MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme);
+
+    void display(const MemoryPage& page);
+    [[nodiscard]] PageHead& head() { return *m_head; }
+    [[nodiscard]] PartsBar& bar() { return *m_bar; }
+    [[nodiscard]] UseList& list() { return *m_list; }
+
+private:
+    void showSwap(const MemoryPage& page);
+    void showApplications(const MemoryPage& page);
+
+    PageHead* m_head;
+    Text* m_swap;
+    Text* m_swapFigure;
+    PartsBar* m_bar;
+    UseList* m_list;
+};
+
+} // namespace vantor::hosts::app

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/app/Sampler.hpp"
+
+#include "metrics/MemoryStatus.hpp"
+#include "pages/StoragePage.hpp"
+#include "platform/time/DispatchQueue.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+#include <utility>
+
+namespace vantor::hosts::app {
+
+namespace {
+
+constexpr std::size_t minuteLength = 31; // samples, two seconds apart, and the one that the first starts at
+
+std::optional<double> fraction(std::int64_t part, std::int64_t whole) {
+    return whole > 0 ? std::optional(static_cast<double>(part) / static_cast<double>(whole)) : std::nullopt;
+}
+
+std::optional<double> memoryFraction() {
+    const std::optional<platform::vm_statistics64> record = getVMStatistics64();
+    if (!record) {
+        return std::nullopt;
+    }
+    const MemoryFigures figures = MemoryStatus::getMemoryStatus(*record);
+    return fraction(std::clamp<std::int64_t>(figures.at("used"), 0, figures.at("total")),
+                    figures.at("total"));
+}
+
+std::optional<double> storageFraction() {
+    const std::optional<VolumeFigures> figures = volumeFigures();
+    return figures ? fraction(figures->used, figures->total) : std::nullopt;
+}
+
+} // namespace
+
+/// What is kept from one sample to the next. One worker at a time has it.
+struct Sampler::Memory {
+    explicit Memory(ProcessorPageSampler::Clock given) : clock(std::move(given)) {}
+
+    Sample sample(PageKind page);
+    void sampleProcessor(Sample& sample, bool asPage);
+
+    std::mutex mutex; // guards the rest
+    ProcessorPageSampler::Clock clock;
+    std::optional<ProcessorPageSampler> processor;
+    std::vector<CpuUsage> minute;
+    bool isFirst = true; // the processor's first figure is of all the time since the machine started
+};
+
+void Sampler::Memory::sampleProcessor(Sample& sample, bool asPage) {
+    CpuUsage usage;
+    if (asPage && processor) {
+        sample.processorPage = processor->page();
+        usage = sample.processorPage->usage;
+    } else {
+        usage = CpuStatus::getCpuUsage();
+        processor.reset();
+        if (asPage) {
+            processor.emplace(clock);
+        }
+    }
+    if (!std::exchange(isFirst, false) && !std::isnan(usage.idle)) {
+        minute.push_back(usage);
+        if (minute.size() > minuteLength) {
+            minute.erase(minute.begin());
+        }
+    }
+    if (!minute.empty()) {
+        sample.processor = (100 - minute.back().idle) / 100;
+    }
+    sample.minute = minute;
+}
+
+Sample Sampler::Memory::sample(PageKind page) {
+    const std::lock_guard lock(mutex);
+    Sample sample;
+    if (page == PageKind::memory) {
+        sample.memoryPage = vantor::memoryPage();
+        sample.memory = sample.memoryPage ? std::optional(sample.memoryPage->fraction()) : std::nullopt;
+    } else {
+        sample.memory = memoryFraction();
+    }
+    sample.storage = storageFraction();
+    sampleProcessor(sample, page == PageKind::processor);
+    return sample;
+}
+
+Sampler::Sampler(Heard heard, ProcessorPageSampler::Clock clock)
+    : m_heard(std::move(heard)),
+      m_memory(std::make_shared<Memory>(std::move(clock))),
+      m_alive(std::make_shared<bool>(true)) {}
+
+Sampler::~Sampler() = default;
+
+void Sampler::take(PageKind page) {
+    if (m_isBusy) {
+        m_next = page;
+    } else {
+        start(page);
+    }
+}
+
+void Sampler::start(PageKind page) {
+    m_isBusy = true;
+    platform::dispatch_async(
+        platform::dispatch_get_global_queue(platform::QOS_CLASS_DEFAULT),
+        [this, page, memory = m_memory, alive = std::weak_ptr(m_alive)] {
+            auto sample = std::make_shared<const Sample>(memory->sample(page));
+            platform::dispatch_async(platform::dispatch_get_main_queue(), [this, sample, alive] {
+                if (alive.expired()) {
+                    return;
+                }
+                m_isBusy = false;
+                if (const std::optional<PageKind> next = std::exchange(m_next, std::nullopt)) {
+                    start(*next);
+                }
+                m_heard(*sample);
+            });
+        });
+}
+
+void Sampler::forget() {
+    m_memory = std::make_shared<Memory>(m_memory->clock);
+}
+
+} // namespace vantor::hosts::app

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "metrics/CpuStatus.hpp"
+#include "pages/MemoryPage.hpp"
+#include "pages/ProcessorPage.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vantor::hosts::app {
+
+enum class PageKind : std::uint8_t { memory, storage, processor, settings };
+inline constexpr std::size_t pageCount = 4;
+
+/// What one look at the machine gave. A fraction is what a ring shows; absent where it cannot be told.
+struct Sample {
+    std::optional<double> memory;
+    std::optional<double> storage;
+    std::optional<double> processor;
+    std::vector<CpuUsage> minute;               ///< of the last minute, the oldest first
+    std::optional<MemoryPage> memoryPage;       ///< only while that page is shown
+    std::optional<ProcessorPage> processorPage; ///< the same; absent at first, until there is an interval
+};
+
+/// Looks at the machine on a worker: at the few figures that the rings need, and at all that the shown page
+/// is made of. A new look waits for the one before. Main thread.
+class Sampler {
+public:
+    using Heard = std::function<void(const Sample&)>;
+
+    /// `heard` hears each sample in a turn of the main loop. `clock` tells how long an interval was.
+    explicit Sampler(Heard heard, ProcessorPageSampler::Clock clock = std::chrono::steady_clock::now);
+    ~Sampler();
+    Sampler(const Sampler&) = delete;
+    Sampler& operator=(const Sampler&) = delete;
+
+    /// Takes a sample for a page. While one is being taken, the wish for another is kept and done after it.
+    void take(PageKind page);
+    /// A pause begins: no share and no minute is to cover it.
+    void forget();
+
+private:
+    struct Memory;
+    void start(PageKind page);
+
+    Heard m_heard;
+    std::shared_ptr<Memory> m_memory; ///< of the worker; shared with one that outlives this
+    std::shared_ptr<bool> m_alive;
+    std::optional<PageKind> m_next;
+    bool m_isBusy = false;
+};
+
+} // namespace vantor::hosts::app
