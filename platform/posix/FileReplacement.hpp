@@ -14,8 +14,8 @@ namespace vantor::platform::posix {
 /// path.
 ///
 /// A regular file is replaced by a new one in the same folder that takes its mode over; a missing one gets
-/// `mode` less the process's umask. Links are followed, but one that belongs to neither this user nor root is
-/// refused, since whoever planted it would choose the file. A device, a pipe, and what a link of /proc
+/// `mode` less the process's umask. Links are followed, but one of another user's is refused, be it a
+/// folder on the way (see `findPlace`). A device, a pipe, and what a link of /proc
 /// stands for, is no file to replace: it is written into, and given up after five seconds in which nobody
 /// reads; a disk is refused. The path must be absolute, and its folder must be there. Names are bytes, in no
 /// encoding. May block as long as a disk does. Any thread.
@@ -23,7 +23,8 @@ namespace vantor::platform::posix {
                                                      mode_t mode = 0600);
 
 /// Makes the folders that lead to a file, as far as they are missing, for this user alone (0700), as the XDG
-/// base directory rules ask. Absent when they are there, else the reason, beginning with the folder.
+/// base directory rules ask; nowhere behind another user's link. Absent when they are there, else the reason,
+/// beginning with the folder.
 [[nodiscard]] std::optional<std::string> makeFoldersTo(const std::string& path);
 
 } // namespace vantor::platform::posix

@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
-"""What programs ask of the system: modest.py PROGRAM... (those that RUNS names).
+"""What programs ask of the system: modest.py [--screen] PROGRAM... (those that RUNS names).
 
 Runs each as a user without any privilege, where this user can become one, and looks through its system calls: nothing
 listens, nothing connects beyond this machine, nothing is executed, no privilege is asked for, and nothing is written
-outside its own folders. A window that stays open may listen on one local socket, by which a second start raises it. It is
-looked at on an X server too, where there is one, without a session bus: the toolkit would start one and leave it behind.
-Leaves with 77 (skipped) where tracing is not allowed."""
+outside its own folders. A window that stays open may listen on one local socket, by which a second start raises it. With
+--screen it is looked at on an X server, without a session bus: the toolkit would start one and leave it behind.
+Leaves with 77 (skipped) where tracing is not allowed, or where there is no X server."""
 import os
 import re
 import shutil
@@ -19,9 +19,9 @@ NOBODY = 65534
 SCREEN = "screen"
 FOLDERS = {"run", ".cache", ".cache/vantor", ".cache/fontconfig", ".local", ".local/state", ".local/state/vantor"}
 SOCKETS = r'sun_path=(@?"/tmp/\.X11-unix/|"/var/run/nscd/socket")'  # whom a window on a screen talks to
-RUNS = {  # what each is started with; None: a window, until it has refreshed itself a few times; SCREEN: on an X server
+RUNS = {  # what each is started with; None: a window, until it has refreshed itself a few times
     "vantor-term": [["--once"]],
-    "vantor-widget": [["--snapshot", "HOME/picture.png"], None, SCREEN],
+    "vantor-widget": [["--snapshot", "HOME/picture.png"], None],
     "vantor-sysinfo": [[]],
     "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"], ["cpu"]],
 }
@@ -55,10 +55,11 @@ def immodest(program, trace, home, sockets, screen):
             yield f"{program} asks for a privilege: {call}"
         if re.search(r"= -1 EPERM", call) and not call.startswith("openat") and "sched" not in call:
             yield f"{program} lacked a privilege: {call}"
-        opened = re.match(r'(open|openat|creat|rename|unlink|mkdir)\(.*?"([^"]*)"', call)
-        written = opened and (opened[1] not in ("open", "openat") or re.search(r"O_(WRONLY|RDWR|CREAT)", call))
-        leads_home = opened and opened[1] == "mkdir" and (home + "/").startswith(opened[2] + "/")  # and is there
-        if written and not leads_home and not opened[2].startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
+        opened = re.match(r'(open|creat|rename|unlink|mkdir)(?:at)?2?\((?:\w+<(.*?)>, )?"([^"]*)"', call)
+        path = opened and os.path.join(opened[2] or "/", opened[3])
+        written = opened and (opened[1] != "open" or re.search(r"O_(WRONLY|RDWR|CREAT)", call))
+        leads_home = opened and opened[1] == "mkdir" and (home + "/").startswith(path + "/")  # and is there
+        if written and not leads_home and not path.startswith((home, "/dev/", "/memfd:")) and "= -1" not in call:
             yield f"{program} writes: {call}"
 
 
@@ -76,7 +77,7 @@ def run(program, arguments, home, display):
     environment = {"HOME": home, "PATH": "/usr/bin:/bin", "LC_ALL": "C.UTF-8", "QT_QPA_PLATFORM": "xcb" if arguments is SCREEN else "offscreen",
                    "XDG_RUNTIME_DIR": home + "/run", "DISPLAY": display}
     words = [word.replace("HOME", home) for word in arguments] if isinstance(arguments, list) else []
-    process = subprocess.Popen(["strace", "-f", "-o", home + "/trace", copy, *words], env=environment, cwd="/",
+    process = subprocess.Popen(["strace", "-f", "-y", "-o", home + "/trace", copy, *words], env=environment, cwd="/",
                                preexec_fn=lower, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
     try:
         if not isinstance(arguments, list):
@@ -101,9 +102,13 @@ def trace_of(home):
 
 
 bad = []
-for program, arguments in [(program, words) for program in sys.argv[1:] for words in RUNS[os.path.basename(program)]]:
-    if arguments is SCREEN and not shutil.which("Xvfb"):
-        continue
+programs = [(program, words) for program in sys.argv[1:] if program != "--screen" for words in RUNS[os.path.basename(program)]]
+if "--screen" in sys.argv:
+    programs = [(program, SCREEN) for program, words in programs if words is None]
+    if not shutil.which("Xvfb"):
+        print("skipped: there is no Xvfb")
+        sys.exit(77)
+for program, arguments in programs:
     with tempfile.TemporaryDirectory() as home:
         os.chmod(home, 0o777)
         os.mkdir(home + "/run", 0o700)

@@ -67,9 +67,21 @@ TEST_F(FileReplacement, FollowsOnlyLinksOfThisUserOrRoot) {
     EXPECT_EQ(entriesIn(m_root + "/real"), 1U);
     fs::create_symlink("turn", m_root + "/turn");
     expectRefused(m_root + "/turn", "Too many levels of symbolic links");
-    if (::lchown((m_root + "/near").c_str(), 12345, 12345) == 0) { // root alone can plant one
+    fs::create_directory_symlink("real", m_root + "/way");
+    EXPECT_EQ(replaceFile(m_root + "/way/../way//file", "newer"), std::nullopt);
+    EXPECT_EQ(fileContent(m_root + "/real/file"), "newer");
+    expectRefused(m_root + "/way/", "Is a directory");
+    expectRefused(m_root + "/turn/file", "Too many levels of symbolic links");
+    const auto give = [this](const char* link) {
+        return ::lchown((m_root + link).c_str(), 12345, 12345) == 0;
+    };
+    if (give("/near") && give("/way")) { // root alone can plant them
         expectRefused(m_root + "/far", "is a link of another user's");
-        EXPECT_EQ(fileContent(m_root + "/real/file"), "new");
+        const std::string refusal = m_root + "/way: is a link of another user's";
+        EXPECT_EQ(replaceFile(m_root + "/way/file", "new"), refusal);
+        EXPECT_EQ(makeFoldersTo(m_root + "/way/deeper/file"), refusal);
+        EXPECT_EQ(entriesIn(m_root + "/real"), 1U);
+        EXPECT_EQ(fileContent(m_root + "/real/file"), "newer");
     }
 }
 
