@@ -64,7 +64,7 @@ void LoopDriver::turn() {
     if (!m_running) {
         return;
     }
-    if (const std::optional<Instant> next = RunLoop::main().nextDeadline()) {
+    if (const std::optional<Instant> next = RunLoop::main().nextDeadline(RunLoop::tolerance)) {
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*next - m_clock());
         // The toolkit's timers count milliseconds in an int: a longer wait is taken in pieces.
         m_deadline.start(

@@ -134,7 +134,7 @@ private:
     [[nodiscard]] timespec untilNext() const {
         Instant next = Instant::max();
         for (const std::optional<Instant>& instant :
-             {RunLoop::main().nextDeadline(), m_nextStep, m_noticeEnd}) {
+             {RunLoop::main().nextDeadline(RunLoop::tolerance), m_nextStep, m_noticeEnd}) {
             next = instant ? std::min(next, *instant) : next;
         }
         if (m_isStale) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/MachineOptions.hpp"
 
+#include "platform/time/DispatchQueue.hpp"
+
 #include <sys/sysinfo.h>
 #include <unistd.h>
 
@@ -29,6 +31,7 @@ std::chrono::nanoseconds MachineOptions::liveClock() {
 }
 
 void MachineOptions::livePause(std::chrono::nanoseconds time) {
+    dispatch_will_wait();
     std::this_thread::sleep_for(time);
 }
 

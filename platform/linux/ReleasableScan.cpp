@@ -2,6 +2,7 @@
 #include "platform/linux/ReleasableScan.hpp"
 
 #include "platform/linux/removal/ReleasableCount.hpp"
+#include "platform/time/DispatchQueue.hpp"
 
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -173,6 +174,7 @@ Releasable ReleasableScan::latest(const VolumeFigures& volume, bool isLocal) {
     }
     state.localVolume = isLocal ? std::optional(volume.identity) : std::nullopt;
     if (isLocal && !std::exchange(state.awaited, true)) { // a run of one report is to know it too
+        dispatch_will_wait();
         state.changed.wait_for(lock, keptWait, [&state] { return state.begun || state.ended; });
     }
     if (isLocal && state.begun && state.paths->isLocal(state.file) && state.keptWatch.changed()) {

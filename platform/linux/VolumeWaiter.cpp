@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/VolumeWaiter.hpp"
 
+#include "platform/time/DispatchQueue.hpp"
+
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -39,6 +41,7 @@ VolumeAnswer VolumeWaiter::ask(const std::string& path) {
     if (m_child.isBusy()) {
         return failed("the volume does not answer");
     }
+    dispatch_will_wait();
     const std::optional<std::string> answer =
         m_child.run([&path] { return encoded(queryVolume(path)); }, limit);
     if (answer) {

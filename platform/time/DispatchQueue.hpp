@@ -23,12 +23,17 @@ inline constexpr long QOS_CLASS_DEFAULT = 0x15;
 DispatchQueue& dispatch_get_main_queue();
 
 /// The global concurrent queue: at most four threads, started when first needed; an idle one costs nothing.
+/// One thread runs what is submitted together; others join in where it waits (`dispatch_will_wait`) or hangs.
 /// The platform's call names a class, of which there is only the default one here. A `Current<DispatchQueue>`
 /// puts another queue in its place, such as a test's, whose blocks run when the test says so.
 DispatchQueue& dispatch_get_global_queue(long qualityOfService);
 
 /// Submits a block and returns at once.
 void dispatch_async(DispatchQueue& queue, WorkItem block);
+
+/// Says, from inside a block of the global queue, that it is going to wait for something slow: blocks behind
+/// it are then run by another thread. Does nothing elsewhere.
+void dispatch_will_wait();
 
 /// A number of its own for each block that a worker of the global queue runs, as asked from inside the block;
 /// 0 elsewhere. It tells whoever answers questions which of them belong to one block.

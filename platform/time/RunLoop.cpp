@@ -8,6 +8,11 @@
 
 namespace vantor::platform {
 
+namespace {
+thread_local bool postsQuietly = false;
+thread_local bool owesWake = false;
+} // namespace
+
 RunLoop& RunLoop::main() {
     // Never destroyed: a worker may still post while the process ends.
     static RunLoop& loop = *new RunLoop;
@@ -62,7 +67,7 @@ void RunLoop::fireDue() {
     std::erase_if(m_timers, [](const auto& timer) { return !timer->isValid(); });
 }
 
-std::optional<Instant> RunLoop::nextDeadline() const {
+std::optional<Instant> RunLoop::nextDeadline(Instant::duration late) const {
     {
         const std::scoped_lock lock(m_mutex);
         if (!m_posted.empty()) {
@@ -75,14 +80,36 @@ std::optional<Instant> RunLoop::nextDeadline() const {
             earliest = timer->fireDate();
         }
     }
-    return earliest;
+    std::optional<Instant> latest = earliest;
+    for (const std::shared_ptr<NSTimer>& timer : m_timers) {
+        if (timer->isValid() && timer->fireDate() - *earliest <= late) {
+            latest = std::max(*latest, timer->fireDate());
+        }
+    }
+    return latest;
 }
 
 void RunLoop::post(WorkItem block) {
     const std::scoped_lock lock(m_mutex);
     m_posted.push_back(std::move(block));
-    if (m_wake) {
+    if (postsQuietly) {
+        owesWake = true;
+    } else if (m_wake) {
         m_wake(); // under the lock, so that a host which takes its handler away is not called afterwards
+    }
+}
+
+void RunLoop::beginQuietPosts() {
+    postsQuietly = true;
+}
+
+void RunLoop::endQuietPosts() {
+    postsQuietly = false;
+    if (std::exchange(owesWake, false)) {
+        const std::scoped_lock lock(m_mutex);
+        if (m_wake) {
+            m_wake();
+        }
     }
 }
 

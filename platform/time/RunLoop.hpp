@@ -43,12 +43,21 @@ public:
     /// runs backwards: an earlier instant counts as the last one.
     void turn(Instant now);
 
+    /// How late a host may serve a timer, so that timers which fall due together cost one wake-up.
+    static constexpr std::chrono::milliseconds tolerance{10};
+
     /// When to call `turn` next: now when blocks are waiting, else when the earliest timer is due, else
-    /// nothing (only a `post` can bring work).
-    [[nodiscard]] std::optional<Instant> nextDeadline() const;
+    /// nothing (only a `post` can bring work). Timers that fall due within `late` after the earliest are
+    /// waited for, so that one turn serves them all.
+    [[nodiscard]] std::optional<Instant> nextDeadline(Instant::duration late = {}) const;
 
     /// Queues a block for the next turn and wakes the host; it runs with what is current here. Any thread.
     void post(WorkItem block);
+
+    /// From here on posts of the calling thread do not wake the host; `endQuietPosts` does, once, if there
+    /// were any. For a thread that posts several blocks in a row.
+    static void beginQuietPosts();
+    void endQuietPosts();
 
     /// Called after each `post` from the posting thread: writes to the host's wake descriptor. Set it before
     /// other threads post; an empty function takes it away.

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cmath>
+#include <future>
 #include <limits>
 #include <memory>
 #include <thread>
@@ -121,11 +122,22 @@ TEST(RunLoop, RestartedTimersWaitAFullIntervalAndTheClockNeverRunsBack) {
     EXPECT_EQ(fired, 1);
 }
 
+TEST(RunLoop, TimersThatFallDueTogetherAreServedTogether) {
+    HandTurnedClock clock;
+    std::vector<std::shared_ptr<NSTimer>> timers;
+    for (const double interval : {1.0, 1.009, 1.018}) {
+        timers.push_back(NSTimer::scheduledTimerWithTimeInterval(
+            interval, [] {}, true));
+    }
+    EXPECT_EQ(RunLoop::main().nextDeadline(), timers[0]->fireDate());
+    EXPECT_EQ(RunLoop::main().nextDeadline(RunLoop::tolerance), timers[1]->fireDate());
+}
+
 TEST(WorkerPool, RunsEveryBlockOffTheMainThreadAndWakesTheHost) {
     HandTurnedClock clock;
     std::atomic<int> ran = 0;
-    std::atomic<int> woken = 0;
-    RunLoop::main().setWakeHandler([&] { ++woken; });
+    std::atomic<int> ranAtLastWake = 0;
+    RunLoop::main().setWakeHandler([&] { ranAtLastWake = ran.load(); });
     {
         WorkerPool pool(3);
         for (int i = 0; i < 100; ++i) {
@@ -137,7 +149,38 @@ TEST(WorkerPool, RunsEveryBlockOffTheMainThreadAndWakesTheHost) {
     }
     RunLoop::main().setWakeHandler({});
     EXPECT_EQ(ran, 100);
-    EXPECT_EQ(woken, 100);
+    EXPECT_EQ(ranAtLastWake, 100);
+}
+
+/// A block that waits, told or untold, holds up neither those behind it nor what came of those before it.
+TEST(WorkerPool, ABlockThatWaitsHoldsNobodyUp) {
+    HandTurnedClock clock;
+    std::atomic<int> woken = 0;
+    RunLoop::main().setWakeHandler([&] { ++woken; });
+    {
+        WorkerPool pool(3);
+        std::promise<void> freed;
+        const auto awaitOthers = [wait = freed.get_future().share()] {
+            EXPECT_EQ(wait.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+        };
+        pool.async([] { dispatch_async(dispatch_get_main_queue(), [] {}); });
+        pool.async([&, awaitOthers] {
+            dispatch_will_wait();
+            EXPECT_GE(woken, 1);
+            awaitOthers();
+        });
+        pool.async(awaitOthers); // says nothing, and is found out
+        std::atomic<bool> isLast = false;
+        while (!isLast.exchange(true)) {
+            pool.async([&] { isLast = false; });
+            const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(150);
+            while (isLast && std::chrono::steady_clock::now() < end) {
+                std::this_thread::yield();
+            }
+        }
+        freed.set_value();
+    }
+    RunLoop::main().setWakeHandler({});
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "platform/linux/user/SuiteWaiter.hpp"
 
 #include "platform/linux/user/SuiteReader.hpp"
+#include "platform/time/DispatchQueue.hpp"
 
 #include <string_view>
 #include <utility>
@@ -34,6 +35,7 @@ SuiteFile decoded(std::string_view answer, const std::string& path) {
 } // namespace
 
 SuiteFile SuiteWaiter::read(const std::string& path) {
+    dispatch_will_wait();
     const std::lock_guard lock(m_mutex);
     const auto now = std::chrono::steady_clock::now();
     if (m_asked && now - *m_asked < fresh && m_latest.path == path) {
