@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QLibrary>
+#include <QPoint>
+#include <QSize>
 #include <QWindow>
 #include <array>
 #include <utility>
@@ -44,6 +46,14 @@ unsigned edgesOf(std::string_view word) {
 bool putOnLayer(QWindow& window, Layer layer, unsigned edges, int margin) {
     static const PutOnLayer function = isWayland() ? loadedFunction() : nullptr;
     return function != nullptr && function(&window, layer == Layer::aboveWindows, edges, margin);
+}
+
+QPoint placeOnLayer(const QSize& window, const QSize& screen, unsigned edges, int margin) {
+    const auto along = [&](int size, int room, unsigned first, unsigned last) {
+        return (edges & first) != 0 ? margin : (edges & last) != 0 ? room - margin - size : (room - size) / 2;
+    };
+    return {along(window.width(), screen.width(), Edge::left, Edge::right),
+            along(window.height(), screen.height(), Edge::top, Edge::bottom)};
 }
 
 } // namespace vantor::hosts::qt

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+class QPoint;
+class QSize;
 class QWindow;
 
 /// Cards that a Wayland compositor keeps above or below the windows (wlr-layer-shell, on wlroots and KWin),
@@ -27,5 +29,8 @@ inline constexpr unsigned right = 8;
 /// False where the compositor knows no layers, or the program was built without them: then nothing has
 /// changed.
 [[nodiscard]] bool putOnLayer(QWindow& window, Layer layer, unsigned edges, int margin);
+
+/// Where a window on a layer is on its screen, as long as no panel takes room of the screen.
+[[nodiscard]] QPoint placeOnLayer(const QSize& window, const QSize& screen, unsigned edges, int margin);
 
 } // namespace vantor::hosts::qt

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/qt/PaintNow.hpp"
 
+#include "hosts/qt/WindowPlace.hpp"
+
 #include <QBackingStore>
 #include <QImage>
 #include <QWidget>
@@ -30,24 +32,28 @@ bool isCovered(const QWidget& widget, QRect area) {
 
 } // namespace
 
-bool paintNow(QWidget& widget, const QRect& area, const std::function<void(QImage&)>& draw) {
+bool paintNow(QWidget& widget, const QRect& area, const FrameDrawing& draw) {
     const QWidget* top = widget.window();
     QBackingStore* const store = widget.backingStore();
     QWindow* const handle = top->windowHandle();
     if (store == nullptr || handle == nullptr || !handle->isExposed() || isCovered(widget, area)) {
         return false;
     }
-    // No region: asked for one, the toolkit waits until the X server has read what was last sent of it, which
-    // costs a round trip a frame. What a late server shows instead is the end of a ring one frame on.
-    store->beginPaint({});
+    const QRect inWindow = area.translated(widget.mapTo(top, QPoint()));
+    // Asked for a region, the toolkit waits until the X server has read what was last sent of it, which costs
+    // a round trip a frame. What a late server shows instead is the end of a ring one frame on. Elsewhere it
+    // has several images of a window and must be told what one of them has ahead of the others.
+    store->beginPaint(isX11() ? QRegion() : QRegion(inWindow));
     auto* const image = dynamic_cast<QImage*>(store->paintDevice());
     const bool drawn = image != nullptr && image->depth() == 32;
     if (drawn) {
-        draw(*image);
+        const double ratio = image->devicePixelRatio();
+        draw(*image,
+             QRectF(QPointF(inWindow.topLeft()) * ratio, QSizeF(inWindow.size()) * ratio).toAlignedRect());
     }
     store->endPaint();
     if (drawn) {
-        store->flush(area.translated(widget.mapTo(top, QPoint())));
+        store->flush(inWindow);
     }
     return drawn;
 }

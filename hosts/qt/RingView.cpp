@@ -130,8 +130,8 @@ bool RingView::moveOn(Instant now) {
     }
     const double before = std::exchange(arcs.front().endAngle.radians, end);
     const double lineWidth = std::get<StrokeLayer>(m_layers[m_motion->stroke]).lineWidth;
-    const QRect area = pixels(endArea(arcs.front(), lineWidth, before, end));
-    if (!paintNow(*this, area, [&](QImage& window) { paintFrame(window, before, end); })) {
+    const QRect area = pixels(endArea(arcs.front(), lineWidth, before, end)) & rect();
+    if (!paintNow(*this, area, [&](QImage& window, const QRect& part) { paintFrame(window, part, end); })) {
         update(area);
     }
     if (isLast) {
@@ -174,7 +174,7 @@ RingPicture RingView::pictureWithout(std::optional<std::size_t> stroke, const QP
     return picture;
 }
 
-void RingView::paintFrame(QImage& window, double oldEnd, double newEnd) {
+void RingView::paintFrame(QImage& window, const QRect& area, double end) {
     std::optional<RingPicture>& still = m_motion->still;
     const double ratio = window.devicePixelRatio();
     const QPointF origin = QPointF(mapTo(this->window(), QPoint())) * ratio;
@@ -183,7 +183,7 @@ void RingView::paintFrame(QImage& window, double oldEnd, double newEnd) {
     }
     const auto& stroke = std::get<StrokeLayer>(m_layers[m_motion->stroke]);
     if (const std::optional<RoundArc> arc = still->arcOnDevice(stroke, m_theme)) {
-        arc->draw(window, arc->areaBetween(oldEnd, newEnd), still->image, still->at, newEnd);
+        arc->draw(window, area, still->image, still->at, end);
     }
 }
 

@@ -68,7 +68,7 @@ private:
     void replace(platform::Layers layers);
     [[nodiscard]] RingPicture pictureWithout(std::optional<std::size_t> stroke, const QPointF& origin,
                                              double pixelRatio) const;
-    void paintFrame(QImage& window, double oldEnd, double newEnd);
+    void paintFrame(QImage& window, const QRect& area, double end);
     void paintPixels(QPainter& painter, const QPointF& origin, double pixelRatio);
     [[nodiscard]] QRect pixels(const QRectF& points) const;
     void repaintAll();

@@ -32,25 +32,6 @@ QPointF RoundArc::pointAt(double angle) const {
     return center + radius * QPointF(std::cos(angle), std::sin(angle));
 }
 
-QRect RoundArc::areaBetween(double oldEnd, double newEnd) const {
-    constexpr int steps = 8; // between two of them an arc of half a turn bulges by less than the margin
-    const QPointF first = pointAt(oldEnd);
-    double left = first.x();
-    double right = left;
-    double top = first.y();
-    double bottom = top;
-    for (int i = 1; i <= steps; ++i) {
-        const QPointF point = pointAt(oldEnd + (newEnd - oldEnd) * i / steps);
-        left = std::min(left, point.x());
-        right = std::max(right, point.x());
-        top = std::min(top, point.y());
-        bottom = std::max(bottom, point.y());
-    }
-    const double margin = halfWidth + 1 + radius / 50;
-    return QRectF(QPointF(left - margin, top - margin), QPointF(right + margin, bottom + margin))
-        .toAlignedRect();
-}
-
 /// How much of a pixel the stroke covers: by how far its middle is within the stroke's edge.
 double RoundArc::coverage(const QPointF& pixel, const Ends& ends) const {
     const QPointF way = pixel - center;

@@ -18,8 +18,6 @@ struct RoundArc {
     double start = 0;
     QColor color;
 
-    /// What changes when the end goes from one angle to another.
-    [[nodiscard]] QRect areaBetween(double oldEnd, double newEnd) const;
     /// Draws `area` of the arc up to `end` over `still`, an image of what lies beneath whose upper left pixel
     /// is the target's pixel `stillAt`. Both have four bytes a pixel and are opaque there.
     void draw(QImage& target, const QRect& area, const QImage& still, const QPoint& stillAt,

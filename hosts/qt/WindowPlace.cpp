@@ -12,6 +12,10 @@ bool isWayland() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
+bool isX11() {
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
 void moveBackTo(QWidget& window, const QPoint& place) {
     if (QGuiApplication::screenAt(place) != nullptr) {
         window.move(place);

@@ -11,6 +11,8 @@ namespace vantor::hosts::qt {
 /// Whether the window system is Wayland, which neither tells a client where its windows are nor lets it move
 /// them.
 [[nodiscard]] bool isWayland();
+/// Whether it is X11.
+[[nodiscard]] bool isX11();
 
 /// Moves a window to a remembered place, if that is still on a screen.
 void moveBackTo(QWidget& window, const QPoint& place);

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QFontInfo>
 #include <QGuiApplication>
+#include <QWindow>
 #include <utility>
 
 namespace vantor::hosts::widget {
@@ -83,6 +84,14 @@ void WidgetMenu::setTheme(const qt::Theme& theme) {
     QFont font = QGuiApplication::font();
     font.setPixelSize(theme.pixels(QFontInfo(font).pixelSize() / qt::desktopTextScale()));
     setFont(font);
+}
+
+/// The toolkit's own bounds are those of a screen whose upper left corner it takes the window's for.
+void WidgetMenu::showEvent(QShowEvent* event) {
+    if (m_place) {
+        windowHandle()->setProperty("_q_waylandPopupAnchorRect", QRect(*m_place, QSize(1, 1)));
+    }
+    QMenu::showEvent(event);
 }
 
 void WidgetMenu::refresh() {

@@ -3,6 +3,7 @@
 
 #include <QMenu>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -36,7 +37,13 @@ public:
     /// With a ring in the tray the menu begins with an entry that shows the window and hides it.
     void offerShowing(bool offered, std::function<void()> toggled = {});
     void setTheme(const qt::Theme& theme);
+    /// Where under Wayland its upper left corner is to be, in the window's coordinates, when it is next
+    /// shown; absent: where the compositor has room for it.
+    void standAt(std::optional<QPoint> place) { m_place = place; }
     void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     QAction* addPress(QAbstractButton& button);
@@ -47,6 +54,7 @@ private:
     const std::vector<Toggle> m_toggles;
     std::vector<std::pair<QAction*, QAbstractButton*>> m_presses;
     std::vector<QAction*> m_switches; // one for each toggle
+    std::optional<QPoint> m_place;
     QAction* m_show = nullptr;
     QAction* m_showLine = nullptr;
 };

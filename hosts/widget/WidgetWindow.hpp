@@ -64,6 +64,8 @@ private:
     void setUpFrame();
     void setLevel(bool onTop, bool onDesktop);
     void takeLevel();
+    [[nodiscard]] unsigned layerEdges() const;
+    void popUpMenu(QPoint at);
     void setTray(bool wanted);
     void showTrayRing();
     void toggleShown();

@@ -10,7 +10,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QWindow>
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -23,7 +25,7 @@ void WidgetWindow::paintEvent(QPaintEvent* event) {
 }
 
 void WidgetWindow::contextMenuEvent(QContextMenuEvent* event) {
-    m_menu.popup(event->globalPos());
+    popUpMenu(event->pos());
 }
 
 /// With a ring in the tray the window only steps back; without its panel nobody could get at it any more.
@@ -37,6 +39,28 @@ void WidgetWindow::closeEvent(QCloseEvent* event) {
     }
 }
 
+unsigned WidgetWindow::layerEdges() const {
+    return qt::edgesOf(m_options.anchor.empty() ? "top-right" : m_options.anchor);
+}
+
+/// At a point of this window. Where a layer's window is on its screen the toolkit is not told, and not every
+/// compositor keeps its menus there.
+void WidgetWindow::popUpMenu(QPoint at) {
+    if (m_isOnLayer) {
+        const QRect room = screen()->geometry();
+        const QPoint place = qt::placeOnLayer(size(), room.size(), layerEdges(), m_options.margin);
+        const QSize menu = m_menu.sizeHint();
+        const auto within = [](int first, int size, int whole) {
+            return std::max(0, std::min(first, whole - size));
+        };
+        at = QPoint(within(place.x() + at.x(), menu.width(), room.width()),
+                    within(place.y() + at.y(), menu.height(), room.height())) -
+             place;
+    }
+    m_menu.standAt(m_isOnLayer ? std::optional(at) : std::nullopt);
+    m_menu.popup(mapToGlobal(at));
+}
+
 /// What the toolkit has no words for, while the window is made and not yet on screen.
 void WidgetWindow::takeLevel() {
     if (qt::isWayland()) {
@@ -44,8 +68,7 @@ void WidgetWindow::takeLevel() {
         m_isOnLayer =
             wants && qt::putOnLayer(*windowHandle(),
                                     m_options.onTop ? qt::Layer::aboveWindows : qt::Layer::belowWindows,
-                                    qt::edgesOf(m_options.anchor.empty() ? "top-right" : m_options.anchor),
-                                    m_options.margin);
+                                    layerEdges(), m_options.margin);
         if (wants && !m_isOnLayer && !std::exchange(m_toldOfLevels, true)) {
             std::cerr
                 << "vantor-widget: an ordinary window: to keep it above or below others needs a Wayland "
@@ -111,7 +134,7 @@ void WidgetWindow::keyPressEvent(QKeyEvent* event) {
         close();
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         const QWidget* const at = focusWidget() != nullptr ? focusWidget() : &card();
-        m_menu.popup(at->mapToGlobal(at->rect().center()));
+        popUpMenu(at->mapTo(this, at->rect().center()));
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -112,7 +112,9 @@ TEST(Paint, AFrameLeavesWhatAWholePaintingWould) {
         const std::optional<RoundArc> arc = still.arcOnDevice(strokeOf(next), theme);
         ASSERT_TRUE(arc);
         const auto angle = [&](double part) { return arc->start + part * 1.5 * pi; };
-        arc->draw(frame, arc->areaBetween(angle(shown), angle(next)), still.image, still.at, angle(next));
+        const QRectF area =
+            endArea(strokeOf(next).path.arcs.front(), strokeOf(next).lineWidth, angle(shown), angle(next));
+        arc->draw(frame, area.toAlignedRect(), still.image, still.at, angle(next));
         RingPicture whole({}, 1, {side, side}, theme, {});
         whole.add(at(next), theme);
         EXPECT_EQ(frame, whole.image) << shown << " to " << next;
