@@ -48,6 +48,7 @@ function(vantor_program name)
   target_link_libraries(${name} PRIVATE vantor-options ${ARG_USES} ${ARG_LINKS})
   target_compile_definitions(${name} PRIVATE VANTOR_VERSION="${PROJECT_VERSION}")
   add_dependencies(programs ${name})
+  set_property(GLOBAL APPEND PROPERTY VANTOR_PROGRAMS ${name})
   install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()
 

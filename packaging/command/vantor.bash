@@ -11,7 +11,7 @@ _vantor() {
     words=--help
   elif [[ ${COMP_WORDS[1]} == clean ]]; then
     case $COMP_CWORD:${COMP_WORDS[2]} in
-    2:*) words='ram trash' ;;
+    2:*) words='ram trash --help' ;;
     *:ram) words='--dry-run --help' ;;
     *) words='--older-than --dry-run --yes --help' ;;
     esac
@@ -26,13 +26,14 @@ _vantor() {
       3:*) words=$keys ;;
       4:is* | 4:prevent*) words='true false' ;;
       4:chartcolor) words=automatic ;;
-      5:*) words=--set-aside ;;
       esac
+      [[ $current == -* || $COMP_CWORD == 5 ]] && words=--set-aside
       ;;
     reset) words="$keys --all --set-aside" ;;
     describe) words=$keys ;;
     watch) words="$keys --json" ;;
     esac
+    [[ $current == -* ]] && words+=' --help'
   fi
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
