@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/records/TickScale.hpp"
 #include "platform/linux/user/SuiteReader.hpp"
 
 #include <benchmark/benchmark.h>

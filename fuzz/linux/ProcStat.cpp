@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Fuzz.hpp"
-#include "platform/linux/TickScale.hpp"
 #include "platform/linux/figures/TickAccount.hpp"
+#include "platform/linux/records/TickScale.hpp"
 
 using namespace vantor::platform;
 using namespace vantor::platform::linux;

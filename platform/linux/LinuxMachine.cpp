@@ -1,25 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxMachine.hpp"
 
+#include "platform/linux/records/PageCounts.hpp"
 #include "platform/linux/user/UserDirs.hpp"
 
-#include <algorithm>
-#include <limits>
 #include <system_error>
 #include <utility>
 
 namespace vantor::platform::linux {
-
-namespace {
-
-constexpr std::uint64_t mostPages = std::numeric_limits<std::uint32_t>::max();
-
-/// Bytes as whole pages, in the 32 bits that the record's words have.
-std::uint32_t pages(std::uint64_t bytes, std::uint64_t pageSize) {
-    return static_cast<std::uint32_t>(std::min(bytes / pageSize, mostPages));
-}
-
-} // namespace
 
 LinuxMachine::LinuxMachine(Options options)
     : m_options(std::move(options)),
@@ -42,18 +30,8 @@ void LinuxMachine::startReleasableScan(ScanPace pace) {
     m_volume.count(*m_releasable);
 }
 
-/// The system's page size, doubled until the installed memory is no more pages than a count can hold: 4 KiB
-/// up to 16 TiB, then 8 KiB.
-std::uint64_t LinuxMachine::pageSizeFor(std::uint64_t total) const {
-    std::uint64_t size = m_options.pageSize;
-    while (total / size > mostPages) {
-        size *= 2;
-    }
-    return size;
-}
-
 kern_return_t LinuxMachine::hostPageSize(std::uint64_t& size) {
-    size = pageSizeFor(m_memory.total());
+    size = pageSizeFor(m_memory.total(), m_options.pageSize);
     return KERN_SUCCESS;
 }
 
@@ -62,15 +40,7 @@ kern_return_t LinuxMachine::hostVirtualMemory(vm_statistics64& record) {
     if (!figures) {
         return KERN_FAILURE;
     }
-    const std::uint64_t size = pageSizeFor(figures->total);
-    const auto count = [size](std::uint64_t bytes) { return pages(bytes, size); };
-    record = vm_statistics64{};
-    record.free_count = count(figures->free);
-    record.active_count = count(figures->active);
-    record.inactive_count = count(figures->inactive);
-    record.wire_count = count(figures->wired);
-    record.purgeable_count = count(figures->purgeable);
-    record.compressor_page_count = count(figures->compressed);
+    record = pageCounts(*figures, pageSizeFor(figures->total, m_options.pageSize));
     return KERN_SUCCESS;
 }
 

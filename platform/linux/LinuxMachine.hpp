@@ -45,8 +45,6 @@ public:
     std::vector<SourceFailure> failures() override;
 
 private:
-    [[nodiscard]] std::uint64_t pageSizeFor(std::uint64_t total) const;
-
     const Options m_options;
     FailureBoard m_failures;
     MemoryReader m_memory;

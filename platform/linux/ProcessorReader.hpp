@@ -3,9 +3,9 @@
 
 #include "platform/linux/FailureBoard.hpp"
 #include "platform/linux/MachineOptions.hpp"
-#include "platform/linux/TickScale.hpp"
 #include "platform/linux/figures/TickAccount.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/records/TickScale.hpp"
 #include "platform/machine/HostStatistics.hpp"
 
 #include <mutex>

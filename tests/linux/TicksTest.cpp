@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Load.hpp"
 #include "TreeMachine.hpp"
-#include "platform/linux/TickScale.hpp"
 #include "platform/linux/figures/TickAccount.hpp"
+#include "platform/linux/records/TickScale.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/TickScale.hpp"
+#include "platform/linux/records/TickScale.hpp"
 
 #include "platform/linux/figures/TickAccount.hpp"
 
