@@ -25,7 +25,7 @@ for file in "${files[@]}"; do
   esac
 done
 
-# Below the hosts and outside the Linux machine only the standard library's headers are known.
+# Below the hosts and outside the Linux machine and the network only the standard library's headers are known.
 standard=' algorithm any array atomic bit cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale cmath
  compare complex concepts condition_variable csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cwchar deque exception
  filesystem fstream functional future initializer_list iomanip ios iosfwd iostream istream iterator latch limits list locale map
@@ -36,7 +36,7 @@ standard=${standard//$'\n'/}
 while IFS=: read -r file header; do
   [[ $standard == *" $header "* ]] || breach "$file: <$header> is no header of the standard library"
 done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller pages actions sysinfo --include='*.?pp' |
-  grep -vE '^(platform/linux|platform/posix|sysinfo/program)/' |
+  grep -vE '^(platform/linux|platform/posix|platform/remote/fetch|sysinfo/program)/' |
   grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^sysinfo/SystemValues/RecordingText.cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
 
@@ -48,7 +48,7 @@ grep -rnE '#include ("platform/(linux/(kernel/[^TA]|[^fk])|posix)|<(sys/|unistd|
 # The calls of a system are written with a leading "::". Two files need POSIX: the zone's offset from universal time, and
 # numbers from text in the C locale.
 grep -rnE '(^|[^A-Za-z0-9_>:])::[a-z]' platform logging settings metrics charts controller pages actions sysinfo --include='*.?pp' |
-  grep -vE '^platform/(linux|posix)/|^sysinfo/program/|^platform/foundation/(DateText|ParseDouble).cpp:|::operator ' &&
+  grep -vE '^platform/(linux|posix|remote/fetch)/|^sysinfo/program/|^platform/foundation/(DateText|ParseDouble).cpp:|::operator ' &&
   breach "only platform/linux, platform/posix and hosts call the system"
 
 grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller pages actions sysinfo hosts &&

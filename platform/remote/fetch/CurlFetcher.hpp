@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/remote/fetch/CurlTransfer.hpp"
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <unordered_map>
+#include <vector>
+
+namespace vantor::platform::remote {
+
+/// Asks with libcurl: one thread, one multi handle, connections kept open between questions; at most 32 of
+/// them, two to one host.
+class CurlFetcher final : public Fetcher {
+public:
+    /// The library must have been opened.
+    explicit CurlFetcher(const CurlLibrary& library);
+    ~CurlFetcher() override;
+
+    void fetch(FetchRequest request, Done done) override;
+
+private:
+    struct Question {
+        FetchRequest request;
+        Done done;
+    };
+
+    void run();
+    void begin(Question question);
+    void finishEnded();
+    [[nodiscard]] bool takeQuestions(std::vector<Question>& questions);
+
+    CurlLibrary m_library;
+    CURLM* m_multi;
+    std::mutex m_mutex;
+    std::vector<Question> m_questions; ///< not begun
+    bool m_isEnding = false;
+    std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers; ///< the thread's own
+    std::thread m_thread;
+};
+
+} // namespace vantor::platform::remote

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "platform/remote/fetch/CurlTransfer.hpp"
+
+#include "platform/core/PrintableText.hpp"
+#include "platform/remote/fetch/NodeAddress.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace vantor::platform::remote {
+
+namespace {
+
+constexpr std::size_t mostHeaderBytes = 65536;
+constexpr int mostRedirects = 3;
+
+bool isRedirect(long status) {
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(const CurlLibrary& library, FetchRequest request, Fetcher::Done done)
+    : m_library(library), m_request(std::move(request)), m_done(std::move(done)), m_easy(library.easyInit()) {
+    if (m_easy != nullptr) {
+        setUp();
+    }
+}
+
+CurlTransfer::~CurlTransfer() {
+    if (m_easy != nullptr) {
+        m_library.easyCleanup(m_easy);
+    }
+    m_library.slistFreeAll(m_headers);
+}
+
+void CurlTransfer::setUp() {
+    const auto set = [this](CURLoption option, auto value) { m_library.easySetopt(m_easy, option, value); };
+    set(CURLOPT_PRIVATE, static_cast<void*>(this));
+    set(CURLOPT_URL, m_request.url.c_str());
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_FOLLOWLOCATION, 0L);
+    set(CURLOPT_PROXY, ""); // the address that was named, not what the environment puts in between
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_USERAGENT, "vantor");
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(m_request.patience.count()));
+    set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(m_request.patience.count()));
+    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::takeBody);
+    set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
+    set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    if (!m_request.accept.empty()) {
+        m_headers = m_library.slistAppend(m_headers, ("Accept: " + m_request.accept).c_str());
+        set(CURLOPT_HTTPHEADER, m_headers);
+    }
+    if (!m_request.form.empty()) {
+        set(CURLOPT_POSTFIELDSIZE, static_cast<long>(m_request.form.size()));
+        set(CURLOPT_POSTFIELDS, m_request.form.c_str());
+    }
+}
+
+std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer) {
+    auto& self = *static_cast<CurlTransfer*>(transfer);
+    const std::size_t length = size * count;
+    if (length > self.m_request.mostBytes - self.m_answer.body.size()) {
+        self.m_isTooLarge = true;
+        return 0; // anything but the length ends the exchange
+    }
+    self.m_answer.body.append(bytes, length);
+    return length;
+}
+
+std::size_t CurlTransfer::takeHeader(char* /*bytes*/, std::size_t size, std::size_t count, void* transfer) {
+    auto& self = *static_cast<CurlTransfer*>(transfer);
+    self.m_headerBytes += size * count;
+    self.m_isTooLarge = self.m_isTooLarge || self.m_headerBytes > mostHeaderBytes;
+    return self.m_isTooLarge ? 0 : size * count;
+}
+
+int CurlTransfer::systemError() const {
+    long number = 0;
+    m_library.easyGetinfo(m_easy, CURLINFO_OS_ERRNO, &number);
+    return static_cast<int>(number);
+}
+
+/// In words that name what somebody can mend; never the address, which the host tells beside it.
+std::string CurlTransfer::problemOf(CURLcode code) const {
+    switch (code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+        return "the name cannot be resolved";
+    case CURLE_COULDNT_CONNECT:
+        return systemError() == ECONNREFUSED ? "connection refused" : "cannot be reached";
+    case CURLE_OPERATION_TIMEDOUT:
+        return "no whole answer in time";
+    case CURLE_PARTIAL_FILE:
+    case CURLE_GOT_NOTHING:
+    case CURLE_RECV_ERROR:
+        return "the answer ended early";
+    case CURLE_PEER_FAILED_VERIFICATION:
+        return "its certificate is not trusted";
+    case CURLE_SSL_CONNECT_ERROR:
+        return "no TLS there";
+    case CURLE_WRITE_ERROR:
+    case CURLE_BAD_CONTENT_ENCODING:
+        return m_isTooLarge ? "the answer is too large" : "the answer cannot be unpacked";
+    default:
+        return printableText(m_library.easyStrerror(code), 128);
+    }
+}
+
+/// Whether there is more to do: a server may point to another path of its own. Credentials and questions stay
+/// on the origin that was named.
+bool CurlTransfer::redirect() {
+    const char* target = nullptr;
+    m_library.easyGetinfo(m_easy, CURLINFO_REDIRECT_URL, &target);
+    if (target == nullptr || originOf(target) != originOf(m_request.url)) {
+        fail("it points to another address, which is not followed");
+        return false;
+    }
+    if (++m_redirects > mostRedirects) {
+        fail("it points from one page to the next");
+        return false;
+    }
+    m_request.url = target;
+    m_answer = FetchAnswer();
+    m_headerBytes = 0;
+    m_library.easySetopt(m_easy, CURLOPT_URL, m_request.url.c_str());
+    return true;
+}
+
+bool CurlTransfer::ended(CURLcode code) {
+    if (code != CURLE_OK) {
+        // A header's end is a WRITE_ERROR as well, or an error of its own in newer versions.
+        m_answer.wasRefused = code == CURLE_COULDNT_CONNECT && systemError() == ECONNREFUSED;
+        fail(m_isTooLarge ? problemOf(CURLE_WRITE_ERROR) : problemOf(code));
+        return false;
+    }
+    long status = 0;
+    m_library.easyGetinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
+    if (isRedirect(status)) {
+        return redirect();
+    }
+    const char* type = nullptr;
+    m_library.easyGetinfo(m_easy, CURLINFO_CONTENT_TYPE, &type);
+    m_answer.status = static_cast<int>(status);
+    m_answer.contentType = type != nullptr ? type : "";
+    m_answer.taken = std::chrono::steady_clock::now().time_since_epoch();
+    m_done(std::move(m_answer));
+    return false;
+}
+
+void CurlTransfer::fail(std::string problem) {
+    FetchAnswer answer;
+    answer.wasRefused = m_answer.wasRefused;
+    answer.problem = std::move(problem);
+    answer.taken = std::chrono::steady_clock::now().time_since_epoch();
+    m_done(std::move(answer));
+}
+
+} // namespace vantor::platform::remote

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/remote/fetch/CurlLibrary.hpp"
+#include "platform/remote/fetch/Fetcher.hpp"
+
+#include <string>
+
+namespace vantor::platform::remote {
+
+/// One exchange, of one easy handle. The bounds are kept as bytes come in: libcurl's own limit does not hold
+/// for answers that do not tell their length or that unpack to more.
+class CurlTransfer {
+public:
+    CurlTransfer(const CurlLibrary& library, FetchRequest request, Fetcher::Done done);
+    ~CurlTransfer();
+    CurlTransfer(const CurlTransfer&) = delete;
+    CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+    /// Null where libcurl has no memory.
+    [[nodiscard]] CURL* handle() const { return m_easy; }
+
+    /// Takes up how the handle ended. True where it is to be added once more: the server pointed elsewhere on
+    /// its own origin. Anything else is told to whoever asked.
+    [[nodiscard]] bool ended(CURLcode code);
+    void fail(std::string problem);
+
+private:
+    static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer);
+    static std::size_t takeHeader(char* bytes, std::size_t size, std::size_t count, void* transfer);
+
+    void setUp();
+    [[nodiscard]] std::string problemOf(CURLcode code) const;
+    [[nodiscard]] bool redirect();
+    [[nodiscard]] int systemError() const;
+
+    const CurlLibrary& m_library;
+    FetchRequest m_request;
+    Fetcher::Done m_done;
+    FetchAnswer m_answer;
+    CURL* m_easy = nullptr;
+    curl_slist* m_headers = nullptr;
+    std::size_t m_headerBytes = 0;
+    bool m_isTooLarge = false;
+    int m_redirects = 0;
+};
+
+} // namespace vantor::platform::remote

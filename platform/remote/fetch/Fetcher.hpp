@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vantor::platform::remote {
+
+/// What is asked of another machine, and what may be spent on it.
+struct FetchRequest {
+    std::string url;
+    std::string form = {};                        ///< the body of a POST, already encoded; empty: a GET
+    std::string accept = {};                      ///< the header; empty: anything
+    std::size_t mostBytes = std::size_t{8} << 20; ///< of the body, unpacked
+    std::chrono::milliseconds patience{5000};     ///< for the whole exchange
+};
+
+/// What came of it.
+struct FetchAnswer {
+    int status = 0;          ///< HTTP's; 0 where the exchange was not whole
+    std::string contentType; ///< as the server says, unchecked; empty where it does not
+    std::string body;
+    std::string problem; ///< why there is no whole answer, in English and printable; empty where there is one
+    bool wasRefused = false;          ///< nobody listens there
+    std::chrono::nanoseconds taken{}; ///< when the answer was whole, on the steady clock
+};
+
+/// Asks other machines. No call waits for the network.
+class Fetcher {
+public:
+    /// Runs once for each request, on the fetcher's own thread: it may take its time over the answer (to
+    /// parse it), but must not wait. Requests that are under way when the fetcher goes are dropped.
+    using Done = std::function<void(FetchAnswer)>;
+
+    Fetcher() = default;
+    virtual ~Fetcher() = default;
+    Fetcher(const Fetcher&) = delete;
+    Fetcher& operator=(const Fetcher&) = delete;
+
+    /// Any thread.
+    virtual void fetch(FetchRequest request, Done done) = 0;
+};
+
+/// A fetcher on libcurl, which is opened here and nowhere before: a run that names no other machine loads
+/// and connects to nothing. Null, with the reason in English in `problem`, where there is no libcurl.
+[[nodiscard]] std::unique_ptr<Fetcher> openFetcher(std::string& problem);
+
+} // namespace vantor::platform::remote

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/remote/readings/Reading.hpp"
+
+namespace vantor::platform::remote {
+
+/// The volume that will be full first: the fullest of those that hold a person's or a service's data. None of
+/// them is in memory, another machine's, an image, part of starting the machine, read-only, or one that the
+/// node could not ask. Without any, what is mounted at "/", as in a container. Null where that has no size
+/// either. Points into the reading. Pure.
+[[nodiscard]] const NodeVolume* fullestVolume(const Reading& reading);
+
+/// How much of it cannot be written by a user, 0 to 1. The volume has a size and something available.
+[[nodiscard]] double usedShare(const NodeVolume& volume);
+
+} // namespace vantor::platform::remote
