@@ -11,7 +11,7 @@
 namespace vantor::hosts::qt {
 
 /// Moves all rings with one timer. A frame comes when the fastest ring's end has a device pixel to go,
-/// never more often than twenty times a second, and not at all where there is nothing to see: at rest, off
+/// never more often than fifteen times a second, and not at all where there is nothing to see: at rest, off
 /// screen or with motion switched off.
 class RingAnimator {
 public:

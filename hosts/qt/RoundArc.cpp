@@ -56,13 +56,33 @@ void RoundArc::draw(QImage& target, const QRect& area, const QImage& still, cons
     const Ends ends{pointAt(start), pointAt(end), end - start > std::numbers::pi, inner * inner,
                     outer * outer};
     for (int y = place.top(); y <= place.bottom(); ++y) {
-        auto* const to = reinterpret_cast<QRgb*>(target.scanLine(y));
-        const auto* const from = reinterpret_cast<const QRgb*>(still.constScanLine(y - stillAt.y()));
-        for (int x = place.left(); x <= place.right(); ++x) {
-            const QRgb below = from[x - stillAt.x()];
-            const double share = coverage(QPointF(x + 0.5, y + 0.5), ends) * opacity;
-            to[x] = share > 0 ? mixed(below, color.rgb(), share) : below;
+        auto* const row = reinterpret_cast<QRgb*>(target.scanLine(y));
+        if (&target != &still) {
+            const auto* const from = reinterpret_cast<const QRgb*>(still.constScanLine(y - stillAt.y()));
+            std::copy_n(from + place.left() - stillAt.x(), place.width(), row + place.left());
         }
+        const double height = y + 0.5 - center.y();
+        const double reach = ends.farthest - height * height;
+        if (opacity <= 0 || reach <= 0) {
+            continue;
+        }
+        // Where the row crosses the ring, and nowhere within it.
+        const double far = std::sqrt(reach);
+        const double near = std::sqrt(std::max(ends.nearest - height * height, 0.0));
+        const auto pixel = [](double x) { return static_cast<int>(std::floor(x)); };
+        const int middle = pixel(center.x());
+        const int leftEnd = std::min(pixel(center.x() - near), middle);
+        const int rightBegin = std::max(pixel(center.x() + near), middle + 1);
+        const auto paint = [&](int first, int last) {
+            for (int x = std::max(first, place.left()); x <= std::min(last, place.right()); ++x) {
+                const double share = coverage(QPointF(x + 0.5, y + 0.5), ends) * opacity;
+                if (share > 0) {
+                    row[x] = mixed(row[x], color.rgb(), share);
+                }
+            }
+        };
+        paint(pixel(center.x() - far), leftEnd);
+        paint(rightBegin, pixel(center.x() + far));
     }
 }
 

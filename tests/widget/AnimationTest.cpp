@@ -50,7 +50,7 @@ TEST_F(Animation, FramesComeAsOftenAsTheFastestEndNeeds) {
     EXPECT_GT(m_animator->interval(), 300ms);
     send(0.1);
     m_animator->start();
-    EXPECT_EQ(m_animator->interval(), 50ms); // never faster than the eye
+    EXPECT_EQ(m_animator->interval(), 67ms); // never faster than the eye
 }
 
 TEST_F(Animation, TheEndIsOnItsWayAndThenThere) {
