@@ -5,6 +5,7 @@
 #include "hosts/command/CleanMemory.hpp"
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/Interruption.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/PageText.hpp"
 #include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostViewer.hpp"
@@ -13,7 +14,6 @@
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
-#include <cstdio>
 #include <ctime>
 #include <iostream>
 #include <limits>
@@ -43,20 +43,23 @@ std::string itemsText(std::size_t items) {
 
 void list(const EmptyTrash& trash) {
     constexpr std::size_t width = 10;
+    std::string text;
     for (const platform::TrashItem& item : trash.items()) {
         const std::string note = !item.identity    ? "  (only a note is left)"
                                  : item.isExpunged ? "  (deleted already, not yet given back)"
                                                    : "";
-        std::puts((atRight(bytesText(item.bytes), width) + "  " + item.origin + note).c_str());
+        text += atRight(bytesText(item.bytes), width) + "  " + item.origin + note + '\n';
     }
-    std::puts(
-        (atRight(bytesText(trash.bytes()), width) + "  in all, " + itemsText(trash.items().size())).c_str());
+    print(text + atRight(bytesText(trash.bytes()), width) + "  in all, " + itemsText(trash.items().size()) +
+          '\n');
 }
 
 bool isWanted(const EmptyTrash& trash) {
-    std::printf("Delete %s, %s, for good? [y/N] ", itemsText(trash.items().size()).c_str(),
-                bytesText(trash.bytes()).c_str());
-    std::fflush(stdout);
+    print("Delete " + itemsText(trash.items().size()) + ", " + bytesText(trash.bytes()) +
+          ", for good? [y/N] ");
+    if (printError() != 0) {
+        return false; // nobody saw what it is about
+    }
     std::string answer;
     std::getline(std::cin, answer);
     return answer == "y" || answer == "Y" || answer == "yes";
@@ -72,7 +75,7 @@ int emptyNow(const EmptyTrash& trash) {
     if (result.gained) {
         text += " " + bytesText(*result.gained) + " more are available now.";
     }
-    std::puts(text.c_str());
+    print(text + '\n');
     return result.problems.empty() && trash.problems().empty() ? done : refused;
 }
 
@@ -94,7 +97,7 @@ int cleanTrash(const Arguments& arguments) {
     if (trash.items().empty()) {
         const bool isKnown = trash.problems().empty();
         if (isKnown) {
-            std::puts(before ? "Nothing in the trash is that old." : "The trash is empty.");
+            print(before ? "Nothing in the trash is that old.\n" : "The trash is empty.\n");
         }
         return isKnown ? nothingThere : refused;
     }
@@ -105,7 +108,7 @@ int cleanTrash(const Arguments& arguments) {
         return trash.problems().empty() ? done : refused;
     }
     if (!arguments.yes && !isWanted(trash)) {
-        std::puts("Nothing was deleted.");
+        print("Nothing was deleted.\n");
         return nothingThere;
     }
     return emptyNow(trash);

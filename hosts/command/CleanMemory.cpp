@@ -4,12 +4,12 @@
 #include "actions/ActionWords.hpp"
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/Interruption.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/common/HostViewer.hpp"
 #include "hosts/common/HostWorkload.hpp"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <memory>
 
 namespace vantor::hosts::command {
@@ -20,11 +20,11 @@ int cleanMemory(bool dryRun) {
     const FreeUpMemory action(keepGoing);
     const bool isPossible = action.refusal() == FreeUpRefusal::none;
     if (dryRun || !isPossible) {
-        std::puts(freeUpOffer(action).c_str());
+        print(freeUpOffer(action) + '\n');
         return isPossible ? done : action.refusal() == FreeUpRefusal::notTold ? refused : nothingThere;
     }
     const MemoryFreed freed = action.run(keepGoing);
-    std::puts(freeUpResult(freed).c_str());
+    print(freeUpResult(freed) + '\n');
     if (freed.end == FreeUpEnd::refused) {
         return refused;
     }

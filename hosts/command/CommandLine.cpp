@@ -4,13 +4,16 @@
 #include "hosts/command/CleanCommand.hpp"
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/OpenCommand.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/PageCommand.hpp"
 #include "hosts/command/SettingsCommand.hpp"
+#include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
-#include <cstdio>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -53,7 +56,9 @@ Action parseCommandLine(int count, const char* const* arguments) {
     try {
         app.parse(count, arguments);
     } catch (const CLI::Success& wish) { // --help and --version
-        app.exit(wish);
+        std::ostringstream text;
+        app.exit(wish, text, text);
+        print(text.str());
         return [] { return done; };
     } catch (const CLI::ParseError& mistake) {
         complain(whatIsWrong(app, mistake) + "\nvantor --help tells what there is.");
@@ -69,7 +74,7 @@ void complain(const std::string& what) {
         line += platform::printableText(what.substr(start, end - start), 4096) + '\n';
         start = end + 1;
     }
-    std::fputs(line.c_str(), stderr);
+    common::writeUnhurried(STDERR_FILENO, line);
 }
 
 } // namespace vantor::hosts::command

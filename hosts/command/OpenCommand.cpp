@@ -4,6 +4,7 @@
 #include "hosts/command/AppWindow.hpp"
 #include "hosts/command/CleanMemory.hpp"
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/PageCommand.hpp"
 #include "hosts/common/FreeUpByLink.hpp"
 #include "settings/DeepLink.hpp"
@@ -11,7 +12,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 
 namespace vantor::hosts::command {
@@ -24,8 +24,7 @@ int printInstead(const DeepLink::Target& target) {
     if (!target.cleansRam) {
         return status;
     }
-    std::puts("");
-    std::fflush(stdout);
+    print("\n");
     if (!common::mayFreeUpByLink()) {
         complain("a link may free memory once a minute; it was less than that ago.");
         return nothingThere;

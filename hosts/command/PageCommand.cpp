@@ -3,6 +3,7 @@
 
 #include "hosts/command/ExitStatus.hpp"
 #include "hosts/command/MemoryOutput.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/ProcessorOutput.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
@@ -11,7 +12,6 @@
 #include <CLI/CLI.hpp>
 
 #include <chrono>
-#include <cstdio>
 #include <memory>
 #include <thread>
 
@@ -37,7 +37,7 @@ int ram(bool asJson) {
     if (!page) {
         return refused;
     }
-    std::fputs((asJson ? memoryJson(*page) : memoryText(*page)).c_str(), stdout);
+    print(asJson ? memoryJson(*page) : memoryText(*page));
     return isSound ? done : refused;
 }
 
@@ -46,7 +46,7 @@ int cpu(bool asJson) {
     std::this_thread::sleep_for(std::chrono::seconds(1)); // what the shares are of
     const ProcessorPage page = sampler.page();
     const bool isSound = complainAbout(platform::Source::processor);
-    std::fputs((asJson ? processorJson(page) : processorText(page)).c_str(), stdout);
+    print(asJson ? processorJson(page) : processorText(page));
     return isSound ? done : refused;
 }
 

@@ -2,6 +2,7 @@
 #include "hosts/command/SettingsCommand.hpp"
 
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/SettingsOutput.hpp"
 #include "hosts/command/SettingsWatch.hpp"
 #include "hosts/common/HostViewer.hpp"
@@ -10,7 +11,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -52,7 +52,7 @@ int list(const Arguments& arguments) {
             text += settingLine(state);
         }
     }
-    std::fputs((arguments.json ? text + "]\n" : text).c_str(), stdout);
+    print(arguments.json ? text + "]\n" : text);
     return complainAboutStore(states) ? done : refused;
 }
 
@@ -67,7 +67,7 @@ int get(const Arguments& arguments) {
     if (arguments.stored && !states.front().isStored) {
         return isUsable ? nothingThere : refused;
     }
-    std::puts(states.front().text().c_str());
+    print(states.front().text() + '\n');
     return isUsable ? done : refused;
 }
 
@@ -133,7 +133,7 @@ int describe(const Arguments& arguments) {
             text += (text.empty() ? "" : "\n") + settingDescription(setting);
         }
     }
-    std::fputs(text.c_str(), stdout);
+    print(text);
     return done;
 }
 
@@ -148,7 +148,7 @@ int path(const Arguments& /*arguments*/) {
         complain("there is no home folder for the preferences");
         return refused;
     }
-    std::puts(file.c_str());
+    print(file + '\n');
     return done;
 }
 

@@ -3,6 +3,7 @@
 
 #include "hosts/command/CommandLine.hpp"
 #include "hosts/command/ExitStatus.hpp"
+#include "hosts/command/Output.hpp"
 #include "hosts/command/SettingsOutput.hpp"
 #include "hosts/common/FileWatch.hpp"
 #include "hosts/common/HostMachine.hpp"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 
 namespace vantor::hosts::command {
 
@@ -27,9 +27,9 @@ void waitFor(int number, int milliseconds) {
     (void)::poll(&entry, 1, milliseconds);
 }
 
-bool print(const SettingState& state, bool asJson) {
-    std::fputs(asJson ? (settingJson(state) + '\n').c_str() : settingLine(state).c_str(), stdout);
-    return std::fflush(stdout) == 0;
+bool printLine(const SettingState& state, bool asJson) {
+    print(asJson ? settingJson(state) + '\n' : settingLine(state));
+    return printError() == 0;
 }
 
 } // namespace
@@ -51,7 +51,7 @@ int watchSettings(const std::vector<const Setting*>& wanted, bool asJson) {
         for (std::size_t i = 0; i < now.size(); ++i) {
             const bool changed = now[i].text() != last[i].text() || now[i].isStored != last[i].isStored;
             const bool isWanted = wanted.empty() || std::ranges::count(wanted, now[i].setting) > 0;
-            if (changed && isWanted && !print(now[i], asJson)) {
+            if (changed && isWanted && !printLine(now[i], asJson)) {
                 return done; // main tells what is wrong with standard output
             }
         }

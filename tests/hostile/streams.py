@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Standard streams that are closed, full, stalled, non-blocking or without a reader: streams.py SYSINFO [WIDGET].
+"""Standard streams that are closed, full, stalled, non-blocking or without a reader: streams.py VANTOR SYSINFO [WIDGET].
 
 No number of theirs ever becomes another file's or connection's, a window heeds its signals whatever becomes of its log,
 a picture is made, and a page waits for a slow reader, ends quietly without one and says what else became of it."""
@@ -15,6 +15,7 @@ import time
 PATIENCE = 20  # seconds; a program that hangs does so for good
 # A colour that cannot be decoded: the window logs that at each report, from the first on.
 STORE = b'<plist version="1.0"><dict><key>chartcolor</key><data>AAAA</data></dict></plist>'
+PAGES = (["ram"], ["settings", "list"], ["--help"])  # of VANTOR, which ends with 3 where standard output fails; SYSINFO with 1
 STATES = ("closed", "full", "stalled", "non-blocking", "broken", "as usual")
 problems, tried = [], 0
 
@@ -112,9 +113,9 @@ def snapshot(program, home, states):
     os.remove(picture)
 
 
-def page(program, home, states):
-    process, streams = start([program], home, states)
-    allowed = {"closed": (1,), "full": (1,), "as usual": (0,), "broken": (0, 1, -signal.SIGPIPE)}.get(states[1], (0,))
+def page(command, failure, home, states):
+    process, streams = start(command, home, states)
+    allowed = {"closed": (failure,), "full": (failure,), "as usual": (0,), "broken": (0, 1, -signal.SIGPIPE)}.get(states[1], (0,))
     if streams[1].reader is not None and states[1] != "broken":  # a slow reader: it comes late, and reads all
         time.sleep(0.2)
         os.set_blocking(streams[1].reader, False)
@@ -129,18 +130,20 @@ def page(program, home, states):
         except BlockingIOError:
             pass
         if not text.lstrip(b"x"):
-            problems.append(f"the page is lost: {states}")
+            problems.append(f"the page is lost: {command} {states}")
     finish(process, streams, states, allowed)
 
 
-def keeps(what, command, path):
+def keeps(what, command, path, old=b"old"):
     """Beyond the size that files may have, the old file stays and the program says why."""
-    with open(path, "w", encoding="ascii") as file:
-        file.write("old")
-    done = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False, env={"QT_QPA_PLATFORM": "offscreen", "HOME": "/"},
-                          preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (10, 10)))
-    with open(path, encoding="latin-1") as file:
-        if file.read() != "old" or done.returncode not in (1, 2) or b"File too large" not in done.stderr:
+    with open(path, "wb") as file:
+        file.write(old)
+    with open(path + ".output", "wb") as output:
+        done = subprocess.run(command, stdout=output if what == "page" else subprocess.DEVNULL, stderr=subprocess.PIPE, timeout=PATIENCE, check=False,
+                              env={"QT_QPA_PLATFORM": "offscreen", "HOME": "/", "VANTOR_SUITE_FILE": path},
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (10, 10)))
+    with open(path, "rb") as file:
+        if file.read() != old or done.returncode not in (1, 2, 3) or b"File too large" not in done.stderr:
             problems.append(f"{what}: {done.returncode}, {done.stderr}")
 
 
@@ -150,12 +153,16 @@ with tempfile.TemporaryDirectory() as folder:
     rows = [["as usual"] * stream + [state] + ["as usual"] * (2 - stream) for stream in range(3) for state in STATES[:-1]]
     rows += [[state] * 3 for state in STATES]
     for row in rows:
-        page(sys.argv[1], folder, row)
+        page([sys.argv[2]], 1, folder, row)
+        for words in PAGES:
+            page([sys.argv[1], *words], 3, folder, row)
         for each in (window, snapshot):
-            for widget in sys.argv[2:]:
+            for widget in sys.argv[3:]:
                 each(widget, folder, row)
-    keeps("recording", [sys.argv[1], "--no-gpu", "--record", folder + "/r"], folder + "/r")
-    for widget in sys.argv[2:]:
+    keeps("preferences", [sys.argv[1], "settings", "set", "refreshSeconds", "7"], folder + "/p", STORE)
+    keeps("page", [sys.argv[1], "ram"], folder + "/p")
+    keeps("recording", [sys.argv[2], "--no-gpu", "--record", folder + "/r"], folder + "/r")
+    for widget in sys.argv[3:]:
         keeps("picture", [widget, "--demo", "--snapshot", folder + "/p.png"], folder + "/p.png")
 print(f"{tried} starts", *problems, sep="\n")
 sys.exit(1 if problems else 0)
