@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "HandTurnedQueue.hpp"
 #include "TestTree.hpp"
 #include "platform/linux/workload/ApplicationId.hpp"
 #include "platform/linux/workload/DesktopEntry.hpp"
@@ -108,11 +109,7 @@ protected:
     }
     /// name: memory/swap/processes and seconds of processor time, in the order of their names.
     std::string applications() {
-        LinuxWorkload workload({.tree = KernelTree(m_tree.root().string()),
-                                .user = ::getuid(),
-                                .ticksPerSecond = 100,
-                                .entryFolders = {(m_tree.root() / "entries").string()}});
-        std::vector<ApplicationUse> uses = workload.applications();
+        std::vector<ApplicationUse> uses = m_workload.applications();
         std::ranges::sort(uses, {}, &ApplicationUse::name);
         std::string text;
         for (const ApplicationUse& use : uses) {
@@ -123,6 +120,10 @@ protected:
         return text;
     }
     const TestTree m_tree;
+    LinuxWorkload m_workload{{.tree = KernelTree(m_tree.root().string()),
+                              .user = ::getuid(),
+                              .ticksPerSecond = 100,
+                              .entryFolders = {(m_tree.root() / "entries").string()}}};
 };
 
 TEST_F(WorkloadTest, CountsByGroupWhereEachApplicationHasOne) {
@@ -182,6 +183,35 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     EXPECT_EQ(applications(), expected) << "where nothing counts as local, a child reads the entries";
     m_tree.write("proc/self/mountinfo", "1 0 0:1 / / rw - tmpfs x rw\n");
     EXPECT_EQ(applications(), expected);
+}
+
+TEST_F(WorkloadTest, CountsSharedPagesByPartsWhereSomebodyGoesOnAsking) {
+    HandTurnedQueue queue;
+    const auto kilobytes = [this] {
+        const std::string text = applications();
+        return std::stol(text.substr(text.find(": ") + 2)) / 1024;
+    };
+    for (int number = 20; number < 27; ++number) { // one application of seven processes
+        process(number, number == 20 ? 10 : 20, 10, "app", "", 1000 + number);
+        m_tree.write("proc/" + std::to_string(number) + "/smaps_rollup",
+                     "5500-7fff ---p 00000000 00:00 0 [rollup]\nRss: 5 kB\nPss: 9 kB\nPss_Anon: 100 kB\n"
+                     "Pss_File: 7 kB\nPss_Shmem: 1 kB\nSwapPss: 0 kB\n");
+    }
+    process(10, 1, 10, "session", "", 0);
+    fs::remove_all(m_tree.root() / "proc/10");
+    const long whole = 7 * 1000 + 20 + 21 + 22 + 23 + 24 + 25 + 26 + 7;
+    EXPECT_EQ(kilobytes(), whole);
+    EXPECT_EQ(queue.waiting(), 0U); // a single look costs nothing more
+    EXPECT_EQ(kilobytes(), whole);
+    queue.drain();
+    EXPECT_EQ(kilobytes(), 5 * 101 + 2 * 1000 + 20 + 21 + 2); // the five largest
+    fs::remove(m_tree.root() / "proc/21/smaps_rollup");       // as where it may not be read
+    queue.drain();
+    EXPECT_EQ(kilobytes(), 6 * 101 + 1000 + 21 + 1);
+    process(26, 20, 10, "app", "", 1036); // it grew by ten since
+    EXPECT_EQ(kilobytes(), 6 * 101 + 10 + 1000 + 21 + 1);
+    process(26, 20, 10, "app", "", 50);
+    EXPECT_EQ(kilobytes(), 5 * 101 + 1000 + 21 + 1); // by more than its part
 }
 
 } // namespace

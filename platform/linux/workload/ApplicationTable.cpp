@@ -69,7 +69,8 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
         }
         ApplicationUse& use = application(id.empty() ? m_entries.idStarting(program) : id, program, false);
         for (const int number : members) {
-            const ProcessMemory memory = readProcessMemory(m_tree, number);
+            const ProcessMemory memory =
+                m_memory.of(number, loose.at(number).start, readProcessMemory(m_tree, number));
             use.memory += memory.memory;
             use.swap += memory.swap;
             use.processorTime += loose.at(number).ticks * 1'000'000 / m_ticksPerSecond;

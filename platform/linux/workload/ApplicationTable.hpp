@@ -4,6 +4,7 @@
 #include "platform/linux/workload/DesktopEntries.hpp"
 #include "platform/linux/workload/GroupReader.hpp"
 #include "platform/linux/workload/ProcessReader.hpp"
+#include "platform/linux/workload/ProportionalMemory.hpp"
 #include "platform/machine/Workload.hpp"
 
 #include <map>
@@ -16,8 +17,9 @@ namespace vantor::platform::linux {
 /// else by the program that started them.
 class ApplicationTable {
 public:
-    ApplicationTable(const KernelTree& tree, DesktopEntries& entries, std::uint64_t ticksPerSecond)
-        : m_tree(tree), m_entries(entries), m_ticksPerSecond(ticksPerSecond) {}
+    ApplicationTable(const KernelTree& tree, DesktopEntries& entries, ProportionalMemory& memory,
+                     std::uint64_t ticksPerSecond)
+        : m_tree(tree), m_entries(entries), m_memory(memory), m_ticksPerSecond(ticksPerSecond) {}
 
     [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups,
                                                    const std::map<int, ProcessStat>& processes);
@@ -29,6 +31,7 @@ private:
 
     const KernelTree& m_tree;
     DesktopEntries& m_entries;
+    ProportionalMemory& m_memory;
     std::uint64_t m_ticksPerSecond;
     std::map<std::string, ApplicationUse> m_table; ///< by id or name
 };

@@ -6,6 +6,7 @@
 #include "platform/linux/workload/ProcessReader.hpp"
 #include "platform/linux/workload/ProcessorStateReader.hpp"
 #include "platform/linux/workload/WorkText.hpp"
+#include "platform/time/DispatchQueue.hpp"
 
 namespace vantor::platform::linux {
 
@@ -27,8 +28,15 @@ std::optional<SwapSpace> LinuxWorkload::swapSpace() {
 
 std::vector<ApplicationUse> LinuxWorkload::applications() {
     const std::lock_guard lock(m_mutex);
-    return ApplicationTable(m_options.tree, m_entries, m_options.ticksPerSecond)
-        .make(readGroups(m_options.tree, m_options.user), readProcesses(m_options.tree, m_options.user));
+    m_memory->beginRound();
+    std::vector<ApplicationUse> uses =
+        ApplicationTable(m_options.tree, m_entries, *m_memory, m_options.ticksPerSecond)
+            .make(readGroups(m_options.tree, m_options.user), readProcesses(m_options.tree, m_options.user));
+    if (m_memory->wantsCount()) {
+        dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT),
+                       [memory = m_memory] { memory->countFew(); });
+    }
+    return uses;
 }
 
 } // namespace vantor::platform::linux

@@ -3,6 +3,7 @@
 
 #include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/workload/DesktopEntries.hpp"
+#include "platform/linux/workload/ProportionalMemory.hpp"
 #include "platform/machine/Workload.hpp"
 #include "platform/posix/UserFolders.hpp"
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -27,12 +29,15 @@ struct WorkloadOptions {
 };
 
 /// What runs on the Linux machine: control groups where the desktop makes one for each application, else
-/// processes, whose memory is then their anonymous and shared pages, so that pages which several processes
-/// have in common count for each of them. Any thread.
+/// processes, whose memory is then their anonymous and shared pages. Pages which several processes have in
+/// common count for each of them at first; where somebody goes on asking, the global queue's workers count
+/// them by parts, a few processes with each question. Any thread.
 class LinuxWorkload final : public Workload {
 public:
     explicit LinuxWorkload(WorkloadOptions options = {})
-        : m_options(std::move(options)), m_entries(m_options.entryFolders, m_options.tree) {}
+        : m_options(std::move(options)),
+          m_entries(m_options.entryFolders, m_options.tree),
+          m_memory(std::make_shared<ProportionalMemory>(m_options.tree)) {}
 
     std::optional<Pressure> memoryPressure() override;
     std::optional<Pressure> processorPressure() override;
@@ -44,6 +49,7 @@ private:
     const WorkloadOptions m_options;
     std::mutex m_mutex; // guards m_entries
     DesktopEntries m_entries;
+    const std::shared_ptr<ProportionalMemory> m_memory; ///< which workers may outlive this with
 };
 
 } // namespace vantor::platform::linux

@@ -128,6 +128,15 @@ ProcessMemory parseProcessMemory(std::string_view status) {
             kibibytes(status, "VmSwap:").value_or(0)};
 }
 
+std::optional<ProcessMemory> parseProportionalMemory(std::string_view rollup) {
+    const std::optional<std::uint64_t> anonymous = kibibytes(rollup, "Pss_Anon:");
+    if (!anonymous) {
+        return std::nullopt;
+    }
+    return ProcessMemory{*anonymous + kibibytes(rollup, "Pss_Shmem:").value_or(0),
+                         kibibytes(rollup, "SwapPss:").value_or(0)};
+}
+
 std::vector<ProcessorTicks> parseProcessorTicks(std::string_view stat) {
     std::vector<ProcessorTicks> processors;
     while (const std::optional<Line> line = takeLine(stat)) {

@@ -46,6 +46,10 @@ struct ProcessMemory {
 /// A kernel thread has none of these lines, and no memory.
 [[nodiscard]] ProcessMemory parseProcessMemory(std::string_view status);
 
+/// The lines Pss_Anon, Pss_Shmem and SwapPss of /proc/PID/smaps_rollup; absent without the first, as before
+/// Linux 5.4.
+[[nodiscard]] std::optional<ProcessMemory> parseProportionalMemory(std::string_view rollup);
+
 /// The lines cpu0, cpu1, … of /proc/stat. Guests' time is in the user's already, as the kernel counts it.
 [[nodiscard]] std::vector<ProcessorTicks> parseProcessorTicks(std::string_view stat);
 
