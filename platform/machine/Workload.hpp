@@ -50,6 +50,20 @@ struct ApplicationUse {
     std::vector<ProcessIdentity> processes = {};
 };
 
+/// One process of an application.
+struct ProcessUse {
+    ProcessIdentity identity = {};
+    std::uint64_t memory = 0; ///< bytes, with all of what it shares
+    std::uint64_t swap = 0;   ///< bytes
+};
+
+/// More about an application than a list asks for.
+struct ApplicationDetail {
+    std::vector<ProcessUse> processes = {}; ///< the largest first
+    /// The most bytes that it held since it started, with cache; absent where nobody kept that.
+    std::optional<std::uint64_t> peak = {};
+};
+
 /// A processor's time since boot, in the kernel's ticks.
 struct ProcessorTicks {
     std::uint64_t busy = 0;
@@ -77,6 +91,8 @@ public:
     virtual std::optional<SwapSpace> swapSpace() = 0;
     /// This user's applications, in no order.
     virtual std::vector<ApplicationUse> applications() = 0;
+    /// What is behind a listed one; processes that have ended meanwhile are left out.
+    virtual ApplicationDetail detail(const ApplicationUse& application) = 0;
 };
 
 /// The workload that a `Current<Workload>` has put in place. Without one: fatal.

@@ -67,6 +67,19 @@ std::vector<ApplicationUse> SimulatedWork::applications() {
     return answer(WorkQuery::applications, [](SimulatedWorkState& state) { return state.applications; });
 }
 
+ApplicationDetail SimulatedWork::detail(const ApplicationUse& application) {
+    return answer(WorkQuery::process, [&](SimulatedWorkState& state) {
+        ApplicationDetail detail;
+        const std::uint64_t parts = std::max<std::uint64_t>(application.processes.size(), 1);
+        for (const ProcessIdentity& process : application.processes) {
+            if (state.processes.contains(process.number)) {
+                detail.processes.push_back({process, application.memory / parts, application.swap / parts});
+            }
+        }
+        return detail;
+    });
+}
+
 std::optional<MemoryLevel> SimulatedWork::memoryLevel() {
     return answer(WorkQuery::level, [](SimulatedWorkState& state) { return state.level; });
 }

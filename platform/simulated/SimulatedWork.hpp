@@ -51,6 +51,8 @@ public:
     ProcessorState processorState() override;
     std::optional<SwapSpace> swapSpace() override;
     std::vector<ApplicationUse> applications() override;
+    /// Its processes that still run, with equal parts of what it holds.
+    ApplicationDetail detail(const ApplicationUse& application) override;
 
     std::optional<MemoryLevel> memoryLevel() override;
     bool hasGroups() override;

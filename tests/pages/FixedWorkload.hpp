@@ -15,6 +15,9 @@ public:
     platform::ProcessorState processorState() override { return state; }
     std::optional<platform::SwapSpace> swapSpace() override { return {}; }
     std::vector<platform::ApplicationUse> applications() override { return uses; }
+    platform::ApplicationDetail detail(const platform::ApplicationUse& /*application*/) override {
+        return {};
+    }
 
     std::vector<platform::ApplicationUse> uses;
     platform::ProcessorState state;

@@ -144,6 +144,26 @@ TEST_F(WorkloadTest, CountsByGroupWhereEachApplicationHasOne) {
               "gpg-agent: 107/30/1 1s\n");
 }
 
+TEST_F(WorkloadTest, TellsTheProcessesBehindAnApplication) {
+    const std::string user = std::to_string(::getuid());
+    const std::string manager = "/user.slice/user-" + user + ".slice/user@" + user + ".service/";
+    const ApplicationUse use{.processes = {{11, 411}, {12, 412}, {13, 7}, {14, 414}}};
+    for (const int number : {11, 12, 13}) {
+        process(number, 1, 1, "p", "", number); // 13 stands for another one by now, 14 has ended
+        m_tree.write("proc/" + std::to_string(number) + "/cgroup", "0::" + manager + "app.slice/a.scope\n");
+    }
+    m_tree.write("sys/fs/cgroup" + manager + "app.slice/a.scope/memory.peak", "123456\n");
+    platform::ApplicationDetail detail = m_workload.detail(use);
+    ASSERT_EQ(detail.processes.size(), 2U);
+    EXPECT_EQ(detail.processes[0].identity.number, 12);
+    EXPECT_EQ(detail.processes[1].memory, 12U * 1024);
+    EXPECT_EQ(detail.peak, 123456U);
+    m_tree.write("proc/12/cgroup", "0::" + manager + "app.slice/b.scope\n");
+    EXPECT_FALSE(m_workload.detail(use).peak.has_value());
+    m_tree.write("proc/12/cgroup", "0::/user.slice/user-" + user + ".slice/session-2.scope\n");
+    EXPECT_FALSE(m_workload.detail({.processes = {{12, 412}}}).peak.has_value());
+}
+
 TEST_F(WorkloadTest, TellsFrequencyAndTemperatureWhereTheKernelDoes) {
     const auto state = [this] {
         return LinuxWorkload({.tree = KernelTree(m_tree.root().string()), .entryFolders = {}})

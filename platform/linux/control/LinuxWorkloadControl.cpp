@@ -32,21 +32,8 @@ std::string LinuxWorkloadControl::reclaimPath(const std::string& group) const {
     return m_options.tree.path(managerFolder(m_options.user) + '/' + group + "/memory.reclaim");
 }
 
-/// /proc/PID/cgroup has the line "0::/PATH" for the second version of groups (cgroups(7)).
-std::string LinuxWorkloadControl::groupOf(const std::string& process) const {
-    const std::string top = managerFolder(m_options.user).substr(std::string_view("sys/fs/cgroup").size());
-    const std::string text = m_options.tree.read("proc/" + process + "/cgroup").text;
-    std::string_view rest = text;
-    while (const std::optional<Line> line = takeLine(rest)) {
-        if (const std::string start = "0::" + top + '/'; line->text.starts_with(start)) {
-            return std::string(line->text.substr(start.size()));
-        }
-    }
-    return {};
-}
-
 std::vector<ReclaimableGroup> LinuxWorkloadControl::reclaimableGroups() {
-    const std::string own = groupOf("self");
+    const std::string own = groupOf(m_options.tree, m_options.user, "self");
     std::vector<ReclaimableGroup> groups;
     for (const GroupUse& group : readGroups(m_options.tree, m_options.user)) {
         const bool isApplications =
@@ -89,7 +76,7 @@ std::optional<RunningProcess> LinuxWorkloadControl::process(int number) {
                           .session = stat->session,
                           .isThisUsers = about.st_uid == m_options.user,
                           .program = programOf(m_options.tree, number, *stat),
-                          .group = groupOf(name)};
+                          .group = groupOf(m_options.tree, m_options.user, name)};
 }
 
 std::vector<int> LinuxWorkloadControl::processesIn(const std::string& group) {

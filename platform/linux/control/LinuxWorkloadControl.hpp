@@ -34,7 +34,6 @@ public:
     std::unique_ptr<ProcessHandle> open(const RunningProcess& process) override;
 
 private:
-    [[nodiscard]] std::string groupOf(const std::string& process) const;
     [[nodiscard]] std::string reclaimPath(const std::string& group) const;
 
     const ControlOptions m_options;

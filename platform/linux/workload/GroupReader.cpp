@@ -80,6 +80,20 @@ std::string managerFolder(uid_t user) {
     return std::string("sys/fs/cgroup/user.slice/user-").append(id) + ".slice/user@" + id + ".service";
 }
 
+/// /proc/PID/cgroup has the line "0::/PATH" for the second version of groups (cgroups(7)).
+std::string groupOf(const KernelTree& tree, uid_t user, const std::string& process) {
+    const std::string top = managerFolder(user).substr(std::string_view("sys/fs/cgroup").size());
+    const std::string start = "0::" + top + '/';
+    const std::string text = tree.read("proc/" + process + "/cgroup").text;
+    std::string_view rest = text;
+    while (const std::optional<Line> line = takeLine(rest)) {
+        if (line->text.starts_with(start)) {
+            return std::string(line->text.substr(start.size()));
+        }
+    }
+    return {};
+}
+
 std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path) {
     return groupAt(tree, managerFolder(user) + '/' + path, path);
 }

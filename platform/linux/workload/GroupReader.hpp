@@ -27,6 +27,10 @@ struct GroupUse {
 /// The folder of the user's service manager's own group, below a tree's root.
 [[nodiscard]] std::string managerFolder(uid_t user);
 
+/// The group that a process is in, by its path as in GroupUse; empty where it is elsewhere. `process` is its
+/// number, or "self".
+[[nodiscard]] std::string groupOf(const KernelTree& tree, uid_t user, const std::string& process);
+
 /// A group by its path as in GroupUse; absent where it is gone, empty, or its memory is not counted. What is
 /// below it is not looked at.
 [[nodiscard]] std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path);

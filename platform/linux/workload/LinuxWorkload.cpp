@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/workload/LinuxWorkload.hpp"
 
+#include "platform/linux/kernel/TextScan.hpp"
 #include "platform/linux/workload/ApplicationTable.hpp"
 #include "platform/linux/workload/GroupReader.hpp"
 #include "platform/linux/workload/ProcessReader.hpp"
 #include "platform/linux/workload/ProcessorStateReader.hpp"
 #include "platform/linux/workload/WorkText.hpp"
 #include "platform/time/DispatchQueue.hpp"
+
+#include <functional>
+#include <set>
 
 namespace vantor::platform::linux {
 
@@ -37,6 +41,28 @@ std::vector<ApplicationUse> LinuxWorkload::applications() {
                        [memory = m_memory] { memory->countFew(); });
     }
     return uses;
+}
+
+/// A group's memory.peak (Linux 5.19) is the application's where all of it is in that one.
+ApplicationDetail LinuxWorkload::detail(const ApplicationUse& application) {
+    ApplicationDetail detail;
+    std::set<std::string> groups;
+    for (const ProcessIdentity& process : application.processes) {
+        const std::string number = std::to_string(process.number);
+        const auto stat = parseProcessStat(m_options.tree.read("proc/" + number + "/stat").text);
+        if (stat && stat->start == process.start) {
+            const ProcessMemory memory = readProcessMemory(m_options.tree, process.number);
+            detail.processes.push_back({process, memory.memory, memory.swap});
+            groups.insert(groupOf(m_options.tree, m_options.user, number));
+        }
+    }
+    std::ranges::stable_sort(detail.processes, std::ranges::greater(), &ProcessUse::memory);
+    if (groups.size() == 1 && !groups.begin()->empty()) {
+        const auto peak =
+            m_options.tree.line(managerFolder(m_options.user) + '/' + *groups.begin() + "/memory.peak");
+        detail.peak = peak ? numberFrom(*peak) : std::nullopt;
+    }
+    return detail;
 }
 
 } // namespace vantor::platform::linux

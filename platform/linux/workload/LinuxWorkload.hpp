@@ -44,6 +44,7 @@ public:
     ProcessorState processorState() override;
     std::optional<SwapSpace> swapSpace() override;
     std::vector<ApplicationUse> applications() override;
+    ApplicationDetail detail(const ApplicationUse& application) override;
 
 private:
     const WorkloadOptions m_options;
