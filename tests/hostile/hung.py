@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A mount that never answers, under the real programs: hung.py VANTOR VANTOR-TERM [VANTOR-WIDGET].
+"""A mount that never answers, under the real programs: hung.py VANTOR VANTOR-TERM [VANTOR-WIDGET [VANTOR-APP]].
 
 Under the documents, the cache or the home, from the start or later: reports go on without what is there, name it once
 and end; nothing of a program stays behind in the kernel but a child that nobody waits for. What cannot be done without
@@ -196,9 +196,9 @@ def interactive():
 
 
 def windows():
-    for place in ("documents", "home"):
-        with Case(f"{place} under the window", place, silent=None) as case:
-            running = case.start(*window, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    for program, place in ((window[0], "documents"), *((each, "home") for each in window)):
+        with Case(f"{place} under {os.path.basename(program)}", place, silent=None) as case:
+            running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             until(lambda: len(threads(running.pid)) > 1 and rests(running.pid), "no window", case)
             case.silent = True
             case.hang()
@@ -207,16 +207,17 @@ def windows():
     for place, status, named in (("documents", 1, "storage"), ("cache", 0, ""), ("home", 1, "home: its file system does not answer")):
         with Case(f"{place} in the picture", place) as case:
             picture = case.folder + "/p.png"
-            ended, _, errors = case.run(*window, "--snapshot", picture)
+            ended, _, errors = case.run(window[0], "--snapshot", picture)
             check(ended == status and named in errors and bool(errors) == bool(named), case.name, f"{ended}: {errors}")
             check(os.path.exists(picture) == (place != "home"), case.name, "the picture")
-    with Case("home before the window", "home") as case:
-        ended, _, errors = case.run(*window)
-        check(ended == 1 and "home: its file system does not answer" in errors, case.name, f"{ended}: {errors}")
-    with Case("cache before the window", "cache") as case:
-        running = case.start(*window, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        until(lambda: any(name.startswith("socket:") for name in opened(running.pid)), "no window", case)
-        case.ends(running)
+    for program in window:
+        with Case(f"home before {os.path.basename(program)}", "home") as case:
+            ended, _, errors = case.run(program)
+            check(ended == 1 and "home: its file system does not answer" in errors, case.name, f"{ended}: {errors}")
+        with Case(f"cache before {os.path.basename(program)}", "cache") as case:
+            running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            until(lambda: any(name.startswith("socket:") for name in opened(running.pid)), "no window", case)
+            case.ends(running)
 
 
 if not os.path.exists("/dev/fuse"):

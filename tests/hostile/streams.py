@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Standard streams that are closed, full, stalled, non-blocking or without a reader: streams.py VANTOR SYSINFO [WIDGET].
+"""Standard streams that are closed, full, stalled, non-blocking or without a reader: streams.py VANTOR SYSINFO [WIDGET [APP]].
 
 No number of theirs ever becomes another file's or connection's, a window heeds its signals whatever becomes of its log,
 a picture is made, and a page waits for a slow reader, ends quietly without one and says what else became of it."""
@@ -156,13 +156,14 @@ with tempfile.TemporaryDirectory() as folder:
         page([sys.argv[2]], 1, folder, row)
         for words in PAGES:
             page([sys.argv[1], *words], 3, folder, row)
-        for each in (window, snapshot):
-            for widget in sys.argv[3:]:
-                each(widget, folder, row)
+        for program in sys.argv[3:]:
+            window(program, folder, row)
+        for widget in sys.argv[3:4]:
+            snapshot(widget, folder, row)
     keeps("preferences", [sys.argv[1], "settings", "set", "refreshSeconds", "7"], folder + "/p", STORE)
     keeps("page", [sys.argv[1], "ram"], folder + "/p")
     keeps("recording", [sys.argv[2], "--no-gpu", "--record", folder + "/r"], folder + "/r")
-    for widget in sys.argv[3:]:
+    for widget in sys.argv[3:4]:
         keeps("picture", [widget, "--demo", "--snapshot", folder + "/p.png"], folder + "/p.png")
 print(f"{tried} starts", *problems, sep="\n")
 sys.exit(1 if problems else 0)
