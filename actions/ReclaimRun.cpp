@@ -30,7 +30,8 @@ ReclaimRun::ReclaimRun(const Pace& pace, Pace::Moment looked, std::uint64_t most
       m_before(platform::currentWorkloadControl().memoryLevel().value_or(platform::MemoryLevel())),
       m_swapBefore(platform::currentWorkload().swapSpace().value_or(platform::SwapSpace())),
       m_pressure(platform::currentWorkload().memoryPressure()),
-      m_pressureRead(pace.now()) {}
+      m_pressureRead(pace.now()),
+      m_trial{.available = m_before.available} {}
 
 bool ReclaimRun::take(const ReclaimableGroup& group, const FreeUpMemory::KeepGoing& keepGoing,
                       const FreeUpMemory::Progress& progress) {
@@ -66,7 +67,6 @@ bool ReclaimRun::take(const ReclaimableGroup& group, const FreeUpMemory::KeepGoi
 
 /// A reason to end the run before it does more harm than good.
 std::optional<FreeUpEnd> ReclaimRun::harm() {
-    constexpr std::uint64_t trial = 64 * reclaim::mebibyte;
     const std::optional<platform::SwapSpace> swap = platform::currentWorkload().swapSpace();
     if (!swap || reclaim::roomIn(*swap) == 0) {
         return FreeUpEnd::swapNearlyFull;
@@ -74,15 +74,26 @@ std::optional<FreeUpEnd> ReclaimRun::harm() {
     if (hasPressure()) {
         return FreeUpEnd::underPressure;
     }
-    if (!m_isGain && m_taken >= trial) {
-        const std::uint64_t available =
-            platform::currentWorkloadControl().memoryLevel().value_or(m_before).available;
-        if (available < m_before.available + m_taken / 4) {
-            return moved() >= m_taken / 2 ? FreeUpEnd::compressesBadly : FreeUpEnd::tookCache;
-        }
-        m_isGain = true;
+    return m_isGain ? std::nullopt : futility();
+}
+
+/// Whether less than a quarter of what was taken became available. The first to be freed may stay out of
+/// sight, in the lists of free pages that each processor keeps for itself, so that two trials have to fail.
+std::optional<FreeUpEnd> ReclaimRun::futility() {
+    constexpr std::uint64_t trial = 64 * reclaim::mebibyte;
+    constexpr int most = 2;
+    const std::uint64_t taken = m_taken - m_trial.taken;
+    if (taken < trial) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    const std::uint64_t available =
+        platform::currentWorkloadControl().memoryLevel().value_or(m_before).available;
+    m_isGain = available >= m_trial.available + taken / 4;
+    if (m_isGain || ++m_trials < most) {
+        m_trial = {m_taken, available, moved()};
+        return std::nullopt;
+    }
+    return moved() >= m_trial.moved + taken / 2 ? FreeUpEnd::compressesBadly : FreeUpEnd::tookCache;
 }
 
 /// Whether some program stood still for more than a tenth of the time, of a second at least: our own work

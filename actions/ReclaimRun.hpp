@@ -36,6 +36,7 @@ public:
 private:
     [[nodiscard]] std::optional<FreeUpEnd> harm();
     [[nodiscard]] bool hasPressure();
+    [[nodiscard]] std::optional<FreeUpEnd> futility();
     [[nodiscard]] std::uint64_t moved() const;
 
     const Pace& m_pace;
@@ -48,6 +49,10 @@ private:
     std::uint64_t m_asked = 0;
     std::uint64_t m_taken = 0; ///< of that, what the kernel said it took
     bool m_isGain = false;     ///< known to be one
+    int m_trials = 0;          ///< that gained too little
+    struct Mark {
+        std::uint64_t taken = 0, available = 0, moved = 0;
+    } m_trial; ///< where the trial began
     std::optional<FreeUpEnd> m_end;
 };
 

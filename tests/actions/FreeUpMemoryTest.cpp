@@ -102,9 +102,13 @@ TEST_F(FreeUp, AsksNoMoreOfTheSwapThanItCanSpare) {
 
 TEST_F(FreeUp, EndsWhereItGainsNothingOrHurts) {
     m_work.change([](SimulatedWorkState& state) { state.gain = 0.2; });
-    EXPECT_EQ(run(),
-              (MemoryFreed{1000 * MiB, 1000 * MiB + 64 * MiB / 5, 64 * MiB, FreeUpEnd::compressesBadly}));
-    EXPECT_EQ(m_steps, 4);
+    const std::uint64_t gain = 8 * (16 * MiB / 5);
+    EXPECT_EQ(run(), (MemoryFreed{1000 * MiB, 1000 * MiB + gain, 128 * MiB, FreeUpEnd::compressesBadly}));
+    EXPECT_EQ(m_steps, 8);
+    m_work.change([](SimulatedWorkState& state) { state = shortOfMemory(); });
+    m_steps = 0;
+    m_onStep = [this](SimulatedWorkState& state) { state.gain = m_steps > 4 ? 0.3 : 0; }; // it takes a while
+    EXPECT_EQ(run().end, FreeUpEnd::finished);
     m_work.change([](SimulatedWorkState& state) { state = shortOfMemory(); });
     m_onStep = [](SimulatedWorkState& state) { // the kernel takes cache instead
         state.swap->free += 16 * MiB;
