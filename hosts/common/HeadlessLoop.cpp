@@ -65,7 +65,7 @@ bool turnUntil(const std::function<bool()>& done, double atMost,
         if (satisfied || now >= end) {
             break;
         }
-        alarm->waitUntil(std::min(loop.nextDeadline().value_or(end), end));
+        alarm->waitUntil(std::min(loop.nextDeadline(RunLoop::tolerance).value_or(end), end));
     }
     loop.setWakeHandler({});
     return satisfied;

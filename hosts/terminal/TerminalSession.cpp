@@ -116,7 +116,7 @@ private:
         }
         // The last column of a terminal that only prints would go on to the next line.
         const Size size = m_terminal.canAddress ? m_size : Size{std::max(m_size.width - 1, 1), 1};
-        m_picture = drawPicture(m_host.sceneAt(now), size, m_look, now);
+        m_picture = drawPicture(m_host.sceneAt(now), size, m_look, now, m_picture);
         m_isStale = false;
         m_noticeEnd = m_host.noticeEnd();
         if (m_noticeEnd && *m_noticeEnd <= now) {

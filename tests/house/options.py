@@ -2,6 +2,7 @@
 """Whether help, manual page and completions of each program name the same options and commands:
 options.py SOURCE-FOLDER PROGRAM... What the help of a program and of each of its commands lists is what must be
 offered after it, by bash and fish themselves; the manual page and zsh's completion are read as texts."""
+import os
 import pathlib
 import re
 import shutil
@@ -12,13 +13,18 @@ source, *programs = sys.argv[1:]
 packaging = pathlib.Path(source) / "packaging"
 wrong = []
 
-BASH = """. "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); COMPREPLY=(); compopt() { :; }
-"$(complete -p "$1" | sed 's/.* -F \\([^ ]*\\).*/\\1/')"; printf '%s\\n' "${COMPREPLY[@]}" """
-FISH = 'source $argv[1]; complete -C (string join " " -- $argv[2..])'
+# Both read lines to complete, which end where a word is asked for, and answer each with words and a line "=".
+BASH = """. "$1"; compopt() { :; }
+while IFS= read -r line; do
+  read -ra COMP_WORDS <<<"$line"; [[ $line == *' ' ]] && COMP_WORDS+=(''); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+  own=$(complete -p "${COMP_WORDS[0]}"); own=${own##* -F }; COMPREPLY=(); "${own%% *}"
+  printf '%s\\n' "${COMPREPLY[@]}" =
+done"""
+FISH = 'source $argv[1]; while read --line -l line; complete -C $line; echo =; end'
 
 
-def printed(*command):
-    return subprocess.run(command, capture_output=True, text=True, timeout=60).stdout
+def printed(*command, given=None):
+    return subprocess.run(command, input=given, capture_output=True, text=True, timeout=60).stdout
 
 
 def told(program, path):
@@ -38,14 +44,16 @@ def compare(what, found, expected, allowed=frozenset()):
         wrong.append(f"{what}: {word} is {'not in the help' if word in found else 'missing'}")
 
 
-def offered(shell, file, words):
+def offered(shell, file, lines):
+    """What a shell offers for each of some lines: a set of words each."""
     arguments = ["bash", "-c", BASH, "bash"] if shell == "bash" else ["fish", "--no-config", "-c", FISH]
-    lines = printed(*arguments, str(file), *words).splitlines()
-    return {line.split("\t")[0].strip() for line in lines}
+    answer = printed(*arguments, str(file), given="".join(f"{line}\n" for line in lines))
+    return [{line.split("\t")[0].strip() for line in block.splitlines()} for block in re.split(r"^=\n", answer, flags=re.M)]
 
 
 def check(program):
     name = pathlib.Path(program).name
+    os.environ["PATH"] = f"{pathlib.Path(program).parent}:{os.environ['PATH']}"  # completions may ask it
     files = {kind: next(packaging.rglob(form), None) for kind, form in {
         "manual": f"{name}.1", "bash": f"{name}.bash", "zsh": f"_{name}", "fish": f"{name}.fish"}.items()}
     wrong.extend(f"{name}: no {kind}" for kind, file in files.items() if file is None)
@@ -53,6 +61,8 @@ def check(program):
         return
     tree = told(program, ())
     options = set().union(*(own for own, _ in tree.values()))
+    takes_all = {path: tree[()][0] - own if printed(program, *path, "--version") else frozenset()
+                 for path, (own, _) in tree.items()}
     for kind in ("manual", "zsh"):
         text = files[kind].read_text(encoding="utf-8").replace("\\-", "-")
         compare(files[kind].name, set(re.findall(r"(?<![\w-])--[a-z][a-z-]*", text)), options)
@@ -60,13 +70,16 @@ def check(program):
             if not re.search(rf"\b{command}\b", text):
                 wrong.append(f"{files[kind].name}: {command} is missing")
     for shell in ("bash", "fish"):
-        for path, (own, names) in tree.items() if shutil.which(shell) else ():
-            what = f"{files[shell].name}, {' '.join((name, *path))}"
-            after = {word for word in offered(shell, files[shell], (name, *path, "--")) if word[:2] == "--"}
+        if not shutil.which(shell):
+            continue
+        lines = [" ".join((name, *path, word)) for path in tree for word in ("--", "")]
+        words = dict(zip(lines, offered(shell, files[shell], lines)))
+        for path, (own, names) in tree.items():
+            what = " ".join((name, *path))
+            after = {word for word in words.get(f"{what} --", ()) if word[:2] == "--"}
             # Where a command takes the program's options as well, they may be offered.
-            compare(what, after, own, tree[()][0] - own if printed(program, *path, "--version") else frozenset())
-            missing = names - offered(shell, files[shell], (name, *path, ""))
-            compare(what, names - missing, names)
+            compare(f"{files[shell].name}, {what}", after, own, takes_all[path])
+            compare(f"{files[shell].name}, {what}", words.get(f"{what} ", set()) & names, names)
 
 
 for each in programs:

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <limits>
@@ -175,9 +177,11 @@ TEST(Pictures, AStepIsDueWhenAChartsEndHasMovedByADot) {
         int changes = 0;
         while (const std::optional<platform::Instant> next = nextStep(fixture.scene, picture, now)) {
             ASSERT_GT(*next, now);
+            const Picture last = picture;
             stepPicture(picture, fixture.scene, look, now, *next);
             now = *next;
             ASSERT_EQ(picture.grid, drawPicture(fixture.scene, size, look, now).grid) << "step " << steps;
+            ASSERT_EQ(picture.grid, drawPicture(fixture.scene, size, look, now, last).grid);
             changes += picture.grid != before ? 1 : 0;
             before = picture.grid;
             ++steps;
@@ -187,6 +191,35 @@ TEST(Pictures, AStepIsDueWhenAChartsEndHasMovedByADot) {
         EXPECT_LT(steps, 181);
         EXPECT_GT(changes, steps * 7 / 10) << "hardly a step is without a new dot";
         EXPECT_EQ(before, drawPicture(fixture.scene, size, look, fixture.rest()).grid);
+        look.background = look.background ? std::nullopt : std::optional(0x002B36U);
+        EXPECT_EQ(drawPicture(fixture.scene, size, look, now, picture).grid,
+                  drawPicture(fixture.scene, size, look, now).grid);
+    }
+}
+
+double luminanceOf(std::uint32_t rgb) {
+    const auto linear = [rgb](unsigned shift) { return std::pow((rgb >> shift & 0xFF) / 255.0, 2.2); };
+    return 0.2126 * linear(16) + 0.7152 * linear(8) + 0.0722 * linear(0);
+}
+
+TEST(Pictures, InksStandOutFromTheBackgroundsOfUsualThemes) {
+    for (const std::uint32_t ground : {0x000000U, 0x282828U, 0x002B36U, 0xFFFFFFU, 0xFDF6E3U, 0xEFF1F5U}) {
+        const double below = luminanceOf(ground) + 0.05;
+        const auto contrast = [&](const platform::UIColor& color, double opacity, Contrast wanted) {
+            Look look;
+            look.background = ground;
+            look.appearance = below > 0.5 ? platform::Appearance::light : platform::Appearance::dark;
+            const double above = luminanceOf(inkOf(color, opacity, look, wanted).rgb) + 0.05;
+            return std::max(above, below) / std::min(above, below);
+        };
+        EXPECT_GT(contrast(platform::UIColor::secondaryLabelColor(), 1, Contrast::text), 2.9) << ground;
+        EXPECT_GT(contrast(platform::UIColor::colorWithWhite(0.5, 1), 0.3, Contrast::hairline), 1.9)
+            << ground;
+        for (const auto& level :
+             {platform::UIColor::systemGreenColor(), platform::UIColor::systemYellowColor(),
+              platform::UIColor::systemRedColor()}) {
+            EXPECT_GT(contrast(level, 1, Contrast::stroke), 1.45) << ground;
+        }
     }
 }
 

@@ -30,6 +30,14 @@ void Grid::put(int column, int row, char32_t character, const Ink& ink) {
     }
 }
 
+void Grid::takeCells(const Grid& from, int column, int row, int count) {
+    for (int at = column; at < column + count; ++at) {
+        if (isInside(at, row)) {
+            m_cells[index(at, row)] = from.at(at, row);
+        }
+    }
+}
+
 int Grid::write(int column, int row, std::string_view text, const Ink& ink) {
     return write(column, row, harmlessCharacters(text), ink);
 }

@@ -46,6 +46,9 @@ public:
     /// Puts one character of one column.
     void put(int column, int row, char32_t character, const Ink& ink);
 
+    /// Takes a row's cells, which hold whole characters, from a picture of the same size.
+    void takeCells(const Grid& from, int column, int row, int count);
+
     /// Writes a text from a column on and returns the column after it. Nothing in the text can steer the
     /// terminal. A right-to-left text is closed with a left-to-right mark, so that a terminal which reorders
     /// lines moves nothing but that text.

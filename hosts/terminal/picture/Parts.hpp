@@ -13,7 +13,8 @@ namespace vantor::hosts::terminal {
 inline constexpr const char* noFigure = "-";
 
 /// A chart in its place: a ring with percentage and caption, centred in its box, or a bar that fills it.
-void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
+[[nodiscard]] platform::Layers ringLayers(const Scene::Section& section, platform::Instant now);
+void drawRing(Sheet& sheet, const Scene::Section& section, const ChartPlace& place);
 void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now);
 
 /// A section's name, centred or at the leading side, and beside it what there is to add, as far as it fits.

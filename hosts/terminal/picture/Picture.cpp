@@ -42,13 +42,14 @@ std::optional<Action> Picture::actionAt(int column, int row) const {
     return found != areas.end() ? std::optional(found->action) : std::nullopt;
 }
 
-Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now) {
+Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now, const Picture& before) {
     Picture picture;
+    picture.look = look;
     picture.grid = Grid({std::max(size.width, 0), std::max(size.height, 0)});
     if (size.width < 1 || size.height < 1) {
         return picture;
     }
-    Sheet sheet(picture, look);
+    Sheet sheet(picture, look, &before);
     const Layout layout = layoutFor(scene, size, scene.isExpanded);
     const std::vector<Scene::Key> keys = keysFor(scene, size, layout);
     // A second row of keys where there is room for it, for a warning and for a blank line.
@@ -82,7 +83,7 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
 
 void stepPicture(Picture& picture, const Scene& scene, const Look& look, Instant before, Instant now) {
     Sheet sheet(picture, look);
-    for (const ChartPlace& place : picture.charts) {
+    for (ChartPlace& place : picture.charts) {
         const Scene::Section& section = scene.sections[place.section];
         if (!section.chart || !section.chart->animation().isRunningAt(before)) {
             continue;
@@ -91,12 +92,17 @@ void stepPicture(Picture& picture, const Scene& scene, const Look& look, Instant
             drawBar(sheet, section, place.box, now);
             continue;
         }
+        platform::Layers layers = ringLayers(section, now);
+        if (layers == place.layers) {
+            continue;
+        }
+        place.layers = std::move(layers);
         for (int row = 0; row < place.box.height; ++row) {
             for (int column = 0; column < place.box.width; ++column) {
                 picture.grid.put(sheet.leftOf(place.box) + column, place.box.row + row, U' ', {});
             }
         }
-        drawRing(sheet, section, place.box, now);
+        drawRing(sheet, section, place);
     }
 }
 

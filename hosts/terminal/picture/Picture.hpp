@@ -17,6 +17,7 @@ struct Box {
     int row = 0;
     int width = 0;
     int height = 1;
+    bool operator==(const Box&) const = default;
 };
 
 /// A rectangle of cells that answers to a click.
@@ -28,16 +29,19 @@ struct HitArea {
     Action action;
 };
 
-/// Where a chart stands in a picture.
+/// Where a chart stands in a picture, alone.
 struct ChartPlace {
     std::size_t section = 0;
     Box box;
     bool isBar = false;
+    platform::Layers layers = {}; ///< of a ring, as drawn
+    bool operator==(const ChartPlace&) const = default;
 };
 
 /// One picture of the widget.
 struct Picture {
     Grid grid;
+    Look look;
     std::vector<HitArea> areas;
     std::vector<ChartPlace> charts;
     double stepsPerUnit = 0; ///< how many dots a chart's end passes from 0 to 1
@@ -48,8 +52,10 @@ struct Picture {
 
 /// Draws a scene as it is at an instant. Depends on nothing but its arguments and the locale's table of
 /// character widths. The smaller the size, the less is shown: rings with figures, rings, bars, figures, one
-/// line, one character; every size has a picture.
-[[nodiscard]] Picture drawPicture(const Scene& scene, Size size, const Look& look, platform::Instant now);
+/// line, one character; every size has a picture. Rings that stand in `before` as they are to be are taken
+/// from there, which changes nothing but the cost.
+[[nodiscard]] Picture drawPicture(const Scene& scene, Size size, const Look& look, platform::Instant now,
+                                  const Picture& before = {});
 
 /// Brings the charts that move to an instant, in a picture of the same scene and look that was complete when
 /// `before` was: the same as drawing it anew, but for the cost.

@@ -32,12 +32,15 @@ double rowsOfRegion(int ringRows) {
 
 void placeRing(Sheet& sheet, const Scene& scene, std::size_t index, const Box& box, platform::Instant now) {
     const Scene::Section& section = scene.sections[index];
-    drawRing(sheet, section, box, now);
+    const ChartPlace chart{index, box, false, ringLayers(section, now)};
+    if (!sheet.takeFromBefore(chart)) {
+        drawRing(sheet, section, chart);
+    }
     if (section.action) {
         sheet.clickable(box, *section.action);
     }
-    sheet.chartAt({index, box, false}, ringSweep * ringRadius * 4 * rowsOfRegion(box.height) /
-                                           drawnRegion.size.height * finenessOf(sheet.look().glyphs));
+    sheet.chartAt(chart, ringSweep * ringRadius * 4 * rowsOfRegion(box.height) / drawnRegion.size.height *
+                             finenessOf(sheet.look().glyphs));
 }
 
 /// The boxes of a row's columns, centred as a whole.
@@ -104,10 +107,17 @@ void drawStack(Sheet& sheet, const Scene& scene, const Layout& layout, int row) 
 
 } // namespace
 
-void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
+/// None without a chart.
+platform::Layers ringLayers(const Scene::Section& section, platform::Instant now) {
+    platform::Layers layers = section.chart ? section.chart->body(chartRect, now) : platform::Layers();
+    return section.isKnown ? layers : withoutLevel(std::move(layers), noFigure);
+}
+
+void drawRing(Sheet& sheet, const Scene::Section& section, const ChartPlace& chart) {
     if (!section.chart) {
         return;
     }
+    const Box& box = chart.box;
     const double rows = rowsOfRegion(box.height);
     LayerPlace place;
     place.region = drawnRegion;
@@ -117,11 +127,7 @@ void drawRing(Sheet& sheet, const Scene::Section& section, const Box& box, platf
     place.room = ringRadius - section.chart->innerRingLineWidth / 2 - figureMargin;
     place.textWidth = box.width;
     place.lowestRow = box.row + box.height - 1;
-    platform::Layers layers = section.chart->body(chartRect, now);
-    if (!section.isKnown) {
-        layers = withoutLevel(std::move(layers), noFigure);
-    }
-    drawLayers(sheet.grid(), layers, place, sheet.look());
+    drawLayers(sheet.grid(), chart.layers, place, sheet.look());
 }
 
 void drawHeading(Sheet& sheet, const Scene::Section& section, const Box& box, Align align) {

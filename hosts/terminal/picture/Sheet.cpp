@@ -32,6 +32,17 @@ void Sheet::clickable(const Box& box, Action action) {
     m_picture.areas.push_back({leftOf(box), box.row, box.width, box.height, action});
 }
 
+bool Sheet::takeFromBefore(const ChartPlace& place) {
+    if (m_before == nullptr || m_before->grid.size() != size() || m_before->look != m_look ||
+        std::ranges::find(m_before->charts, place) == m_before->charts.end()) {
+        return false;
+    }
+    for (int row = place.box.row; row < place.box.row + place.box.height; ++row) {
+        grid().takeCells(m_before->grid, leftOf(place.box), row, place.box.width);
+    }
+    return true;
+}
+
 void Sheet::chartAt(const ChartPlace& place, double stepsPerUnit) {
     m_picture.charts.push_back(place);
     m_picture.stepsPerUnit = std::max(m_picture.stepsPerUnit, stepsPerUnit);

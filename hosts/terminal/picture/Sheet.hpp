@@ -14,7 +14,8 @@ enum class Align : std::uint8_t { leading, center, trailing };
 /// the other way the sheet mirrors them.
 class Sheet {
 public:
-    Sheet(Picture& picture, const Look& look) : m_picture(picture), m_look(look) {}
+    Sheet(Picture& picture, const Look& look, const Picture* before = nullptr)
+        : m_picture(picture), m_before(before), m_look(look) {}
 
     [[nodiscard]] const Look& look() const { return m_look; }
     [[nodiscard]] Size size() const { return m_picture.grid.size(); }
@@ -27,11 +28,14 @@ public:
     void clickable(const Box& box, Action action);
     /// The column, counted from the left, at which a box stands in the grid.
     [[nodiscard]] int leftOf(const Box& box) const;
+    /// Takes a chart's cells from the picture before, if it stands there as it is to be.
+    [[nodiscard]] bool takeFromBefore(const ChartPlace& place);
     /// Notes where a chart stands and how many dots its end passes from 0 to 1.
     void chartAt(const ChartPlace& place, double stepsPerUnit);
 
 private:
     Picture& m_picture;
+    const Picture* m_before;
     Look m_look;
 };
 
