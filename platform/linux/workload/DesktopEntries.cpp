@@ -47,7 +47,7 @@ std::string encodedEntries(const std::string& path) {
     for (std::size_t count = 0; !id.empty() && count < mostEntries; ++count, id = nextId(folder)) {
         if (const std::optional<DesktopEntry> entry = entryIn(fileOf(path, id))) {
             for (const std::string& field : {id, entry->name, entry->icon, entry->program}) {
-                text.append(field.c_str()).push_back('\0');
+                text.append(field, 0, field.find('\0')).push_back('\0');
             }
         }
     }
