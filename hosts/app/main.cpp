@@ -22,7 +22,6 @@
 #include <QTimer>
 #include <clocale>
 #include <csignal>
-#include <iostream>
 #include <string>
 
 namespace {
@@ -31,7 +30,7 @@ using namespace vantor;
 using namespace vantor::hosts::app;
 
 void say(const std::string& text) {
-    std::cerr << "vantor-app: " << platform::printableText(text, 4096) << std::endl;
+    hosts::common::complain("vantor-app", text);
 }
 
 int showWindow(const Options& options) {
@@ -100,6 +99,6 @@ int main(int argc, char** argv) {
         say("there is no display; --snapshot draws a page into a file, and vantor prints it");
         return 1;
     }
-    hosts::qt::quietRemarks("vantor-app");
+    hosts::qt::quietRemarks(say);
     return run(options, argc, argv);
 }

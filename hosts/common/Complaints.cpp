@@ -2,11 +2,8 @@
 #include "hosts/common/Complaints.hpp"
 
 #include "hosts/common/StandardStreams.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
 #include "settings/SharedStore.hpp"
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <optional>
@@ -37,9 +34,7 @@ void Complaints::tell(const std::vector<SourceFailure>& failures) {
 }
 
 void Complaints::write(const SourceFailure& failure) const {
-    // A path may be long, and its end is what tells files apart.
-    writeUnhurried(STDERR_FILENO, m_program + ": " + std::string(sourceName(failure.source)) + ": " +
-                                      platform::printableText(failure.reason, 4096) + '\n');
+    complain(m_program, std::string(sourceName(failure.source)) + ": " + failure.reason);
 }
 
 } // namespace vantor::hosts::common

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/OptionChecks.hpp"
 
+#include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <algorithm>
@@ -46,13 +47,13 @@ std::string scaleProblem(const std::string& text) {
 
 int endAfter(const CLI::ParseError& problem, CLI::App& app) {
     if (problem.get_exit_code() != 0) {
-        std::cerr << app.get_name() << ": " << complaint(problem) << '\n';
+        complain(app.get_name(), complaint(problem));
         return 2;
     }
     if (app.exit(problem) == 0 && std::cout.flush()) {
         return 0;
     }
-    std::cerr << app.get_name() << ": standard output cannot be written\n";
+    complain(app.get_name(), "standard output cannot be written");
     return 1;
 }
 

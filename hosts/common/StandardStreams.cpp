@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/StandardStreams.hpp"
 
+#include "platform/core/PrintableText.hpp"
 #include "platform/posix/Descriptor.hpp"
 
 #include <fcntl.h>
@@ -12,6 +13,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdint>
+#include <string>
 
 namespace vantor::hosts::common {
 
@@ -53,6 +55,11 @@ void writeUnhurried(int descriptor, std::string_view text) {
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+void complain(std::string_view program, std::string_view text) {
+    // A path may be long, and its end is what tells files apart.
+    writeUnhurried(STDERR_FILENO, std::string(program) + ": " + platform::printableText(text, 4096) + '\n');
 }
 
 void letWritesFail() {

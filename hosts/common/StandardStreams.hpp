@@ -14,6 +14,10 @@ void holdClosedStreams();
 /// Writes what a descriptor's reader takes at once; the rest is dropped.
 void writeUnhurried(int descriptor, std::string_view text);
 
+/// Says "program: text" on standard error, as one line without control characters. Never waits: a window
+/// whose errors nobody reads goes on.
+void complain(std::string_view program, std::string_view text);
+
 /// Lets a write that cannot be done fail, instead of ending the program: to a pipe without a reader (SIGPIPE)
 /// and beyond the size that files may have (SIGXFSZ, setrlimit(2)).
 void letWritesFail();

@@ -4,7 +4,6 @@
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/SessionBus.hpp"
 #include "hosts/qt/SingleInstance.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/posix/Environment.hpp"
 
 #include <QFont>
@@ -14,28 +13,39 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <iostream>
+#include <mutex>
 #include <utility>
 
 namespace vantor::hosts::qt {
 
 namespace {
 
-/// The handler that the toolkit takes is a plain function.
-std::string& programName() {
-    static std::string name;
-    return name;
-}
+/// The handler that the toolkit takes is a plain function, and any thread may call it, also while the program
+/// ends.
+Say say = nullptr;
 
 /// Why no window came, as the toolkit said it before it gave up.
-QString& firstReason() {
-    static QString reason;
-    return reason;
-}
+class FirstReason {
+public:
+    static FirstReason& instance() {
+        static auto& reason = *new FirstReason; // never destroyed
+        return reason;
+    }
+    void note(const QString& text) {
+        const std::scoped_lock lock(m_mutex);
+        if (m_text.isEmpty()) {
+            m_text = text;
+        }
+    }
+    std::string text() {
+        const std::scoped_lock lock(m_mutex);
+        return m_text.simplified().toStdString();
+    }
 
-void say(const std::string& text) {
-    std::cerr << programName() << ": " << platform::printableText(text, 4096) << std::endl;
-}
+private:
+    std::mutex m_mutex;
+    QString m_text;
+};
 
 std::string displayName() {
     std::string names;
@@ -51,8 +61,8 @@ std::string displayName() {
 std::string noWindowText() {
     std::string text =
         displayName().empty() ? "no window can be shown" : "cannot reach the display " + displayName();
-    if (!firstReason().isEmpty()) {
-        text += " (" + firstReason().simplified().toStdString() + ")";
+    if (const std::string reason = FirstReason::instance().text(); !reason.empty()) {
+        text += " (" + reason + ")";
     }
     return text + "; --snapshot draws into a file";
 }
@@ -60,16 +70,19 @@ std::string noWindowText() {
 void handleRemark(QtMsgType type, const QMessageLogContext& where, const QString& text) {
     const bool isAsked = qEnvironmentVariableIsSet("QT_LOGGING_RULES");
     const bool isOfWindows = QByteArrayView(where.category).startsWith("qt.qpa");
+    const bool isGone = text.contains(QLatin1String("connection broke"));
     if (type == QtFatalMsg && text.contains(QLatin1String("platform plugin"))) {
         say(noWindowText());
-    } else if (text.contains(QLatin1String("connection broke"))) { // the toolkit ends the program after it
+    } else if (isGone) {
         say("the display " + displayName() + " is gone");
     } else if (type == QtFatalMsg || isAsked || (type == QtCriticalMsg && !isOfWindows)) {
         say(text.toStdString());
-    } else if (type != QtDebugMsg && type != QtInfoMsg && isOfWindows && firstReason().isEmpty()) {
-        firstReason() = text;
+    } else if (type != QtDebugMsg && type != QtInfoMsg && isOfWindows) {
+        FirstReason::instance().note(text);
     }
-    if (type == QtFatalMsg) { // a display that cannot be reached is no reason for a core file
+    // A display that cannot be reached is no reason for a core file. After one that is gone the toolkit would
+    // end the program itself, through the destructors of static objects that workers may still use.
+    if (type == QtFatalMsg || isGone) {
         std::_Exit(1);
     }
 }
@@ -110,8 +123,8 @@ void keepDriversOut() {
     }
 }
 
-void quietRemarks(std::string program) {
-    programName() = std::move(program);
+void quietRemarks(Say complain) {
+    say = complain;
     qInstallMessageHandler(handleRemark);
 }
 

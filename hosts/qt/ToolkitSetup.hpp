@@ -23,9 +23,10 @@ void nameApplication(const char* program);
 void keepDriversOut();
 
 /// Drops the toolkit's own remarks, which are for its developers, unless QT_LOGGING_RULES asks for them. What
-/// it cannot go on with is said on standard error after `program` and a colon, and ends the process with 1: a
-/// display that cannot be reached, or is gone, by its name.
-void quietRemarks(std::string program);
+/// it cannot go on with is said through `complain`, and ends the process with 1: a display that cannot be
+/// reached, or is gone, by its name. `complain` is called from any thread.
+using Say = void (*)(const std::string& text);
+void quietRemarks(Say complain);
 
 /// Whether there is a font to draw texts with; without one each letter is a box. With an application object.
 [[nodiscard]] bool hasFonts();

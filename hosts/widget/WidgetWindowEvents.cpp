@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/common/StandardStreams.hpp"
 #include "hosts/qt/LayerShell.hpp"
 #include "hosts/qt/WindowPlace.hpp"
 #include "hosts/qt/X11Desktop.hpp"
@@ -13,7 +14,6 @@
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
-#include <iostream>
 #include <utility>
 
 namespace vantor::hosts::widget {
@@ -70,9 +70,9 @@ void WidgetWindow::takeLevel() {
                                     m_options.onTop ? qt::Layer::aboveWindows : qt::Layer::belowWindows,
                                     layerEdges(), m_options.margin);
         if (wants && !m_isOnLayer && !std::exchange(m_toldOfLevels, true)) {
-            std::cerr
-                << "vantor-widget: an ordinary window: to keep it above or below others needs a Wayland "
-                   "compositor with layers, and LayerShellQt when this was built\n";
+            common::complain("vantor-widget",
+                             "an ordinary window: to keep it above or below others needs a Wayland "
+                             "compositor with layers, and LayerShellQt when this was built");
         }
     } else if (m_options.onDesktop || m_isOnX11Desktop) {
         qt::setPartOfX11Desktop(*windowHandle(), m_options.onDesktop);

@@ -13,7 +13,6 @@
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/Snapshot.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/core/StandardOutput.hpp"
 
 #include <unistd.h>
@@ -23,7 +22,6 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
-#include <iostream>
 #include <string>
 
 namespace {
@@ -32,7 +30,7 @@ using namespace vantor;
 using namespace vantor::hosts::widget;
 
 void say(const std::string& text) {
-    std::cerr << "vantor-widget: " << platform::printableText(text, 4096) << std::endl;
+    hosts::common::complain("vantor-widget", text);
 }
 
 int changeAutostart(const Options& options) {
@@ -112,6 +110,6 @@ int main(int argc, char** argv) {
         say("there is no display; --snapshot draws the widget into a file");
         return 1;
     }
-    hosts::qt::quietRemarks("vantor-widget");
+    hosts::qt::quietRemarks(say);
     return run(options, argc, argv);
 }
