@@ -15,8 +15,6 @@
 #include <climits>
 #include <csignal>
 
-extern char** environ; // NOLINT(readability-redundant-declaration): not every libc declares it
-
 namespace vantor::hosts::common {
 
 using platform::posix::Descriptor;
@@ -57,6 +55,17 @@ private:
     posix_spawnattr_t m_attributes{};
 };
 
+/// Texts as execve(2) wants them, which does not write into them.
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (const std::string& text : texts) {
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 /// Until `descriptor` can be read; false when that does not happen before `end`.
 bool waitToRead(int descriptor, steady_clock::time_point end) {
     for (;;) {
@@ -77,19 +86,14 @@ bool waitToRead(int descriptor, steady_clock::time_point end) {
 } // namespace
 
 std::optional<ChildProcess> ChildProcess::start(const std::string& program,
-                                                const std::vector<std::string>& arguments) {
+                                                const std::vector<std::string>& arguments,
+                                                const std::vector<std::string>& environment) {
     const Setting setting;
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), program);
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
     pid_t child = 0;
-    if (::posix_spawn(&child, program.c_str(), setting.files(), setting.attributes(), pointers.data(),
-                      environ) != 0) {
+    if (::posix_spawn(&child, program.c_str(), setting.files(), setting.attributes(),
+                      pointersTo(words).data(), pointersTo(environment).data()) != 0) {
         return std::nullopt;
     }
     return ChildProcess(child);

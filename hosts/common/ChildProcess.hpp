@@ -15,9 +15,11 @@ namespace vantor::hosts::common {
 /// is left of it. One thread at a time.
 class ChildProcess {
 public:
-    /// Absent where it cannot be started.
+    /// Absent where it cannot be started. The environment is handed in, not looked up: another thread may be
+    /// setting a variable.
     static std::optional<ChildProcess> start(const std::string& program,
-                                             const std::vector<std::string>& arguments);
+                                             const std::vector<std::string>& arguments,
+                                             const std::vector<std::string>& environment);
 
     [[nodiscard]] pid_t number() const { return m_number; }
     /// Waits for its end: whether it ended well; absent when it still runs after `patience`. On kernels

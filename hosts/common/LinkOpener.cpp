@@ -49,9 +49,10 @@ struct LinkOpener::Lookups {
     bool isOver = false;
 
     /// Absent once the opener is gone.
-    std::optional<ChildProcess> start(const std::string& program, const std::string& link) {
+    std::optional<ChildProcess> start(const std::string& program, const std::string& link,
+                                      const std::vector<std::string>& environment) {
         const std::scoped_lock lock(mutex);
-        return isOver ? std::nullopt : ChildProcess::start(program, {link});
+        return isOver ? std::nullopt : ChildProcess::start(program, {link}, environment);
     }
     void end() {
         waiting.clear();
@@ -72,22 +73,35 @@ namespace {
 
 using SharedLookups = std::shared_ptr<LinkOpener::Lookups>;
 
-void postConclusion(const SharedLookups& lookups, const std::string& link, bool opened) {
-    platform::RunLoop::main().post([lookups, link, opened] { lookups->conclude(link, opened); });
+/// What a thread goes by, as it was on the main thread: that may be setting a variable by now.
+struct Task {
+    SharedLookups lookups;
+    LinkOpener::Programs programs;
+    std::string link; ///< or a scheme alone
+    std::vector<std::string> environment = platform::posix::wholeEnvironment();
+};
+
+void postConclusion(const Task& task, bool opened) {
+    platform::RunLoop::main().post(
+        [lookups = task.lookups, link = task.link, opened] { lookups->conclude(link, opened); });
+}
+
+bool hasProgram(const Task& task) {
+    return task.programs.handlers.haveScheme(task.link.substr(0, task.link.find(':')));
 }
 
 /// What a lookup's thread does.
-void lookUp(const SharedLookups& lookups, const LinkOpener::Programs& programs, const std::string& link) {
+void lookUp(const Task& task) {
     std::optional<ChildProcess> opener;
-    if (programs.handlers.haveScheme(link.substr(0, link.find(':')))) {
-        opener = lookups->start(programs.open, link);
+    if (hasProgram(task)) {
+        opener = task.lookups->start(task.programs.open, task.link, task.environment);
     }
     if (!opener) {
-        postConclusion(lookups, link, false);
+        postConclusion(task, false);
         return;
     }
     const std::optional<bool> endedWell = opener->wait(longestOpen);
-    postConclusion(lookups, link, endedWell.value_or(true));
+    postConclusion(task, endedWell.value_or(true));
     if (!endedWell) {
         opener->waitForEnd();
     }
@@ -124,24 +138,21 @@ void LinkOpener::open(const platform::NSURL& url, Finished finished) {
     if (waiting.size() > 1) {
         return; // it is being opened
     }
-    if (!canOpen()) {
-        postConclusion(m_lookups, link, false);
-        return;
-    }
-    if (!inBackground(
-            [lookups = m_lookups, programs = m_programs, link] { lookUp(lookups, programs, link); })) {
-        postConclusion(m_lookups, link, false);
+    const Task task{m_lookups, m_programs, link};
+    if (!canOpen() || !inBackground([task] { lookUp(task); })) {
+        postConclusion(task, false);
     }
 }
 
 void LinkOpener::ask(const std::string& scheme, std::function<void(bool)> heard) {
     std::vector<Finished>& waiting = m_lookups->waiting[scheme];
     waiting.push_back(std::move(heard));
-    const auto look = [lookups = m_lookups, handlers = m_programs.handlers, scheme] {
-        postConclusion(lookups, scheme, handlers.haveScheme(scheme));
-    };
-    if (waiting.size() == 1 && !inBackground(look)) {
-        postConclusion(m_lookups, scheme, true); // a press will tell
+    if (waiting.size() > 1) {
+        return;
+    }
+    const Task task{m_lookups, m_programs, scheme};
+    if (!inBackground([task] { postConclusion(task, hasProgram(task)); })) {
+        postConclusion(task, true); // a press will tell
     }
 }
 

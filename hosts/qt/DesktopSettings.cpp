@@ -13,6 +13,7 @@ namespace vantor::hosts::qt {
 
 namespace {
 
+const auto busService = QStringLiteral("org.freedesktop.DBus");
 const auto portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const auto portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const auto settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
@@ -152,6 +153,25 @@ void DesktopSettings::settingChanged(const QString& group, const QString& key, c
 void DesktopSettings::lockChanged(bool active, const QDBusMessage& message) {
     m_locker.setWatchedServices(active ? QStringList{message.service()} : QStringList{});
     setLocked(active);
+    if (active) {
+        askForLocker(message.service());
+    }
+}
+
+/// One that went before it was watched has been told of already, to nobody.
+void DesktopSettings::askForLocker(const QString& name) {
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        busService, QStringLiteral("/org/freedesktop/DBus"), busService, QStringLiteral("NameHasOwner"));
+    question << name;
+    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this,
+            [this, name](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                const QDBusPendingReply<bool> isThere = *finished;
+                if (isThere.isValid() && !isThere.value() && m_locker.watchedServices().contains(name)) {
+                    setLocked(false);
+                }
+            });
 }
 
 void DesktopSettings::setLocked(bool locked) {

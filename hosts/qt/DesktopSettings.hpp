@@ -46,6 +46,7 @@ public:
 private:
     Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
     Q_SLOT void lockChanged(bool active, const QDBusMessage& message);
+    void askForLocker(const QString& name);
     void setLocked(bool locked);
     void readAll();
     void takeAll(const QDBusMessage& reply);

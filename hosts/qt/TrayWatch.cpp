@@ -4,10 +4,11 @@
 #include "hosts/qt/X11Desktop.hpp"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusReply>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
+#include <QDBusVariant>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -23,18 +24,13 @@ constexpr int patience = 200; // milliseconds
 constexpr milliseconds soon{500};
 constexpr milliseconds atLast{30'000};
 
-/// As the toolkit asks: for one that collects the icons, and somebody who shows them.
-bool hasStatusHost() {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected() || !bus.interface()->isServiceRegistered(trayService)) {
-        return false;
-    }
+QDBusMessage hostQuestion() {
     QDBusMessage question = QDBusMessage::createMethodCall(
         trayService, QStringLiteral("/StatusNotifierWatcher"),
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << trayService << QStringLiteral("IsStatusNotifierHostRegistered");
-    const QDBusReply<QVariant> answer = bus.call(question, QDBus::Block, patience);
-    return answer.isValid() && answer.value().toBool();
+    question.setAutoStartService(false);
+    return question;
 }
 
 } // namespace
@@ -57,9 +53,23 @@ TrayWatch::TrayWatch(std::function<void()> found) : m_found(std::move(found)) {
         this, [this] { lookLater(); }, Qt::QueuedConnection);
 }
 
-void TrayWatch::look() {
-    if (m_found && (hasStatusHost() || hasX11Tray())) {
-        m_again.stop();
+/// As the toolkit asks: for one that collects the icons, and somebody who shows them. But without waiting: a
+/// bus that no longer answers is no reason for a window to stand still.
+void TrayWatch::askForHost() {
+    auto* const answer =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(hostQuestion(), patience), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
+        finished->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *finished;
+        if (reply.isValid() && reply.value().variant().toBool()) {
+            find();
+        }
+    });
+}
+
+void TrayWatch::find() {
+    m_again.stop();
+    if (m_found) {
         std::exchange(m_found, {})();
     }
 }
@@ -67,8 +77,12 @@ void TrayWatch::look() {
 /// A tray of the older kind says that it comes to those only who watch the whole screen: it is looked for now
 /// and then, less and less often.
 void TrayWatch::lookLater() {
-    look();
+    if (hasX11Tray()) {
+        find();
+        return;
+    }
     if (m_found) {
+        askForHost();
         m_again.start(std::min(2 * m_again.intervalAsDuration(), atLast));
     }
 }

@@ -11,11 +11,12 @@ namespace vantor::hosts::qt {
 /// and keeps the answer for ever, so nothing of its tray may be touched before this has found one.
 class TrayWatch final : public QObject {
 public:
-    /// `found` is called once, in the event loop, at once where there is a tray already.
+    /// `found` is called once, in the event loop, soon where there is a tray already.
     explicit TrayWatch(std::function<void()> found);
 
 private:
-    void look();
+    void askForHost();
+    void find();
     void lookLater();
 
     std::function<void()> m_found;

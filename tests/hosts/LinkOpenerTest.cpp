@@ -118,6 +118,17 @@ TEST_F(Links, AreOpenedOnceHoweverOftenTheyArePressed) {
     EXPECT_EQ(std::ranges::count(content("opened"), '\n'), 2) << "the next press opens it anew";
 }
 
+/// The thread that starts the program must not look at what the main thread may be changing.
+TEST_F(Links, GoWithTheEnvironmentOfThePress) {
+    ::setenv("VANTOR_TEST_PRESS", "then", 1);
+    LinkOpener opener(
+        {script("open", "#!/bin/sh\necho $VANTOR_TEST_PRESS >" + path("opened") + "\n"), handlers()});
+    open(opener);
+    ::setenv("VANTOR_TEST_PRESS", "later", 1);
+    ASSERT_TRUE(hears(1));
+    EXPECT_EQ(content("opened"), "then\n");
+}
+
 TEST_F(Links, NobodyIsCalledBackAfterTheEnd) {
     std::optional<LinkOpener> opener(
         std::in_place,
