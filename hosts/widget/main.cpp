@@ -21,6 +21,7 @@
 #include <QTimer>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -111,5 +112,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     hosts::qt::quietRemarks(say);
-    return run(options, argc, argv);
+    const int status = run(options, argc, argv);
+    std::fflush(nullptr);
+    // Not through the destructors of static objects, ours and the libraries': a worker may still be sampling.
+    std::_Exit(status);
 }

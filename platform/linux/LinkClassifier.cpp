@@ -14,7 +14,7 @@ namespace vantor::platform::linux {
 
 namespace {
 
-const std::string folder = "sys/class/net/";
+constexpr const char* folder = "sys/class/net/";
 
 // Hardware types of include/uapi/linux/if_arp.h.
 constexpr std::uint64_t typeEthernet = 1, typeFireWire = 24, typeInfiniBand = 32, typeRawIp = 519;

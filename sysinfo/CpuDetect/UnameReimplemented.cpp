@@ -113,7 +113,8 @@ std::optional<Record> UnameReimplemented::UTSNameReimplemented::fromSysctl(bool 
 }
 
 const Letters& UnameReimplemented::allEquivalent() {
-    static const Letters letters{Letter::s, Letter::n, Letter::r, Letter::v, Letter::m};
+    // Never destroyed: a thread may still ask while the process ends.
+    static const auto& letters = *new Letters{Letter::s, Letter::n, Letter::r, Letter::v, Letter::m};
     return letters;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <mutex>
-#include <optional>
 #include <utility>
 
 namespace vantor::PackagesBase {
@@ -10,6 +9,7 @@ namespace vantor::PackagesBase {
 /// A value that several threads share, made when it is first used. Reading gives a copy; assigning replaces
 /// the whole; `with` runs a function on it under the lock. It can be a static that is ready before any
 /// constructor has run.
+/// Only for statics: the value is never destroyed, since a thread may still ask while the process ends.
 template<class T>
 class Guarded {
 public:
@@ -18,7 +18,7 @@ public:
 
     Guarded& operator=(T value) {
         const std::scoped_lock lock(m_mutex);
-        m_value = std::move(value);
+        made() = std::move(value);
         return *this;
     }
     [[nodiscard]] T value() const {
@@ -38,10 +38,15 @@ public:
     }
 
 private:
-    T& made() const { return m_value ? *m_value : m_value.emplace(); }
+    T& made() const {
+        if (m_value == nullptr) {
+            m_value = new T();
+        }
+        return *m_value;
+    }
 
     mutable std::mutex m_mutex;
-    mutable std::optional<T> m_value;
+    mutable T* m_value = nullptr;
 };
 
 } // namespace vantor::PackagesBase

@@ -4,6 +4,8 @@
 #include "sysinfo/PackagesBase/Guarded.hpp"
 #include "sysinfo/SystemValues/Replay.hpp"
 
+#include <optional>
+
 namespace vantor::SystemValues {
 
 /// What was detected of a machine, kept for the life of the process: of this one, and apart from it of the

@@ -13,10 +13,10 @@ namespace vantor::platform::linux::sysctl {
 
 namespace {
 
-const std::string cpuFolder = "sys/devices/system/cpu/";
+constexpr const char* cpuFolder = "sys/devices/system/cpu/";
 
 std::string folderOf(unsigned processor) {
-    return cpuFolder + "cpu" + std::to_string(processor) + "/";
+    return std::string(cpuFolder) + "cpu" + std::to_string(processor) + "/";
 }
 
 std::optional<CpuList> readList(const KernelTree& tree, std::string_view path) {
@@ -46,15 +46,15 @@ CpuList common(const CpuList& a, const CpuList& b) {
 
 ProcessorTopology::ProcessorTopology(const KernelTree& tree, std::string_view machine)
     : m_tree(tree), m_isX86(machine == "x86_64" || (machine.size() == 4 && machine.ends_with("86"))) {
-    const auto online = readList(tree, cpuFolder + "online");
+    const auto online = readList(tree, std::string(cpuFolder) + "online");
     if (online && !online->empty()) {
         m_online = *online;
     } else {
         m_cpuinfo = parseCpuinfo(tree.read("proc/cpuinfo").text);
         m_online = listedIn(m_cpuinfo);
     }
-    m_present = readList(tree, cpuFolder + "present").value_or(m_online);
-    m_possible = readList(tree, cpuFolder + "possible").value_or(m_present);
+    m_present = readList(tree, std::string(cpuFolder) + "present").value_or(m_online);
+    m_possible = readList(tree, std::string(cpuFolder) + "possible").value_or(m_present);
 }
 
 std::vector<PerformanceLevel> ProcessorTopology::levels() const {
@@ -155,7 +155,7 @@ std::optional<unsigned> ProcessorTopology::coresInAll(const PerformanceLevel& le
     if (!inUse || offline == 0) {
         return inUse;
     }
-    const std::string threads = m_tree.line(cpuFolder + "smt/control").value_or("");
+    const std::string threads = m_tree.line(std::string(cpuFolder) + "smt/control").value_or("");
     if (threads == "off" || threads == "forceoff") {
         return inUse;
     }
