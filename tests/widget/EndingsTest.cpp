@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DemoInPlace.hpp"
 #include "TestTree.hpp"
+#include "hosts/common/Signals.hpp"
+#include "hosts/qt/ToolkitSetup.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 
 #include <gtest/gtest.h>
@@ -11,6 +13,9 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
+#include <chrono>
+#include <csignal>
 #include <functional>
 #include <optional>
 #include <random>
@@ -18,6 +23,8 @@
 
 namespace vantor::hosts::widget {
 namespace {
+
+constexpr std::chrono::seconds patience{20};
 
 /// A window that is ended in the middle of whatever it does.
 class Endings : public ::testing::Test {
@@ -95,9 +102,66 @@ protected:
         deeds[upTo(static_cast<unsigned>(deeds.size()) - 1)]();
     }
 
+    /// A window that lives for so long and is pressed meanwhile, as in the program: the loop runs, what ends
+    /// it comes in between, and then the window goes.
+    void liveFor(std::chrono::milliseconds time, const WidgetHost::Programs& programs) {
+        m_window.emplace(anyOptions(), programs);
+        m_window->start();
+        QObject round; // what was to happen after the end does not
+        const auto after = [this, &round](std::chrono::milliseconds wait, const std::function<void()>& deed) {
+            QTimer::singleShot(wait, Qt::PreciseTimer, &round, [this, deed] {
+                if (m_window) { // others that are due in the same turn come still
+                    deed();
+                }
+            });
+        };
+        for (unsigned deed = upTo(5); deed > 0; --deed) {
+            after(std::chrono::milliseconds(upTo(static_cast<unsigned>(time.count()))), [this] { act(); });
+        }
+        after(time, anyEnd());
+        after(patience, [] {
+            ADD_FAILURE() << "nothing ends it";
+            QApplication::exit();
+        });
+        QApplication::exec();
+        const bool wasSeen = m_window && m_window->presence().isSeen();
+        m_window.reset();
+        EXPECT_TRUE(!wasSeen || rememberedWindow()) << "what it was like is not kept";
+    }
+
     tests::TestTree m_tree;
     std::mt19937 m_chance{20261123}; // the same run every time
     std::optional<WidgetWindow> m_window;
+    const common::Signals m_signals{{SIGTERM}, common::Signals::Again::taken};
+
+private:
+    std::function<void()> anyEnd() {
+        const std::vector<std::function<void()>> ends{
+            [] { ::raise(SIGTERM); },
+            [this] { m_window->menu().actions().back()->trigger(); }, // to quit
+            [this] { m_window->close(); },
+            [] { QApplication::exit(); },
+            [this] { // without the loop having ended first
+                m_window.reset();
+                QApplication::exit();
+            },
+        };
+        const unsigned end = upTo(static_cast<unsigned>(ends.size()) - 1);
+        if (end == 0) {
+            hearSignal();
+        }
+        return ends[end];
+    }
+    /// A signal is heard once, as the program needs it.
+    void hearSignal() {
+        if (m_signals.take().empty() && m_hears) {
+            return;
+        }
+        m_hears = true;
+        qt::quitWhenReadable(m_signals.number());
+    }
+
+    bool m_hears = false;
 };
 
 /// The programs that links are opened with answer at once, after a while, or never.
@@ -108,23 +172,14 @@ TEST_F(Endings, AtAnyMomentAreInPeace) {
         script("never", "while [ -d " + m_tree.root().string() + " ]; do sleep 0.2; done");
     m_tree.write("v.desktop", "[Desktop Entry]\nExec=v\nMimeType=x-scheme-handler/vantor\n");
     const common::LinkHandlers handlers{{}, {m_tree.root().string()}};
+    const std::vector<WidgetHost::Programs> programs{
+        {quick, handlers}, {slow, handlers}, {never, handlers}, {quick, {}}};
     constexpr int rounds = 300;
     for (int round = 0; round < rounds; ++round) {
-        const std::vector<WidgetHost::Programs> programs{
-            {quick, handlers}, {slow, handlers}, {never, handlers}, {quick, {}}};
-        m_window.emplace(anyOptions(), programs[upTo(3)]);
-        m_window->start();
-        for (unsigned deed = upTo(4); deed > 0; --deed) {
-            act();
-            for (unsigned turn = upTo(6); turn > 0; --turn) {
-                QApplication::processEvents();
-            }
-        }
-        // Some are let live until something comes of itself: a frame of an animation, an answer, a report.
-        for (unsigned wait = upTo(7) == 0 ? upTo(40) : 0; wait > 0; --wait) {
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
-        }
-        m_window.reset();
+        // Most end while they begin; some are let live until something comes of itself: a frame of an
+        // animation, an answer, a report.
+        const unsigned longest = round % 6 == 0 ? 400 : 25;
+        liveFor(std::chrono::milliseconds(upTo(longest)), programs[upTo(3)]);
         platform::RunLoop::main().turn(std::chrono::steady_clock::now()); // what came too late
         QApplication::processEvents();
     }

@@ -62,7 +62,7 @@ protected:
         // Not by the toolkit's way to start programs, which the thread sanitizer does not survive.
         m_daemon =
             ChildProcess::start("/usr/bin/dbus-daemon", {"--session", "--nofork", "--address=" + address},
-                                platform::posix::wholeEnvironment(), ChildProcess::Output::dropped);
+                                platform::posix::wholeEnvironment());
         if (!m_daemon) {
             GTEST_SKIP() << "dbus-daemon is not installed";
         }
