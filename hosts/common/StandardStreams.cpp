@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -41,6 +42,19 @@ void holdClosedStreams() {
             // The lowest free number is this one. Opened the wrong way round, it fails to be used.
             (void)::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
         }
+    }
+}
+
+void letNobodyWaitForErrors() {
+    struct stat about {};
+    if (::fstat(STDERR_FILENO, &about) != 0 || !(S_ISFIFO(about.st_mode) || S_ISCHR(about.st_mode))) {
+        return;
+    }
+    // Opened anew, since others share the old one with its flags.
+    const platform::posix::Descriptor own(
+        ::open("/proc/self/fd/2", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (own.isOpen()) {
+        ::dup2(own.number(), STDERR_FILENO);
     }
 }
 

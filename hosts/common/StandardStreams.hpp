@@ -11,6 +11,10 @@ namespace vantor::hosts::common {
 /// written into by mistake. Using it still fails, as with a closed one. First in main.
 void holdClosedStreams();
 
+/// Lets nobody in this process wait for the reader of standard error, not the libraries either: what a pipe
+/// or a terminal does not take at once is dropped. Other processes that write there still wait for theirs.
+void letNobodyWaitForErrors();
+
 /// Writes what a descriptor's reader takes at once; the rest is dropped.
 void writeUnhurried(int descriptor, std::string_view text);
 

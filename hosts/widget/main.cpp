@@ -95,6 +95,7 @@ int run(const Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
     hosts::common::holdClosedStreams();
+    hosts::common::letNobodyWaitForErrors();
     hosts::common::letWritesFail();
     hosts::common::keepMemorySmall();
     platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));

@@ -47,7 +47,7 @@ class Stream:
             os.close(self.reader)
 
 
-def start(command, home, states):
+def start(command, home, states, **more):
     global tried
     tried += 1
     streams = [Stream(state) for state in states]
@@ -59,7 +59,7 @@ def start(command, home, states):
 
     process = subprocess.Popen(command, stdin=streams[0].number, stdout=streams[1].number, stderr=streams[2].number, preexec_fn=place,
                                env={"HOME": home, "VANTOR_SUITE_FILE": home + "/store.plist", "QT_QPA_PLATFORM": "offscreen",
-                                    "PATH": "/usr/bin:/bin", "XDG_RUNTIME_DIR": home, "LC_ALL": "C"})
+                                    "PATH": "/usr/bin:/bin", "XDG_RUNTIME_DIR": home, "LC_ALL": "C", **more})
     return process, streams
 
 
@@ -91,7 +91,8 @@ def targets(process):
 
 
 def window(program, home, states):
-    process, streams = start([program], home, states)
+    # Without fonts it complains before it opens its socket, and so does the library.
+    process, streams = start([program], home, states, FONTCONFIG_FILE="/dev/null")
     end = time.monotonic() + PATIENCE
     while process.poll() is None and not is_up(process) and time.monotonic() < end:
         time.sleep(0.02)
@@ -100,6 +101,8 @@ def window(program, home, states):
             target = targets(process)[str(number)]
             if state == "closed" and target != "/dev/null":
                 problems.append(f"window {states}: {number} is {target}")
+        if not is_up(process):
+            problems.append(f"window {states}: it stands still")
         process.send_signal(signal.SIGTERM)
     finish(process, streams, states, (0, -signal.SIGTERM))
 
