@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """What only the whole program shows: signals, exit status, a picture of the real machine, a broken preference file."""
 import os
+import random
 import signal
 import subprocess
 import sys
@@ -27,7 +28,7 @@ def check(condition, what):
 
 def until_caught(pid, name):
     """It catches the signal once its handler is in place, which /proc tells."""
-    for _ in range(500):
+    for _ in range(2000):
         with open(f"/proc/{pid}/status") as status:
             caught = next(int(line.split()[1], 16) for line in status if line.startswith("SigCgt"))
         if caught & (1 << (name - 1)):
@@ -42,6 +43,20 @@ def signals_end_it():
         until_caught(process.pid, name)
         process.send_signal(name)
         check(process.wait(timeout=10) == 0, f"{name.name} does not end it cleanly")
+
+
+def any_moment_is_a_good_one_to_end():
+    # From before there is a window until after its first figures, with this machine's workers at it.
+    chance = random.Random(20261123)
+    for turn in range(10):
+        running = [start(DISPLAY=f":test-{os.getpid()}-{turn}-{number}") for number in range(5)]
+        for process in running:
+            time.sleep(chance.random() * 0.08)
+            process.send_signal(signal.SIGTERM)
+        for process in running:
+            _, errors = process.communicate(timeout=20)
+            # By default before it is heard, or when it ends already.
+            check(process.returncode in (0, -signal.SIGTERM), f"ended early it says {process.returncode}: {errors}")
 
 
 def closed_output_is_not_written_into():
@@ -91,6 +106,7 @@ def no_display_is_no_crash():
 
 
 signals_end_it()
+any_moment_is_a_good_one_to_end()
 closed_output_is_not_written_into()
 picture_of_this_machine()
 demonstration_is_the_same_to_the_byte()
