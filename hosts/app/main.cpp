@@ -13,7 +13,6 @@
 #include "hosts/qt/AppIcon.hpp"
 #include "hosts/qt/SingleInstance.hpp"
 #include "hosts/qt/ToolkitSetup.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/core/StandardOutput.hpp"
 
 #include <unistd.h>
@@ -22,6 +21,8 @@
 #include <QTimer>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -86,6 +87,7 @@ int run(const Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
     hosts::common::holdClosedStreams();
+    hosts::common::letNobodyWaitForErrors();
     hosts::common::letWritesFail();
     hosts::common::keepMemorySmall();
     platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));
@@ -100,5 +102,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     hosts::qt::quietRemarks(say);
-    return run(options, argc, argv);
+    const int status = run(options, argc, argv);
+    std::fflush(nullptr);
+    // Not through the destructors of static objects, ours and the libraries': a worker may still be sampling.
+    std::_Exit(status);
 }
