@@ -158,8 +158,9 @@ TEST(WorkerPool, ABlockThatWaitsHoldsNobodyUp) {
     std::atomic<int> woken = 0;
     RunLoop::main().setWakeHandler([&] { ++woken; });
     {
-        WorkerPool pool(3);
         std::promise<void> freed;
+        std::atomic<bool> ran = false;
+        WorkerPool pool(3);
         const auto awaitOthers = [wait = freed.get_future().share()] {
             EXPECT_EQ(wait.wait_for(std::chrono::seconds(20)), std::future_status::ready);
         };
@@ -170,14 +171,14 @@ TEST(WorkerPool, ABlockThatWaitsHoldsNobodyUp) {
             awaitOthers();
         });
         pool.async(awaitOthers); // says nothing, and is found out
-        std::atomic<bool> isLast = false;
-        while (!isLast.exchange(true)) {
-            pool.async([&] { isLast = false; });
+        for (int tries = 0; tries < 20 && !ran; ++tries) {
+            pool.async([&] { ran = true; });
             const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(150);
-            while (isLast && std::chrono::steady_clock::now() < end) {
+            while (!ran && std::chrono::steady_clock::now() < end) {
                 std::this_thread::yield();
             }
         }
+        EXPECT_TRUE(ran);
         freed.set_value();
     }
     RunLoop::main().setWakeHandler({});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DemoInPlace.hpp"
 #include "Eventually.hpp"
+#include "hosts/qt/LayerShell.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 
 #include <gtest/gtest.h>
@@ -132,6 +133,16 @@ TEST_F(Window, IsKeptAsItChanges) {
     asked.onTop = false;
     asked.onDesktop = true; // instead of what is remembered
     EXPECT_FALSE(WidgetWindow(asked).windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST(Layers, AWindowStandsAtItsEdgesOrInTheMiddle) {
+    const auto place = [](std::string_view anchor) {
+        return qt::placeOnLayer({400, 360}, {1000, 700}, qt::edgesOf(anchor), 24);
+    };
+    EXPECT_EQ(place("top-right"), QPoint(576, 24));
+    EXPECT_EQ(place("bottom-left"), QPoint(24, 316));
+    EXPECT_EQ(place("bottom"), QPoint(300, 316));
+    EXPECT_EQ(place("center"), QPoint(300, 170));
 }
 
 TEST_F(Window, ItsMenuOffersTheActions) {
