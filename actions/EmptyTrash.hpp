@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Disposal.hpp"
+#include "actions/Release.hpp"
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace vantor {
-
-/// What emptying the trash came to.
-struct TrashEmptied {
-    std::size_t items = 0;   ///< that are gone
-    std::uint64_t bytes = 0; ///< the sum of what was deleted
-    /// What the volumes have more available than before, never below 0; absent where one does not say. It is
-    /// less than the sum where a snapshot, a copy or an open file keeps the blocks.
-    std::optional<std::uint64_t> gained = 0;
-    std::vector<std::string> problems = {}; ///< in English, printable: what stayed, and why
-};
 
 /// Empties the user's trashes for good. What is shown before and what is deleted is one list: what is thrown
 /// away meanwhile stays, and so does what was exchanged meanwhile. Any thread.
@@ -37,7 +26,7 @@ public:
     [[nodiscard]] std::uint64_t bytes() const;
 
     /// Deletes the list. `keepGoing` is asked before each entry; what was deleted by then is gone.
-    [[nodiscard]] TrashEmptied run(const platform::Disposal::KeepGoing& keepGoing) const;
+    [[nodiscard]] Released run(const platform::Disposal::KeepGoing& keepGoing) const;
 
 private:
     platform::TrashContents m_contents;

@@ -32,7 +32,7 @@ struct TrashContents {
 
 /// A volume and the bytes that are available on it.
 struct VolumeSpace {
-    std::uint64_t device = 0; ///< the same for folders on one volume
+    std::string identity = {}; ///< bytes that are the same for folders on one volume
     std::uint64_t available = 0;
 };
 
@@ -58,6 +58,8 @@ public:
     /// What the widget counts as releasable, counted now. A whole count is kept, so that running widgets go
     /// by it from their next report on. Empty where nothing counts.
     virtual ReleasableParts releasableParts(const KeepGoing& keepGoing) = 0;
+    /// The names of all caches that may be released, whether they are there or not.
+    virtual std::vector<std::string> cacheNames() = 0;
     /// Deletes a listed cache's folders: those that still are the ones that were listed, still are of a known
     /// cache that may be released, and are not in use.
     virtual Removal remove(const CacheItem& item, const KeepGoing& keepGoing) = 0;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "TestTree.hpp"
+#include "Swapper.hpp"
+#include "TreeMachine.hpp"
 #include "actions/EmptyTrash.hpp"
 #include "platform/linux/removal/LinuxDisposal.hpp"
 #include "platform/linux/removal/TrashFolders.hpp"
 #include "platform/linux/removal/TrashInfo.hpp"
-#include "platform/posix/Descriptor.hpp"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -16,8 +15,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
-#include <thread>
 #include <vector>
 
 namespace vantor::tests {
@@ -33,8 +30,8 @@ const auto always = [] { return true; };
 class Trash : public testing::Test {
 protected:
     Trash() {
+        m_tree.write("proc/self/mountinfo", localRoot);
         fs::create_directories(trash() / "info");
-        m_tree.write("proc/self/mountinfo", "1 0 0:1 / / rw - tmpfs x rw\n");
     }
     [[nodiscard]] fs::path trash() const { return m_tree.root() / "data/Trash"; }
     void put(const std::string& name, const std::string& date = "2024-05-01T14:03:07") const {
@@ -91,7 +88,7 @@ TEST_F(Trash, LosesWhatWasListedAndNothingElse) {
     m_tree.write("elsewhere", "new"); // what stands under a listed name now is another file
     fs::rename(m_tree.root() / "elsewhere", trash() / "files/exchanged");
     m_tree.write("data/Trash/files/gone", "back"); // its note is no longer a lost one
-    const TrashEmptied result = action.run(always);
+    const Released result = action.run(always);
     EXPECT_THAT(result.problems, testing::ElementsAre("exchanged: is another file than before"));
     EXPECT_EQ(result.items, 5U);
     EXPECT_GE(result.bytes, 3 * block.size());
@@ -107,6 +104,27 @@ TEST_F(Trash, LosesWhatWasListedAndNothingElse) {
     EXPECT_EQ(planted("outside"), 4);
 }
 
+TEST_F(Trash, IsEmptiedOnEveryVolumeThatIsTheMachinesOwn) {
+    const std::string root = m_tree.root().string();
+    const std::string own = ".Trash-" + std::to_string(::geteuid());
+    m_tree.write("proc/self/mountinfo", std::string(localRoot) + "2 1 8:2 / " + root +
+                                            "/disk rw - ext4 /dev/sdb1 rw\n3 1 0:9 / " + root +
+                                            "/cloud rw - fuse.sshfs x rw\n");
+    for (const std::string& trash : {"disk/" + own, "cloud/" + own, std::string("data/Trash")}) {
+        m_tree.write(trash + "/files/a", "x");
+        m_tree.write(trash + "/info/a.trashinfo", "[Trash Info]\nPath=sub/a\n");
+    }
+    const EmptyTrash action;
+    std::vector<std::string> origins;
+    for (const platform::TrashItem& item : action.items()) {
+        origins.push_back(item.origin);
+    }
+    EXPECT_THAT(origins, testing::UnorderedElementsAre("sub/a", root + "/disk/sub/a"));
+    EXPECT_EQ(action.run(always).bytes, action.bytes()) << "the notes count too";
+    EXPECT_FALSE(fs::exists(root + "/disk/" + own + "/files/a") || holds("files/a"));
+    EXPECT_TRUE(fs::exists(root + "/cloud/" + own + "/files/a"));
+}
+
 TEST_F(Trash, CanBeEmptiedByAgeAndStoppedAtEveryEntry) {
     for (const char* const name : {"old", "new", "undated"}) {
         m_tree.write("data/Trash/files/" + std::string(name) + "/file", "x");
@@ -115,7 +133,7 @@ TEST_F(Trash, CanBeEmptiedByAgeAndStoppedAtEveryEntry) {
     put("new", "2098-01-01T00:00:00");
     const EmptyTrash action(1'700'000'000);
     ASSERT_EQ(action.items().size(), 1U);
-    const TrashEmptied stopped = action.run([left = 2]() mutable { return --left >= 0; });
+    const Released stopped = action.run([left = 2]() mutable { return --left >= 0; });
     EXPECT_EQ(stopped.items, 0U);
     EXPECT_THAT(stopped.problems.at(0), HasSubstr("stopped"));
     EXPECT_TRUE(holds("info/old.trashinfo") && holds("files/old/file"));
@@ -126,48 +144,19 @@ TEST_F(Trash, CanBeEmptiedByAgeAndStoppedAtEveryEntry) {
 
 TEST_F(Trash, LosesNothingOutsideToAProgramThatSwapsFoldersForLinks) {
     constexpr int rounds = 60;
-    plant("outside");
     const fs::path item = trash() / "files/item";
-    fs::create_directory_symlink(m_tree.root() / "outside", m_tree.root() / "link");
-    const std::string link = (m_tree.root() / "link").string();
-    std::atomic<bool> ends{false};
-    std::atomic<long> swaps{0};
-    // The swapper itself follows no link either, or it would carry off what lies outside.
-    const auto swap = [&](const std::vector<const char*>& way) {
-        platform::posix::Descriptor folder(
-            ::open((trash() / "files").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        for (std::size_t i = 0; i + 1 < way.size() && folder.isOpen(); ++i) {
-            folder = platform::posix::Descriptor(
-                ::openat(folder.number(), way[i], O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-        }
-        const auto exchange = [&] {
-            return ::renameat2(AT_FDCWD, link.c_str(), folder.number(), way.back(), RENAME_EXCHANGE) == 0;
-        };
-        swaps += folder.isOpen() && exchange() ? 1 : 0;
-        (void)(folder.isOpen() && exchange());
-    };
-    std::thread swapper([&] {
-        while (!ends) {
-            swap({"item"});
-            swap({"item", "a"});
-            swap({"item", "a", "b"});
-        }
-    });
+    fs::create_directories(item);
+    const Swapper swapper(trash() / "files", {{"item"}, {"item", "a"}, {"item", "a", "b"}}, m_tree.root());
     std::size_t emptied = 0;
-    for (int i = 0; i < rounds || swaps == 0; ++i) {
+    for (int i = 0; (i < rounds || !swapper.hasSwapped()) && swapper.keptAll(); ++i) {
         for (const char* const name : {"a/b/a/f", "a/b/b/f", "a/c/f", "a/d/f"}) {
             std::error_code inTheWay; // of the link that stands there just now
             fs::create_directories((item / name).parent_path(), inTheWay);
         }
         emptied += EmptyTrash().run(always).items;
-        if (planted("outside") != 4) {
-            break;
-        }
     }
-    ends = true;
-    swapper.join();
     EXPECT_GT(emptied, 0U);
-    EXPECT_EQ(planted("outside"), 4);
+    EXPECT_TRUE(swapper.keptAll());
 }
 
 TEST_F(Trash, LeavesWhatIsMountedInside) {
@@ -182,7 +171,7 @@ TEST_F(Trash, LeavesWhatIsMountedInside) {
             ::_exit(77);
         }
         m_tree.write("data/Trash/files/item/inside/kept", "kept");
-        const TrashEmptied result = EmptyTrash().run(always);
+        const Released result = EmptyTrash().run(always);
         const bool isKept = fs::exists(inside + "/kept") && result.problems.size() == 1 && result.items == 0;
         ::_exit(isKept ? 0 : 1);
     }
@@ -203,7 +192,8 @@ TEST(TrashFolders, AreTheUsersOwnOnLocalVolumes) {
     const TestTree tree;
     const std::string root = tree.root().string();
     const std::string user = std::to_string(::geteuid());
-    for (const char* const folder : {"data/Trash", "sticky/.Trash", "loose/.Trash", "target", "linked"}) {
+    for (const char* const folder : {"data/Trash", "sticky/.Trash", "loose/.Trash", "target", "linked",
+                                     "snap/app/12/.local/share/Trash"}) {
         fs::create_directories(tree.root() / folder);
     }
     fs::create_directories(root + "/sticky/.Trash/" + user);
@@ -215,10 +205,11 @@ TEST(TrashFolders, AreTheUsersOwnOnLocalVolumes) {
     fs::create_directory_symlink(root + "/target", root + "/linked/.Trash-" + user);
     const std::vector<std::string> mounts{root + "/sticky", root + "/loose", root + "/linked",
                                           root + "/sticky", root + "/absent"};
-    EXPECT_EQ(trashFolders({root + "/data", "", mounts}, ::geteuid()),
-              (std::vector<std::string>{root + "/data/Trash", root + "/sticky/.Trash/" + user,
-                                        root + "/sticky/.Trash-" + user}));
-    EXPECT_TRUE(trashFolders({root + "/data", "", mounts}, ::geteuid() + 1).empty());
+    fs::create_directory_symlink(root + "/snap/app/12", root + "/snap/app/current");
+    EXPECT_EQ(trashFolders({root + "/data", root, mounts}, ::geteuid()),
+              (std::vector<std::string>{root + "/data/Trash", root + "/snap/app/12/.local/share/Trash",
+                                        root + "/sticky/.Trash/" + user, root + "/sticky/.Trash-" + user}));
+    EXPECT_TRUE(trashFolders({root + "/data", root, mounts}, ::geteuid() + 1).empty());
 }
 
 TEST(TrashInfo, IsReadAsTheFormatSays) {

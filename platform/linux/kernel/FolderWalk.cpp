@@ -102,6 +102,7 @@ void FolderWalk::count(const Place& place, const char* name, bool mayBeFolder) {
     }
     if (about.st_uid == m_user && (isFolder || hasAllNames(about))) {
         m_bytes += blocksOf(place, name, about);
+        m_whole = m_whole && (!isFolder || inner.isOpen());
     }
     if (S_ISREG(about.st_mode)) {
         noteUse(about);

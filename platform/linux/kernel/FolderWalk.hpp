@@ -39,6 +39,9 @@ public:
     /// Only a part, once `keepGoing` said no.
     [[nodiscard]] std::uint64_t bytes() const { return m_bytes; }
 
+    /// False where a folder of the user's could not be opened, so that what is in it is missing.
+    [[nodiscard]] bool isWhole() const { return m_whole; }
+
     /// When regular files were last read or written, in seconds since 1970. File systems that are told not to
     /// keep the time of reading, or to do so once a day, know only that.
     struct Use {
@@ -70,6 +73,7 @@ private:
     std::uint64_t m_bytes = 0;
     bool m_sharing = false;
     bool m_stopped = false;
+    bool m_whole = true;
 };
 
 } // namespace vantor::platform::linux

@@ -25,8 +25,8 @@ const std::vector<KnownCache>& knownCaches() {
         {"yarn", harmless, downloads, {"yarn"}},
         // A build that runs takes what it just made from there.
         {"go-build", harmless, builds, {"go-build"}, {"go"}},
-        {"ccache", harmless, builds, {"ccache", "~/.ccache/[0-9a-f]"}, {"ccache"}}, // beside its settings
-        {"sccache", harmless, builds, {"sccache"}, {"sccache"}},
+        {"ccache", harmless, builds, {"ccache", "~/.ccache/[0-9a-f]"}}, // beside its settings
+        {"sccache", harmless, builds, {"sccache"}},
         {"firefox",
          harmless,
          pages,

@@ -6,6 +6,7 @@
 #include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/FolderWalk.hpp"
 #include "platform/linux/kernel/KernelFile.hpp"
+#include "platform/linux/kernel/VolumeQuery.hpp"
 #include "platform/linux/removal/CacheList.hpp"
 #include "platform/linux/removal/Remover.hpp"
 #include "platform/linux/removal/SystemCaches.hpp"
@@ -14,7 +15,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -74,11 +74,21 @@ private:
         const std::string file = "info/" + name + std::string(ending);
         KernelFile note(m_path + '/' + file, Shape::manyRecords);
         if (const std::optional<TrashInfo> info = parseTrashInfo(note.read(longestInfo).text)) {
-            item.origin = info->path.empty() ? item.origin : printableText(info->path, longestOrigin);
+            item.origin = originOf(info->path).value_or(item.origin);
             item.trashed = info->trashed;
         }
         item.bytes = sizeOf(m_trash.number(), file.c_str());
         return item;
+    }
+
+    /// In a volume's own trash paths begin at the volume's top.
+    [[nodiscard]] std::optional<std::string> originOf(const std::string& path) const {
+        if (path.empty()) {
+            return std::nullopt;
+        }
+        const std::size_t top = m_path.rfind("/.Trash");
+        const bool isBelowTop = !path.starts_with('/') && top != std::string::npos;
+        return printableText(isBelowTop ? m_path.substr(0, top) + '/' + path : path, longestOrigin);
     }
 
     std::uint64_t sizeOf(int folder, const char* name) {
@@ -175,6 +185,14 @@ ReleasableParts LinuxDisposal::releasableParts(const KeepGoing& keepGoing) {
     return countAndKeep(m_places, m_paths, keepGoing).parts;
 }
 
+std::vector<std::string> LinuxDisposal::cacheNames() {
+    std::vector<std::string> names;
+    for (const KnownCache& cache : knownCaches()) {
+        names.emplace_back(cache.name);
+    }
+    return names;
+}
+
 Removal LinuxDisposal::remove(const CacheItem& item, const KeepGoing& keepGoing) {
     return CacheList(m_places.tree, m_places.folders, m_paths).remove(item, keepGoing);
 }
@@ -184,13 +202,13 @@ std::vector<SystemCache> LinuxDisposal::systemCaches() {
 }
 
 std::optional<VolumeSpace> LinuxDisposal::volumeOf(const std::string& folder) {
-    struct stat about {};
-    struct statvfs space {};
-    if (::stat(folder.c_str(), &about) != 0 || ::statvfs(folder.c_str(), &space) != 0) {
+    const posix::Descriptor descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const std::optional<std::string> identity = fileSystemOf(descriptor.number());
+    const std::optional<VolumeFigures> figures = queryVolume(folder).figures;
+    if (!identity || !figures) {
         return std::nullopt;
     }
-    const std::uint64_t block = space.f_frsize != 0 ? space.f_frsize : space.f_bsize;
-    return VolumeSpace{about.st_dev, space.f_bavail * block};
+    return VolumeSpace{*identity, static_cast<std::uint64_t>(figures->available)};
 }
 
 } // namespace vantor::platform::linux

@@ -21,6 +21,7 @@ public:
     TrashContents trashItems(const KeepGoing& keepGoing) override;
     Removal remove(const TrashItem& item, const KeepGoing& keepGoing) override;
     ReleasableParts releasableParts(const KeepGoing& keepGoing) override;
+    std::vector<std::string> cacheNames() override;
     Removal remove(const CacheItem& item, const KeepGoing& keepGoing) override;
     std::vector<SystemCache> systemCaches() override;
     std::optional<VolumeSpace> volumeOf(const std::string& folder) override;

@@ -42,9 +42,11 @@ std::vector<SystemCache> findSystemCaches(const KernelTree& tree) {
         if (folder.isOpen()) {
             FolderWalk walk(fileSystemOf(folder.number()).value_or(""), about.st_uid, [] { return true; });
             walk.add(path);
-            cache.bytes = walk.bytes();
+            cache.bytes = walk.isWhole() ? std::optional(walk.bytes()) : std::nullopt;
         }
-        caches.push_back(std::move(cache));
+        if (cache.bytes != 0U) {
+            caches.push_back(std::move(cache));
+        }
     }
     return caches;
 }
