@@ -5,13 +5,16 @@
 #include "hosts/command/MemoryOutput.hpp"
 #include "hosts/command/Output.hpp"
 #include "hosts/command/ProcessorOutput.hpp"
+#include "hosts/command/StorageOutput.hpp"
 #include "hosts/common/Failures.hpp"
+#include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostWorkload.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <chrono>
+#include <ctime>
 #include <memory>
 #include <thread>
 
@@ -50,6 +53,17 @@ int cpu(bool asJson) {
     return isSound ? done : refused;
 }
 
+int storage(bool asJson) {
+    const common::HostDisposal disposal;
+    const std::optional<StoragePage> page = storagePage(static_cast<std::int64_t>(std::time(nullptr)));
+    const bool isSound = complainAbout(platform::Source::storage);
+    if (!page) {
+        return refused;
+    }
+    print(asJson ? storageJson(*page) : storageText(*page));
+    return isSound ? done : refused;
+}
+
 /// In place from here on. Never destroyed: workers may be asking while the program ends.
 void putMachineInPlace() {
     [[maybe_unused]] static const auto& machine = *new common::HostMachine(false);
@@ -72,12 +86,22 @@ void addPage(CLI::App& app, Action& action, const char* name, const char* help, 
 
 void addPageCommands(CLI::App& app, Action& action) {
     addPage(app, action, "ram", "Show what the RAM ring is made of, and which applications hold it", ram);
+    addPage(app, action, "storage", "Show what the storage ring is made of, and what could be released",
+            storage);
     addPage(app, action, "cpu", "Show what the CPU ring is made of, over one second", cpu);
 }
 
 int printPage(DeepLink::Page page) {
     putMachineInPlace();
-    return page == DeepLink::Page::processor ? cpu(false) : ram(false);
+    switch (page) {
+    case DeepLink::Page::processor:
+        return cpu(false);
+    case DeepLink::Page::storage:
+        return storage(false);
+    case DeepLink::Page::memory:
+        break;
+    }
+    return ram(false);
 }
 
 } // namespace vantor::hosts::command

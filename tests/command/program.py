@@ -125,8 +125,8 @@ with tempfile.TemporaryDirectory() as folder:
     check(run("cpu", locale="C").stdout.startswith("CPU: the ring is at "), "the CPU page")
 
     # Without a display the page comes as text. Only the four links are understood, and nothing else reaches a page.
-    cpu, ram = "CPU: the ring is at ", "RAM: "
-    for link, head in (("vantor://action?showCpu", cpu), ("vantor://action?showRam", ram), ("x", ram),
+    cpu, ram, storage = "CPU: the ring is at ", "RAM: ", "Storage: "
+    for link, head in (("vantor://action?showCpu", cpu), ("vantor://action?showStorage", storage), ("vantor://action?showRam", ram), ("x", ram),
                        ("VANTOR://action?showCpu", ram), ("vantor://action?showCpu#", ram), ("$(reboot)", ram)):
         check(run("open", link, locale="C").stdout.startswith(head), f"open {link}")
     check(run(locale="C").stdout.startswith(ram), "no command")
@@ -153,7 +153,7 @@ with tempfile.TemporaryDirectory() as folder:
         check(got == heard, f"the window heard {got}")
         app.chmod(0o644)
         got = run(*words, by=beside, DISPLAY=":nowhere", locale="C").stdout
-        check(got.startswith(ram), f"without the window: {got}")
+        check(got.startswith(storage if "vantor://action?showStorage" in words else ram), f"without the window: {got}")
 
     # The trash is listed, and nothing is deleted by mistake. (Nothing here empties it: volumes have trashes of others.)
     thrown = home / ".local/share/Trash/files/old.txt"
@@ -164,6 +164,34 @@ with tempfile.TemporaryDirectory() as folder:
     run("clean", "trash", "--older-than", "36500", "--yes", status=1)
     run("clean", "trash", "--older-than", "-1", status=2)
     check(thrown.exists(), "the trash was emptied unasked")
+
+    # The storage page adds up, and the caches on the list go, and no others.
+    for path in ("pip/a", "torch/model", "spotify/song", "chromium/Default/Cache/f"):
+        (home / ".cache" / path).parent.mkdir(parents=True, exist_ok=True)
+        (home / ".cache" / path).write_bytes(bytes(20000))
+    page = json.loads(run("storage", "--json").stdout)
+    check(page["used"] + page["releasable"] + page["available"] == page["total"] and
+          page["trash"] + sum(cache["bytes"] for cache in page["caches"]) + page["rest"] == page["releasable"],
+          f"storage: {page}")
+    kinds = {cache["name"]: cache["kind"] for cache in page["caches"]}
+    check(kinds == {"pip": "harmless", "chromium": "harmless", "torch": "costly", "spotify": "kept"} | {None: "kept"},
+          f"caches: {kinds}")
+    text = run("storage", locale="C").stdout
+    check(text.startswith("Storage: ") and "  pip: Comes back" in text and "  spotify: Kept" in text, f"storage: {text}")
+    run("clean", "caches", status=2)
+    check("spotify" in run("clean", "caches", "spotify", "--yes", status=2).stderr, "a kept cache was not refused")
+    run("clean", "caches", "yarn", "--yes", status=1)
+    dry = run("clean", "caches", "--dry-run", locale="C").stdout
+    check("pip" in dry and "chromium" in dry and "torch" not in dry and (home / ".cache/pip/a").exists(), f"dry: {dry}")
+    lock = home / ".config/chromium/SingletonLock"
+    lock.parent.mkdir(parents=True, exist_ok=True)
+    lock.symlink_to(f"host-{os.getpid()}")
+    check("chromium" in run("clean", "caches", "chromium", "--yes", status=3, locale="C").stderr, "a running browser's cache")
+    check(run("clean", "caches", "--yes", locale="C").stdout.startswith("Deleted "), "harmless caches")
+    check([(home / ".cache" / path).exists() for path in ("pip", "torch/model", "spotify/song", "chromium/Default/Cache/f")]
+          == [False, True, True, True], "the wrong caches went")
+    run("clean", "caches", "torch", "--yes")
+    check(not (home / ".cache/torch").exists(), "a named cache stayed")
 
     # Standard output that cannot be written is told.
     with open("/dev/full", "w") as full:

@@ -150,7 +150,8 @@ def reports():
 def commands():
     """Figures without what is in the home, else a refusal that names what does not answer."""
     for words, status in ((["ram"], 3), (["cpu"], 0), (["settings", "list"], 3), (["settings", "set", "refreshSeconds", "3"], 3),
-                          (["settings", "watch"], 3), (["clean", "trash", "--dry-run"], 3)):
+                          (["settings", "watch"], 3), (["clean", "trash", "--dry-run"], 3), (["storage"], 3),
+                          (["clean", "caches", "--dry-run"], 3)):
         with Case("home under vantor", "home") as case:
             ended, text, errors = case.run(command, *words)
             check(ended == status, case.name, f"{words}: {ended}")
