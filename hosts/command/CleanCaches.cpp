@@ -16,6 +16,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 
 namespace vantor::hosts::command {
@@ -70,9 +71,14 @@ int cleanCaches(const Arguments& arguments) {
     if (!canDelete(arguments.wish) || !areKnown(arguments.names)) {
         return wrongUsage;
     }
-    const std::string folder = platform::posix::UserFolders::fromEnvironment().cache;
-    if (!common::isOnThisMachine(folder)) {
-        complain(folder + ": is on a network's or a program's file system, which is left alone.");
+    const auto folders = platform::posix::UserFolders::fromEnvironment();
+    if (!common::isOnThisMachine(folders.cache)) {
+        complain(folders.cache + ": is on a network's or a program's file system, which is left alone.");
+        return refused;
+    }
+    if (!common::answers(folders.home,
+                         std::chrono::seconds(1))) { // some programs keep theirs beside the cache
+        complain(folders.home + common::noAnswer);
         return refused;
     }
     std::vector<CacheItem> wanted;
