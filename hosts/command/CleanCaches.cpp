@@ -8,15 +8,12 @@
 #include "hosts/command/Output.hpp"
 #include "hosts/command/PageText.hpp"
 #include "hosts/common/HostDisposal.hpp"
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostViewer.hpp"
 #include "pages/CacheText.hpp"
-#include "platform/posix/UserFolders.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 
 namespace vantor::hosts::command {
@@ -71,19 +68,14 @@ int cleanCaches(const Arguments& arguments) {
     if (!canDelete(arguments.wish) || !areKnown(arguments.names)) {
         return wrongUsage;
     }
-    const auto folders = platform::posix::UserFolders::fromEnvironment();
-    if (!common::isOnThisMachine(folders.cache)) {
-        complain(folders.cache + ": is on a network's or a program's file system, which is left alone.");
-        return refused;
-    }
-    if (!common::answers(folders.home,
-                         std::chrono::seconds(1))) { // some programs keep theirs beside the cache
-        complain(folders.home + common::noAnswer);
+    platform::ReleasableParts parts = platform::currentDisposal().releasableParts([] { return true; });
+    if (!parts.problem.empty()) {
+        complain(parts.problem + '.');
         return refused;
     }
     std::vector<CacheItem> wanted;
     bool isWaiting = false;
-    for (CacheItem& item : platform::currentDisposal().releasableParts([] { return true; }).caches) {
+    for (CacheItem& item : parts.caches) {
         if (!arguments.asksFor(item) || item.bytes == 0) {
             continue;
         }

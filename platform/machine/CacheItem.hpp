@@ -70,6 +70,7 @@ struct ReleasableParts {
     std::uint64_t trash = 0;       ///< bytes in the trashes on the documents' volume
     std::vector<CacheItem> caches; ///< in no order
     bool isWhole = true;           ///< false: the count was stopped
+    std::string problem = {};      ///< why nothing counts, in English and printable; empty where it does
 
     [[nodiscard]] std::uint64_t bytes() const {
         std::uint64_t sum = trash;

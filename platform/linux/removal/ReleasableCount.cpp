@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/removal/ReleasableCount.hpp"
 
+#include "platform/core/PrintableText.hpp"
 #include "platform/linux/kernel/FileSystem.hpp"
 #include "platform/linux/kernel/VolumeQuery.hpp"
 #include "platform/linux/removal/CacheList.hpp"
@@ -18,6 +19,8 @@
 namespace vantor::platform::linux {
 
 namespace {
+
+constexpr std::size_t longestPath = 4096;
 
 /// The folder at the top of the file system that holds a path: there, other disks keep their trash.
 std::string topFolder(std::string path, dev_t fileSystem) {
@@ -37,7 +40,12 @@ std::string topFolder(std::string path, dev_t fileSystem) {
 ReleasableParts countReleasable(const ReleasablePlaces& places, LocalPaths& paths,
                                 const std::function<bool()>& keepGoing) {
     ReleasableParts parts;
+    if (places.documents.empty()) { // a machine without a home
+        return parts;
+    }
     if (!paths.isLocal(places.documents)) {
+        parts.problem = printableText(places.documents, longestPath) +
+                        ": is on a network's or a program's file system, which is left alone";
         return parts;
     }
     const posix::Descriptor descriptor(::open(places.documents.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -71,7 +79,7 @@ std::string keptReleasableFile(const posix::UserFolders& folders) {
 ReleasableCount countAndKeep(const ReleasablePlaces& places, LocalPaths& paths,
                              const std::function<bool()>& keepGoing) {
     if (!paths.isLocal(places.documents)) {
-        return {};
+        return {countReleasable(places, paths, keepGoing), std::nullopt};
     }
     const std::optional<VolumeFigures> before = queryVolume(places.documents).figures;
     ReleasableCount count{countReleasable(places, paths, keepGoing), std::nullopt};
