@@ -186,9 +186,9 @@ TEST(Pictures, AStepIsDueWhenAChartsEndHasMovedByADot) {
             before = picture.grid;
             ++steps;
         }
-        // The fullest of three charts passes 84 percent of its dots; each makes 60 steps at most.
-        EXPECT_GE(steps, std::min(static_cast<int>(0.84 * picture.stepsPerUnit), 60));
-        EXPECT_LT(steps, 181);
+        // The fullest of three charts passes 84 percent of its dots; each makes 20 steps at most.
+        EXPECT_GE(steps, std::min(static_cast<int>(0.84 * picture.stepsPerUnit), 20));
+        EXPECT_LT(steps, 61);
         EXPECT_GT(changes, steps * 7 / 10) << "hardly a step is without a new dot";
         EXPECT_EQ(before, drawPicture(fixture.scene, size, look, fixture.rest()).grid);
         look.background = look.background ? std::nullopt : std::optional(0x002B36U);

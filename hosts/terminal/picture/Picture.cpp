@@ -14,7 +14,7 @@ using platform::Instant;
 using platform::LinearAnimation;
 
 namespace {
-constexpr double mostSteps = 60; // a second; no screen shows more
+constexpr double mostSteps = 20; // a second: what moves by a few dots in each looks smooth
 
 /// The keys that are offered: where both modes look alike, the one that changes it does nothing.
 std::vector<Scene::Key> keysFor(const Scene& scene, Size size, const Layout& layout) {
