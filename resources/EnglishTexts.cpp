@@ -54,9 +54,6 @@ constexpr std::array texts{
     EnglishText{"app_ATNEXTSTART", "Takes effect at the widget’s next start or Refresh"},
     EnglishText{"app_AUTOMATIC", "Automatic"},
     EnglishText{"app_AVAILABLE", "Available"},
-    EnglishText{
-        "app_BROKENFILE",
-        "The settings file cannot be understood, and is left as it is; the usual settings hold. {reason}"},
     EnglishText{"app_BUSY", "Busy"},
     EnglishText{"app_CACHE", "Cache"},
     EnglishText{"app_CELSIUS", "{n} °C"},
@@ -152,6 +149,7 @@ constexpr std::array texts{
     EnglishText{"host_HIDEWINDOW", "Hide Vantor"},
     EnglishText{"host_LOWPRIORITY", "{share} at low priority"},
     EnglishText{"host_MEMORY", "RAM"},
+    EnglishText{"host_MEMORYSHORT", "Memory is getting short"},
     EnglishText{"host_NETWORK", "Network"},
     EnglishText{"host_NOAPP", "The Vantor app is not installed"},
     EnglishText{"host_OFTOTAL", "of {size}"},

@@ -37,7 +37,8 @@ constexpr std::array windowFlags{
     Flag{"--on-desktop", &Options::onDesktop,
          "Keep it below others, without a frame, as a part of the desktop", "--on-top"},
     Flag{"--tray", &Options::tray, "Show a ring in the tray as well, once there is one", nullptr},
-    Flag{"--hidden", &Options::hidden, "Start with the ring in the tray alone", nullptr}};
+    Flag{"--hidden", &Options::hidden, "Start with the ring in the tray alone", nullptr},
+    Flag{"--warn-memory", &Options::warnMemory, "Say so once when memory gets short", nullptr}};
 
 std::string checkPicture(const std::string& name) {
     return qt::isPicture(name, ".png") || qt::isPicture(name, ".svg")

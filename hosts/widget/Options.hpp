@@ -22,7 +22,8 @@ struct Options {
     bool onDesktop = false;
     bool frameless = false;
     bool tray = false;
-    bool hidden = false; ///< the ring in the tray alone, until somebody asks for the window
+    bool warnMemory = false; ///< say so once when memory gets short
+    bool hidden = false;     ///< the ring in the tray alone, until somebody asks for the window
     std::string
         anchor;      ///< where on a Wayland screen: "top-right", "center" and the like; or empty: top-right
     int margin = 24; ///< from those edges, in pixels

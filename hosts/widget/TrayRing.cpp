@@ -70,6 +70,12 @@ TrayRing::TrayRing(std::vector<qt::RingView*> rings, QMenu& menu, std::function<
                      });
 }
 
+void TrayRing::tell(const QString& text, std::function<void()> pressed) {
+    QObject::disconnect(&m_icon, &QSystemTrayIcon::messageClicked, nullptr, nullptr);
+    QObject::connect(&m_icon, &QSystemTrayIcon::messageClicked, &m_icon, std::move(pressed));
+    m_icon.showMessage(QStringLiteral("Vantor"), text, m_icon.icon());
+}
+
 QIcon ringIcon(const platform::Layers& strokes, platform::Appearance appearance) {
     const auto* const stroke = strokes.size() > 1 ? std::get_if<platform::StrokeLayer>(&strokes.back())
                                                   : nullptr; // the first is its track

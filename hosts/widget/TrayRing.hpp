@@ -21,6 +21,9 @@ public:
     /// The rings in the order of the sections that have one.
     TrayRing(std::vector<qt::RingView*> rings, QMenu& menu, std::function<void()> pressed);
 
+    /// Shows a notice beside the icon; `pressed` hears of a press on it.
+    void tell(const QString& text, std::function<void()> pressed);
+
     /// Draws the ring anew where its percentage or colour changed. One whose source cannot be read is empty,
     /// and the tooltip says so.
     void update(const qt::Theme& theme, const std::vector<platform::SourceFailure>& failures);

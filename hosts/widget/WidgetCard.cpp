@@ -64,11 +64,13 @@ WidgetCard::WidgetCard(std::shared_ptr<TEReportTableViewController> controller, 
     });
     connect(m_form->manualInfoRefresh, &QAbstractButton::clicked, m_form->manualInfoRefresh,
             &qt::GlyphButton::confirm);
-    connect(m_form->memoryTotal, &QAbstractButton::clicked, this, [this] {
-        if (const auto& context = m_binding.controller().extensionContext()) {
-            context->openURL(*platform::NSURL::URLWithString(DeepLink::showRam), nullptr);
-        }
-    });
+    connect(m_form->memoryTotal, &QAbstractButton::clicked, this, [this] { openMemoryPage(); });
+}
+
+void WidgetCard::openMemoryPage() {
+    if (const auto& context = m_binding.controller().extensionContext()) {
+        context->openURL(*platform::NSURL::URLWithString(DeepLink::showRam), nullptr);
+    }
 }
 
 WidgetCard::~WidgetCard() = default;

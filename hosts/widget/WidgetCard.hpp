@@ -60,6 +60,8 @@ public:
     /// Whether the app is there that rings and buttons ask; without it they do not invite to be pressed, and
     /// their tooltips say why.
     void setAppIsThere(bool isThere);
+    /// As the button beside the memory's heading does.
+    void openMemoryPage();
     /// A line that goes away by itself.
     void showMessage(const QString& text);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/WidgetWindow.hpp"
 
+#include "hosts/qt/HostText.hpp"
 #include "hosts/qt/WindowPlace.hpp"
 #include "hosts/qt/X11Desktop.hpp"
 #include "hosts/widget/Autostart.hpp"
@@ -71,6 +72,9 @@ WidgetWindow::WidgetWindow(const Options& options, WidgetHost::Programs programs
     }
     if (m_options.tray) {
         setTray(true);
+    }
+    if (m_options.warnMemory && !m_options.demo) {
+        m_memoryWarning = std::make_unique<MemoryWarning>([this] { warnOfMemory(); });
     }
 }
 
@@ -159,6 +163,17 @@ void WidgetWindow::showTrayRing() {
     draw();
     m_host.setTurnHandler(draw);
     seenChanged();
+}
+
+/// In the tray where there is one, where a press leads to the page; else on the card, beside the button that
+/// does.
+void WidgetWindow::warnOfMemory() {
+    const QString text = qt::hostText("host_MEMORYSHORT");
+    if (m_tray) {
+        m_tray->tell(text, [this] { card().openMemoryPage(); });
+    } else {
+        card().showMessage(text);
+    }
 }
 
 void WidgetWindow::toggleShown() {

@@ -4,6 +4,7 @@
 #include "hosts/qt/DesktopSettings.hpp"
 #include "hosts/qt/Presence.hpp"
 #include "hosts/qt/TrayWatch.hpp"
+#include "hosts/widget/MemoryWarning.hpp"
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/TrayRing.hpp"
 #include "hosts/widget/WidgetHost.hpp"
@@ -80,6 +81,7 @@ private:
     void fit();
     void frameCard();
     void seenChanged();
+    void warnOfMemory();
 
     WindowKeeper m_keeper;
     Options m_given;   ///< on the command line, and as toggles have changed it since: for the autostart entry
@@ -90,6 +92,7 @@ private:
     WidgetMenu m_menu;
     std::unique_ptr<qt::TrayWatch> m_trayWatch;
     std::unique_ptr<TrayRing> m_tray;
+    std::unique_ptr<MemoryWarning> m_memoryWarning;
     qt::Presence m_presence;
     std::optional<QPoint> m_position; ///< of its frame, where the window system tells
     platform::CGSize m_content;       ///< of the card, in points

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TestTree.hpp"
 #include "platform/linux/control/LinuxWorkloadControl.hpp"
+#include "platform/linux/control/PressureTrigger.hpp"
 #include "platform/linux/control/ReclaimFile.hpp"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,31 @@ TEST_F(Control, ReclaimsFromApplicationsAtTheEndsOfTheTreeOnly) {
     EXPECT_EQ(m_control.reclaim("app.slice/gone.scope", 1), ReclaimAnswer::less);
     m_tree.write("proc/meminfo", "MemTotal: 8 kB\nMemFree: 1 kB\nMemAvailable: 2 kB\n");
     EXPECT_EQ(m_control.memoryLevel(), (platform::MemoryLevel{8192, 2048}));
+}
+
+TEST(PressureTrigger, TellsWhatTheKernelWatchesElseItsAverage) {
+    const TestTree tree;
+    PressureTrigger absent{KernelTree(tree.root().string())};
+    EXPECT_FALSE(absent.isShort());
+    const auto pressure = [&](const std::string& share) {
+        const std::string text =
+            "some avg10=" + share +
+            " avg60=0.00 avg300=0.00 total=5\nfull avg10=0.00 avg60=0.00 avg300=0.00 total=0\n";
+        tree.write("proc/pressure/memory", text);
+        PressureTrigger trigger{KernelTree(tree.root().string())};
+        EXPECT_EQ(trigger.number(), -1);
+        EXPECT_EQ(fileContent(tree.root() / "proc/pressure/memory"),
+                  text); // no trigger for what is no kernel
+        return trigger.isShort();
+    };
+    EXPECT_TRUE(pressure("10.00"));
+    EXPECT_FALSE(pressure("9.99"));
+    PressureTrigger real;
+    if (real.number() < 0) {
+        GTEST_SKIP() << "this kernel takes no trigger from us";
+    }
+    (void)real.isShort(); // whatever the machine is up to
+    EXPECT_NE(real.number(), -1) << "the kernel stopped watching";
 }
 
 /// A process of this test's own, which ends with it.

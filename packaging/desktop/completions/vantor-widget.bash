@@ -10,7 +10,7 @@ _vantor_widget() {
     --scale | --margin) COMPREPLY=() ;;
     *)
       mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --expanded --frameless --help
-        --hidden --margin --on-desktop --on-top --scale --snapshot --tray --version' -- "$current")
+        --hidden --margin --on-desktop --on-top --scale --snapshot --tray --version --warn-memory' -- "$current")
       ;;
   esac
 }
