@@ -54,6 +54,9 @@ constexpr std::array texts{
     EnglishText{"app_ATNEXTSTART", "Takes effect at the widget’s next start or Refresh"},
     EnglishText{"app_AUTOMATIC", "Automatic"},
     EnglishText{"app_AVAILABLE", "Available"},
+    EnglishText{
+        "app_BROKENFILE",
+        "The settings file cannot be understood, and is left as it is; the usual settings hold. {reason}"},
     EnglishText{"app_BUSY", "Busy"},
     EnglishText{"app_CACHE", "Cache"},
     EnglishText{"app_CELSIUS", "{n} °C"},
