@@ -3,6 +3,7 @@
 
 #include "platform/linux/removal/LinuxDisposal.hpp"
 #include "platform/linux/user/UserDirs.hpp"
+#include "platform/simulated/DemoDisposal.hpp"
 
 #include <utility>
 
@@ -10,7 +11,10 @@ namespace vantor::hosts::common {
 
 namespace {
 
-std::unique_ptr<platform::Disposal> disposalOfThisUser() {
+std::unique_ptr<platform::Disposal> disposalFor(bool demo) {
+    if (demo) {
+        return std::make_unique<platform::DemoDisposal>();
+    }
     platform::linux::ReleasablePlaces places{.folders = platform::posix::UserFolders::fromEnvironment()};
     platform::linux::LocalPaths paths;
     places.documents = platform::linux::documentsFolder(places.folders, paths);
@@ -19,6 +23,6 @@ std::unique_ptr<platform::Disposal> disposalOfThisUser() {
 
 } // namespace
 
-HostDisposal::HostDisposal() : m_disposal(disposalOfThisUser()) {}
+HostDisposal::HostDisposal(bool demo) : m_disposal(disposalFor(demo)) {}
 
 } // namespace vantor::hosts::common

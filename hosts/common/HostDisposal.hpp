@@ -8,10 +8,10 @@
 namespace vantor::hosts::common {
 
 /// What the program's user can throw away for good on this machine, in place as the disposal while this
-/// lives.
+/// lives. `demo`: what is made up, of which nothing real is ever deleted.
 class HostDisposal {
 public:
-    HostDisposal();
+    explicit HostDisposal(bool demo = false);
 
 private:
     std::unique_ptr<platform::Disposal> m_disposal;
