@@ -2,6 +2,7 @@
 #include "hosts/app/AppContent.hpp"
 
 #include "charts/ArcChartStyle.hpp"
+#include "hosts/app/EndDialog.hpp"
 #include "hosts/qt/HostText.hpp"
 
 #include <QHBoxLayout>
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 
 namespace vantor::hosts::app {
 
@@ -26,6 +28,20 @@ ProcessorPageSampler::Clock clockFor(bool demo) {
         return std::chrono::steady_clock::now;
     }
     return [now = std::chrono::steady_clock::time_point()]() mutable { return now += demoInterval; };
+}
+
+/// An action's waits cost nothing in the demonstration.
+Pace paceFor(bool demo) {
+    if (!demo) {
+        return {};
+    }
+    const auto now = std::make_shared<Pace::Moment>();
+    return {[now] { return *now; }, [now](std::chrono::milliseconds time) { *now += time; }};
+}
+
+std::function<std::int64_t()> timeFor(bool demo) {
+    constexpr std::int64_t demoTime = 1'700'000'000;
+    return [demo] { return demo ? demoTime : static_cast<std::int64_t>(std::time(nullptr)); };
 }
 
 std::vector<qt::RingView*> ringsOf(QWidget& top) {
@@ -47,10 +63,13 @@ AppContent::AppContent(bool demo)
         m_models.at(i) = std::make_shared<ArcChartViewModel>();
     }
     m_sidebar = new Sidebar(m_models, [this](PageKind page) { setPage(page); });
-    m_memory = new MemoryPane(m_models[0], !demo);
+    m_memory = new MemoryPane(
+        m_models[0], !demo, [this] { refresh(); }, paceFor(demo));
+    m_storage = new StoragePane(
+        m_models[1], [this] { refresh(); }, timeFor(demo));
     m_processor = new ProcessorPane(m_models[2], !demo);
     m_settings = new SettingsPane(m_models[0], [this] { refresh(); });
-    m_panes = {m_memory, new QWidget, m_processor, m_settings};
+    m_panes = {m_memory, m_storage, m_processor, m_settings};
     auto* const column = new QVBoxLayout(m_column);
     column->setContentsMargins(0, Grid::margin, 0, Grid::margin);
     column->setSpacing(0);
@@ -71,6 +90,9 @@ AppContent::AppContent(bool demo)
     line->setSpacing(0);
     line->addWidget(m_sidebar);
     line->addWidget(m_scroll, 1);
+    for (UseList* const list : {&m_memory->list(), &m_processor->list()}) {
+        list->tree().setAction(qt::hostText("app_END"), [this](const UseRow& row) { endApplication(row); });
+    }
     m_lengths.emplace(*this);
     m_animator = std::make_unique<qt::RingAnimator>(ringsOf(*this));
     setPage(PageKind::memory);
@@ -89,7 +111,7 @@ void AppContent::setPage(PageKind page) {
         each->setVisible(each == pane(page));
     }
     m_scroll->verticalScrollBar()->setValue(0);
-    m_settings->follow(m_isSeen && page == PageKind::settings);
+    followPage();
     if (m_pageChanged) {
         m_pageChanged(page);
     }
@@ -107,9 +129,34 @@ void AppContent::pause() {
     m_sampler.forget();
 }
 
+/// What only the shown page does, and only while it can be seen.
+void AppContent::followPage() {
+    m_settings->follow(m_isSeen && m_page == PageKind::settings);
+    m_storage->follow(m_isSeen && m_page == PageKind::storage);
+    if (m_isSeen && m_page == PageKind::memory) {
+        m_memory->freeUp().lookOnce();
+    }
+}
+
+bool AppContent::isComplete() const {
+    return m_isComplete && (m_page != PageKind::memory || m_memory->freeUp().isSettled()) &&
+           (m_page != PageKind::storage || m_storage->isCounted());
+}
+
+void AppContent::freeMemoryByLink() {
+    setPage(PageKind::memory);
+    m_memory->freeUp().runByLink();
+}
+
+void AppContent::endApplication(const UseRow& row) {
+    if (row.use) {
+        (void)askToEnd(this, m_look, *row.use, [this] { refresh(); });
+    }
+}
+
 void AppContent::setSeen(bool seen) {
     m_isSeen = seen;
-    m_settings->follow(seen && m_page == PageKind::settings);
+    followPage();
 }
 
 void AppContent::showRing(PageKind page, const std::optional<double>& fraction) {

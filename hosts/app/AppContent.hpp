@@ -6,6 +6,7 @@
 #include "hosts/app/Sampler.hpp"
 #include "hosts/app/SettingsPane.hpp"
 #include "hosts/app/Sidebar.hpp"
+#include "hosts/app/StoragePane.hpp"
 #include "hosts/qt/FormLengths.hpp"
 #include "hosts/qt/RingAnimator.hpp"
 
@@ -33,6 +34,8 @@ public:
     /// Called when another page is shown.
     void setPageHandler(std::function<void(PageKind)> handler) { m_pageChanged = std::move(handler); }
 
+    /// A link wants memory freed.
+    void freeMemoryByLink();
     /// Looks at the machine again; the figures come in a later turn of the main loop.
     void refresh();
     /// A pause begins: what comes after it is not one interval with what was before.
@@ -40,7 +43,7 @@ public:
     /// Whether somebody can see it: only then the preference file is followed.
     void setSeen(bool seen);
     /// Whether the shown page has all that it shows.
-    [[nodiscard]] bool isComplete() const { return m_isComplete; }
+    [[nodiscard]] bool isComplete() const;
     /// How tall the window would have to be to show the whole page, in pixels.
     [[nodiscard]] int tallness() const;
     /// How many looks at the machine have been shown.
@@ -52,6 +55,7 @@ public:
     [[nodiscard]] qt::RingAnimator& animator() { return *m_animator; }
     [[nodiscard]] Sidebar& sidebar() { return *m_sidebar; }
     [[nodiscard]] MemoryPane& memory() { return *m_memory; }
+    [[nodiscard]] StoragePane& storage() { return *m_storage; }
     [[nodiscard]] ProcessorPane& processor() { return *m_processor; }
     [[nodiscard]] SettingsPane& settings() { return *m_settings; }
 
@@ -62,6 +66,8 @@ protected:
 private:
     void display(const Sample& sample);
     void showRing(PageKind page, const std::optional<double>& fraction);
+    void followPage();
+    void endApplication(const UseRow& row);
     void fitColumn();
     void fitRoom();
     [[nodiscard]] QWidget* pane(PageKind page) const { return m_panes.at(static_cast<std::size_t>(page)); }
@@ -76,6 +82,7 @@ private:
     QScrollArea* m_scroll;
     QWidget* m_column;
     MemoryPane* m_memory;
+    StoragePane* m_storage;
     ProcessorPane* m_processor;
     SettingsPane* m_settings;
     std::array<QWidget*, pageCount> m_panes{};

@@ -112,6 +112,9 @@ void AppWindow::heed(const Options& asked) {
         m_content.setPage(*asked.page);
     }
     comeForward();
+    if (asked.cleansRam) {
+        m_content.freeMemoryByLink();
+    }
 }
 
 void AppWindow::comeForward() {

@@ -15,7 +15,7 @@ namespace {
 
 // Points.
 constexpr double switchWidth = 44, switchHeight = 24, knobGap = 3, fieldWidth = 80, fieldHeight = 32,
-                 fieldRadius = 8, patch = 32;
+                 fieldRadius = 8, patch = 32, tickRoom = 26;
 
 /// Return presses as Space does.
 bool pressedByReturn(QAbstractButton& button, const QKeyEvent& event) {
@@ -81,6 +81,48 @@ void Switch::paintEvent(QPaintEvent* /*event*/) {
         painter.setPen(QPen(m_look.theme.accent, 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(ground.adjusted(-3, -3, -1, 3), switchHeight / 2 + 3, switchHeight / 2 + 3);
+    }
+}
+
+Tick::Tick(const QString& name) {
+    prepare(*this, name);
+    setCheckable(true);
+}
+
+QSize Tick::sizeHint() const {
+    return {m_look.pixels(tickRoom), m_look.pixels(tickRoom)};
+}
+
+void Tick::setLook(const Look& look) {
+    m_look = look;
+    setFixedSize(sizeHint());
+    update();
+}
+
+void Tick::focusInEvent(QFocusEvent* event) {
+    m_keyboardFocus = qt::isKeyboardFocus(*event, m_keyboardFocus);
+    QAbstractButton::focusInEvent(event);
+}
+
+void Tick::paintEvent(QPaintEvent* /*event*/) {
+    constexpr double side = 18, radius = 5; // points
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(width() / 2.0, height() / 2.0);
+    painter.scale(m_look.theme.pointScale, m_look.theme.pointScale);
+    const QRectF box(-side / 2, -side / 2, side, side);
+    painter.setPen(isChecked() ? QPen(Qt::NoPen) : QPen(m_look.theme.secondaryText, 1.5));
+    painter.setBrush(isChecked() ? m_look.theme.accent : m_look.theme.card);
+    painter.drawRoundedRect(isChecked() ? box : box.adjusted(0.75, 0.75, -0.75, -0.75), radius, radius);
+    if (isChecked()) {
+        const bool isPale = qt::contrast(m_look.theme.accent, Qt::white) < 3;
+        painter.setPen(QPen(isPale ? Qt::black : Qt::white, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF{QPointF(-4.5, 0.3), QPointF(-1.3, 3.6), QPointF(4.6, -3.2)});
+    }
+    if (m_keyboardFocus && hasFocus() && window()->isActiveWindow()) {
+        painter.setPen(QPen(m_look.theme.accent, 2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(box.adjusted(-3, -3, 3, 3), radius + 3, radius + 3);
     }
 }
 

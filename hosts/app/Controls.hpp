@@ -28,6 +28,24 @@ private:
     bool m_keyboardFocus = false;
 };
 
+/// A box with or without a tick.
+class Tick final : public QAbstractButton, public Looked {
+    Q_OBJECT
+
+public:
+    explicit Tick(const QString& name);
+    void setLook(const Look& look) override;
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    Look m_look;
+    bool m_keyboardFocus = false;
+};
+
 /// A short text to type over. A text that cannot be taken has a frame that says so.
 class Field final : public QLineEdit, public Looked {
     Q_OBJECT

@@ -68,11 +68,13 @@ UseRow summaryOf(const std::vector<UseRow>& hidden) {
 
 } // namespace
 
-MemoryPane::MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme)
+MemoryPane::MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme, std::function<void()> changed,
+                       Pace pace)
     : m_head(new PageHead(std::move(model), qt::hostText("app_AVAILABLE"))),
       m_swap(new Text(TextSize::label, Ink::secondary)),
       m_swapFigure((new Text(TextSize::label))->atEnd()),
       m_bar(new PartsBar),
+      m_freeUp(new FreeUpRow(std::move(changed), std::move(pace))),
       m_list(new UseList(qt::hostText("host_MEMORY"), qt::hostText("app_SWAP"), useTheme, summaryOf)) {
     m_swap->setText(qt::hostText("app_SWAP"));
     auto* const beside = new QGridLayout;
@@ -86,6 +88,8 @@ MemoryPane::MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme)
     inside->setSpacing(Grid::gap);
     inside->addWidget(m_head);
     inside->addWidget(m_bar);
+    inside->addWidget(new Rule);
+    inside->addWidget(m_freeUp);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Grid::gap);

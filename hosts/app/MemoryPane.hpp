@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/app/FreeUpRow.hpp"
 #include "hosts/app/PageHead.hpp"
 #include "hosts/app/PartsBar.hpp"
 #include "hosts/app/UseList.hpp"
@@ -13,11 +14,14 @@ namespace vantor::hosts::app {
 /// The memory page: what the ring is made of, and which applications hold it.
 class MemoryPane final : public QWidget {
 public:
-    MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme);
+    /// `changed` hears that memory was freed; `pace` is the actions' clock.
+    MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme, std::function<void()> changed,
+               Pace pace);
 
     void display(const MemoryPage& page);
     [[nodiscard]] PageHead& head() { return *m_head; }
     [[nodiscard]] PartsBar& bar() { return *m_bar; }
+    [[nodiscard]] FreeUpRow& freeUp() { return *m_freeUp; }
     [[nodiscard]] UseList& list() { return *m_list; }
 
 private:
@@ -28,6 +32,7 @@ private:
     Text* m_swap;
     Text* m_swapFigure;
     PartsBar* m_bar;
+    FreeUpRow* m_freeUp;
     UseList* m_list;
 };
 

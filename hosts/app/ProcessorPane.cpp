@@ -127,7 +127,7 @@ void ProcessorPane::displayState(const ProcessorPage& page) {
         state << qt::hostText("app_GIGAHERTZ", "n", numberText(*page.state.hertz / giga, 1).toStdString());
     }
     if (page.state.celsius) {
-        state << qt::hostText("app_CELSIUS", "n", numberText(*page.state.celsius, 0).toStdString());
+        state << isolated(qt::hostText("app_CELSIUS", "n", numberText(*page.state.celsius, 0).toStdString()));
     }
     m_head->showSentence(state.join(QStringLiteral(" · ")));
 }

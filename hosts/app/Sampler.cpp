@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/app/Sampler.hpp"
 
+#include "hosts/app/Worker.hpp"
 #include "metrics/MemoryStatus.hpp"
 #include "pages/StoragePage.hpp"
-#include "platform/time/DispatchQueue.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -106,20 +106,14 @@ void Sampler::take(PageKind page) {
 
 void Sampler::start(PageKind page) {
     m_isBusy = true;
-    platform::dispatch_async(
-        platform::dispatch_get_global_queue(platform::QOS_CLASS_DEFAULT),
-        [this, page, memory = m_memory, alive = std::weak_ptr(m_alive)] {
-            auto sample = std::make_shared<const Sample>(memory->sample(page));
-            platform::dispatch_async(platform::dispatch_get_main_queue(), [this, sample, alive] {
-                if (alive.expired()) {
-                    return;
-                }
-                m_isBusy = false;
-                if (const std::optional<PageKind> next = std::exchange(m_next, std::nullopt)) {
-                    start(*next);
-                }
-                m_heard(*sample);
-            });
+    onWorker(
+        m_alive, [page, memory = m_memory] { return memory->sample(page); },
+        [this](const Sample& sample) {
+            m_isBusy = false;
+            if (const std::optional<PageKind> next = std::exchange(m_next, std::nullopt)) {
+                start(*next);
+            }
+            m_heard(sample);
         });
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/app/SettingsFile.hpp"
 
+#include "hosts/app/Worker.hpp"
 #include "platform/foundation/NSUserDefaults.hpp"
-#include "platform/time/DispatchQueue.hpp"
 #include "platform/viewer/Viewer.hpp"
 
 #include <chrono>
@@ -75,16 +75,7 @@ void SettingsFile::write(std::vector<SettingChange> changes, BrokenStore broken)
 }
 
 void SettingsFile::submit(std::function<SettingsFound()> work) {
-    platform::dispatch_async(platform::dispatch_get_global_queue(platform::QOS_CLASS_DEFAULT),
-                             [this, work = std::move(work), alive = std::weak_ptr(m_alive)] {
-                                 auto all = std::make_shared<const SettingsFound>(work());
-                                 platform::dispatch_async(platform::dispatch_get_main_queue(),
-                                                          [this, all, alive] {
-                                                              if (!alive.expired()) {
-                                                                  m_heard(*all);
-                                                              }
-                                                          });
-                             });
+    onWorker(m_alive, std::move(work), [this](const SettingsFound& all) { m_heard(all); });
 }
 
 } // namespace vantor::hosts::app

@@ -4,6 +4,7 @@
 #include "hosts/app/Snapshot.hpp"
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
+#include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostWorkload.hpp"
 #include "hosts/common/Signals.hpp"
@@ -51,7 +52,7 @@ int showWindow(const Options& options) {
     AppWindow window(options);
     instance.setCallHandler(
         [&window](const SingleInstance::Words& words) { window.heed(optionsFromWords(words)); });
-    window.show();
+    window.heed(options);
     QTimer::singleShot(0, &window,
                        [] { QApplication::setWindowIcon(hosts::qt::appIcon()); }); // after the first picture
     return QApplication::exec();
@@ -66,6 +67,7 @@ int run(const Options& options, int argc, char** argv) {
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
     [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);
     [[maybe_unused]] static const auto& workload = *new hosts::common::HostWorkload(options.demo);
+    [[maybe_unused]] static const auto& disposal = *new hosts::common::HostDisposal(options.demo);
     hosts::common::Complaints complaints("vantor-app");
     complaints.tellStore();
     QApplication::setStyle(QStringLiteral("fusion")); // widgets paint themselves: no theme's style is loaded
