@@ -62,7 +62,7 @@ def until_caught(pid, name):
 
 def one_window():
     """The second start hands its link over and ends; the page that it asked for is remembered."""
-    window = subprocess.Popen([program], env=environment)
+    window = subprocess.Popen([program], env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     try:
         until_caught(window.pid, signal.SIGTERM)
         for link, page in (("vantor://action?showCpu", "2"), ("vantor://action?showStorage", "1"), ("vantor://action?none", "0")):
