@@ -15,7 +15,8 @@ using platform::CacheItem;
 using platform::CacheKind;
 
 bool isSuggested(const CacheItem& item, std::int64_t now) {
-    constexpr std::int64_t day = 86'400, ninetyDays = 90 * day;
+    constexpr std::int64_t day = 86'400;
+    constexpr std::int64_t ninetyDays = 90 * day;
     const bool isOld = item.newest && now - *item.newest >= ninetyDays;
     return isOld && item.kind == CacheKind::harmless && item.isReleasable();
 }

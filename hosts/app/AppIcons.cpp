@@ -56,7 +56,7 @@ QPixmap AppIcons::icon(const QString& icon, const QString& name, int side, doubl
     if (known != m_icons.constEnd()) {
         return *known;
     }
-    const QPixmap tile = letterTile(name, side, pixelRatio);
+    QPixmap tile = letterTile(name, side, pixelRatio);
     m_icons.insert(key, tile);
     if (m_useTheme && !icon.isEmpty()) {
         m_wishes.push_back({key, icon, QSize(side, side), pixelRatio});

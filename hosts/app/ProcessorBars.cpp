@@ -91,7 +91,7 @@ void ProcessorBars::paintSquares(QPainter& painter, const QRectF& place) const {
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     for (std::size_t i = 0; i < m_busy.size(); ++i) {
         const double x = static_cast<double>(i % perLine) * pitch;
-        const double y = static_cast<double>(i / perLine) * pitch;
+        const double y = static_cast<double>(i - i % perLine) / static_cast<double>(perLine) * pitch;
         const double gap = pitch * 0.15;
         const QRectF square(mirrored ? place.right() - x - pitch : place.left() + x, place.top() + y,
                             pitch - gap, pitch - gap);

@@ -93,6 +93,7 @@ SettingsPane::SettingsPane(std::shared_ptr<ArcChartViewModel> model, std::functi
     m_reset->setOnSelection(true);
     connect(m_reset, &QAbstractButton::clicked, this, [this] {
         std::vector<SettingChange> changes;
+        changes.reserve(std::size(allSettings));
         for (const Setting& setting : allSettings) {
             changes.push_back({&setting, {}});
         }

@@ -173,7 +173,7 @@ void SidebarEntry::paintEvent(QPaintEvent* /*event*/) {
     painter.drawText(placed(start, width() - start - end), int(side(false)), m_percentage);
 }
 
-Sidebar::Sidebar(const Models& models, std::function<void(PageKind)> chosen) {
+Sidebar::Sidebar(const Models& models, const std::function<void(PageKind)>& chosen) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(12, Grid::margin, 12, Grid::margin);
     column->setSpacing(Grid::unit);

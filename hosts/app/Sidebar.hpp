@@ -48,7 +48,7 @@ class Sidebar final : public QWidget, public Looked {
 public:
     using Models = std::array<std::shared_ptr<ArcChartViewModel>, pageCount>;
 
-    Sidebar(const Models& models, std::function<void(PageKind)> chosen);
+    Sidebar(const Models& models, const std::function<void(PageKind)>& chosen);
 
     [[nodiscard]] SidebarEntry& entry(PageKind page) { return *m_entries.at(static_cast<std::size_t>(page)); }
     void setLook(const Look& look) override;

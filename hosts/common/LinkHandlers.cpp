@@ -25,6 +25,10 @@ constexpr int mostEntries = 4096;          // of a folder without a cache
 
 using Names = std::vector<std::string>;
 
+std::string inFolder(std::string folder, const std::string& name) {
+    return folder.append(1, '/').append(name);
+}
+
 /// The parts between separators that hold something.
 Names partsOf(std::string_view text, char separator) {
     Names parts;
@@ -97,7 +101,7 @@ bool isProgram(const Names& folders, const std::string& name) {
     for (const std::string& folder : folders) {
         std::string below = name;
         for (;;) {
-            if (const KeyFile entry(folder + '/' + below); !entry.isEmpty()) {
+            if (const KeyFile entry(inFolder(folder, below)); !entry.isEmpty()) {
                 return isProgram(entry);
             }
             const std::size_t dash = below.find('-');
@@ -184,7 +188,7 @@ LinkHandlers LinkHandlers::fromEnvironment() {
     for (const Names* folders : {&configs, &handlers.applications}) {
         for (const std::string& folder : *folders) {
             for (const std::string& name : names) {
-                handlers.lists.push_back(folder + '/' + name);
+                handlers.lists.push_back(inFolder(folder, name));
             }
         }
     }

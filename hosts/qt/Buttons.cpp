@@ -157,9 +157,11 @@ void HeadingButton::paintEvent(QPaintEvent* /*event*/) {
     const QColor& color = isLively ? theme().text : theme().secondaryText;
     const double room = isQuiet() ? 0 : arrowRoom * scale;
     painter.setPen(color);
-    painter.drawText(QRectF(rect()).adjusted(mirrored ? room : 0, 0, mirrored ? 0 : -room, 0),
-                     Qt::AlignAbsolute | Qt::AlignVCenter | (mirrored ? Qt::AlignLeft : Qt::AlignRight),
-                     m_caption);
+    painter.drawText(
+        QRectF(rect()).adjusted(mirrored ? room : 0, 0, mirrored ? 0 : -room, 0),
+        static_cast<int>(
+            (Qt::AlignAbsolute | Qt::AlignVCenter | (mirrored ? Qt::AlignLeft : Qt::AlignRight)).toInt()),
+        m_caption);
     if (showsFocus()) {
         painter.fillRect(QRectF(0, height() - 3 * scale, width(), 2 * scale), theme().accent);
     }

@@ -100,7 +100,10 @@ bool ExpositionReader::readLabels(std::string_view& rest) {
     while (!take(rest, '}')) {
         std::string_view name;
         const bool isQuoted = take(rest, '"');
-        if (isQuoted ? !readQuoted(rest, name) : (name = takeName(rest)).empty()) {
+        if (!isQuoted) {
+            name = takeName(rest);
+        }
+        if (isQuoted ? !readQuoted(rest, name) : name.empty()) {
             return false;
         }
         if (take(rest, '=')) {
