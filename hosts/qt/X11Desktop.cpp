@@ -4,9 +4,12 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QMarginsF>
 #include <QWindow>
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -87,6 +90,26 @@ void setPartOfX11Desktop(const QWindow& window, bool is) {
     }
     setAtoms(connection, id, atom(connection, "_NET_WM_WINDOW_TYPE"),
              {atom(connection, is ? "_NET_WM_WINDOW_TYPE_DESKTOP" : "_NET_WM_WINDOW_TYPE_NORMAL")});
+}
+
+void tellX11Margins(const QWindow& window, const QMargins& margins) {
+    xcb_connection_t* const connection = server();
+    if (connection == nullptr || window.handle() == nullptr) {
+        return;
+    }
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const xcb_atom_t property = atom(connection, "_GTK_FRAME_EXTENTS");
+    if (margins.isNull()) { // zeros would still say that the window draws a frame of its own
+        ::xcb_delete_property(connection, id, property);
+        return;
+    }
+    const QMarginsF device = QMarginsF(margins) * window.devicePixelRatio();
+    const std::array extents{device.left(), device.right(), device.top(), device.bottom()};
+    std::array<std::uint32_t, extents.size()> pixels{};
+    std::ranges::transform(extents, pixels.begin(),
+                           [](double extent) { return static_cast<std::uint32_t>(std::lround(extent)); });
+    ::xcb_change_property(connection, XCB_PROP_MODE_REPLACE, id, property, XCB_ATOM_CARDINAL, 32,
+                          pixels.size(), pixels.data());
 }
 
 bool hasX11Tray() {

@@ -231,6 +231,24 @@ void WidgetCard::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
+/// Rounded rectangles one upon the other, each a pixel smaller, so that it gets darker towards the card.
+void WidgetCard::paintShadow(QPainter& painter, const QRegion& region, int reach) const {
+    const double radius = cornerRadius * m_theme.pointScale;
+    const int round = static_cast<int>(radius);
+    const QRect card = geometry();
+    painter.setClipRegion(region - card.adjusted(round, 0, -round, 0) - card.adjusted(0, round, 0, -round));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    constexpr double darkest = 0.035; // of one of them
+    const double drop = reach / 6.0;  // the light comes from above
+    for (int i = reach - 1; i > 0; --i) {
+        const double out = i * (1 - drop / reach);
+        painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(darkest * (reach - i) / reach)));
+        painter.drawRoundedRect(QRectF(card).adjusted(-out, -out + drop, out, out + drop), radius + out,
+                                radius + out);
+    }
+}
+
 QRegion WidgetCard::shape() const {
     QBitmap covered(size());
     covered.clear();

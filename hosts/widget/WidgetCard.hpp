@@ -65,6 +65,8 @@ public:
     /// A line that goes away by itself.
     void showMessage(const QString& text);
 
+    /// Paints a soft shadow of it onto its window, `reach` logical pixels around it and nothing beneath it.
+    void paintShadow(QPainter& painter, const QRegion& region, int reach) const;
     /// What it covers, for a screen that knows no translucence.
     [[nodiscard]] QRegion shape() const;
 

@@ -25,7 +25,6 @@ using platform::NCWidgetDisplayMode;
 
 namespace {
 
-constexpr int backdropMargin = 12;                     // points around the card in a framed window
 constexpr std::chrono::milliseconds frameSettles{300}; // until the window manager has told how large it is
 constexpr std::chrono::seconds trayPatience{30};       // of a window that was to start hidden
 
@@ -116,7 +115,6 @@ void WidgetWindow::setUpFrame() {
     setWindowFlag(Qt::WindowStaysOnBottomHint, m_options.onDesktop);
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     setAttribute(Qt::WA_TranslucentBackground, frameless);
-    m_margin = frameless ? 0 : backdropMargin;
 }
 
 /// A window that gains or loses its frame is made anew: what it is drawn on differs.

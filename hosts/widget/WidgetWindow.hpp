@@ -100,7 +100,6 @@ private:
     Way m_way;                                         ///< of the glide, or of the last one
     std::optional<std::pair<QPoint, QPoint>> m_growth; ///< the place before the card grew, and the one after
     QPoint m_grip;                                     ///< where the pointer holds a card that moves itself
-    int m_margin = 0;                                  ///< of the backdrop around the card, in points
     bool m_isOnX11Desktop = false;
     bool m_isOnLayer = false; ///< of a Wayland screen
     bool m_isChangingMode = false;

@@ -19,8 +19,11 @@
 namespace vantor::hosts::widget {
 
 void WidgetWindow::paintEvent(QPaintEvent* event) {
-    if (m_margin != 0) {
-        QPainter(this).fillRect(event->rect(), card().theme().backdrop);
+    QPainter painter(this);
+    if (!windowFlags().testFlag(Qt::FramelessWindowHint)) {
+        painter.fillRect(event->rect(), card().theme().backdrop);
+    } else if (const int reach = contentsMargins().left(); reach > 0) {
+        card().paintShadow(painter, event->region(), reach);
     }
 }
 
@@ -68,7 +71,7 @@ void WidgetWindow::takeLevel() {
         m_isOnLayer =
             wants && qt::putOnLayer(*windowHandle(),
                                     m_options.onTop ? qt::Layer::aboveWindows : qt::Layer::belowWindows,
-                                    layerEdges(), m_options.margin);
+                                    layerEdges(), std::max(m_options.margin - contentsMargins().left(), 0));
         if (wants && !m_isOnLayer && !std::exchange(m_toldOfLevels, true)) {
             common::complain("vantor-widget",
                              "an ordinary window: to keep it above or below others needs a Wayland "
@@ -78,6 +81,7 @@ void WidgetWindow::takeLevel() {
         qt::setPartOfX11Desktop(*windowHandle(), m_options.onDesktop);
         m_isOnX11Desktop = m_options.onDesktop;
     }
+    qt::tellX11Margins(*windowHandle(), contentsMargins());
 }
 
 void WidgetWindow::showEvent(QShowEvent* event) {

@@ -15,6 +15,7 @@ using platform::NCWidgetDisplayMode;
 namespace {
 
 constexpr std::chrono::milliseconds glideTime{200};
+constexpr double cardMargin = 12; // points around the card
 
 } // namespace
 
@@ -45,8 +46,7 @@ void WidgetWindow::toggleMode() {
     Way way{card().height(), card().theme().pixels(m_content.height), pos(), place};
     const auto growth = std::exchange(m_growth, std::nullopt);
     if (grows) {
-        const QSize frame = frameGeometry().size() + QSize(0, way.toHeight - way.fromHeight);
-        way.to = qt::placeOnScreen(place, frame);
+        way.to = qt::placeOnScreen(*this, place, way.toHeight - way.fromHeight);
         if (way.to != place) {
             m_growth = {place, way.to};
         }
@@ -100,12 +100,18 @@ void WidgetWindow::fit() {
     frameCard();
 }
 
+/// In a frame the card stands on a backdrop. Without one it has a shadow where somebody composes the screen;
+/// where nobody does, what is outside of the card would be black.
 void WidgetWindow::frameCard() {
-    const int margin = card().theme().pixels(m_margin);
+    const bool isFramed = !windowFlags().testFlag(Qt::FramelessWindowHint);
+    const bool hasShadow = !isFramed && qt::isComposed();
+    const int margin = isFramed || hasShadow ? card().theme().pixels(cardMargin) : 0;
+    const int shadow = hasShadow ? margin : 0;
+    setContentsMargins(shadow, shadow, shadow, shadow);
     card().move(margin, margin);
     setFixedSize(card().size() + QSize(2 * margin, 2 * margin));
     clearMask();
-    if (m_margin == 0 && !qt::isComposed()) { // else what is outside of the card would be black
+    if (margin == 0) {
         setMask(card().shape());
     }
 }
