@@ -66,6 +66,7 @@ private:
     void setLevel(bool onTop, bool onDesktop);
     void takeLevel();
     [[nodiscard]] unsigned layerEdges() const;
+    [[nodiscard]] int layerMargin() const;
     void popUpMenu(QPoint at);
     void setTray(bool wanted);
     void showTrayRing();

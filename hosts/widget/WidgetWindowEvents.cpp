@@ -46,12 +46,17 @@ unsigned WidgetWindow::layerEdges() const {
     return qt::edgesOf(m_options.anchor.empty() ? "top-right" : m_options.anchor);
 }
 
+/// The margin that is asked for is the card's.
+int WidgetWindow::layerMargin() const {
+    return std::max(m_options.margin - contentsMargins().left(), 0);
+}
+
 /// At a point of this window. Where a layer's window is on its screen the toolkit is not told, and not every
 /// compositor keeps its menus there.
 void WidgetWindow::popUpMenu(QPoint at) {
     if (m_isOnLayer) {
         const QRect room = screen()->geometry();
-        const QPoint place = qt::placeOnLayer(size(), room.size(), layerEdges(), m_options.margin);
+        const QPoint place = qt::placeOnLayer(size(), room.size(), layerEdges(), layerMargin());
         const QSize menu = m_menu.sizeHint();
         const auto within = [](int first, int size, int whole) {
             return std::max(0, std::min(first, whole - size));
@@ -71,7 +76,7 @@ void WidgetWindow::takeLevel() {
         m_isOnLayer =
             wants && qt::putOnLayer(*windowHandle(),
                                     m_options.onTop ? qt::Layer::aboveWindows : qt::Layer::belowWindows,
-                                    layerEdges(), std::max(m_options.margin - contentsMargins().left(), 0));
+                                    layerEdges(), layerMargin());
         if (wants && !m_isOnLayer && !std::exchange(m_toldOfLevels, true)) {
             common::complain("vantor-widget",
                              "an ordinary window: to keep it above or below others needs a Wayland "
