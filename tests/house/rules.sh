@@ -37,7 +37,7 @@ while IFS=: read -r file header; do
   [[ $standard == *" $header "* ]] || breach "$file: <$header> is no header of the standard library"
 done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller pages actions sysinfo --include='*.?pp' |
   grep -vE '^(platform/linux|platform/posix|platform/remote/fetch|sysinfo/program)/' |
-  grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^sysinfo/SystemValues/RecordingText.cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
+  grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^(sysinfo/SystemValues/RecordingText|platform/remote/answers/QueryAnswer).cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
 
 grep -rn '#include "platform/linux' --include='*.?pp' hosts | grep -vE '^hosts/common/Host(Disposal|Machine|MemoryAlarm|Viewer|Workload).cpp:' &&
