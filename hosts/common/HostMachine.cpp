@@ -31,7 +31,10 @@ platform::linux::LocalPaths& localPaths() {
 } // namespace
 
 HostMachine::HostMachine(bool demo, bool useLocale)
-    : m_machine(machineFor(demo)), m_viewer(demo, useLocale) {}
+    : m_machine(machineFor(demo)), m_viewer(demo, useLocale), m_currentMachine(*m_machine) {}
+
+HostMachine::HostMachine(platform::Machine& other, bool useLocale)
+    : m_viewer(false, useLocale), m_currentMachine(other) {}
 
 std::optional<std::string> askAbout(const std::string& path, const std::function<std::string()>& work) {
     return localPaths().ask(path, work);

@@ -20,11 +20,13 @@ class HostMachine {
 public:
     /// `useLocale` off: English and its number signs, whatever the user's language.
     explicit HostMachine(bool demo, bool useLocale = true);
+    /// For another machine, which must outlive this, and this one's user.
+    explicit HostMachine(platform::Machine& other, bool useLocale = true);
 
 private:
-    std::unique_ptr<platform::Machine> m_machine;
+    std::unique_ptr<platform::Machine> m_machine; ///< null for another machine
     HostViewer m_viewer;
-    platform::Current<platform::Machine> m_currentMachine{*m_machine};
+    platform::Current<platform::Machine> m_currentMachine;
 };
 
 /// What `work` tells about a file or folder. Where that is on no file system of this machine a child process

@@ -99,7 +99,22 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
     }
     choice<platform::Source>(app, "--field", options.field, fields,
                              "Report one section only (text and waybar)");
-    app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
+    auto* const demo =
+        app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
+    auto* const node =
+        app.add_option("--node", options.node.address, "Watch the machine whose node_exporter answers there")
+            ->type_name("HOST[:PORT][/PATH]|URL")
+            ->check(CLI::Validator(&common::RemoteNode::problemWith, ""))
+            ->excludes(demo);
+    app.add_option("--machine", options.node.machine, "Watch that one of ~/.config/vantor/fleet.json")
+        ->type_name("NAME")
+        ->excludes(demo)
+        ->excludes(node);
+    app.add_option_function<std::string>(
+           "--every",
+           [&options](const std::string& value) { options.node.every = seconds("--every", value); },
+           "Ask that machine every SECONDS instead of every 5")
+        ->type_name("SECONDS");
     app.add_flag("--compact", options.compact, "Start with the rings alone")
         ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));
     app.add_flag("--no-mouse", options.noMouse, "Leave the mouse to the terminal, to select text with");
@@ -127,6 +142,9 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
 }
 
 void check(const Options& options) {
+    if (options.node.every && !options.node.isOther()) {
+        throw CLI::ValidationError("--every", "goes with --node and --machine");
+    }
     if (options.once && options.watch) {
         throw CLI::ValidationError("--once", "does not go with --watch");
     }
@@ -145,8 +163,8 @@ void check(const Options& options) {
 ParsedOptions parseOptions(int count, const char* const* arguments) {
     ParsedOptions parsed;
     CLI::App app(
-        "Shows this machine's memory, storage, processor and network in the terminal, or reports them "
-        "to scripts.",
+        "Shows a machine's memory, storage, processor and network in the terminal, or reports them to "
+        "scripts.",
         "vantor-term");
     std::optional<ColorChoice> color;
     bool expanded = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/picture/Look.hpp"
 #include "hosts/terminal/screen/Capabilities.hpp"
@@ -19,6 +20,7 @@ struct Options {
     std::optional<Format> format;
     std::optional<platform::Source> field; ///< the one section to print
     bool demo = false;
+    common::NodeChoice node; ///< another machine to show
     bool compact = false;
     bool noMouse = false;
     ColorChoice color = ColorChoice::automatic;

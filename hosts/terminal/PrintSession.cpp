@@ -41,12 +41,20 @@ using Resumed = std::function<void(platform::Instant now)>;
 using TurnUntil =
     std::function<bool(const std::function<bool()>& done, double atMost, const Resumed& resumed)>;
 
+Reading::Remote remoteOf(const common::RemoteNode& node) {
+    const common::NodeMoment moment = node.moment();
+    return {node.heading(), !moment.downSince, moment.sampled, moment.interval, moment.age};
+}
+
 /// Drives the widget so that a reading's shares and rates cover the time since the reading before: its own
 /// interval timer is stopped, its network timer ticks on.
 class PrintSession {
 public:
-    PrintSession(const Options& options, TurnUntil turnUntil)
-        : m_options(options), m_turnUntil(std::move(turnUntil)) {}
+    PrintSession(const Options& options, const common::RemoteNode* node, TurnUntil turnUntil)
+        : m_options(options),
+          m_node(node),
+          m_host(node != nullptr ? node->name() : common::machineName(options.demo)),
+          m_turnUntil(std::move(turnUntil)) {}
 
     int run() {
         m_complaints.tellStore();
@@ -127,10 +135,21 @@ private:
         return demoDay + std::chrono::duration_cast<Clock::duration>(RunLoop::main().now() - m_start);
     }
 
+    [[nodiscard]] std::string mountPoint() const {
+        if (m_node == nullptr) {
+            return common::storageMountPoint(m_options.demo);
+        }
+        const auto folders = platform::currentMachine().documentDirectories();
+        return folders->empty() ? std::string() : folders->front(); // another machine names the volume itself
+    }
+
     void print() {
         Reading reading = readingOf(*m_controller, hosts::common::currentFailures(), time());
         reading.host = m_host;
-        reading.mountPoint = common::storageMountPoint(m_options.demo);
+        reading.mountPoint = mountPoint();
+        if (m_node != nullptr) {
+            reading.remote = remoteOf(*m_node);
+        }
         m_complaints.tell(reading.failures);
         m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
@@ -163,7 +182,8 @@ private:
     }
 
     const Options& m_options;
-    const std::string m_host = common::machineName(m_options.demo);
+    const common::RemoteNode* m_node;
+    const std::string m_host;
     TurnUntil m_turnUntil;
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
@@ -178,15 +198,15 @@ private:
 
 } // namespace
 
-int printReadings(const Options& options) {
+int printReadings(const Options& options, const common::RemoteNode* node) {
     if (options.demo && !options.watch) {
         hosts::common::VirtualTime time;
         const auto turn = [&](const auto& done, double atMost, const Resumed&) {
             return time.turnUntil(done, atMost);
         };
-        return PrintSession(options, turn).run();
+        return PrintSession(options, node, turn).run();
     }
-    return PrintSession(options, hosts::common::turnUntil).run();
+    return PrintSession(options, node, hosts::common::turnUntil).run();
 }
 
 } // namespace vantor::hosts::terminal

@@ -75,6 +75,9 @@ TerminalHost::TerminalHost(std::string name, std::optional<double> interval, boo
 }
 
 TerminalHost::~TerminalHost() {
+    if (m_node != nullptr) {
+        m_node->setHandler({});
+    }
     m_controller->setReportHandler({});
     m_controller->view()->setChangeHandler({});
     m_controller->setExtensionContext(nullptr);
@@ -83,22 +86,35 @@ TerminalHost::~TerminalHost() {
     }
 }
 
+void TerminalHost::follow(common::RemoteNode& node) {
+    m_node = &node;
+    node.setHandler([this] { m_changed = true; });
+}
+
 void TerminalHost::turn(Instant now) {
     if (m_pauses.isOver(now)) {
         common::resumeWidget(*m_controller, now);
         m_changed = true;
     }
     platform::RunLoop::main().turn(now);
+    if (m_node != nullptr && m_heading != m_node->heading()) {
+        m_changed = true; // its age goes on by itself
+    }
 }
 
 const Scene& TerminalHost::sceneAt(Instant now) {
-    m_scene = sceneOf(*m_controller, m_failures, m_isExpanded);
-    m_scene.host = m_name;
+    const bool isSilent = m_node != nullptr && m_node->moment().downSince;
+    const std::vector<platform::SourceFailure> failures =
+        isSilent ? std::vector<platform::SourceFailure>() : m_failures; // the heading tells it once for all
+    m_scene = sceneOf(*m_controller, failures, m_isExpanded);
+    m_scene.isPale = isSilent;
+    m_heading = m_node != nullptr ? m_node->heading() : m_name;
+    m_scene.host = m_heading;
     if (!m_context->offersExpanded()) {
         std::erase_if(m_scene.keys,
                       [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });
     }
-    if (!m_context->canOpenLinks()) {
+    if (!m_context->canOpenLinks() || m_node != nullptr) { // what they open is this machine's
         leaveLinksOut(m_scene);
     }
     for (Scene::Key& key : m_scene.keys) {
@@ -107,7 +123,7 @@ const Scene& TerminalHost::sceneAt(Instant now) {
     if (now < m_noticeEnd) {
         m_scene.notice = m_notice;
     }
-    for (const platform::SourceFailure& failure : m_failures) {
+    for (const platform::SourceFailure& failure : failures) {
         m_scene.warning += m_scene.warning.empty() ? "" : "   ";
         m_scene.warning += nameOf(failure.source) + ": " + NSLocalizedString("host_UNAVAILABLE") + " (" +
                            failure.reason + ")";

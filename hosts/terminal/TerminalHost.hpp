@@ -3,6 +3,7 @@
 
 #include "controller/TEReportTableViewController.hpp"
 #include "hosts/common/Pause.hpp"
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/WidgetContext.hpp"
 #include "hosts/terminal/picture/Picture.hpp"
 #include "platform/machine/Machine.hpp"
@@ -25,6 +26,10 @@ public:
     ~TerminalHost();
     TerminalHost(const TerminalHost&) = delete;
     TerminalHost& operator=(const TerminalHost&) = delete;
+
+    /// The machine in place is another one, which must outlive this: its name tells how old the figures are,
+    /// and once it is silent the last ones stay, pale.
+    void follow(common::RemoteNode& node);
 
     /// Turns the main loop, after a pause with the widget taken up again.
     void turn(platform::Instant now);
@@ -52,6 +57,8 @@ private:
     void keepInterval();
 
     const std::string m_name;
+    common::RemoteNode* m_node = nullptr;
+    std::string m_heading; ///< the node's, as it was shown last
     const std::optional<double> m_interval;
     std::shared_ptr<common::WidgetContext> m_context;
     std::shared_ptr<TEReportTableViewController> m_controller;

@@ -40,14 +40,17 @@ Instant clockNow() {
 
 class TerminalSession {
 public:
-    TerminalSession(const Options& options, const TerminalSignals& signals)
+    TerminalSession(const Options& options, const TerminalSignals& signals, common::RemoteNode* node)
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
-          m_name(common::machineName(options.demo)),
+          m_name(node != nullptr ? node->name() : common::machineName(options.demo)),
           m_state(m_device.number(), enterBytes(), leaveBytes()),
           m_writer(m_terminal, colorDepthFor(options.color, m_environment, m_terminal)),
           m_host(m_name, options.interval, !options.compact) {
+        if (node != nullptr) {
+            m_host.follow(*node);
+        }
         m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
         m_look.appearance = options.appearance.value_or(
             appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
@@ -272,11 +275,11 @@ private:
 
 } // namespace
 
-int runTerminal(const Options& options, const TerminalSignals& signals) {
+int runTerminal(const Options& options, const TerminalSignals& signals, common::RemoteNode* node) {
     int status = 0;
     int signal = 0;
     {
-        TerminalSession session(options, signals);
+        TerminalSession session(options, signals, node);
         status = session.run();
         signal = session.endSignal();
     }

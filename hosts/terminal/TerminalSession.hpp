@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/Signals.hpp"
 #include "hosts/terminal/Options.hpp"
 
@@ -13,8 +14,10 @@ public:
         : Signals({SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGWINCH}, Again::taken) {}
 };
 
-/// Shows the widget on the terminal until the user ends it. The exit status. A signal that ends the program
-/// takes its default course after the terminal is put back. Main thread; the loop is turned until the end.
-[[nodiscard]] int runTerminal(const Options& options, const TerminalSignals& signals);
+/// Shows the widget on the terminal until the user ends it, of `node` where the machine in place is not this
+/// one. The exit status. A signal that ends the program takes its default course after the terminal is put
+/// back. Main thread; the loop is turned until the end.
+[[nodiscard]] int runTerminal(const Options& options, const TerminalSignals& signals,
+                              common::RemoteNode* node = nullptr);
 
 } // namespace vantor::hosts::terminal

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/PrintSession.hpp"
@@ -47,14 +48,23 @@ int run(const hosts::terminal::Options& options) {
     }
     hosts::common::letWritesFail();
     // Never destroyed: workers may be asking it while the program ends.
+    hosts::common::RemoteNode* node = nullptr;
+    if (options.node.isOther()) {
+        node = new hosts::common::RemoteNode(options.node);
+        // What watches may be started before the network is there.
+        if (!node->await("vantor-term", options.watch)) {
+            return 1;
+        }
+    }
     [[maybe_unused]] static const auto& machine =
-        *new hosts::common::HostMachine(options.demo, usesLocale(options));
+        node != nullptr ? *new hosts::common::HostMachine(node->machine(), usesLocale(options))
+                        : *new hosts::common::HostMachine(options.demo, usesLocale(options));
     if (!hasPicture) {
-        return hosts::terminal::printReadings(options);
+        return hosts::terminal::printReadings(options, node);
     }
     const hosts::terminal::TerminalSignals signals;
     hosts::common::Complaints("vantor-term").tellStore(); // found again above the picture, once that is gone
-    return hosts::terminal::runTerminal(options, signals);
+    return hosts::terminal::runTerminal(options, signals, node);
 }
 
 } // namespace

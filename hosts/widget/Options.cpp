@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -46,6 +47,11 @@ std::string checkPicture(const std::string& name) {
                : "must be a file name ending in .png or .svg";
 }
 
+std::string checkEvery(const std::string& text) {
+    const std::optional<double> seconds = common::plainNumber(text);
+    return seconds && *seconds >= 0.1 && *seconds <= 3600 ? std::string() : "must be a number of seconds";
+}
+
 std::string checkMargin(const std::string& text) {
     const std::optional<double> margin = common::plainNumber(text);
     return margin && *margin >= 0 && *margin <= greatestMargin ? std::string() : "must be a number of pixels";
@@ -59,7 +65,8 @@ public:
         addLooks();
         addPicture();
         addWindow();
-        m_app.add_flag("--demo", m_options.demo, "Show a made-up machine")->group(others);
+        CLI::Option* demo = m_app.add_flag("--demo", m_options.demo, "Show a made-up machine")->group(others);
+        addNode(demo);
         m_app
             .add_option("--autostart", m_autostart,
                         "Start at login, with the other options given here, or no longer")
@@ -93,6 +100,7 @@ public:
             m_options.autostart = m_autostart == "on";
         }
         m_options.margin = static_cast<int>(common::plainNumber(m_margin).value_or(m_options.margin));
+        m_options.node.every = common::plainNumber(m_every);
         m_options.tray = m_options.tray || m_options.hidden;
         return m_options;
     }
@@ -112,6 +120,25 @@ private:
             ->check(common::oneOf({appearances[0].second, appearances[1].second, appearances[2].second}))
             ->type_name("auto|light|dark")
             ->group(looks);
+    }
+    void addNode(CLI::Option* demo) {
+        CLI::Option* node = m_app
+                                .add_option("--node", m_options.node.address,
+                                            "Watch the machine whose node_exporter answers there")
+                                ->check(CLI::Validator(&common::RemoteNode::problemWith, ""))
+                                ->type_name("ADDRESS")
+                                ->excludes(demo)
+                                ->group(others);
+        m_app
+            .add_option("--machine", m_options.node.machine, "Watch that one of ~/.config/vantor/fleet.json")
+            ->type_name("NAME")
+            ->excludes(demo)
+            ->excludes(node)
+            ->group(others);
+        m_app.add_option("--every", m_every, "And ask it every N seconds, 0.1 to 3600; 5 unless given")
+            ->check(CLI::Validator(checkEvery, ""))
+            ->type_name("N")
+            ->group(others);
     }
     void addPicture() {
         CLI::Option* snapshot = m_app
@@ -149,6 +176,7 @@ private:
     std::string m_picture;
     std::string m_scale = "1";
     std::string m_margin;
+    std::string m_every;
     std::string m_appearance;
     std::string m_autostart;
     bool m_compact = false;
@@ -191,6 +219,18 @@ std::vector<std::string> windowWords(const Options& options) {
     }
     if (options.demo) {
         words.emplace_back("--demo");
+    }
+    if (!options.node.address.empty()) {
+        words.insert(words.end(), {"--node", options.node.address});
+    }
+    if (!options.node.machine.empty()) {
+        words.insert(words.end(), {"--machine", options.node.machine});
+    }
+    if (options.node.every) {
+        std::array<char, 32> seconds{};
+        const char* const end = std::to_chars(seconds.begin(), seconds.end(), *options.node.every).ptr;
+        words.insert(words.end(), {"--every", std::string(seconds.data(),
+                                                          static_cast<std::size_t>(end - seconds.data()))});
     }
     return words;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/RemoteNode.hpp"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -18,6 +20,7 @@ struct Options {
     std::optional<AppearanceChoice> appearance;
     double scale = 1; ///< pixels per point of a snapshot
     bool demo = false;
+    common::NodeChoice node = {}; ///< another machine to show
     bool onTop = false;
     bool onDesktop = false;
     bool frameless = false;

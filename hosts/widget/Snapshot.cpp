@@ -17,12 +17,15 @@ constexpr double tallest = 4096;    // points that a file offers in height
 
 } // namespace
 
-int writeSnapshot(const Options& options) {
+int writeSnapshot(const Options& options, const common::RemoteNode* node) {
     std::optional<common::VirtualTime> time;
     if (options.demo) {
         time.emplace();
     }
     WidgetHost host;
+    if (node != nullptr) {
+        host.follow(*node);
+    }
     {
         const Readiness ready(host.controller());
         const auto done = [&ready] { return ready.isReached(); };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/widget/Options.hpp"
 
 namespace vantor::hosts::widget {
@@ -9,7 +10,7 @@ namespace vantor::hosts::widget {
 /// seconds, or under four where a source does not answer), then writes the picture in one piece, so that
 /// there is never half a file. The exit status of the program: 1 when the file cannot be written, which is
 /// said on standard error, and when a source cannot be read, which the picture shows. A machine and a viewer
-/// are in place and an application object exists.
-[[nodiscard]] int writeSnapshot(const Options& options);
+/// are in place and an application object exists; `node` is that machine where it is not this one.
+[[nodiscard]] int writeSnapshot(const Options& options, const common::RemoteNode* node = nullptr);
 
 } // namespace vantor::hosts::widget

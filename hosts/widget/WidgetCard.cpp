@@ -115,6 +115,10 @@ void WidgetCard::styleLabels() {
         }
     }
     style(*m_form->lowPriorityShare, qt::TypeSize::small, QFont::Normal, m_theme.secondaryText, noteHeight);
+    if (m_line != nullptr) {
+        style(*m_line, qt::TypeSize::small, QFont::Normal, m_theme.secondaryText, lineHeight());
+        m_line->setContentsMargins(m_theme.pixels(20), m_theme.pixels(5), m_theme.pixels(20), 0);
+    }
     setColors(*m_form->hairline, m_theme.separator, m_theme.separator);
 }
 
@@ -226,7 +230,7 @@ void WidgetCard::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     if (m_form->details->isVisibleTo(this)) {
         const int inset = m_theme.pixels(20);
-        painter.fillRect(inset, m_theme.pixels(common::compactHeight), width() - 2 * inset, 1,
+        painter.fillRect(inset, m_theme.pixels(common::compactHeight + lineHeight()), width() - 2 * inset, 1,
                          m_theme.separator);
     }
 }

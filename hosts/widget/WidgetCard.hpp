@@ -62,6 +62,11 @@ public:
     void setAppIsThere(bool isThere);
     /// As the button beside the memory's heading does.
     void openMemoryPage();
+    /// A line above the rings, which are lower by `lineHeight` points from then on: whose figures these are.
+    void showLine(const QString& text);
+    [[nodiscard]] double lineHeight() const;
+    /// Last figures of a machine that is silent are pale.
+    void setPale(bool pale);
     /// A line that goes away by itself.
     void showMessage(const QString& text);
 
@@ -102,6 +107,7 @@ private:
     OutletBinding m_binding;
     qt::RingAnimator m_animator;
     qt::MessageLine* m_message;
+    QLabel* m_line = nullptr; ///< absent for this machine
     qt::Theme m_theme;
     std::vector<platform::SourceFailure> m_failures;
     std::function<void()> m_toggle;

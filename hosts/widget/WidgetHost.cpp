@@ -48,10 +48,11 @@ void WidgetHost::setMode(NCWidgetDisplayMode mode, double tallest) {
 }
 
 void WidgetHost::fit() {
-    const platform::CGSize size = m_controller->preferredContentSize();
+    platform::CGSize size = m_controller->preferredContentSize();
     if (size.height <= 0) {
         return; // before the first mode
     }
+    size.height += m_card->lineHeight();
     if (m_resized) {
         m_resized(size);
     } else {
@@ -94,9 +95,22 @@ void WidgetHost::tell(const std::string& line) {
     m_card->showMessage(QString::fromStdString(line));
 }
 
+void WidgetHost::follow(const common::RemoteNode& node) {
+    m_node = &node;
+    m_card->showLine(QString::fromStdString(node.heading()));
+    fit();
+}
+
 void WidgetHost::update() {
     m_card->flush();
-    m_card->showFailures(common::currentFailures());
+    if (m_node == nullptr) {
+        m_card->showFailures(common::currentFailures());
+        return;
+    }
+    const bool isSilent = m_node->moment().downSince.has_value();
+    m_card->showLine(QString::fromStdString(m_node->heading()));
+    m_card->setPale(isSilent);
+    m_card->showFailures(isSilent ? std::vector<platform::SourceFailure>() : common::currentFailures());
 }
 
 } // namespace vantor::hosts::widget

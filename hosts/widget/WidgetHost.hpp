@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/common/Pause.hpp"
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/WidgetContext.hpp"
 #include "hosts/qt/LoopDriver.hpp"
 #include "hosts/widget/WidgetCard.hpp"
@@ -24,6 +25,10 @@ public:
     ~WidgetHost();
     WidgetHost(const WidgetHost&) = delete;
     WidgetHost& operator=(const WidgetHost&) = delete;
+
+    /// The machine in place is another one, which must outlive this: a line above tells how old the figures
+    /// are, and once it is silent the last ones stay, pale. Before anything is shown.
+    void follow(const common::RemoteNode& node);
 
     /// The card, on nobody's window at first.
     [[nodiscard]] WidgetCard& card() { return *m_card; }
@@ -58,6 +63,7 @@ private:
     std::function<void()> m_turned;
     std::function<void()> m_tells;
     platform::NCWidgetDisplayMode m_mode = platform::NCWidgetDisplayMode::compact;
+    const common::RemoteNode* m_node = nullptr;
     bool m_started = false;
     common::PauseWatch m_pauses;
     qt::LoopDriver m_loop;

@@ -27,6 +27,9 @@ public:
                           WidgetHost::Programs programs = WidgetHost::Programs::installed());
     ~WidgetWindow() override;
 
+    /// The machine in place is another one, which must outlive this.
+    void follow(const common::RemoteNode& node) { m_host.follow(node); }
+
     /// Shows the window, or waits for the tray alone, as the options have it.
     void start();
     /// A later start of the program asks for this window, with options of its own.

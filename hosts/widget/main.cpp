@@ -2,6 +2,7 @@
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/Signals.hpp"
 #include "hosts/common/SilentFolders.hpp"
 #include "hosts/common/SmallMemory.hpp"
@@ -23,6 +24,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 namespace {
@@ -42,10 +44,17 @@ int changeAutostart(const Options& options) {
     return 0;
 }
 
-int showWindow(const Options& options) {
+/// A made-up machine is another program's window, and so is each other machine.
+std::string windowName(const Options& options) {
+    const std::string other =
+        std::to_string(std::hash<std::string>()(options.node.address + options.node.machine));
+    return std::string("vantor-widget") + (options.demo ? "-demo" : "") +
+           (options.node.isOther() ? "-" + other : "");
+}
+
+int showWindow(const Options& options, const hosts::common::RemoteNode* node) {
     using hosts::qt::SingleInstance;
-    // A made-up machine is another program's window.
-    SingleInstance instance(options.demo ? "vantor-widget-demo" : "vantor-widget", windowWords(options));
+    SingleInstance instance(windowName(options), windowWords(options));
     if (instance.role() == SingleInstance::Role::unanswered) {
         say("the one that runs already (process " + std::to_string(instance.other()) + ") does not answer");
         return 1;
@@ -57,6 +66,9 @@ int showWindow(const Options& options) {
                                         hosts::common::Signals::Again::actsByDefault);
     hosts::qt::quitWhenReadable(ending.number());
     WidgetWindow window(options);
+    if (node != nullptr) {
+        window.follow(*node);
+    }
     instance.setCallHandler([&window](const SingleInstance::Words& words) {
         window.heed(optionsFromWords(words).value_or(Options{}));
     });
@@ -73,7 +85,17 @@ int run(const Options& options, int argc, char** argv) {
     }
     hosts::qt::setEnvironment(options.snapshot.has_value());
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
-    [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);
+    hosts::common::RemoteNode* node = nullptr;
+    if (options.node.isOther()) {
+        node = new hosts::common::RemoteNode(options.node);
+        // A window may be started before the network is there.
+        if (!node->await("vantor-widget", !options.snapshot)) {
+            return 1;
+        }
+    }
+    [[maybe_unused]] static const auto& machine = node != nullptr
+                                                      ? *new hosts::common::HostMachine(node->machine())
+                                                      : *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
     QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
@@ -84,9 +106,9 @@ int run(const Options& options, int argc, char** argv) {
         say("there is no font to write with: each letter is drawn as a box");
     }
     if (!options.snapshot) {
-        return showWindow(options);
+        return showWindow(options, node);
     }
-    const int status = writeSnapshot(options);
+    const int status = writeSnapshot(options, node);
     complaints.tell(hosts::common::currentFailures());
     return canWrite ? status : 1;
 }

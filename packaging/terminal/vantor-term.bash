@@ -11,12 +11,16 @@ _vantor_term() {
   --color) words='auto always never 8 16 256 24bit' ;;
   --appearance) words='auto light dark' ;;
   --glyphs) words='solid braille sextant octant block ascii' ;;
+  --node)
+    mapfile -t COMPREPLY < <(compgen -A hostname -- "$current")
+    return
+    ;;
   --log | --output)
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
     return
     ;;
-  *) words='--once --watch --interval --output --format --field --demo --compact --expanded --no-mouse --color --appearance --glyphs --log --help --version' ;;
+  *) words='--once --watch --interval --output --format --field --demo --node --machine --every --compact --expanded --no-mouse --color --appearance --glyphs --log --help --version' ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }

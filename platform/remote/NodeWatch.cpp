@@ -35,10 +35,12 @@ double scattered(double seconds) {
 
 } // namespace
 
-NodeWatch::NodeWatch(NodeAddress address, Fetcher& fetcher, std::chrono::milliseconds interval)
+NodeWatch::NodeWatch(NodeAddress address, Fetcher& fetcher, std::chrono::milliseconds interval,
+                     std::shared_ptr<const Access> access)
     : m_address(std::move(address)),
       m_fetcher(fetcher),
       m_interval(interval),
+      m_access(std::move(access)),
       m_isFiltered(m_address.url.find('?') == std::string::npos),
       m_self(std::make_shared<NodeWatch*>(this)) {}
 
@@ -58,6 +60,7 @@ void NodeWatch::ask() {
     request.url = m_address.url;
     request.url += m_isFiltered ? filter : "";
     request.accept = accepted;
+    request.access = m_access;
     m_fetcher.fetch(std::move(request),
                     [self = m_self, isFiltered = m_isFiltered](const FetchAnswer& answer) {
                         auto told = std::make_shared<Told>(toldBy(answer, isFiltered));

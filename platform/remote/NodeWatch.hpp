@@ -33,7 +33,8 @@ public:
     static constexpr std::chrono::milliseconds usualInterval{5000};
 
     /// The fetcher must outlive the watch and all that it was asked.
-    NodeWatch(NodeAddress address, Fetcher& fetcher, std::chrono::milliseconds interval = usualInterval);
+    NodeWatch(NodeAddress address, Fetcher& fetcher, std::chrono::milliseconds interval = usualInterval,
+              std::shared_ptr<const Access> access = nullptr);
     ~NodeWatch();
     NodeWatch(const NodeWatch&) = delete;
     NodeWatch& operator=(const NodeWatch&) = delete;
@@ -62,6 +63,7 @@ private:
     NodeAddress m_address;
     Fetcher& m_fetcher;
     std::chrono::milliseconds m_interval;
+    std::shared_ptr<const Access> m_access;
     std::function<void()> m_handler;
     NodeState m_state;
     std::optional<Reading> m_last;

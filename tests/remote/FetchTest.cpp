@@ -61,6 +61,23 @@ TEST_F(Fetch, GivesTheAnswerAsItIs) {
     EXPECT_NE(head.find("Accept-Encoding: gzip\r\n"), std::string::npos);
 }
 
+TEST_F(Fetch, AccessGoesWithTheQuestion) {
+    std::string head;
+    const LoopbackServer server([&head](const std::string& request) {
+        head = request;
+        return LoopbackServer::Answer{httpAnswer("200 OK", "", "")};
+    });
+    Access access{.user = "me", .password = "secret", .headers = {"X-Scope-OrgID: ops"}};
+    (void)ask({.url = server.url("/"), .accept = "text/plain", .access = std::make_shared<Access>(access)});
+    EXPECT_NE(head.find("Authorization: Basic bWU6c2VjcmV0\r\n"), std::string::npos);
+    EXPECT_NE(head.find("X-Scope-OrgID: ops\r\n"), std::string::npos);
+    EXPECT_NE(head.find("Accept: text/plain\r\n"), std::string::npos);
+    (void)ask({.url = server.url("/"), .access = std::make_shared<Access>(Access{.bearer = "token"})});
+    EXPECT_NE(head.find("Authorization: Bearer token\r\n"), std::string::npos);
+    (void)ask({.url = server.url("/")});
+    EXPECT_EQ(head.find("Authorization"), std::string::npos) << "a connection is kept, a name is not";
+}
+
 TEST_F(Fetch, StatesOtherThanSuccessAreTheAskersToJudge) {
     for (const char* const status : {"401 Unauthorized", "404 Not Found", "503 Service Unavailable"}) {
         EXPECT_EQ(told(httpAnswer(status, "", "x")), std::string(status).substr(0, 3) + " x");

@@ -13,6 +13,7 @@
 #include <limits>
 #include <map>
 #include <random>
+#include <set>
 #include <sstream>
 
 namespace vantor::hosts::terminal {
@@ -124,6 +125,32 @@ TEST(Pictures, ASectionThatCannotBeReadLooksLikeNoneThatIsSound) {
         EXPECT_THAT(all, testing::Not(testing::HasSubstr(" 0%"))) << all;
         EXPECT_THAT(all, testing::HasSubstr("-")) << all;
     }
+}
+
+TEST(Pictures, TheLastFiguresOfASilentMachineStayAndArePale) {
+    SceneFixture fixture;
+    const Size size{80, 24};
+    const Look look;
+    const Picture sound = drawPicture(fixture.scene, size, look, fixture.rest());
+    fixture.scene.isPale = true;
+    Picture pale = drawPicture(fixture.scene, size, look, {});
+    EXPECT_EQ(pale.grid.lines(), sound.grid.lines()) << "settled at once";
+    const auto colors = [&size](const Picture& picture) {
+        std::set<std::uint32_t> found;
+        for (int row = 0; row < size.height - 4; ++row) { // the keys stay as they are
+            for (int column = 0; column < size.width; ++column) {
+                found.insert(picture.grid.at(column, row).ink.rgb);
+            }
+        }
+        return found.size();
+    };
+    EXPECT_GT(colors(sound), 2u);
+    EXPECT_EQ(colors(pale), 1u);
+    const Grid drawn = pale.grid;
+    stepPicture(pale, fixture.scene, look, {}, {});
+    EXPECT_EQ(pale.grid, drawn);
+    fixture.scene.isPale = false;
+    EXPECT_EQ(drawPicture(fixture.scene, size, look, fixture.rest(), pale).grid, sound.grid) << "back again";
 }
 
 TEST(Pictures, CustomColoursOddFiguresAndNoFiguresAreDrawn) {

@@ -108,19 +108,30 @@ Json failuresOf(const Reading& reading) {
     return object;
 }
 
+/// Rates and shares of another machine cover an interval that ended a while ago.
+Json remoteOf(const Reading::Remote& remote) {
+    return {{"state", remote.isUp ? "up" : "down"},
+            {"sampled", timeText(remote.sampled)},
+            {"intervalSeconds", numberOf(remote.interval.count())},
+            {"ageSeconds", numberOf(remote.age.count())}};
+}
+
 } // namespace
 
 std::string jsonText(const Reading& reading) {
-    const Json object{{"schema", 1},
-                      {"time", timeText(reading.time)},
-                      {"host", platform::printableText(reading.host)},
-                      {"ram", memoryOf(reading)},
-                      {"storage", storageOf(reading)},
-                      {"cpu", processorOf(reading)},
-                      {"network", networkOf(reading)},
-                      {"labels", labelsOf(reading)},
-                      {"charts", chartsOf(reading)},
-                      {"failed", failuresOf(reading)}};
+    Json object{{"schema", 1},
+                {"time", timeText(reading.time)},
+                {"host", platform::printableText(reading.host)},
+                {"ram", memoryOf(reading)},
+                {"storage", storageOf(reading)},
+                {"cpu", processorOf(reading)},
+                {"network", networkOf(reading)},
+                {"labels", labelsOf(reading)},
+                {"charts", chartsOf(reading)},
+                {"failed", failuresOf(reading)}};
+    if (reading.remote) {
+        object["remote"] = remoteOf(*reading.remote);
+    }
     return object.dump() + '\n';
 }
 

@@ -33,9 +33,19 @@ struct Reading {
         std::optional<Chart> chart; ///< absent where the section has no ring
     };
 
+    /// Of another machine: how its figures came about.
+    struct Remote {
+        std::string heading; ///< its name and how old the figures are, or why there are none: for people
+        bool isUp;
+        std::chrono::system_clock::time_point sampled;
+        std::chrono::duration<double> interval; ///< what shares and rates cover
+        std::chrono::duration<double> age;
+    };
+
     std::chrono::system_clock::time_point time;
-    std::string host;       ///< the machine's name
-    std::string mountPoint; ///< of the volume that is meant; empty where it is not known
+    std::string host;             ///< the machine's name
+    std::optional<Remote> remote; ///< absent for this machine
+    std::string mountPoint;       ///< of the volume that is meant; empty where it is not known
     ReportRecords records;
     std::vector<Section> sections;
     std::vector<platform::SourceFailure> failures;

@@ -67,8 +67,9 @@ std::string plainText(const Reading& reading) {
         right = std::max(right, displayWidth(line.right));
     }
     const int width = left + 2 + right;
-    std::string text =
-        padded({platform::printableText(reading.host), localTimeText(reading.time)}, width) + '\n';
+    std::string text = padded({platform::printableText(reading.host), localTimeText(reading.time)}, width);
+    text += reading.remote ? reading.remote->heading + '\n' : "";
+    text += '\n';
     for (Line& line : page) {
         const std::string note = std::exchange(line.note, {});
         const bool fits =

@@ -67,6 +67,12 @@ int Grid::write(int column, int row, std::u32string_view characters, const Ink& 
     return column;
 }
 
+void Grid::repaint(const Ink& ink) {
+    for (Cell& cell : m_cells) {
+        cell.ink = ink;
+    }
+}
+
 std::vector<std::string> Grid::lines() const {
     std::vector<std::string> lines;
     for (int row = 0; row < m_size.height; ++row) {

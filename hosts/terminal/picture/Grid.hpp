@@ -55,6 +55,9 @@ public:
     int write(int column, int row, std::string_view text, const Ink& ink);
     int write(int column, int row, std::u32string_view characters, const Ink& ink);
 
+    /// Draws all that stands there with another ink.
+    void repaint(const Ink& ink);
+
     /// The rows as UTF-8 lines without trailing blanks and colours, for tests and logs.
     [[nodiscard]] std::vector<std::string> lines() const;
 

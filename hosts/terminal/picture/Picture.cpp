@@ -49,6 +49,9 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
     if (size.width < 1 || size.height < 1) {
         return picture;
     }
+    if (scene.isPale) {
+        now = Instant::max(); // nothing moves any more
+    }
     Sheet sheet(picture, look, &before);
     const Layout layout = layoutFor(scene, size, scene.isExpanded);
     const std::vector<Scene::Key> keys = keysFor(scene, size, layout);
@@ -69,6 +72,12 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
     default:
         drawRings(sheet, scene, layout, top, now);
     }
+    if (scene.isPale) {
+        picture.grid.repaint(captionInk(look));
+        for (ChartPlace& place : picture.charts) {
+            place.layers = {}; // no later picture is to take these rings over
+        }
+    }
     if (top > 0 && layout.hasKeys) {
         sheet.text({0, 0, size.width}, scene.host, Align::center, captionInk(look));
     }
@@ -82,6 +91,9 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
 }
 
 void stepPicture(Picture& picture, const Scene& scene, const Look& look, Instant before, Instant now) {
+    if (scene.isPale) {
+        return;
+    }
     Sheet sheet(picture, look);
     for (ChartPlace& place : picture.charts) {
         const Scene::Section& section = scene.sections[place.section];

@@ -47,6 +47,7 @@ struct Scene {
     std::string notice;            ///< something to tell, in place of the keys
     std::string warning;           ///< what cannot be read at present, above the keys where there is room
     bool isExpanded = true;
+    bool isPale = false; ///< the figures are the last ones of a machine that is silent
 };
 
 } // namespace vantor::hosts::terminal

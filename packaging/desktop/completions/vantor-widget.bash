@@ -7,10 +7,11 @@ _vantor_widget() {
     --autostart) mapfile -t COMPREPLY < <(compgen -W 'on off' -- "$current") ;;
     --snapshot) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
     --anchor) mapfile -t COMPREPLY < <(compgen -W 'top-left top top-right left center right bottom-left bottom bottom-right' -- "$current") ;;
-    --scale | --margin) COMPREPLY=() ;;
+    --node) mapfile -t COMPREPLY < <(compgen -A hostname -- "$current") ;;
+    --every | --machine | --scale | --margin) COMPREPLY=() ;;
     *)
-      mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --expanded --frameless --help
-        --hidden --margin --on-desktop --on-top --scale --snapshot --tray --version --warn-memory' -- "$current")
+      mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --every --expanded --frameless --help
+        --hidden --machine --margin --node --on-desktop --on-top --scale --snapshot --tray --version --warn-memory' -- "$current")
       ;;
   esac
 }

@@ -51,13 +51,44 @@ void CurlTransfer::setUp() {
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
     set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    if (m_request.access != nullptr) {
+        setUpAccess(*m_request.access);
+    }
     if (!m_request.accept.empty()) {
         m_headers = m_library.slistAppend(m_headers, ("Accept: " + m_request.accept).c_str());
-        set(CURLOPT_HTTPHEADER, m_headers);
     }
+    set(CURLOPT_HTTPHEADER, m_headers);
     if (!m_request.form.empty()) {
         set(CURLOPT_POSTFIELDSIZE, static_cast<long>(m_request.form.size()));
         set(CURLOPT_POSTFIELDS, m_request.form.c_str());
+    }
+}
+
+void CurlTransfer::setUpAccess(const Access& access) {
+    const auto set = [this](CURLoption option, auto value) { m_library.easySetopt(m_easy, option, value); };
+    const auto setText = [&set](CURLoption option, const std::string& text) {
+        if (!text.empty()) {
+            set(option, text.c_str());
+        }
+    };
+    if (!access.user.empty()) {
+        set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
+        setText(CURLOPT_USERNAME, access.user);
+        setText(CURLOPT_PASSWORD, access.password);
+    } else if (!access.bearer.empty()) {
+        set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BEARER));
+        setText(CURLOPT_XOAUTH2_BEARER, access.bearer);
+    }
+    setText(CURLOPT_CAINFO, access.authority);
+    setText(CURLOPT_SSLCERT, access.certificate);
+    setText(CURLOPT_SSLKEY, access.key);
+    if (access.believesAnybody) {
+        set(CURLOPT_SSL_VERIFYPEER, 0L);
+        set(CURLOPT_SSL_VERIFYHOST, 0L);
+    }
+    for (const std::string& header : access.headers) {
+        m_headers = m_library.slistAppend(m_headers, header.c_str());
     }
 }
 

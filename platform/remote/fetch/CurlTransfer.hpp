@@ -30,6 +30,7 @@ private:
     static std::size_t takeHeader(char* bytes, std::size_t size, std::size_t count, void* transfer);
 
     void setUp();
+    void setUpAccess(const Access& access);
     [[nodiscard]] std::string problemOf(CURLcode code) const;
     [[nodiscard]] bool redirect();
     [[nodiscard]] int systemError() const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/remote/fetch/Access.hpp"
+
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -14,6 +16,7 @@ struct FetchRequest {
     std::string url;
     std::string form = {};                        ///< the body of a POST, already encoded; empty: a GET
     std::string accept = {};                      ///< the header; empty: anything
+    std::shared_ptr<const Access> access = {};    ///< null: whoever asks is nobody
     std::size_t mostBytes = std::size_t{8} << 20; ///< of the body, unpacked
     std::chrono::milliseconds patience{5000};     ///< for the whole exchange
 };

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/machine/Machine.hpp"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vantor::hosts::common {
+
+struct FleetNode;
+
+/// How old another machine's figures are, or why there are no newer ones.
+struct NodeMoment {
+    std::chrono::duration<double> interval{};      ///< what rates and shares cover
+    std::chrono::duration<double> age{};           ///< since the last reading
+    std::chrono::system_clock::time_point sampled; ///< when that was
+    std::string problem;                           ///< empty while the machine answers
+    std::optional<std::chrono::system_clock::time_point> downSince;
+};
+
+/// Which machine a command line names.
+struct NodeChoice {
+    std::string address = {}; ///< --node; or
+    std::string machine =
+        {}; ///< --machine: one of the user's list, ~/.config/vantor/fleet.json (FleetFile.hpp)
+    std::optional<double> every = {}; ///< seconds between questions; absent: the list's, else 5
+
+    [[nodiscard]] bool isOther() const { return !address.empty() || !machine.empty(); }
+};
+
+/// Another machine that a host shows in place of its own, asked over the network for as long as this lives.
+/// The only door through which hosts come to the network. Main thread.
+class RemoteNode {
+public:
+    /// What is wrong with an address as it stands on a command line, in English; empty where nothing is.
+    [[nodiscard]] static std::string problemWith(const std::string& address);
+
+    /// For a choice with nothing wrong in its address. Looks into the list and opens libcurl; nothing is
+    /// asked yet.
+    explicit RemoteNode(const NodeChoice& choice);
+    ~RemoteNode();
+    RemoteNode(const RemoteNode&) = delete;
+    RemoteNode& operator=(const RemoteNode&) = delete;
+
+    /// Turns the main loop until the machine has told enough to be shown. What stands in the way is said on
+    /// standard error, each thing once, and to whoever meets a closed door, how to open it. False where there
+    /// is nothing to show: at once, or never for the patient.
+    [[nodiscard]] bool await(const std::string& program, bool isPatient);
+
+    /// Once it was awaited.
+    [[nodiscard]] platform::Machine& machine();
+    [[nodiscard]] NodeMoment moment() const;
+    /// Printable: what the machine is called by whoever named it.
+    [[nodiscard]] const std::string& name() const;
+    /// The name, and how old the figures are or since when there are none: a line in the user's language.
+    [[nodiscard]] std::string heading() const;
+    /// Called on the main thread whenever the machine has told something or failed to.
+    void setHandler(std::function<void()> handler);
+
+private:
+    struct Parts;
+    [[nodiscard]] static std::optional<FleetNode> chosen(const NodeChoice& choice, Parts& parts);
+    void take();
+    void tell(const std::string& program);
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace vantor::hosts::common
