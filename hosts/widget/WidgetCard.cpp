@@ -117,6 +117,7 @@ void WidgetCard::styleLabels() {
     style(*m_form->lowPriorityShare, qt::TypeSize::small, QFont::Normal, m_theme.secondaryText, noteHeight);
     if (m_line != nullptr) {
         style(*m_line, qt::TypeSize::small, QFont::Normal, m_theme.secondaryText, lineHeight());
+        m_line->setAutoFillBackground(false); // the card's corners are round
         m_line->setContentsMargins(m_theme.pixels(20), m_theme.pixels(5), m_theme.pixels(20), 0);
     }
     setColors(*m_form->hairline, m_theme.separator, m_theme.separator);
