@@ -23,7 +23,9 @@ public:
     void askForProgram(std::function<void(bool)> heard) { m_opener.ask("vantor", std::move(heard)); }
 
     /// Whether there is a desktop with something to open links; none over SSH.
-    [[nodiscard]] bool canOpenLinks() const { return m_opener.canOpen(); }
+    [[nodiscard]] bool canOpenLinks() const { return m_opensLinks && m_opener.canOpen(); }
+    /// Links go nowhere from now on: they would open this machine's app beside another machine's figures.
+    void leaveLinksAlone() { m_opensLinks = false; }
     void openURL(const platform::NSURL& url, std::function<void(bool)> completionHandler) override;
     [[nodiscard]] bool offersExpanded() const {
         return widgetLargestAvailableDisplayMode() == platform::NCWidgetDisplayMode::expanded;
@@ -31,6 +33,7 @@ public:
 
 private:
     const std::function<void(const std::string&)> m_tell;
+    bool m_opensLinks = true;
     LinkOpener m_opener; // gone before what it calls back
 };
 

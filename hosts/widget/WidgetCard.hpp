@@ -58,8 +58,9 @@ public:
     /// Calls the actions what they do by the preferences of this moment.
     void nameActions();
     /// Whether the app is there that rings and buttons ask; without it they do not invite to be pressed, and
-    /// their tooltips say why.
+    /// their tooltips say why. With another machine's figures they ask nobody at all.
     void setAppIsThere(bool isThere);
+    void leaveTargetsAlone();
     /// As the button beside the memory's heading does.
     void openMemoryPage();
     /// A line above the rings, which are lower by `lineHeight` points from then on: whose figures these are.
@@ -113,6 +114,7 @@ private:
     std::function<void()> m_toggle;
     bool m_expanded = true;
     bool m_appIsThere = true;
+    bool m_asksNobody = false; ///< the figures are another machine's
 };
 
 } // namespace vantor::hosts::widget

@@ -56,11 +56,16 @@ void WidgetCard::setAppIsThere(bool isThere) {
     tellTargets();
 }
 
+void WidgetCard::leaveTargetsAlone() {
+    m_asksNobody = true;
+    setAppIsThere(false);
+}
+
 /// The tooltips say what a press does: a pill says so itself.
 void WidgetCard::tellTargets() {
     for (qt::Button* target : targets()) {
         const QString name = target == m_form->cleanRam ? QString() : target->text();
-        setTip(*target, m_appIsThere ? name : qt::hostText("host_NOAPP"));
+        setTip(*target, m_asksNobody ? QString() : m_appIsThere ? name : qt::hostText("host_NOAPP"));
     }
 }
 
@@ -120,7 +125,9 @@ void WidgetCard::showRingTip(qt::RingView& ring) {
     } else if (&ring == m_form->progressCPUView && !m_form->lowPriorityShare->text().isEmpty()) {
         lines << m_form->lowPriorityShare->text();
     }
-    lines << (m_appIsThere ? ring.text() : qt::hostText("host_NOAPP"));
+    if (!m_asksNobody) {
+        lines << (m_appIsThere ? ring.text() : qt::hostText("host_NOAPP"));
+    }
     setTip(ring, lines.join(QLatin1Char('\n')));
 }
 

@@ -70,7 +70,9 @@ void WidgetHost::setActive(bool active) {
         return;
     }
     m_card->nameActions(); // a preference may have changed, and the app have been installed
-    m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
+    if (m_node == nullptr) {
+        m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
+    }
     if (!std::exchange(m_started, true)) {
         m_controller->widgetPerformUpdateWithCompletionHandler([](platform::NCUpdateResult) {});
     }
@@ -97,6 +99,8 @@ void WidgetHost::tell(const std::string& line) {
 
 void WidgetHost::follow(const common::RemoteNode& node) {
     m_node = &node;
+    m_context->leaveLinksAlone();
+    m_card->leaveTargetsAlone();
     m_card->showLine(QString::fromStdString(node.heading()));
     fit();
 }
