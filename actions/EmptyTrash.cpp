@@ -24,6 +24,7 @@ std::uint64_t EmptyTrash::bytes() const {
 
 Released EmptyTrash::run(const Disposal::KeepGoing& keepGoing) const {
     std::vector<Deletion> deletions;
+    deletions.reserve(m_contents.items.size());
     for (const TrashItem& item : m_contents.items) {
         deletions.push_back({item.trash, [&item, &keepGoing] {
                                  return platform::currentDisposal().remove(item, keepGoing);
