@@ -18,6 +18,7 @@ QColor shade(const QPalette& palette, double share) {
 
 constexpr double frameShare = 0.2;
 constexpr double lineShare = 0.18;
+constexpr double disabledShare = 0.5;
 constexpr double markShare = 0.65; // above 3:1 on both grounds
 
 void paintMark(const QStyleOption& option, QPainter& painter) {
@@ -51,6 +52,17 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (element == CE_MenuItem && item != nullptr && item->menuItemType == QStyleOptionMenuItem::Separator) {
         const QRect line(item->rect.left() + 8, item->rect.center().y(), item->rect.width() - 16, 1);
         painter->fillRect(line, shade(item->palette, lineShare));
+        return;
+    }
+    if (element == CE_MenuItem && item != nullptr && !item->state.testFlag(QStyle::State_Enabled)) {
+        // Fusion etches what cannot be chosen: doubled on a dark ground, as strong as the rest on a light
+        // one.
+        QStyleOptionMenuItem quiet(*item);
+        quiet.state.setFlag(QStyle::State_Enabled).setFlag(QStyle::State_Selected, false);
+        for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+            quiet.palette.setColor(role, shade(item->palette, disabledShare));
+        }
+        QProxyStyle::drawControl(element, &quiet, painter, widget);
         return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);

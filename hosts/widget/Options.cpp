@@ -62,6 +62,7 @@ class Reader {
 public:
     Reader() {
         m_app.formatter(std::make_shared<common::HelpFormatter>());
+        m_app.footer("A right click on the card, the Menu key or Shift+F10 opens its menu.");
         addLooks();
         addPicture();
         addWindow();

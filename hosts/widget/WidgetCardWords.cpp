@@ -143,6 +143,15 @@ void WidgetCard::showHeading(const Section& section, const platform::SourceFailu
     heading.setText(failure == nullptr ? name
                                        : name + QStringLiteral(" · ") + qt::hostText("host_UNAVAILABLE"));
     setTip(heading, failure == nullptr ? QString() : literal(failure->reason));
+    // The longer heading takes the room of the button beside it; the ring still leads to the same page.
+    using platform::Source;
+    QWidget* const beside = section.source == Source::memory      ? m_form->memoryTotal
+                            : section.source == Source::storage   ? m_form->openApp
+                            : section.source == Source::processor ? m_form->showCpuChart
+                                                                  : nullptr;
+    if (beside != nullptr) {
+        beside->setVisible(failure == nullptr);
+    }
 }
 
 } // namespace vantor::hosts::widget

@@ -14,6 +14,7 @@ using platform::Instant;
 using platform::LinearAnimation;
 
 namespace {
+constexpr int usualHeight = 24;  // of a terminal, in rows
 constexpr double mostSteps = 20; // a second: what moves by a few dots in each looks smooth
 
 /// The keys that are offered: where both modes look alike, the one that changes it does nothing.
@@ -55,9 +56,12 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
     Sheet sheet(picture, look, &before);
     const Layout layout = layoutFor(scene, size, scene.isExpanded);
     const std::vector<Scene::Key> keys = keysFor(scene, size, layout);
-    // A second row of keys where there is room for it, for a warning and for a blank line.
+    // A second row of keys where there is room for it and for a warning; on less than a whole screen only
+    // with a blank line above.
     const int spare = size.height - layout.height;
-    const Box bottom = layout.hasKeys ? keysAt(keys, size, spare >= 4 ? 2 : 1) : Box{0, size.height, 0, 0};
+    const Box bottom = layout.hasKeys
+                           ? keysAt(keys, size, spare >= (size.height < usualHeight ? 4 : 3) ? 2 : 1)
+                           : Box{0, size.height, 0, 0};
     // Below the machine's name, unless the last row is wanted for a warning.
     const int lowest = bottom.row - layout.height;
     const int top = std::max(lowest > 0 && scene.warning.empty() ? 1 : 0, lowest / 2);
