@@ -17,9 +17,8 @@ namespace vantor::tests {
 
 void putWholeDemoInPlace() {
     putDemoInPlace();
-    // Never destroyed: workers may be asking them when the test ends.
-    new hosts::common::HostWorkload(true);
-    new hosts::common::HostDisposal(true);
+    putForEver<hosts::common::HostWorkload>(true);
+    putForEver<hosts::common::HostDisposal>(true);
 }
 
 bool setLanguage(const char* locale) {

@@ -18,7 +18,7 @@ protected:
     void SetUp() override {
         tests::putWholeDemoInPlace();
         qputenv("VANTOR_SUITE_FILE", m_file.c_str());
-        m_viewer = new common::HostViewer(false); // never destroyed: workers may still ask
+        m_viewer = &tests::putForEver<common::HostViewer>(false);
     }
     void TearDown() override {
         m_pane.reset();

@@ -22,6 +22,7 @@ SOCKETS = r'sun_path=(@?"/tmp/\.X11-unix/|"/var/run/nscd/socket")'  # whom a win
 RUNS = {  # what each is started with; None: a window, until it has refreshed itself a few times
     "vantor-term": [["--once"]],
     "vantor-widget": [["--snapshot", "HOME/picture.png"], None],
+    "vantor-app": [["--snapshot", "ram", "HOME/picture.png"], None],
     "vantor-sysinfo": [[]],
     "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"], ["cpu"]],
 }
