@@ -85,6 +85,7 @@ ReleasableParts DemoDisposal::releasableParts(const KeepGoing& /*keepGoing*/) {
 
 std::vector<std::string> DemoDisposal::cacheNames() {
     std::vector<std::string> names;
+    names.reserve(std::size(caches));
     for (const DemoCache& cache : caches) {
         names.emplace_back(cache.name);
     }
