@@ -40,6 +40,10 @@ int leastWidth(QLayoutItem& item) {
     const bool isRow = dynamic_cast<QHBoxLayout*>(layout) != nullptr;
     int width = isRow ? (layout->count() - 1) * layout->spacing() : 0;
     for (int i = 0; i < layout->count(); ++i) {
+        const QWidget* const inRow = isRow ? layout->itemAt(i)->widget() : nullptr;
+        if (inRow != nullptr && inRow->isHidden()) {
+            continue; // a heading that needs its button's room
+        }
         const int part = leastWidth(*layout->itemAt(i));
         width = isRow ? width + part : std::max(width, part);
     }

@@ -27,6 +27,7 @@ protected:
     void load() {
         m_stage.load();
         m_card = std::make_unique<WidgetCard>(m_stage.controller);
+        m_card->setCanExpand(true);
     }
     void setRings(std::size_t firstLevel) {
         auto& controller = *m_stage.controller;
