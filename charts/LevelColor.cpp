@@ -25,19 +25,33 @@ const UIColor& levelOrange() {
     return orange;
 }
 
-UIColor levelColor(std::int64_t percent) {
+Level levelOf(std::int64_t percent) {
     if (percent >= 0) {
-        return percent >= 84   ? UIColor::systemRedColor()
-               : percent >= 68 ? levelOrange()
-               : percent >= 51 ? UIColor::systemYellowColor()
-                               : UIColor::systemGreenColor();
+        return percent >= 84   ? Level::red
+               : percent >= 68 ? Level::orange
+               : percent >= 51 ? Level::yellow
+                               : Level::green;
     }
     const std::int64_t magnitude =
         platform::checkedSubtract<std::int64_t>(0, percent, "the magnitude of a level overflows");
-    return magnitude <= 16   ? UIColor::systemRedColor()
-           : magnitude <= 33 ? levelOrange()
-           : magnitude <= 50 ? UIColor::systemYellowColor()
-                             : UIColor::systemGreenColor();
+    return magnitude <= 16   ? Level::red
+           : magnitude <= 33 ? Level::orange
+           : magnitude <= 50 ? Level::yellow
+                             : Level::green;
+}
+
+UIColor levelColor(std::int64_t percent) {
+    switch (levelOf(percent)) {
+    case Level::green:
+        return UIColor::systemGreenColor();
+    case Level::yellow:
+        return UIColor::systemYellowColor();
+    case Level::orange:
+        return levelOrange();
+    case Level::red:
+        break;
+    }
+    return UIColor::systemRedColor();
 }
 
 } // namespace vantor

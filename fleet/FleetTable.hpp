@@ -7,34 +7,30 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace vantor::fleet {
 
-/// By what machines are ordered; all but `name` also say which figure gives a machine its colour.
-enum class FleetOrder : std::uint8_t { worst, name, memory, storage, processor, network };
-
-/// A machine's place in the wall.
-struct FleetRow {
-    const platform::FleetMachine* machine = nullptr;  ///< in the table's snapshot
-    Band band = Band::unknown;                        ///< by the figure that is sorted by
-    std::optional<platform::FleetFigure> figure;      ///< which that is: of "worst" the one nearest its limit
-    std::optional<std::chrono::duration<double>> age; ///< of its reading; absent where there is none
+/// A machine's place in the wall: its standing by the figure that is sorted by.
+struct FleetRow : Standing {
+    const platform::FleetMachine* machine = nullptr; ///< in the table's snapshot
 };
 
 /// How many machines are in which band.
 struct FleetCounts {
-    std::size_t machines = 0; ///< all of them; "998 of 1,000" are those neither down nor unknown
+    std::size_t machines = 0;
+    std::size_t silent = 0; ///< those that are down or have told nothing yet
     std::array<std::size_t, bandCount> inBand{};
 
     [[nodiscard]] std::size_t of(Band band) const { return inBand.at(static_cast<std::size_t>(band)); }
-    [[nodiscard]] std::size_t answering() const { return machines - of(Band::down) - of(Band::unknown); }
+    [[nodiscard]] std::size_t answering() const { return machines - silent; } ///< the 998 of 1,000
 };
 
 /// Machines with the same value of the label that is grouped by, or all where none is.
@@ -44,24 +40,26 @@ struct FleetGroup {
     FleetCounts counts;
     std::size_t first = 0; ///< of its rows
     std::size_t size = 0;  ///< how many, folded or not
-    std::optional<FleetRow>
-        worst; ///< the worst that answers, by the worst of its figures; absent where all is green
+    /// Of those that answer and are not stale, the one with the greatest share: of the figure that is sorted
+    /// by or, sorted by name or network, of all three. Its band and figure are that share's.
+    std::optional<FleetRow> worst;
 };
 
-/// The machines in the order in which a wall shows them: groups by name, in each the worst first by bands
-/// (FleetBand.hpp) and inside a band by name, so that a machine moves only when its band changes. An order
-/// holds for ten seconds: what changes meanwhile changes in its place, a machine that is new stands at the
-/// end of its group, and one that went leaves the others where they are relative to each other. What the
-/// user asks for (sorting, grouping, filtering) is done at once. Pure: whoever holds it says what time it is,
-/// on the steady clock. Main thread.
+/// The machines in the order in which a wall shows them: the worst first by bands (`bandRank`), inside a band
+/// by name, so that a machine moves only when its band changes; groups by their worst machine, then by name.
+/// An order holds for ten seconds: what changes meanwhile changes in its place, a machine that is new stands
+/// at the end of its group, and one that went leaves the others where they are relative to each other. An
+/// order that was made before most machines had told anything is not held. What the user asks for (sorting,
+/// grouping, filtering) is done at once. Whoever holds the table says what time it is, on the steady clock.
+/// Main thread.
 class FleetTable {
 public:
     static constexpr std::chrono::seconds holds{10};
 
     /// Newer figures. Null empties the table.
     void take(std::shared_ptr<const platform::FleetSnapshot> snapshot, std::chrono::nanoseconds now);
-    /// Ages grow: figures turn stale, and an order that has been held long enough is made anew. True where
-    /// anything that is shown may have changed.
+    /// Ages grow: figures turn stale, and an order that has been held long enough is made anew. True where a
+    /// machine's band or place has changed by that.
     bool passTime(std::chrono::nanoseconds now);
 
     void orderBy(FleetOrder order, std::chrono::nanoseconds now);
@@ -69,8 +67,8 @@ public:
     /// A label's name; empty: no groups.
     void groupBy(std::string label, std::chrono::nanoseconds now);
     void fold(std::string_view group, bool isFolded);
-    /// Machines whose name, or the value of one of whose labels, contains the text, whatever its case; empty:
-    /// all.
+    /// Only machines whose name, or the value of one of whose labels, contains the text, whatever the case of
+    /// ASCII letters; empty: all.
     void filter(std::string text, std::chrono::nanoseconds now);
     [[nodiscard]] const std::string& filterText() const { return m_filter; }
 
@@ -87,11 +85,31 @@ public:
     [[nodiscard]] std::optional<std::size_t> rowOf(std::size_t source, std::string_view key) const;
 
 private:
+    using Index = std::uint32_t;
+    static constexpr Index nowhere = ~Index{0};
+    struct Candidate;
+
+    [[nodiscard]] std::vector<Index> placesAmong(const platform::FleetSnapshot& newer) const;
+    [[nodiscard]] bool hasNamesOf(const platform::FleetSnapshot& newer) const;
+    void rankNames();
+    bool arrange(std::span<const Index> held);
+    void arrangeAnew(std::chrono::nanoseconds now);
+    [[nodiscard]] bool isShown(const platform::FleetMachine& machine) const;
+    [[nodiscard]] std::vector<Candidate> candidates(std::vector<std::string_view>& groupNames) const;
+    [[nodiscard]] std::vector<Index> groupPlaces(std::span<const Candidate> candidates,
+                                                 std::span<const std::string_view> names, bool isHeld) const;
+    void count(FleetGroup& group, const FleetRow& row);
+
     std::shared_ptr<const platform::FleetSnapshot> m_snapshot;
+    std::chrono::nanoseconds m_now{};
+    std::optional<std::chrono::nanoseconds> m_heldSince; ///< absent: the order need not be held
     FleetOrder m_order = FleetOrder::worst;
     std::string m_label;
     std::string m_filter;
+    std::string m_smallFilter;
     std::set<std::string, std::less<>> m_folded;
+    std::vector<Index> m_nameRanks; ///< by machine of the snapshot
+    std::vector<Index> m_rowOf;     ///< by machine of the snapshot
     std::vector<FleetRow> m_rows;
     std::vector<FleetGroup> m_groups;
     FleetCounts m_counts;

@@ -45,25 +45,36 @@ public:
     [[nodiscard]] std::optional<int> headingAt(std::size_t group) const; ///< its y
     [[nodiscard]] std::optional<std::size_t> rowAt(int x, int y) const;
     [[nodiscard]] std::optional<std::size_t> groupAt(int y) const; ///< whose heading is there
-    /// The rows that are wholly or partly between two heights: what must be drawn.
+    /// The rows from the first to the last that is wholly or partly between two heights: what must be drawn.
+    /// Those of folded groups among them have no place.
     struct Range {
         std::size_t first = 0;
         std::size_t end = 0; ///< not in it
     };
     [[nodiscard]] Range between(int top, int bottom) const;
-    /// From a row to another by a key; stays where there is none. `room` is a page's height.
+    /// From a row to another by a key; the same where there is none. The first row of a folded group stands
+    /// for its heading: keys come there too, so that it can be unfolded. `room` is a page's height.
     [[nodiscard]] std::size_t moved(std::size_t row, WallMove move, int room) const;
 
 private:
     struct Stretch {
         std::size_t first = 0;
-        std::size_t size = 0; ///< that are shown: 0 for a folded group
+        std::size_t size = 0;
+        bool isFolded = false;
         int heading = 0;
         int top = 0;
+        std::size_t line = 0; ///< its first of all lines; a folded one has one
     };
+    [[nodiscard]] std::size_t lines(const Stretch& stretch) const;
+    [[nodiscard]] const Stretch* stretchOf(std::size_t row) const;
+    [[nodiscard]] const Stretch* stretchAt(int y) const;
+    [[nodiscard]] std::size_t rowIn(std::size_t line, std::size_t column) const;
+
     std::vector<Stretch> m_stretches;
     WallStep m_step;
+    bool m_hasHeadings = false;
     int m_columns = 1;
+    std::size_t m_lines = 0;
     int m_height = 0;
 };
 
