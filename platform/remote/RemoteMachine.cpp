@@ -83,6 +83,11 @@ void RemoteMachine::show(const NodeFigures& figures) {
     m_shown = shownFrom(figures, m_shown.get());
 }
 
+void RemoteMachine::turnTo(const NodeFigures& figures) {
+    const std::lock_guard lock(m_mutex);
+    m_shown = shownFrom(figures, nullptr);
+}
+
 void RemoteMachine::lose(const std::string& reason) {
     const std::lock_guard lock(m_mutex);
     auto shown = std::make_shared<Shown>(*m_shown);

@@ -26,6 +26,8 @@ public:
 
     /// Newer figures. What they lack has failed: its last figures stay, and `failures` names it.
     void show(const NodeFigures& figures);
+    /// Another machine's first figures: nothing of the one before is kept but that counters never fall.
+    void turnTo(const NodeFigures& figures);
     /// Nothing new can be had: every source has failed for this reason.
     void lose(const std::string& reason);
 
