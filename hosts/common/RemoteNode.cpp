@@ -4,13 +4,13 @@
 #include "hosts/common/FleetFile.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/RemotePlace.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/posix/RegularFile.hpp"
 #include "platform/posix/UserFolders.hpp"
 #include "platform/remote/NodeWatch.hpp"
-#include "platform/remote/RemoteMachine.hpp"
 
 #include <unistd.h>
 
@@ -59,8 +59,10 @@ struct RemoteNode::Parts {
     std::unique_ptr<remote::Fetcher> fetcher;
     std::string problem; ///< why there is none
     std::string notes;   ///< lines about the list
-    std::unique_ptr<remote::NodeWatch> watch;
-    std::unique_ptr<remote::RemoteMachine> machine;
+    std::string name;
+    std::unique_ptr<remote::MachineWatch> watch;
+    std::shared_ptr<RemotePlace> place;
+    bool isShown = false; ///< in that place
     std::function<void()> handler;
     std::string told; ///< on standard error
 };
@@ -105,24 +107,54 @@ RemoteNode::RemoteNode(const NodeChoice& choice) : m_parts(std::make_unique<Part
             node->address, *m_parts->fetcher, std::chrono::ceil<std::chrono::milliseconds>(every),
             node->access);
         m_parts->watch->setHandler([this] { take(); });
+        m_parts->name = node->address.name;
+        m_parts->place = std::make_shared<RemotePlace>();
     }
+}
+
+RemoteNode::RemoteNode(std::unique_ptr<remote::MachineWatch> watch, std::string name,
+                       std::shared_ptr<RemotePlace> place)
+    : m_parts(std::make_unique<Parts>()) {
+    m_parts->watch = std::move(watch);
+    m_parts->name = std::move(name);
+    m_parts->place = std::move(place);
+    m_parts->watch->setHandler([this] { take(); });
+    take();
 }
 
 RemoteNode::~RemoteNode() = default;
 
 void RemoteNode::take() {
     const remote::NodeState& state = m_parts->watch->state();
-    if (m_parts->machine == nullptr && state.figures) {
-        m_parts->machine = std::make_unique<remote::RemoteMachine>(*state.figures);
-    }
-    if (m_parts->machine != nullptr && !state.problem.empty()) {
-        m_parts->machine->lose(state.problem);
-    } else if (m_parts->machine != nullptr) {
-        m_parts->machine->show(*state.figures);
+    if (state.figures) {
+        show(state);
     }
     if (m_parts->handler) {
         m_parts->handler();
     }
+}
+
+void RemoteNode::show(const remote::NodeState& state) {
+    std::unique_ptr<remote::RemoteMachine>& machine = m_parts->place->machine;
+    const bool isNew = !std::exchange(m_parts->isShown, true);
+    if (machine == nullptr) {
+        machine = std::make_unique<remote::RemoteMachine>(*state.figures);
+    } else if (isNew) {
+        machine->turnTo(*state.figures);
+    }
+    if (!state.problem.empty()) {
+        machine->lose(state.problem);
+    } else if (!isNew) {
+        machine->show(*state.figures);
+    }
+}
+
+void RemoteNode::start() {
+    m_parts->watch->start();
+}
+
+bool RemoteNode::isReady() const {
+    return m_parts->isShown;
 }
 
 void RemoteNode::tell(const std::string& program) {
@@ -140,23 +172,23 @@ bool RemoteNode::await(const std::string& program, bool isPatient) {
         return false;
     }
     writeUnhurried(STDERR_FILENO, m_parts->notes);
-    m_parts->watch->start();
+    start();
     turnUntil(
         [&] {
             tell(program);
             const bool hasFailed = !m_parts->watch->state().problem.empty();
-            return m_parts->machine != nullptr || (hasFailed && !isPatient);
+            return isReady() || (hasFailed && !isPatient);
         },
         std::numeric_limits<std::int32_t>::max());
-    return m_parts->machine != nullptr;
+    return isReady();
 }
 
 platform::Machine& RemoteNode::machine() {
-    return *m_parts->machine;
+    return *m_parts->place->machine;
 }
 
 const std::string& RemoteNode::name() const {
-    return m_parts->watch->address().name;
+    return m_parts->name;
 }
 
 NodeMoment RemoteNode::moment() const {

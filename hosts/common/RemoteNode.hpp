@@ -9,9 +9,15 @@
 #include <optional>
 #include <string>
 
+namespace vantor::platform::remote {
+class MachineWatch;
+struct NodeState;
+} // namespace vantor::platform::remote
+
 namespace vantor::hosts::common {
 
 struct FleetNode;
+struct RemotePlace;
 
 /// How old another machine's figures are, or why there are no newer ones.
 struct NodeMoment {
@@ -42,16 +48,24 @@ public:
     /// For a choice with nothing wrong in its address. Looks into the list and opens libcurl; nothing is
     /// asked yet.
     explicit RemoteNode(const NodeChoice& choice);
+    /// A machine of a fleet (FleetHost::openMachine), which must outlive this.
+    RemoteNode(std::unique_ptr<platform::remote::MachineWatch> watch, std::string name,
+               std::shared_ptr<RemotePlace> place);
     ~RemoteNode();
     RemoteNode(const RemoteNode&) = delete;
     RemoteNode& operator=(const RemoteNode&) = delete;
 
-    /// Turns the main loop until the machine has told enough to be shown. What stands in the way is said on
-    /// standard error, each thing once, and to whoever meets a closed door, how to open it. False where there
-    /// is nothing to show: at once, or never for the patient.
+    /// Begins to ask.
+    void start();
+    /// Whether the machine has told enough to be shown.
+    [[nodiscard]] bool isReady() const;
+    /// Starts, and turns the main loop until it is ready. What stands in the way is said on standard error,
+    /// each thing once, and to whoever meets a closed door, how to open it. False where there is nothing to
+    /// show: at once, or never for the patient.
     [[nodiscard]] bool await(const std::string& program, bool isPatient);
 
-    /// Once it was awaited.
+    /// Once it is ready. For machines of one fleet it is the same, which shows the one that became ready
+    /// last.
     [[nodiscard]] platform::Machine& machine();
     [[nodiscard]] NodeMoment moment() const;
     /// Printable: what the machine is called by whoever named it.
@@ -65,6 +79,7 @@ private:
     struct Parts;
     [[nodiscard]] static std::optional<FleetNode> chosen(const NodeChoice& choice, Parts& parts);
     void take();
+    void show(const platform::remote::NodeState& state);
     void tell(const std::string& program);
 
     std::unique_ptr<Parts> m_parts;
