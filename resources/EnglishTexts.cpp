@@ -273,6 +273,20 @@ constexpr std::array texts{
     EnglishText{"storage_REST", "Counted earlier, not looked at now"},
     EnglishText{"storage_SMALLER", "smaller ones that are kept"},
     EnglishText{"storage_TRASH", "Trash"},
+    EnglishText{"wall_ALL", "all machines"},
+    EnglishText{"wall_ASKING", "Asking the machines"},
+    EnglishText{"wall_BACK", "back"},
+    EnglishText{"wall_DENSITY", "density"},
+    EnglishText{"wall_DOWN", "down {time}"},
+    EnglishText{"wall_EMPTY", "No machines"},
+    EnglishText{"wall_FILTER", "filter"},
+    EnglishText{"wall_FOLD", "fold"},
+    EnglishText{"wall_GONE", "That machine is gone"},
+    EnglishText{"wall_NAME", "name"},
+    EnglishText{"wall_NOMATCH", "No machine matches"},
+    EnglishText{"wall_OPEN", "open"},
+    EnglishText{"wall_SORTBY", "sort by"},
+    EnglishText{"wall_WORST", "worst"},
 };
 static_assert(std::ranges::is_sorted(texts, {}, &EnglishText::key));
 
