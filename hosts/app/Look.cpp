@@ -16,13 +16,7 @@ Look Look::of(platform::Appearance appearance, double pointScale, const QColor& 
     look.selection = color(0xE6EEF8, 0x25344A);
     look.destructive = color(0xC4221A, 0xFF8078);
     look.off = color(0x8E8E93, 0x6C6C71);
-    qt::Theme& theme = look.theme;
-    theme = qt::Theme::of(appearance, pointScale, accent.isValid() ? accent : look.parts.front());
-    theme.backdrop = color(0xF2F2F7, 0x121214);
-    theme.edge = color(0xDCDCE1, 0x2C2C30);
-    theme.separator = color(0xE1E1E6, 0x323236);
-    theme.secondaryText = color(0x636366, 0xAEAEB2);
-    theme.fill = color(0xF0F0F5, 0x2C2C2E);
+    look.theme = qt::Theme::ofGround(appearance, pointScale, accent);
     return look;
 }
 

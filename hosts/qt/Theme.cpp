@@ -85,6 +85,19 @@ Theme Theme::of(Appearance appearance, double pointScale, const QColor& accent) 
     return theme;
 }
 
+Theme Theme::ofGround(Appearance appearance, double pointScale, const QColor& accent) {
+    const auto color = [appearance](QRgb onLight, QRgb onDark) {
+        return QColor::fromRgb(appearance == Appearance::light ? onLight : onDark);
+    };
+    Theme theme = of(appearance, pointScale, accent.isValid() ? accent : color(0x3A6EA8, 0x6FA3DE));
+    theme.backdrop = color(0xF2F2F7, 0x121214);
+    theme.edge = color(0xDCDCE1, 0x2C2C30);
+    theme.separator = color(0xE1E1E6, 0x323236);
+    theme.secondaryText = color(0x636366, 0xAEAEB2);
+    theme.fill = color(0xF0F0F5, 0x2C2C2E);
+    return theme;
+}
+
 QPalette Theme::palette() const {
     QPalette palette;
     for (const auto& [role, color] :

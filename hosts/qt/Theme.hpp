@@ -35,6 +35,9 @@ struct Theme {
 
     /// The theme of an appearance. `accent` may be invalid: then it is the platform's blue.
     static Theme of(platform::Appearance appearance, double pointScale, const QColor& accent);
+    /// The same for a large window, on whose ground several cards stand. `accent` may be invalid: then it is
+    /// a quieter blue.
+    static Theme ofGround(platform::Appearance appearance, double pointScale, const QColor& accent);
 
     /// What the toolkit paints itself with, such as menus and tooltips.
     [[nodiscard]] QPalette palette() const;
