@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/Options.hpp"
 
+#include "hosts/common/FleetOptions.hpp"
 #include "hosts/common/HelpFormatter.hpp"
 #include "hosts/common/OptionChecks.hpp"
 #include "hosts/qt/PictureFile.hpp"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -47,11 +47,6 @@ std::string checkPicture(const std::string& name) {
                : "must be a file name ending in .png or .svg";
 }
 
-std::string checkEvery(const std::string& text) {
-    const std::optional<double> seconds = common::plainNumber(text);
-    return seconds && *seconds >= 0.1 && *seconds <= 3600 ? std::string() : "must be a number of seconds";
-}
-
 std::string checkMargin(const std::string& text) {
     const std::optional<double> margin = common::plainNumber(text);
     return margin && *margin >= 0 && *margin <= greatestMargin ? std::string() : "must be a number of pixels";
@@ -67,7 +62,7 @@ public:
         addPicture();
         addWindow();
         CLI::Option* demo = m_app.add_flag("--demo", m_options.demo, "Show a made-up machine")->group(others);
-        addNode(demo);
+        m_fleet.addTo(m_app, machines, demo);
         m_app
             .add_option("--autostart", m_autostart,
                         "Start at login, with the other options given here, or no longer")
@@ -101,7 +96,11 @@ public:
             m_options.autostart = m_autostart == "on";
         }
         m_options.margin = static_cast<int>(common::plainNumber(m_margin).value_or(m_options.margin));
-        m_options.node.every = common::plainNumber(m_every);
+        m_options.fleet = m_fleet.choice();
+        if (const common::FleetChoice& fleet = m_options.fleet; !fleet.isWall()) {
+            m_options.node = {fleet.nodes.empty() ? std::string() : fleet.nodes.front(), fleet.machine,
+                              fleet.every};
+        }
         m_options.tray = m_options.tray || m_options.hidden;
         return m_options;
     }
@@ -110,6 +109,7 @@ private:
     static constexpr const char* looks = "How it looks";
     static constexpr const char* pictures = "A picture of it";
     static constexpr const char* windows = "Its window";
+    static constexpr const char* machines = "Other machines";
     static constexpr const char* others = "Others";
 
     void addLooks() {
@@ -121,25 +121,6 @@ private:
             ->check(common::oneOf({appearances[0].second, appearances[1].second, appearances[2].second}))
             ->type_name("auto|light|dark")
             ->group(looks);
-    }
-    void addNode(CLI::Option* demo) {
-        CLI::Option* node = m_app
-                                .add_option("--node", m_options.node.address,
-                                            "Watch the machine whose node_exporter answers there")
-                                ->check(CLI::Validator(&common::RemoteNode::problemWith, ""))
-                                ->type_name("ADDRESS")
-                                ->excludes(demo)
-                                ->group(others);
-        m_app
-            .add_option("--machine", m_options.node.machine, "Watch that one of ~/.config/vantor/fleet.json")
-            ->type_name("NAME")
-            ->excludes(demo)
-            ->excludes(node)
-            ->group(others);
-        m_app.add_option("--every", m_every, "And ask it every N seconds, 0.1 to 3600; 5 unless given")
-            ->check(CLI::Validator(checkEvery, ""))
-            ->type_name("N")
-            ->group(others);
     }
     void addPicture() {
         CLI::Option* snapshot = m_app
@@ -177,11 +158,11 @@ private:
     std::string m_picture;
     std::string m_scale = "1";
     std::string m_margin;
-    std::string m_every;
     std::string m_appearance;
     std::string m_autostart;
     bool m_compact = false;
     bool m_expanded = false;
+    common::FleetOptions m_fleet;
     CLI::App m_app{"Shows this machine's memory, storage, processor and network on a card.", "vantor-widget"};
 };
 
@@ -191,10 +172,10 @@ std::variant<Options, int> readOptions(int argc, const char* const* argv) {
     Reader reader;
     try {
         reader.app().parse(argc, argv);
+        return reader.options();
     } catch (const CLI::ParseError& problem) {
         return common::endAfter(problem, reader.app());
     }
-    return reader.options();
 }
 
 std::vector<std::string> windowWords(const Options& options) {
@@ -221,18 +202,8 @@ std::vector<std::string> windowWords(const Options& options) {
     if (options.demo) {
         words.emplace_back("--demo");
     }
-    if (!options.node.address.empty()) {
-        words.insert(words.end(), {"--node", options.node.address});
-    }
-    if (!options.node.machine.empty()) {
-        words.insert(words.end(), {"--machine", options.node.machine});
-    }
-    if (options.node.every) {
-        std::array<char, 32> seconds{};
-        const char* const end = std::to_chars(seconds.begin(), seconds.end(), *options.node.every).ptr;
-        words.insert(words.end(), {"--every", std::string(seconds.data(),
-                                                          static_cast<std::size_t>(end - seconds.data()))});
-    }
+    const std::vector<std::string> fleet = common::FleetOptions::words(options.fleet);
+    words.insert(words.end(), fleet.begin(), fleet.end());
     return words;
 }
 
@@ -241,10 +212,10 @@ std::optional<Options> optionsFromWords(const std::vector<std::string>& words) {
     try {
         reader.app().parse(
             std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the end
+        return reader.options();
     } catch (const CLI::ParseError&) {
         return std::nullopt;
     }
-    return reader.options();
 }
 
 } // namespace vantor::hosts::widget

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/FleetHost.hpp"
 #include "hosts/common/RemoteNode.hpp"
 
 #include <cstdint>
@@ -20,7 +21,8 @@ struct Options {
     std::optional<AppearanceChoice> appearance;
     double scale = 1; ///< pixels per point of a snapshot
     bool demo = false;
-    common::NodeChoice node = {}; ///< another machine to show
+    common::FleetChoice fleet = {}; ///< other machines to show
+    common::NodeChoice node = {};   ///< of these the one, where it is one alone: no wall
     bool onTop = false;
     bool onDesktop = false;
     bool frameless = false;

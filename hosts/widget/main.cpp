@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
 #include "hosts/common/Failures.hpp"
+#include "hosts/common/FleetOptions.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/Signals.hpp"
@@ -46,10 +47,12 @@ int changeAutostart(const Options& options) {
 
 /// A made-up machine is another program's window, and so is each other machine.
 std::string windowName(const Options& options) {
-    const std::string other =
-        std::to_string(std::hash<std::string>()(options.node.address + options.node.machine));
+    std::string others;
+    for (const std::string& word : hosts::common::FleetOptions::words(options.fleet)) {
+        others += word + '\n';
+    }
     return std::string("vantor-widget") + (options.demo ? "-demo" : "") +
-           (options.node.isOther() ? "-" + other : "");
+           (others.empty() ? others : "-" + std::to_string(std::hash<std::string>()(others)));
 }
 
 int showWindow(const Options& options, const hosts::common::RemoteNode* node) {
@@ -129,6 +132,10 @@ int main(int argc, char** argv) {
     const auto& options = std::get<Options>(read);
     if (options.autostart) {
         return changeAutostart(options);
+    }
+    if (options.fleet.isWall()) {
+        say("several machines at once are shown by vantor-term alone so far");
+        return 2;
     }
     if (!options.snapshot && !hosts::qt::hasDisplay()) {
         say("there is no display; --snapshot draws the widget into a file");

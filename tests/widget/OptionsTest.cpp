@@ -38,6 +38,15 @@ TEST(Options, ThatCannotBeUsedEndWithOneLineAndTwo) {
         {"--appearance", "purple"},
         {"--autostart", "maybe"},
         {"--no-such-option"},
+        {"--demo", "--node", "web01"},
+        {"--demo-fleet", "0"},
+        {"--demo-fleet", "41", "--node", "web01"},
+        {"--nodes", ""},
+        {"--select", "job=\"node\""}, // of which server
+        {"--node", "web01", "--machine", "db07"},
+        {"--node", "web01", "--sort", "cpu"}, // one is in order
+        {"--prometheus", "http://prom:9090", "--sort", "colour"},
+        {"--every", "2"},
         {"stray"},
         {"--\033[2J"},
     };
@@ -51,6 +60,24 @@ TEST(Options, ThatCannotBeUsedEndWithOneLineAndTwo) {
         EXPECT_EQ(std::ranges::count(line, '\n'), 1) << line;
         EXPECT_EQ(line.find('\033'), std::string::npos);
     }
+}
+
+/// One other machine is the widget, several are a wall; either comes back from the words that start it again.
+TEST(Options, NameOtherMachines) {
+    const auto one = std::get<Options>(read({"--node", "web01", "--every", "2.5"}));
+    EXPECT_FALSE(one.fleet.isWall());
+    EXPECT_EQ(one.node.address, "web01");
+    EXPECT_EQ(one.node.every, 2.5);
+    const std::vector<const char*> words{"--node", "web01",  "--node",  "db07",    "--fleet", "--group-by",
+                                         "dc",     "--sort", "storage", "--every", "10"};
+    const auto wall = std::get<Options>(read(words));
+    EXPECT_TRUE(wall.fleet.isWall());
+    EXPECT_FALSE(wall.node.isOther());
+    EXPECT_EQ(wall.fleet.nodes, (std::vector<std::string>{"web01", "db07"}));
+    EXPECT_TRUE(wall.fleet.listed);
+    EXPECT_EQ(windowWords(wall), std::vector<std::string>(words.begin(), words.end()));
+    EXPECT_EQ(optionsFromWords(windowWords(wall))->fleet.groupBy, "dc");
+    EXPECT_EQ(std::get<Options>(read({"--fleet", "home", "--sort", "ram"})).fleet.list, "home");
 }
 
 TEST(Options, HelpAndVersionEndWell) {

@@ -8,10 +8,13 @@ _vantor_widget() {
     --snapshot) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
     --anchor) mapfile -t COMPREPLY < <(compgen -W 'top-left top top-right left center right bottom-left bottom bottom-right' -- "$current") ;;
     --node) mapfile -t COMPREPLY < <(compgen -A hostname -- "$current") ;;
-    --every | --machine | --scale | --margin) COMPREPLY=() ;;
+    --nodes) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+    --sort) mapfile -t COMPREPLY < <(compgen -W 'worst name ram storage cpu network' -- "$current") ;;
+    --demo-fleet | --every | --group-by | --machine | --margin | --prometheus | --scale | --select) COMPREPLY=() ;;
     *)
-      mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --every --expanded --frameless --help
-        --hidden --machine --margin --node --on-desktop --on-top --scale --snapshot --tray --version --warn-memory' -- "$current")
+      mapfile -t COMPREPLY < <(compgen -W '--anchor --appearance --autostart --compact --demo --demo-fleet --every --expanded --fleet
+        --frameless --group-by --help --hidden --machine --margin --node --nodes --on-desktop --on-top --prometheus --scale
+        --select --snapshot --sort --tray --version --warn-memory' -- "$current")
       ;;
   esac
 }
