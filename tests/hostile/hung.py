@@ -128,9 +128,11 @@ def has_figures(section):
 
 def until(done, what, case):
     end = time.monotonic() + PATIENCE
-    while not done() and time.monotonic() < end:
+    came = done()
+    while not came and time.monotonic() < end:
         time.sleep(0.02)
-    check(done(), case.name, what)
+        came = done()
+    check(came, case.name, what)
 
 
 def reports():
