@@ -33,4 +33,12 @@ std::chrono::seconds secondsFromGMT(std::chrono::system_clock::time_point instan
     return std::chrono::seconds{local.tm_gmtoff};
 }
 
+std::string clockText(std::chrono::system_clock::time_point instant) {
+    const std::time_t time = std::chrono::floor<std::chrono::seconds>(instant).time_since_epoch().count();
+    std::tm local{};
+    ::localtime_r(&time, &local);
+    std::array<char, 16> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%H:%M", &local)};
+}
+
 } // namespace vantor::platform

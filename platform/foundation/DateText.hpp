@@ -14,4 +14,7 @@ namespace vantor::platform {
 /// zone while the process runs. Any thread.
 [[nodiscard]] std::chrono::seconds secondsFromGMT(std::chrono::system_clock::time_point instant);
 
+/// The time of day in the current time zone, for people: "14:03". Any thread.
+[[nodiscard]] std::string clockText(std::chrono::system_clock::time_point instant);
+
 } // namespace vantor::platform

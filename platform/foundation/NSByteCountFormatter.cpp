@@ -3,33 +3,12 @@
 
 #include "platform/core/ScaledCount.hpp"
 #include "platform/foundation/ByteCountWords.hpp"
+#include "platform/foundation/CountText.hpp"
 #include "platform/viewer/Viewer.hpp"
 
 #include <cstddef>
 
 namespace vantor::platform {
-
-namespace {
-
-/// Digits from the highest on; at most four stand before the decimal sign, so at most one group sign.
-void appendNumber(std::string& text, const ScaledCount& scaled, const LocaleSigns& signs) {
-    std::array<unsigned, 20> digits{};
-    std::size_t count = 0;
-    for (std::uint64_t left = scaled.digits; left > 0 || count <= scaled.fraction; left /= 10) {
-        digits[count++] = static_cast<unsigned>(left % 10);
-    }
-    while (count > 0) {
-        --count;
-        text += signs.digits[digits[count]];
-        if (count == scaled.fraction && count > 0) {
-            text += signs.decimal;
-        } else if (count == scaled.fraction + 3) {
-            text += signs.grouping;
-        }
-    }
-}
-
-} // namespace
 
 std::string NSByteCountFormatter::stringFromByteCount(std::int64_t byteCount,
                                                       NSByteCountFormatterCountStyle countStyle) {
