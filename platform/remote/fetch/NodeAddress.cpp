@@ -11,7 +11,6 @@ namespace vantor::platform::remote {
 
 namespace {
 
-constexpr std::string_view usualPort = "9100";
 constexpr std::size_t longest = 2048; // bytes of an address; no server takes more
 
 std::string lowered(std::string_view text) {
@@ -79,9 +78,9 @@ bool isWeb(std::string_view scheme) {
     return scheme == "http" || scheme == "https";
 }
 
-} // namespace
-
-std::optional<NodeAddress> nodeAddress(std::string_view text, std::string& problem) {
+/// Where something is asked, with what is usual for its kind.
+std::optional<NodeAddress> addressOf(std::string_view text, std::string_view usualPort,
+                                     std::string_view usualPath, std::string& problem) {
     const auto refused = [&problem](const char* why) {
         problem = why;
         return std::nullopt;
@@ -105,10 +104,28 @@ std::optional<NodeAddress> nodeAddress(std::string_view text, std::string& probl
     const std::string_view port = !place->port.empty() || !parts.scheme.empty() ? place->port : usualPort;
     address.url = (parts.scheme.empty() ? "http" : parts.scheme) + "://" + std::string(place->host);
     address.url += port.empty() ? "" : ":" + std::string(port);
-    address.url += parts.path.empty() || parts.path == "/" ? "/metrics" : parts.path;
+    address.url += parts.path.empty() || parts.path == "/" ? usualPath : parts.path;
     address.name = place->host;
     address.name += port.empty() || port == usualPort ? "" : ":" + std::string(port);
     address.name = printableText(address.name);
+    return address;
+}
+
+} // namespace
+
+std::optional<NodeAddress> nodeAddress(std::string_view text, std::string& problem) {
+    return addressOf(text, "9100", "/metrics", problem);
+}
+
+std::optional<NodeAddress> prometheusAddress(std::string_view text, std::string& problem) {
+    std::optional<NodeAddress> address = addressOf(text, "9090", "", problem);
+    if (address && address->url.find_first_of("?#") != std::string::npos) {
+        problem = "the address of a server has no ? and no #";
+        return std::nullopt;
+    }
+    while (address && address->url.ends_with('/')) {
+        address->url.pop_back();
+    }
     return address;
 }
 

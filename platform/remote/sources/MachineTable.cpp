@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+#include "platform/remote/sources/MachineTable.hpp"
+
+#include "platform/core/PrintableText.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace vantor::platform::remote {
+
+namespace {
+
+constexpr char separator = '\x1F'; // between the identity's values; not in names that anybody gives
+constexpr std::string_view usualPort = ":9100";
+
+using Labels = std::vector<std::pair<std::string, std::string>>;
+
+std::optional<std::size_t> placeOf(FleetQuestion question) {
+    switch (question) {
+    case FleetQuestion::memory:
+        return static_cast<std::size_t>(FleetFigure::memory);
+    case FleetQuestion::storage:
+        return static_cast<std::size_t>(FleetFigure::storage);
+    case FleetQuestion::processor:
+        return static_cast<std::size_t>(FleetFigure::processor);
+    case FleetQuestion::received:
+        return static_cast<std::size_t>(FleetFigure::received);
+    case FleetQuestion::sent:
+        return static_cast<std::size_t>(FleetFigure::sent);
+    default:
+        return std::nullopt;
+    }
+}
+
+std::size_t hashOf(const std::vector<AnswerSeries::Label>& labels) {
+    std::size_t all = 0;
+    for (const AnswerSeries::Label& label : labels) { // the order of labels is free
+        const std::size_t name = std::hash<std::string_view>()(label.name);
+        all += name ^ (std::hash<std::string_view>()(label.value) * 31);
+    }
+    return all;
+}
+
+std::shared_ptr<const Labels> printableLabels(const std::vector<AnswerSeries::Label>& labels) {
+    auto printable = std::make_shared<Labels>();
+    for (const AnswerSeries::Label& label : labels) {
+        if (label.name != "__name__") {
+            printable->emplace_back(printableText(label.name), printableText(label.value));
+        }
+    }
+    std::ranges::sort(*printable);
+    return printable;
+}
+
+/// Shares that two moments of a counter make may leave their range by a hair.
+std::optional<double> figureFrom(double told, std::size_t place) {
+    const bool isShare = place <= static_cast<std::size_t>(FleetFigure::processor);
+    if (!std::isfinite(told)) {
+        return std::nullopt;
+    }
+    return isShare ? std::clamp(told, 0.0, 1.0) : std::max(told, 0.0);
+}
+
+} // namespace
+
+MachineTable::MachineTable(std::vector<std::string> identity) : m_identity(std::move(identity)) {}
+
+void MachineTable::begin() {
+    m_hasAges = false;
+    for (Entry& entry : m_entries) {
+        entry.isSeen = false;
+        entry.isUp = false;
+        entry.age = untold;
+        entry.told.fill(untold);
+        entry.volume.clear();
+    }
+}
+
+void MachineTable::makeKey(const AnswerSeries& row) {
+    m_key.clear();
+    for (const std::string& label : m_identity) {
+        if (&label != &m_identity.front()) {
+            m_key += separator;
+        }
+        m_key += row.label(label);
+    }
+}
+
+void MachineTable::take(FleetQuestion question, const AnswerSeries& row, Rows& rows) {
+    ++rows.all;
+    makeKey(row);
+    const double value = row.points.back().value;
+    if (question == FleetQuestion::up) {
+        takeUp(row, rows);
+        return;
+    }
+    const auto place = m_places.find(std::string_view(m_key));
+    if (place == m_places.end()) {
+        ++rows.unknown;
+        return;
+    }
+    Entry& entry = m_entries[place->second];
+    if (question == FleetQuestion::names) {
+        const std::string_view name = row.label("nodename");
+        m_areNamesNew = m_areNamesNew || !entry.isNamed || entry.nodeName != name;
+        entry.nodeName = name;
+        entry.isNamed = true;
+    } else if (question == FleetQuestion::age) {
+        rows.again += std::isnan(entry.age) ? 0 : 1;
+        entry.age = std::isnan(entry.age) && std::isfinite(value) ? std::max(value, 0.0) : entry.age;
+        m_hasAges = true;
+    } else if (const std::optional<std::size_t> figure = placeOf(question); figure && std::isfinite(value)) {
+        double& told = entry.told.at(*figure);
+        if (!std::isnan(told)) {
+            ++rows.again;
+            return;
+        }
+        told = value;
+        if (question == FleetQuestion::storage) {
+            entry.volume = row.label("mountpoint");
+        }
+    }
+}
+
+void MachineTable::takeUp(const AnswerSeries& row, Rows& rows) {
+    const auto [place, isNew] = m_places.try_emplace(m_key, m_entries.size());
+    if (isNew) {
+        m_entries.emplace_back().machine.key = m_key;
+        m_isListNew = true;
+    }
+    Entry& entry = m_entries[place->second];
+    const bool isUp = row.points.back().value > 0;
+    if (entry.isSeen) { // a machine that one of two servers reaches is up
+        ++rows.again;
+        entry.isUp = entry.isUp || isUp;
+        return;
+    }
+    entry.isSeen = true;
+    entry.isUp = isUp;
+    describe(entry, row);
+}
+
+void MachineTable::describe(Entry& entry, const AnswerSeries& row) {
+    const std::size_t hash = hashOf(row.labels);
+    if (entry.machine.labels != nullptr && entry.labelsHash == hash) {
+        return;
+    }
+    entry.labelsHash = hash;
+    entry.machine.labels = printableLabels(row.labels);
+    std::string_view instance = row.label("instance");
+    if (instance.ends_with(usualPort)) {
+        instance.remove_suffix(usualPort.size());
+    }
+    entry.instance = printableText(instance);
+    m_areNamesNew = true;
+}
+
+void MachineTable::dropUnseen() {
+    const auto gone = std::erase_if(m_entries, [](const Entry& entry) { return !entry.isSeen; });
+    m_isListNew = m_isListNew || gone > 0;
+}
+
+void MachineTable::finish(std::chrono::nanoseconds asked, bool isPartial) {
+    if (!isPartial) {
+        dropUnseen();
+    }
+    if (std::exchange(m_isListNew, false)) {
+        std::ranges::sort(m_entries, {},
+                          [](const Entry& entry) { return std::string_view(entry.machine.key); });
+        m_places.clear();
+        for (std::size_t i = 0; i < m_entries.size(); ++i) {
+            m_places.emplace(m_entries[i].machine.key, i);
+        }
+        m_areNamesNew = true;
+    }
+    if (std::exchange(m_areNamesNew, false)) {
+        nameAll();
+    }
+    for (Entry& entry : m_entries) {
+        if (entry.isSeen) {
+            settle(entry, asked);
+        }
+    }
+}
+
+/// Rates go on for minutes after a machine has ended, so that they count only where it answers and a reading
+/// of its own says how old it is, if the server tells such readings at all.
+void MachineTable::settle(Entry& entry, std::chrono::nanoseconds asked) const {
+    FleetMachine& machine = entry.machine;
+    if (!entry.isUp) {
+        if (!machine.downSince) {
+            machine.downSince = std::chrono::system_clock::now();
+        }
+        machine.problem = "its exporter does not answer the server";
+        return;
+    }
+    machine.downSince.reset();
+    machine.problem.clear();
+    const bool hasAge = std::isfinite(entry.age);
+    const bool areRatesOfNow = hasAge || !m_hasAges;
+    bool isTold = areRatesOfNow;
+    for (std::size_t i = 0; i < machine.figures.size(); ++i) {
+        const bool isGauge = i <= static_cast<std::size_t>(FleetFigure::storage);
+        machine.figures.at(i) = isGauge || areRatesOfNow ? figureFrom(entry.told.at(i), i) : std::nullopt;
+        isTold = isTold || machine.figures.at(i).has_value();
+    }
+    if (machine.volume != entry.volume) {
+        machine.volume = printableText(entry.volume);
+    }
+    if (isTold) {
+        const std::chrono::duration<double> age(hasAge ? entry.age : 0);
+        machine.taken = asked - std::chrono::duration_cast<std::chrono::nanoseconds>(age);
+    }
+}
+
+std::string MachineTable::joinedIdentity(const Entry& entry) {
+    std::string all;
+    for (const std::string& value : identityIn(entry.machine.key)) {
+        all += (all.empty() ? "" : " ") + printableText(value);
+    }
+    return all;
+}
+
+/// What a machine calls itself where no other does, else its address, else all that tells it apart.
+void MachineTable::nameAll() {
+    std::unordered_map<std::string_view, std::size_t> own;
+    std::unordered_map<std::string_view, std::size_t> addresses;
+    for (const Entry& entry : m_entries) {
+        ++own[entry.nodeName];
+        ++addresses[entry.instance];
+    }
+    m_askedTwice = 0;
+    for (Entry& entry : m_entries) {
+        const bool isOnlyOne = addresses[entry.instance] == 1 && !entry.instance.empty();
+        m_askedTwice += isOnlyOne ? 0 : 1;
+        if (!entry.nodeName.empty() && own[entry.nodeName] == 1) {
+            entry.machine.name = printableText(entry.nodeName);
+        } else {
+            entry.machine.name = isOnlyOne ? entry.instance : joinedIdentity(entry);
+        }
+    }
+}
+
+std::vector<FleetMachine> MachineTable::machines() const {
+    std::vector<FleetMachine> all;
+    all.reserve(m_entries.size());
+    for (const Entry& entry : m_entries) {
+        all.push_back(entry.machine);
+    }
+    return all;
+}
+
+void MachineTable::noteNamesAsked() {
+    for (Entry& entry : m_entries) {
+        entry.isNamed = entry.isNamed || entry.isUp;
+    }
+}
+
+bool MachineTable::hasNameless() const {
+    return std::ranges::any_of(m_entries, [](const Entry& entry) { return entry.isUp && !entry.isNamed; });
+}
+
+std::optional<double> MachineTable::leastAge() const {
+    std::optional<double> least;
+    for (const Entry& entry : m_entries) {
+        if (entry.isUp && std::isfinite(entry.age)) {
+            least = std::min(least.value_or(entry.age), entry.age);
+        }
+    }
+    return least;
+}
+
+std::vector<std::string> MachineTable::someIdentity() const {
+    const auto some = std::ranges::find_if(m_entries, &Entry::isUp);
+    return some == m_entries.end() ? std::vector<std::string>() : identityIn(some->machine.key);
+}
+
+std::vector<std::string> MachineTable::identityIn(std::string_view key) {
+    std::vector<std::string> values;
+    for (std::size_t end = 0; end != std::string_view::npos;) {
+        end = key.find(separator);
+        values.emplace_back(key.substr(0, end));
+        key.remove_prefix(end == std::string_view::npos ? key.size() : end + 1);
+    }
+    return values;
+}
+
+} // namespace vantor::platform::remote
