@@ -38,6 +38,7 @@ std::chrono::duration<double> NodeProgress::takeReading(Reading reading) {
         m_state.taken = reading.taken;
     }
     m_last = std::move(reading);
+    m_last->volumes = {}; // differences need none
     m_slept = slept;
     return hasRates ? m_interval : secondQuestion;
 }

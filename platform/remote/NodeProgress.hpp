@@ -29,7 +29,6 @@ public:
 
     [[nodiscard]] bool isFiltered() const { return m_isFiltered; }
     [[nodiscard]] const NodeState& state() const { return m_state; }
-    [[nodiscard]] const std::optional<Reading>& last() const { return m_last; }
 
 private:
     [[nodiscard]] std::chrono::duration<double> takeReading(Reading reading);

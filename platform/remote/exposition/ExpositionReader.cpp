@@ -34,6 +34,10 @@ std::string_view takeName(std::string_view& text) {
     return name;
 }
 
+std::string_view nameIn(std::string_view line) {
+    return takeName(line);
+}
+
 /// What stands before the next blank.
 std::string_view takeWord(std::string_view& text) {
     skipBlanks(text);
@@ -70,6 +74,9 @@ const Sample* ExpositionReader::next() {
             return nullptr;
         }
         if (line.empty() || line.front() == '#') {
+            continue;
+        }
+        if (m_wants != nullptr && isNameSign(line.front()) && !m_wants(nameIn(line))) {
             continue;
         }
         if (end != std::string_view::npos && read(line)) {

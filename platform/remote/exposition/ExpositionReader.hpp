@@ -41,7 +41,11 @@ public:
     static constexpr std::size_t mostLabels = 128;
     static constexpr std::size_t longestLabel = 4096; ///< bytes, of a name and of a value as it is written
 
-    ExpositionReader(std::string_view text, ExpositionFormat format) : m_text(text), m_format(format) {}
+    using Wants = bool (*)(std::string_view name);
+
+    /// Of families that are not wanted the names alone are read; null: all are.
+    ExpositionReader(std::string_view text, ExpositionFormat format, Wants wants = nullptr)
+        : m_text(text), m_format(format), m_wants(wants) {}
 
     /// The next sample, null at the end. It and the texts it points to hold until the next call.
     [[nodiscard]] const Sample* next();
@@ -57,6 +61,7 @@ private:
 
     std::string_view m_text;
     ExpositionFormat m_format;
+    Wants m_wants;
     Sample m_sample;
     std::string m_undone; ///< this line's label values that held escapes
     std::size_t m_spoiled = 0;

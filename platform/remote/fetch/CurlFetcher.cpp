@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "platform/remote/fetch/CurlFetcher.hpp"
 
+#include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <utility>
 
 namespace vantor::platform::remote {
 
 namespace {
 
-constexpr long mostConnections = 32;
+constexpr std::size_t mostConnections = 32;
 constexpr long mostToOneHost = 2;
 constexpr int idleMilliseconds = 60000; // it is woken for each question
 
 } // namespace
 
 CurlFetcher::CurlFetcher(const CurlLibrary& library) : m_library(library), m_multi(m_library.multiInit()) {
-    m_library.multiSetopt(m_multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, mostConnections);
-    m_library.multiSetopt(m_multi, CURLMOPT_MAXCONNECTS, mostConnections);
+    m_library.multiSetopt(m_multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, static_cast<long>(mostConnections));
+    m_library.multiSetopt(m_multi, CURLMOPT_MAXCONNECTS, static_cast<long>(mostConnections));
     m_library.multiSetopt(m_multi, CURLMOPT_MAX_HOST_CONNECTIONS, mostToOneHost);
     // Signals are the main thread's: a new thread takes over what is blocked where it is made.
     sigset_t all{};
@@ -50,10 +52,20 @@ void CurlFetcher::fetch(FetchRequest request, Done done) {
 }
 
 /// False where it is time to end.
-bool CurlFetcher::takeQuestions(std::vector<Question>& questions) {
+bool CurlFetcher::takeQuestions() {
     const std::lock_guard lock(m_mutex);
-    questions = std::exchange(m_questions, {});
+    std::ranges::move(m_questions, std::back_inserter(m_waiting));
+    m_questions.clear();
     return !m_isEnding;
+}
+
+/// What libcurl holds back itself costs time with each of its steps, and its patience runs out unasked.
+void CurlFetcher::beginWaiting() {
+    while (!m_waiting.empty() && m_transfers.size() < mostConnections) {
+        Question question = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        begin(std::move(question));
+    }
 }
 
 void CurlFetcher::begin(Question question) {
@@ -82,14 +94,13 @@ void CurlFetcher::finishEnded() {
 }
 
 void CurlFetcher::run() {
-    for (std::vector<Question> questions; takeQuestions(questions);) {
-        for (Question& question : questions) {
-            begin(std::move(question));
-        }
+    while (takeQuestions()) {
+        beginWaiting();
         int running = 0;
         m_library.multiPerform(m_multi, &running);
         finishEnded();
-        m_library.multiPoll(m_multi, nullptr, 0, idleMilliseconds, nullptr);
+        const bool hasRoom = !m_waiting.empty() && m_transfers.size() < mostConnections;
+        m_library.multiPoll(m_multi, nullptr, 0, hasRoom ? 0 : idleMilliseconds, nullptr);
     }
 }
 

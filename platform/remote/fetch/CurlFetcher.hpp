@@ -3,6 +3,7 @@
 
 #include "platform/remote/fetch/CurlTransfer.hpp"
 
+#include <deque>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -12,7 +13,7 @@
 namespace vantor::platform::remote {
 
 /// Asks with libcurl: one thread, one multi handle, connections kept open between questions; at most 32 of
-/// them, two to one host.
+/// them, two to one host. A question's time begins when its turn comes.
 class CurlFetcher final : public Fetcher {
 public:
     /// The library must have been opened.
@@ -28,16 +29,18 @@ private:
     };
 
     void run();
+    void beginWaiting();
     void begin(Question question);
     void finishEnded();
-    [[nodiscard]] bool takeQuestions(std::vector<Question>& questions);
+    [[nodiscard]] bool takeQuestions();
 
     CurlLibrary m_library;
     CURLM* m_multi;
     std::mutex m_mutex;
     std::vector<Question> m_questions; ///< not begun
     bool m_isEnding = false;
-    std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers; ///< the thread's own
+    std::deque<Question> m_waiting; ///< for a connection; the thread's own, as what follows
+    std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers;
     std::thread m_thread;
 };
 

@@ -3,12 +3,10 @@
 
 #include "platform/linux/figures/TickAccount.hpp"
 #include "platform/remote/readings/LinkChoice.hpp"
-#include "platform/remote/readings/NodeNames.hpp"
 #include "platform/remote/readings/VolumeChoice.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <tuple>
 
 namespace vantor::platform::remote {
 
@@ -22,8 +20,8 @@ bool hasRestarted(const Reading& before, const Reading& after) {
            std::abs(*after.bootSeconds - *before.bootSeconds) > bootWobble;
 }
 
-std::uint64_t& part(linux::ProcessorTimes& times, std::string_view mode) {
-    switch (kindOfMode(mode)) {
+std::uint64_t& part(linux::ProcessorTimes& times, ModeKind kind) {
+    switch (kind) {
     case ModeKind::user:
         return times.user;
     case ModeKind::nice:
@@ -41,17 +39,16 @@ std::optional<linux::ProcessorTimes> processorBetween(const Reading& before, con
     constexpr double hundredths = 100;
     constexpr double slack = 2; // the answers' own delays
     linux::ProcessorTimes passed;
-    const auto key = [](const ModeTime& time) { return std::tie(time.processor, time.mode); };
     for (auto old = before.processor.begin(); const ModeTime& time : after.processor) {
-        while (old != before.processor.end() && key(*old) < key(time)) {
+        while (old != before.processor.end() && old->key < time.key) {
             ++old;
         }
-        if (old == before.processor.end() || key(*old) != key(time)) {
+        if (old == before.processor.end() || old->key != time.key) {
             continue;
         }
         const double difference = time.seconds - old->seconds;
         if (difference > 0 && difference <= seconds * slack + slack) {
-            part(passed, time.mode) += static_cast<std::uint64_t>(std::llround(difference * hundredths));
+            part(passed, time.kind) += static_cast<std::uint64_t>(std::llround(difference * hundredths));
         }
     }
     return linux::sum(passed) > 0 ? std::optional(passed) : std::nullopt;

@@ -3,6 +3,7 @@
 
 #include "platform/linux/figures/MemInfo.hpp"
 #include "platform/linux/figures/MemorySplit.hpp"
+#include "platform/remote/readings/Reading.hpp"
 
 #include <array>
 #include <cstdint>
@@ -73,7 +74,6 @@ inline constexpr std::array<MemoryName<OtherMemory>, 10> otherMemoryNames{{
 [[nodiscard]] std::optional<linux::MemorySplit> memorySplit(const OtherMemory& memory);
 
 /// To which part of the processor's time a mode belongs, whatever system names it.
-enum class ModeKind { user, nice, idle, system };
 [[nodiscard]] ModeKind kindOfMode(std::string_view mode);
 
 } // namespace vantor::platform::remote

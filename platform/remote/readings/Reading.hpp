@@ -11,11 +11,15 @@
 
 namespace vantor::platform::remote {
 
-/// The time in seconds since boot that one logical processor spent in one mode ("idle", "user", …).
+/// To which part of a processor's time a mode belongs.
+enum class ModeKind : std::uint8_t { user, nice, idle, system };
+
+/// The time in seconds since boot that one logical processor spent in one mode ("idle", "user", …). Kept
+/// small: a wall remembers each mode of each processor of each machine.
 struct ModeTime {
-    std::string processor;
-    std::string mode;
+    std::uint64_t key = 0; ///< of the two names, by which readings of one machine are compared
     double seconds = 0;
+    ModeKind kind = ModeKind::system;
 };
 
 /// A mounted file system as the node tells of it. Sizes in bytes; what the node left out is absent.
@@ -53,7 +57,7 @@ struct Reading {
     std::string nodeName;              ///< what the machine calls itself: not yet printable
     std::optional<double> bootSeconds; ///< since 1970
     std::optional<linux::MemorySplit> memory;
-    std::vector<ModeTime> processor; ///< each processor and mode once, in their order
+    std::vector<ModeTime> processor; ///< each processor and mode once, ordered by key
     std::vector<NodeVolume> volumes; ///< each mount point once
     std::vector<NodeLink> links;     ///< each name once
 

@@ -39,11 +39,22 @@ void keepFirst(std::optional<T>& kept, const std::optional<T>& value) {
 
 /// The entry of a name, made where there is room for one more; else null.
 template<class Map>
-typename Map::mapped_type* entry(Map& map, const typename Map::key_type& key, std::size_t most) {
+typename Map::mapped_type* entry(Map& map, std::string_view key, std::size_t most) {
     if (const auto known = map.find(key); known != map.end()) {
         return &known->second;
     }
-    return map.size() < most ? &map[key] : nullptr;
+    return map.size() < most ? &map[std::string(key)] : nullptr;
+}
+
+/// Tells a processor's mode from its others and from those of other processors: FNV-1a over both names.
+/// Whoever makes two of them alike spoils their own machine's figures.
+std::uint64_t keyOf(std::string_view processor, std::string_view mode) {
+    std::uint64_t key = 0xCBF29CE484222325;
+    const auto add = [&key](char sign) { key = (key ^ static_cast<unsigned char>(sign)) * 0x100000001B3; };
+    std::ranges::for_each(processor, add);
+    add('\0');
+    std::ranges::for_each(mode, add);
+    return key;
 }
 
 template<class Record, std::size_t size>
@@ -59,6 +70,23 @@ bool keepFigure(Record& record, const std::array<MemoryName<Record>, size>& name
 
 } // namespace
 
+/// Most of what an exporter tells is of no use here: its labels need not be read.
+bool ReadingBuilder::wants(std::string_view family) {
+    if (!takePrefix(family, "node_")) {
+        return false;
+    }
+    if (takePrefix(family, "network_")) {
+        constexpr std::array<std::string_view, 6> names{"receive_bytes_total", "transmit_bytes_total",
+                                                        "protocol_type",       "iface_id",
+                                                        "iface_link",          "address_assign_type"};
+        return std::ranges::find(names, family) != names.end();
+    }
+    constexpr std::array<std::string_view, 7> begins{"memory_",           "cpu_seconds_total", "filesystem_",
+                                                     "boot_time_seconds", "uname_info",        "zfs_arc_size",
+                                                     "zfs_arc_c_min"};
+    return std::ranges::any_of(begins, [family](auto begin) { return family.starts_with(begin); });
+}
+
 void ReadingBuilder::add(const Sample& sample) {
     std::string_view name = sample.name;
     if (!takePrefix(name, "node_") || !std::isfinite(sample.value)) {
@@ -67,10 +95,7 @@ void ReadingBuilder::add(const Sample& sample) {
     if (takePrefix(name, "memory_")) {
         addMemory(name, sample);
     } else if (name == "cpu_seconds_total") {
-        if (sample.value >= 0 && m_times.size() < mostTimes) {
-            m_times.try_emplace({std::string(sample.label("cpu")), std::string(sample.label("mode"))},
-                                sample.value);
-        }
+        addTime(sample);
     } else if (takePrefix(name, "filesystem_")) {
         addVolume(name, sample);
     } else if (takePrefix(name, "network_")) {
@@ -92,10 +117,16 @@ void ReadingBuilder::addMemory(std::string_view name, const Sample& sample) {
     }
 }
 
+void ReadingBuilder::addTime(const Sample& sample) {
+    if (sample.value >= 0 && m_times.size() < mostTimes) {
+        const std::string_view mode = sample.label("mode");
+        m_times.push_back({keyOf(sample.label("cpu"), mode), sample.value, kindOfMode(mode)});
+    }
+}
+
 void ReadingBuilder::addVolume(std::string_view name, const Sample& sample) {
     const std::string_view mountPoint = sample.label("mountpoint");
-    NodeVolume* const volume =
-        mountPoint.empty() ? nullptr : entry(m_volumes, std::string(mountPoint), mostOthers);
+    NodeVolume* const volume = mountPoint.empty() ? nullptr : entry(m_volumes, mountPoint, mostOthers);
     if (volume == nullptr) {
         return;
     }
@@ -126,7 +157,7 @@ void ReadingBuilder::addLink(std::string_view name, const Sample& sample) {
     if (device.empty() || (!isReceived && !isSent && !isAbout)) {
         return;
     }
-    NodeLink* const link = entry(m_links, std::string(device), mostOthers);
+    NodeLink* const link = entry(m_links, device, mostOthers);
     if (link == nullptr) {
         return;
     }
@@ -158,9 +189,10 @@ Reading ReadingBuilder::finish(std::chrono::nanoseconds taken) {
         m_reading.system = m_otherMemory.total ? NodeSystem::macOS : NodeSystem::bsd;
         m_reading.memory = memorySplit(m_otherMemory);
     }
-    for (auto& [key, seconds] : m_times) {
-        m_reading.processor.push_back({key.first, key.second, seconds});
-    }
+    std::ranges::stable_sort(m_times, {}, &ModeTime::key);
+    const auto again = std::ranges::unique(m_times, {}, &ModeTime::key);
+    m_times.erase(again.begin(), again.end());
+    m_reading.processor.assign(m_times.begin(), m_times.end()); // no larger than need be
     for (auto& [mountPoint, volume] : m_volumes) {
         m_reading.volumes.push_back(std::move(volume));
     }
@@ -171,7 +203,7 @@ Reading ReadingBuilder::finish(std::chrono::nanoseconds taken) {
 }
 
 Reading readingFrom(std::string_view text, ExpositionFormat format, std::chrono::nanoseconds taken) {
-    ExpositionReader reader(text, format);
+    ExpositionReader reader(text, format, &ReadingBuilder::wants);
     ReadingBuilder builder;
     while (const Sample* const sample = reader.next()) {
         builder.add(*sample);

@@ -5,9 +5,11 @@
 #include "platform/remote/readings/NodeNames.hpp"
 #include "platform/remote/readings/Reading.hpp"
 
+#include <functional>
 #include <map>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
 namespace vantor::platform::remote {
 
@@ -17,12 +19,15 @@ namespace vantor::platform::remote {
 /// once.
 class ReadingBuilder {
 public:
+    /// Whether samples of a family are of any use here.
+    [[nodiscard]] static bool wants(std::string_view family);
     void add(const Sample& sample);
     /// What was collected; the builder is spent.
     [[nodiscard]] Reading finish(std::chrono::nanoseconds taken);
 
 private:
     void addMemory(std::string_view name, const Sample& sample);
+    void addTime(const Sample& sample);
     void addVolume(std::string_view name, const Sample& sample);
     void addLink(std::string_view name, const Sample& sample);
 
@@ -32,9 +37,9 @@ private:
     linux::MemoryBeside m_beside;
     std::optional<std::uint64_t> m_arcSize;
     std::optional<std::uint64_t> m_arcMinimum;
-    std::map<std::pair<std::string, std::string>, double> m_times; ///< by processor and mode
-    std::map<std::string, NodeVolume> m_volumes;                   ///< by mount point
-    std::map<std::string, NodeLink> m_links;                       ///< by name
+    std::vector<ModeTime> m_times;                            ///< as they came
+    std::map<std::string, NodeVolume, std::less<>> m_volumes; ///< by mount point
+    std::map<std::string, NodeLink, std::less<>> m_links;     ///< by name
 };
 
 /// The reading that an exporter's whole answer makes.

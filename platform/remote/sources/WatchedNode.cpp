@@ -54,6 +54,14 @@ void WatchedNode::describe(const NodeTarget& target) {
 
 void WatchedNode::take(NodeTold told) {
     const bool hasReading = told.reading.has_value();
+    const bool isFirst = hasReading && !m_progress.state().figures;
+    std::optional<NodeFigures> figures;
+    if (isFirst) { // what is no rate
+        figures = figuresBetween(*told.reading, *told.reading);
+    }
+    if (hasReading && isNoName(m_target.address)) {
+        m_ownName = printableText(told.reading->nodeName);
+    }
     const std::chrono::duration<double> wait = m_progress.take(std::move(told));
     const Instant now = RunLoop::main().now();
     // An answer's own delay is no reason to ask later; a silent one is left alone from now on.
@@ -61,15 +69,11 @@ void WatchedNode::take(NodeTold told) {
     if (!hasReading) {
         return;
     }
-    const Reading& last = *m_progress.last();
     const NodeState& state = m_progress.state();
-    const NodeFigures figures = state.figures ? *state.figures : figuresBetween(last, last);
-    m_figures = sharesOf(figures);
-    m_volume = figures.storage ? printableText(figures.storage->mountPoint) : std::string();
+    figures = state.figures ? state.figures : figures;
+    m_figures = sharesOf(*figures);
+    m_volume = figures->storage ? printableText(figures->storage->mountPoint) : std::string();
     m_taken = state.taken;
-    if (isNoName(m_target.address)) {
-        m_ownName = printableText(last.nodeName);
-    }
 }
 
 bool WatchedNode::isSettled() const {
