@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fleet/FleetWords.hpp"
+
 #include "platform/simulated/SimulatedViewer.hpp"
 
 #include <gtest/gtest.h>

@@ -21,6 +21,7 @@ for file in "${files[@]}"; do
   case $file in
   tests/* | fuzz/* | bench/*) ;;
   *.hpp) ((lines <= 120)) || breach "$file: $lines lines; a header holds one idea in under 120" ;;
+  resources/*Texts.cpp) ;; # a table, a line a text
   *.cpp) ((lines <= 300)) || breach "$file: $lines lines; a source holds one idea in under 300" ;;
   esac
 done
