@@ -9,7 +9,7 @@ breach() {
   breaches=$((breaches + 1))
 }
 
-mapfile -t files < <(find CMakeLists.txt cmake .ci scripts platform logging settings metrics charts controller pages actions sysinfo \
+mapfile -t files < <(find CMakeLists.txt cmake .ci scripts platform logging settings metrics charts controller pages actions fleet sysinfo \
   hosts resources packaging tests bench fuzz examples -type f \
   \( -name '*.?pp' -o -name CMakeLists.txt -o -name '*.cmake' -o -name '*.sh' -o -name '*.py' -o -path '.ci/*' -o -path 'scripts/*' \) \
   2>/dev/null | sort)
