@@ -36,7 +36,7 @@ standard=' algorithm any array atomic bit cassert cctype cerrno cfenv cfloat cha
 standard=${standard//$'\n'/}
 while IFS=: read -r file header; do
   [[ $standard == *" $header "* ]] || breach "$file: <$header> is no header of the standard library"
-done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller pages actions sysinfo --include='*.?pp' |
+done < <(grep -rHoE '^#include <[^>]+>' platform logging settings metrics charts controller pages actions fleet sysinfo --include='*.?pp' |
   grep -vE '^(platform/linux|platform/posix|platform/remote/fetch|sysinfo/program)/' |
   grep -vE '^platform/propertylist/ExpatParser.[ch]pp:#include <expat.h>|^(sysinfo/SystemValues/RecordingText|platform/remote/answers/QueryAnswer).cpp:#include <nlohmann/json.hpp>|<cpuid.h>' |
   sed -E 's/#include <([^>]+)>/\1/')
@@ -48,12 +48,12 @@ grep -rnE '#include ("platform/(linux/(kernel/[^TA]|[^fk])|posix)|<(sys/|unistd|
 
 # The calls of a system are written with a leading "::". Two files need POSIX: the zone's offset from universal time, and
 # numbers from text in the C locale.
-grep -rnE '(^|[^A-Za-z0-9_>:])::[a-z]' platform logging settings metrics charts controller pages actions sysinfo --include='*.?pp' |
+grep -rnE '(^|[^A-Za-z0-9_>:])::[a-z]' platform logging settings metrics charts controller pages actions fleet sysinfo --include='*.?pp' |
   grep -vE '^platform/(linux|posix|remote/fetch)/|^sysinfo/program/|^platform/foundation/(DateText|ParseDouble).cpp:|::operator ' &&
   breach "only platform/linux, platform/posix and hosts call the system"
 
-grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller pages actions sysinfo hosts &&
+grep -rnE '#include "\.\.?/' --include='*.?pp' platform logging settings metrics charts controller pages actions fleet sysinfo hosts &&
   breach "includes are written from the root of the tree"
-grep -rnE '\b(system|popen|execlp|execvp|posix_spawnp|wordexp|startDetached|findExecutable) ?\(|\bQProcess\b' --include='*.?pp' platform logging settings metrics charts controller pages actions \
+grep -rnE '\b(system|popen|execlp|execvp|posix_spawnp|wordexp|startDetached|findExecutable) ?\(|\bQProcess\b' --include='*.?pp' platform logging settings metrics charts controller pages actions fleet \
   sysinfo hosts && breach "no shell, and no search for programs by name, anywhere"
 ((breaches == 0))
