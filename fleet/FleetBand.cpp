@@ -77,6 +77,14 @@ std::optional<FleetFigure> greatest(const FleetMachine& machine, FleetOrder orde
 
 } // namespace
 
+std::optional<FleetOrder> orderNamed(std::string_view word) {
+    static constexpr std::array<std::string_view, 6> words{"worst",   "name", "ram",
+                                                           "storage", "cpu",  "network"};
+    const auto found = std::ranges::find(words, word);
+    return found != words.end() ? std::optional(static_cast<FleetOrder>(found - words.begin()))
+                                : std::nullopt;
+}
+
 const char* bandSign(Band band) {
     return look(band).sign;
 }

@@ -8,12 +8,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace vantor::fleet {
 
 /// By what machines are ordered. All but `name` also say which figure gives a machine its colour; with
 /// `name` that is the worst one.
 enum class FleetOrder : std::uint8_t { worst, name, memory, storage, processor, network };
+
+/// The order of that word on a command line: "worst", "name", "ram", "storage", "cpu", "network".
+[[nodiscard]] std::optional<FleetOrder> orderNamed(std::string_view word);
 
 /// How a machine is. The four colours are those of the rings (red from 84 in a hundred, orange from 68,
 /// yellow from 51); `neutral` is a figure that has no level, which a rate in the network is.

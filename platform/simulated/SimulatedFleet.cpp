@@ -54,11 +54,13 @@ const Role& roleOf(std::uint64_t machine) {
     return roles.front();
 }
 
-/// A share that drifts about a level of the machine's own; one in thirty machines is nearly full.
+/// A share that drifts about a level of the machine's own. One in a hundred machines or so is nearly full,
+/// and of the first forty one of each figure, so that a small fleet shows it too.
 double shareAt(std::uint64_t machine, std::uint64_t about, double least, std::uint64_t tick) {
-    const double luck = chance(machine, about);
-    const double level = luck < 0.012   ? 0.86 + 8 * luck
-                         : luck < 0.035 ? 0.70 + 3 * luck
+    const std::uint64_t turnOfFew = machine < 41 ? (machine + 9 * about) % 41 : 0;
+    const double luck = turnOfFew == 4 ? 0.002 : turnOfFew == 11 ? 0.009 : chance(machine, about);
+    const double level = luck < 0.003   ? 0.87 + 25 * luck
+                         : luck < 0.012 ? 0.70 + 7 * luck
                                         : least + 0.30 * chance(machine, about + 10);
     const double turn = static_cast<double>(tick) / 40 + chance(machine, about + 20);
     return std::clamp(level + 0.015 * std::sin(2 * std::numbers::pi * turn), 0.0, 1.0);
