@@ -6,20 +6,13 @@
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/common/HostMachine.hpp"
-#include "hosts/common/StandardStreams.hpp"
-#include "hosts/terminal/StandardOutput.hpp"
+#include "hosts/terminal/ReportSink.hpp"
 #include "hosts/terminal/TimedSources.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
-#include "platform/core/PrintableText.hpp"
-#include "platform/posix/FileReplacement.hpp"
 #include "settings/SharedStore.hpp"
-
-#include <sys/types.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cmath>
-#include <filesystem>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -153,45 +146,21 @@ private:
         m_complaints.tell(reading.failures);
         m_status = reading.failures.empty() ? 0 : failureStatus;
         const Format format = m_options.format.value_or(Format::text);
-        std::string text = formatted(reading, format, m_options.field);
-        if (!m_options.output.empty()) {
-            replace(text);
-            return;
-        }
-        if (m_printed && format == Format::text && !m_options.field) {
-            text.insert(0, 1, '\n'); // pages are set apart
-        }
-        m_printed = true;
-        const Output output = writeOut(text);
-        m_status = output == Output::failed ? failureStatus : m_status;
-        m_ended = output != Output::written || !m_options.watch;
-    }
-
-    /// The file tells what is, whatever failed; a disk that is full may have room again at the next report.
-    void replace(std::string_view text) {
-        constexpr mode_t everybodyReads = 0644; // the collector is another user
-        const std::string path = std::filesystem::absolute(m_options.output).string();
-        const std::optional<std::string> problem = platform::posix::replaceFile(path, text, everybodyReads);
-        if (problem && problem != m_problem) {
-            common::writeUnhurried(
-                STDERR_FILENO, "vantor-term: --output: " + platform::printableText(*problem, 4096) + '\n');
-        }
-        m_problem = problem;
-        m_status = problem ? failureStatus : m_status;
-        m_ended = !m_options.watch;
+        m_sink.write(formatted(reading, format, m_options.field), format == Format::text && !m_options.field);
+        m_status = m_sink.hasFailed() ? failureStatus : m_status;
+        m_ended = m_sink.isClosed() || !m_options.watch;
     }
 
     const Options& m_options;
     const common::RemoteNode* m_node;
     const std::string m_host;
     TurnUntil m_turnUntil;
+    ReportSink m_sink{m_options.output};
     hosts::common::Complaints m_complaints{"vantor-term"};
     std::shared_ptr<TEReportTableViewController> m_controller = ReportInterface::instantiate();
     platform::Instant m_start;
     std::set<platform::Source> m_missing; // not yet reported since the last question
     bool m_asked = false;                 // what came before tells of the time since boot
-    bool m_printed = false;
-    std::optional<std::string> m_problem; // with the file, when it was last written
     bool m_ended = false;
     int m_status = 0;
 };

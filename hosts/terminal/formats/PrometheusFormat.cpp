@@ -1,49 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/terminal/formats/Exposition.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/formats/MemoryNames.hpp"
-#include "platform/core/PrintableText.hpp"
-
-#include <array>
-#include <charconv>
-#include <cmath>
 
 namespace vantor::hosts::terminal {
 
 namespace {
-
-std::string numberText(double value) {
-    if (std::isnan(value)) {
-        return "NaN";
-    }
-    if (std::isinf(value)) {
-        return value > 0 ? "+Inf" : "-Inf";
-    }
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return {digits.data(), end};
-}
-
-/// The exposition in the making: a family's head, then its samples.
-class Exposition {
-public:
-    void family(std::string_view name, std::string_view type, std::string_view help) {
-        m_name = name;
-        m_text.append("# HELP ").append(name).append(" ").append(help).append("\n");
-        m_text.append("# TYPE ").append(name).append(" ").append(type).append("\n");
-    }
-    void sample(std::string_view labels, const std::string& value) {
-        m_text.append(m_name).append(labels).append(" ").append(value).append("\n");
-    }
-    void gauge(std::string_view name, std::string_view help, const std::string& value) {
-        family(name, "gauge", help);
-        sample("", value);
-    }
-    [[nodiscard]] const std::string& text() const { return m_text; }
-
-private:
-    std::string m_name;
-    std::string m_text;
-};
 
 void addMemory(Exposition& exposition, const MemoryFigures& memory) {
     for (const MemoryName& name : memoryNames) {
@@ -53,22 +15,13 @@ void addMemory(Exposition& exposition, const MemoryFigures& memory) {
     }
 }
 
-/// A label's value: backslashes and quotation marks are escaped, and it has to be UTF-8 in one line.
-std::string labelled(std::string_view value) {
-    std::string escaped;
-    for (const char c : platform::printableText(value, 4096)) {
-        escaped += c == '\\' || c == '"' ? "\\" : "";
-        escaped += c;
-    }
-    return escaped;
-}
-
 void addStorage(Exposition& exposition, const StorageFigures& storage, const std::string& mountPoint) {
     struct Family {
         std::string_view name, help;
         std::int64_t value;
     };
-    const std::string labels = mountPoint.empty() ? "" : "{mountpoint=\"" + labelled(mountPoint) + "\"}";
+    const std::string labels =
+        mountPoint.empty() ? "" : "{mountpoint=\"" + Exposition::labelled(mountPoint) + "\"}";
     for (const Family& family :
          {Family{"vantor_storage_total_bytes", "Capacity of the documents' volume.", storage.total},
           {"vantor_storage_used_bytes", "Used space of the documents' volume.", storage.used},
@@ -82,10 +35,10 @@ void addStorage(Exposition& exposition, const StorageFigures& storage, const std
 void addProcessor(Exposition& exposition, const CpuUsage& usage) {
     exposition.family("vantor_cpu_usage_ratio", "gauge",
                       "Share of the processors' time since the sample before.");
-    exposition.sample("{mode=\"system\"}", numberText(usage.system / 100));
-    exposition.sample("{mode=\"user\"}", numberText(usage.user / 100));
-    exposition.sample("{mode=\"idle\"}", numberText(usage.idle / 100));
-    exposition.sample("{mode=\"nice\"}", numberText(usage.nice / 100));
+    exposition.sample("{mode=\"system\"}", Exposition::numberText(usage.system / 100));
+    exposition.sample("{mode=\"user\"}", Exposition::numberText(usage.user / 100));
+    exposition.sample("{mode=\"idle\"}", Exposition::numberText(usage.idle / 100));
+    exposition.sample("{mode=\"nice\"}", Exposition::numberText(usage.nice / 100));
 }
 
 void addNetwork(Exposition& exposition, const NetworkFigures& network) {
@@ -134,7 +87,7 @@ std::string prometheusText(const Reading& reading) {
     for (const Reading::Section& section : reading.sections) {
         if (section.chart && !section.hasFailed) {
             exposition.sample("{chart=\"" + std::string(wordOf(section.kind->source)) + "\"}",
-                              numberText(section.chart->progress));
+                              Exposition::numberText(section.chart->progress));
         }
     }
     addSources(exposition, reading);

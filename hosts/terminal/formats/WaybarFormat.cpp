@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/formats/Formats.hpp"
-#include "platform/core/PrintableText.hpp"
+#include "hosts/terminal/formats/PangoMarkup.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <nlohmann/json.hpp>
@@ -13,27 +13,6 @@ namespace vantor::hosts::terminal {
 namespace {
 
 constexpr std::string_view unavailable = "unavailable";
-
-/// A text as the content of Pango markup, which tooltips are.
-std::string markup(std::string_view text) {
-    std::string escaped;
-    for (const char c : platform::printableText(text)) {
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
 
 bool isAsked(const Reading::Section& section, std::optional<platform::Source> field) {
     return !field || section.kind->source == *field;
