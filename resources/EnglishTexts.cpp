@@ -9,7 +9,7 @@ namespace vantor::platform {
 namespace {
 
 // Sorted by key. The catalogues beside this file, under po, translate exactly these; a test compares them.
-constexpr std::array texts{
+constexpr auto texts = std::to_array<EnglishText>({
     EnglishText{"action_AVAILABLE", "Available RAM: {before} before, {after} now."},
     EnglishText{"action_ENDED", "{name} has ended."},
     EnglishText{"action_ENDGONE", "{name} does not run any more."},
@@ -299,7 +299,7 @@ constexpr std::array texts{
     EnglishText{"wall_OPEN", "open"},
     EnglishText{"wall_SORTBY", "sort by"},
     EnglishText{"wall_WORST", "worst"},
-};
+});
 static_assert(std::ranges::is_sorted(texts, {}, &EnglishText::key));
 
 } // namespace
