@@ -15,9 +15,11 @@ class ScriptedFetcher final : public platform::remote::Fetcher {
 public:
     void fetch(platform::remote::FetchRequest request, Done done) override {
         urls.push_back(request.url);
+        forms.push_back(request.form);
         m_waiting.push_back(std::move(done));
     }
     [[nodiscard]] bool isAsked() const { return !m_waiting.empty(); }
+    [[nodiscard]] std::size_t waiting() const { return m_waiting.size(); }
 
     /// Answers the oldest question.
     void answer(platform::remote::FetchAnswer answer) {
@@ -39,7 +41,8 @@ public:
         answer(std::move(failed));
     }
 
-    std::vector<std::string> urls; ///< all that was asked
+    std::vector<std::string> urls;  ///< all that was asked
+    std::vector<std::string> forms; ///< with it
 
 private:
     std::deque<Done> m_waiting;

@@ -56,9 +56,11 @@ public:
                of("node_memory_MemTotal_bytes") + ") or max" + by() + '(' + mac + ") or max" + by() + '(' +
                bsd + ')';
     }
+    /// The fullest volume that can be written to.
     [[nodiscard]] std::string storage() const {
-        return "topk" + by() + "(1, 1 - " + of("node_filesystem_avail_bytes", volumes) + " / " +
-               of("node_filesystem_size_bytes", volumes) + ')';
+        return "topk" + by() + "(1, (1 - " + of("node_filesystem_avail_bytes", volumes) + " / " +
+               of("node_filesystem_size_bytes", volumes) + ") unless on (" + m_identity +
+               ", device, mountpoint) (" + of("node_filesystem_readonly", volumes) + " == 1))";
     }
     /// Before the average over the processors, the two idle modes of one are added.
     [[nodiscard]] std::string processor() const {

@@ -143,7 +143,7 @@ void FleetRefresh::takeRows(FleetQuestion question, const MachineTable::Rows& ro
 }
 
 void FleetRefresh::doubt(std::string what) {
-    constexpr std::size_t most = 3;
+    constexpr std::size_t most = 5;
     if (m_doubts.size() < most) {
         m_doubts.push_back(std::move(what));
     }
@@ -186,7 +186,8 @@ void FleetRefresh::finish() {
     }
     if (m_ambiguous > 0) {
         doubt(counted(m_ambiguous, "machines are several in one: the identity needs one more label"));
-    } else if (m_table.askedTwice() > 0) {
+    }
+    if (m_table.askedTwice() > 0) {
         doubt(counted(m_table.askedTwice(), "entries share an address: several jobs ask the same machine"));
     }
     auto snapshot = std::make_shared<FleetSnapshot>();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 #include <utility>
 
 namespace vantor::platform::remote {
@@ -87,6 +88,12 @@ void MachineTable::makeKey(const AnswerSeries& row) {
     }
 }
 
+MachineTable::Entry* MachineTable::entryOfKey() {
+    const std::uint32_t place = m_places.find(
+        m_key, [this](std::uint32_t at) { return std::string_view(m_entries[at].machine.key); });
+    return place == KeyIndex::none ? nullptr : &m_entries[place];
+}
+
 void MachineTable::take(FleetQuestion question, const AnswerSeries& row, Rows& rows) {
     ++rows.all;
     makeKey(row);
@@ -95,12 +102,12 @@ void MachineTable::take(FleetQuestion question, const AnswerSeries& row, Rows& r
         takeUp(row, rows);
         return;
     }
-    const auto place = m_places.find(std::string_view(m_key));
-    if (place == m_places.end()) {
+    Entry* const known = entryOfKey();
+    if (known == nullptr) {
         ++rows.unknown;
         return;
     }
-    Entry& entry = m_entries[place->second];
+    Entry& entry = *known;
     if (question == FleetQuestion::names) {
         const std::string_view name = row.label("nodename");
         m_areNamesNew = m_areNamesNew || !entry.isNamed || entry.nodeName != name;
@@ -124,12 +131,14 @@ void MachineTable::take(FleetQuestion question, const AnswerSeries& row, Rows& r
 }
 
 void MachineTable::takeUp(const AnswerSeries& row, Rows& rows) {
-    const auto [place, isNew] = m_places.try_emplace(m_key, m_entries.size());
-    if (isNew) {
-        m_entries.emplace_back().machine.key = m_key;
+    Entry* known = entryOfKey();
+    if (known == nullptr) {
+        known = &m_entries.emplace_back();
+        known->machine.key = m_key;
+        m_places.add(m_key);
         m_isListNew = true;
     }
-    Entry& entry = m_entries[place->second];
+    Entry& entry = *known;
     const bool isUp = row.points.back().value > 0;
     if (entry.isSeen) { // a machine that one of two servers reaches is up
         ++rows.again;
@@ -169,8 +178,8 @@ void MachineTable::finish(std::chrono::nanoseconds asked, bool isPartial) {
         std::ranges::sort(m_entries, {},
                           [](const Entry& entry) { return std::string_view(entry.machine.key); });
         m_places.clear();
-        for (std::size_t i = 0; i < m_entries.size(); ++i) {
-            m_places.emplace(m_entries[i].machine.key, i);
+        for (const Entry& entry : m_entries) {
+            m_places.add(entry.machine.key);
         }
         m_areNamesNew = true;
     }

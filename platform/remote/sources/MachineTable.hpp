@@ -4,6 +4,7 @@
 #include "platform/fleet/FleetSnapshot.hpp"
 #include "platform/remote/answers/QueryAnswer.hpp"
 #include "platform/remote/sources/FleetQuestions.hpp"
+#include "platform/remote/sources/KeyIndex.hpp"
 
 #include <array>
 #include <chrono>
@@ -12,7 +13,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace vantor::platform::remote {
@@ -66,12 +66,8 @@ private:
         std::array<double, 5> told{untold, untold, untold, untold, untold};
         std::string volume;
     };
-    struct KeyHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
-    };
-
     void makeKey(const AnswerSeries& row);
+    [[nodiscard]] Entry* entryOfKey();
     void takeUp(const AnswerSeries& row, Rows& rows);
     void describe(Entry& entry, const AnswerSeries& row);
     void dropUnseen();
@@ -81,7 +77,7 @@ private:
 
     std::vector<std::string> m_identity;
     std::vector<Entry> m_entries; ///< ordered by key after `finish`
-    std::unordered_map<std::string, std::size_t, KeyHash, std::equal_to<>> m_places;
+    KeyIndex m_places;
     std::string m_key; ///< the row's
     bool m_hasAges = false;
     bool m_isListNew = false;
