@@ -35,7 +35,7 @@ std::string LinuxWorkloadControl::reclaimPath(const std::string& group) const {
 std::vector<ReclaimableGroup> LinuxWorkloadControl::reclaimableGroups() {
     const std::string own = groupOf(m_options.tree, m_options.user, "self");
     std::vector<ReclaimableGroup> groups;
-    for (const GroupUse& group : readGroups(m_options.tree, m_options.user)) {
+    for (const GroupUse& group : GroupReader(m_options.tree, m_options.user).read()) {
         const bool isApplications =
             group.path.starts_with("app.slice/") || group.path.starts_with("background.slice/");
         if (isApplications && group.isLeaf && group.path != own &&

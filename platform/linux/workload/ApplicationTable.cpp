@@ -62,7 +62,7 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
         byLeader[applicationLeader(loose, number)].push_back(number);
     }
     for (const auto& [leader, members] : byLeader) {
-        const std::string program = programOf(m_tree, leader, loose.at(leader));
+        const std::string& program = m_processes.program(leader);
         std::string id;
         for (std::size_t i = 0; program == "bwrap" && id.empty() && i < members.size(); ++i) {
             id = flatpakOf(m_tree, members[i]); // the sandbox's own processes see it, its starter does not
@@ -70,7 +70,7 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
         ApplicationUse& use = application(id.empty() ? m_entries.idStarting(program) : id, program, false);
         for (const int number : members) {
             const ProcessMemory memory =
-                m_memory.of(number, loose.at(number).start, readProcessMemory(m_tree, number));
+                m_memory.of(number, loose.at(number).start, m_processes.memory(number));
             use.memory += memory.memory;
             use.swap += memory.swap;
             use.processorTime += loose.at(number).ticks * 1'000'000 / m_ticksPerSecond;
@@ -79,8 +79,8 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
     }
 }
 
-std::vector<ApplicationUse> ApplicationTable::make(const std::vector<GroupUse>& groups,
-                                                   const std::map<int, ProcessStat>& processes) {
+std::vector<ApplicationUse> ApplicationTable::make(const std::vector<GroupUse>& groups) {
+    const std::map<int, ProcessStat> processes = m_processes.read();
     std::map<int, ProcessStat> loose = processes;
     for (const GroupUse& group : groups) {
         addGroup(group, processes);

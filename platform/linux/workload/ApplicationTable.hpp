@@ -17,12 +17,15 @@ namespace vantor::platform::linux {
 /// else by the program that started them.
 class ApplicationTable {
 public:
-    ApplicationTable(const KernelTree& tree, DesktopEntries& entries, ProportionalMemory& memory,
-                     std::uint64_t ticksPerSecond)
-        : m_tree(tree), m_entries(entries), m_memory(memory), m_ticksPerSecond(ticksPerSecond) {}
+    ApplicationTable(const KernelTree& tree, DesktopEntries& entries, ProcessReader& processes,
+                     ProportionalMemory& memory, std::uint64_t ticksPerSecond)
+        : m_tree(tree),
+          m_entries(entries),
+          m_processes(processes),
+          m_memory(memory),
+          m_ticksPerSecond(ticksPerSecond) {}
 
-    [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups,
-                                                   const std::map<int, ProcessStat>& processes);
+    [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups);
 
 private:
     void addGroup(const GroupUse& group, const std::map<int, ProcessStat>& processes);
@@ -31,6 +34,7 @@ private:
 
     const KernelTree& m_tree;
     DesktopEntries& m_entries;
+    ProcessReader& m_processes;
     ProportionalMemory& m_memory;
     std::uint64_t m_ticksPerSecond;
     std::map<std::string, ApplicationUse> m_table; ///< by id or name

@@ -14,66 +14,74 @@ namespace vantor::platform::linux {
 
 namespace {
 
-constexpr std::size_t deepest = 8, mostGroups = 4096;
+constexpr std::size_t deepest = 8, mostGroups = 4096, mostKept = 80;
+
+} // namespace
 
 /// What is in a group's folder; absent where it holds no processes.
-std::optional<GroupUse> groupAt(const KernelTree& tree, const std::string& folder, const std::string& path) {
-    std::vector<int> processes = parseProcessNumbers(tree.read(folder + "/cgroup.procs").text);
-    const std::string stat = processes.empty() ? std::string() : tree.read(folder + "/memory.stat").text;
-    const std::optional<std::uint64_t> anonymous = statNumber(stat, "anon");
+std::optional<GroupUse> GroupReader::groupAt(const std::string& path) {
+    const std::string folder = m_tree.path(managerFolder(m_user) + '/' + path);
+    Files& files = m_files[path];
+    files.round = m_round;
+    const bool mayStay = m_files.size() <= mostKept;
+    const auto read = [&](KeptFile& file, const char* name) {
+        return file.read(folder + name, m_buffer, mayStay);
+    };
+    GroupUse group;
+    group.path = path;
+    group.processes = parseProcessNumbers(read(files.processes, "/cgroup.procs"));
+    const std::string_view memory =
+        group.processes.empty() ? std::string_view() : read(files.memory, "/memory.stat");
+    const std::optional<std::uint64_t> anonymous = statNumber(memory, "anon");
     if (!anonymous) {
         return std::nullopt;
     }
-    const std::optional<std::string> swap = tree.line(folder + "/memory.swap.current");
-    return GroupUse{.path = path,
-                    .memory = *anonymous + statNumber(stat, "shmem").value_or(0),
-                    .kernel = statNumber(stat, "kernel").value_or(0),
-                    .inactive = statNumber(stat, "inactive_anon").value_or(0),
-                    .swap = swap ? numberFrom(*swap).value_or(0) : 0,
-                    .processorTime =
-                        statNumber(tree.read(folder + "/cpu.stat").text, "usage_usec").value_or(0),
-                    .processes = std::move(processes)};
+    group.memory = *anonymous + statNumber(memory, "shmem").value_or(0);
+    group.kernel = statNumber(memory, "kernel").value_or(0);
+    group.inactive = statNumber(memory, "inactive_anon").value_or(0);
+    std::string_view swap = read(files.swap, "/memory.swap.current");
+    const std::optional<Line> line = takeLine(swap);
+    group.swap = line ? numberFrom(line->text).value_or(0) : 0;
+    group.processorTime = statNumber(read(files.processor, "/cpu.stat"), "usage_usec").value_or(0);
+    return group;
 }
 
-class GroupWalk {
-public:
-    GroupWalk(const KernelTree& tree, std::string top) : m_tree(tree), m_top(std::move(top)) {}
+/// Whether a path is a group's. A folder without another one in it has two links on most file systems, its
+/// name and its own ".": its sixty files need not be listed.
+bool GroupReader::visit(const std::string& path, std::size_t depth) {
+    const std::string whole = m_tree.path(managerFolder(m_user) + (path.empty() ? "" : "/") + path);
+    struct stat about {};
+    if (::lstat(whole.c_str(), &about) != 0 || !S_ISDIR(about.st_mode)) {
+        return false;
+    }
+    const std::size_t place = m_groups.size();
+    std::optional<GroupUse> group = path.empty() ? std::nullopt : groupAt(path);
+    const bool isListed = group.has_value();
+    if (isListed) {
+        m_groups.push_back(*std::move(group));
+    }
+    if (about.st_nlink == 2 || depth >= deepest) {
+        return true;
+    }
+    Folder folder(whole);
+    while (const char* const name = folder.next()) {
+        const bool mayBeGroup = folder.mayBeFolder() && m_groups.size() < mostGroups;
+        if (mayBeGroup && visit(path.empty() ? name : path + '/' + name, depth + 1) && isListed) {
+            m_groups[place].isLeaf = false;
+        }
+    }
+    return true;
+}
 
-    std::vector<GroupUse> walk() {
+std::vector<GroupUse> GroupReader::read() {
+    ++m_round;
+    m_groups.clear();
+    if (m_tree.exists("sys/fs/cgroup/cgroup.controllers")) {
         visit("", 0);
-        return std::move(m_groups);
     }
-
-private:
-    void visit(const std::string& path, std::size_t depth) {
-        const std::string whole = m_top + path;
-        const std::size_t place = m_groups.size();
-        std::optional<GroupUse> group = path.empty() ? std::nullopt : groupAt(m_tree, whole, path.substr(1));
-        const bool isListed = group.has_value();
-        if (isListed) {
-            m_groups.push_back(*std::move(group));
-        }
-        Folder folder(m_tree.path(whole));
-        while (const char* const name = folder.next()) {
-            struct stat about {};
-            const bool isGroup = folder.mayBeFolder() && // a group has some sixty files beside
-                                 ::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW) == 0 &&
-                                 S_ISDIR(about.st_mode);
-            if (isGroup && isListed) {
-                m_groups[place].isLeaf = false;
-            }
-            if (isGroup && depth < deepest && m_groups.size() < mostGroups) {
-                visit(path + '/' + name, depth + 1);
-            }
-        }
-    }
-
-    const KernelTree& m_tree;
-    std::string m_top;
-    std::vector<GroupUse> m_groups;
-};
-
-} // namespace
+    std::erase_if(m_files, [this](const auto& each) { return each.second.round != m_round; });
+    return std::move(m_groups);
+}
 
 std::string managerFolder(uid_t user) {
     const std::string id = std::to_string(user);
@@ -95,12 +103,7 @@ std::string groupOf(const KernelTree& tree, uid_t user, const std::string& proce
 }
 
 std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path) {
-    return groupAt(tree, managerFolder(user) + '/' + path, path);
-}
-
-std::vector<GroupUse> readGroups(const KernelTree& tree, uid_t user) {
-    return tree.exists("sys/fs/cgroup/cgroup.controllers") ? GroupWalk(tree, managerFolder(user)).walk()
-                                                           : std::vector<GroupUse>();
+    return GroupReader(tree, user).groupAt(path);
 }
 
 } // namespace vantor::platform::linux

@@ -2,12 +2,15 @@
 #pragma once
 
 #include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/linux/workload/KeptFile.hpp"
 
 #include <sys/types.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantor::platform::linux {
@@ -36,8 +39,31 @@ struct GroupUse {
 [[nodiscard]] std::optional<GroupUse> readGroup(const KernelTree& tree, uid_t user, const std::string& path);
 
 /// The groups of a user's service manager in the second version of control groups
-/// (Documentation/admin-guide/cgroup-v2.rst); none where the machine has no such hierarchy, or one that does
-/// not count memory. Bounded: 8 levels, 4,096 groups.
-[[nodiscard]] std::vector<GroupUse> readGroups(const KernelTree& tree, uid_t user);
+/// (Documentation/admin-guide/cgroup-v2.rst), which are asked for again and again. Their files stay open, as
+/// far as there are not too many. Not for several threads at once.
+class GroupReader {
+public:
+    GroupReader(KernelTree tree, uid_t user) : m_tree(std::move(tree)), m_user(user) {}
+
+    /// None where the machine has no such hierarchy, or one that does not count memory. Bounded: 8 levels,
+    /// 4,096 groups.
+    [[nodiscard]] std::vector<GroupUse> read();
+    /// One of them, as readGroup.
+    [[nodiscard]] std::optional<GroupUse> groupAt(const std::string& path);
+
+private:
+    struct Files {
+        KeptFile processes, memory, swap, processor;
+        std::uint64_t round = 0;
+    };
+    bool visit(const std::string& path, std::size_t depth);
+
+    const KernelTree m_tree;
+    const uid_t m_user;
+    std::map<std::string, Files> m_files; ///< by the group's path
+    std::vector<GroupUse> m_groups;       ///< that were found so far
+    std::vector<char> m_buffer;
+    std::uint64_t m_round = 0;
+};
 
 } // namespace vantor::platform::linux

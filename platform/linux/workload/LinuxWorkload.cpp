@@ -34,8 +34,8 @@ std::vector<ApplicationUse> LinuxWorkload::applications() {
     const std::lock_guard lock(m_mutex);
     m_memory->beginRound();
     std::vector<ApplicationUse> uses =
-        ApplicationTable(m_options.tree, m_entries, *m_memory, m_options.ticksPerSecond)
-            .make(readGroups(m_options.tree, m_options.user), readProcesses(m_options.tree, m_options.user));
+        ApplicationTable(m_options.tree, m_entries, m_processes, *m_memory, m_options.ticksPerSecond)
+            .make(m_groups.read());
     if (m_memory->wantsCount()) {
         dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT),
                        [memory = m_memory] { memory->countFew(); });
@@ -52,7 +52,8 @@ ApplicationDetail LinuxWorkload::detail(const ApplicationUse& application) {
         const auto stat = parseProcessStat(m_options.tree.read("proc/" + number + "/stat").text);
         if (stat && stat->start == process.start) {
             const ProcessMemory memory = readProcessMemory(m_options.tree, process.number);
-            detail.processes.push_back({process, memory.memory, memory.swap});
+            detail.processes.push_back(
+                {process, memory.memory, memory.swap, stat->ticks * 1'000'000 / m_options.ticksPerSecond});
             groups.insert(groupOf(m_options.tree, m_options.user, number));
         }
     }

@@ -3,6 +3,8 @@
 
 #include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/workload/DesktopEntries.hpp"
+#include "platform/linux/workload/GroupReader.hpp"
+#include "platform/linux/workload/ProcessReader.hpp"
 #include "platform/linux/workload/ProportionalMemory.hpp"
 #include "platform/machine/Workload.hpp"
 #include "platform/posix/UserFolders.hpp"
@@ -37,6 +39,8 @@ public:
     explicit LinuxWorkload(WorkloadOptions options = {})
         : m_options(std::move(options)),
           m_entries(m_options.entryFolders, m_options.tree),
+          m_groups(m_options.tree, m_options.user),
+          m_processes(m_options.tree, m_options.user),
           m_memory(std::make_shared<ProportionalMemory>(m_options.tree)) {}
 
     std::optional<Pressure> memoryPressure() override;
@@ -48,8 +52,10 @@ public:
 
 private:
     const WorkloadOptions m_options;
-    std::mutex m_mutex; // guards m_entries
+    std::mutex m_mutex; // guards the next three
     DesktopEntries m_entries;
+    GroupReader m_groups;
+    ProcessReader m_processes;
     const std::shared_ptr<ProportionalMemory> m_memory; ///< which workers may outlive this with
 };
 

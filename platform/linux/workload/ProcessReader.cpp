@@ -21,23 +21,100 @@ std::string under(int process, std::string_view file) {
 
 } // namespace
 
-std::map<int, ProcessStat> readProcesses(const KernelTree& tree, uid_t user) {
+bool ProcessReader::isOurs(int process, int folder) const {
+    struct stat about {};
+    return ::fstatat(folder, std::to_string(process).c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0 &&
+           about.st_uid == m_user;
+}
+
+/// A number is soon asked about again, since it may be another process's by then.
+bool ProcessReader::isKnownAsForeign(int process) const {
+    constexpr std::uint64_t rounds = 8;
+    return m_foreign.contains(process) && (m_round + static_cast<std::uint64_t>(process)) % rounds != 0;
+}
+
+/// Whether it still is one of the user's: one that runs another program by now may belong to somebody else.
+bool ProcessReader::update(Entry& entry, int process, int folder) {
+    constexpr std::size_t mostKept = 500; // a program may usually have 1024
+    const bool wasOpen = entry.file.isOpen();
+    const std::string_view text =
+        entry.file.read(m_tree.path(under(process, "/stat")), m_buffer, wasOpen || m_kept < mostKept);
+    m_kept += entry.file.isOpen() && !wasOpen ? std::size_t{1} : std::size_t{0};
+    m_kept -= wasOpen && !entry.file.isOpen() ? std::size_t{1} : std::size_t{0};
+    std::optional<ProcessStat> stat = parseProcessStat(text);
+    if (!stat) {
+        return false;
+    }
+    const bool isSame = stat->start == entry.stat.start && stat->name == entry.stat.name;
+    if (entry.round != 0 && !(wasOpen && isSame) && !isOurs(process, folder)) {
+        return false;
+    }
+    if (!isSame) {
+        entry.program.clear();
+        entry.hasMemory = false;
+    }
+    entry.stat = *std::move(stat);
+    entry.round = m_round;
+    return true;
+}
+
+std::map<int, ProcessStat> ProcessReader::read() {
+    ++m_round;
     std::map<int, ProcessStat> processes;
-    Folder folder(tree.path("proc"));
+    Folder folder(m_tree.path("proc"));
     while (const char* const name = folder.next()) {
         const std::optional<std::uint64_t> number = numberFrom(name);
-        struct stat about {};
-        if (!number || *number > INT_MAX ||
-            ::fstatat(folder.number(), name, &about, AT_SYMLINK_NOFOLLOW) != 0 || about.st_uid != user) {
+        if (!number || *number > INT_MAX) {
             continue;
         }
         const int process = static_cast<int>(*number);
-        std::optional<ProcessStat> stat = parseProcessStat(tree.read(under(process, "/stat")).text);
-        if (stat && stat->session != 0) { // a kernel thread is in none
-            processes.emplace(process, std::move(*stat));
+        auto entry = m_entries.find(process);
+        if (entry == m_entries.end()) {
+            if (isKnownAsForeign(process) || !isOurs(process, folder.number())) {
+                m_foreign[process] = m_round;
+                continue;
+            }
+            entry = m_entries.try_emplace(process).first;
+        }
+        const bool isThere = update(entry->second, process, folder.number());
+        if (isThere && entry->second.stat.session != 0) { // a kernel thread is in none
+            processes.emplace_hint(processes.end(), process, entry->second.stat);
         }
     }
+    std::erase_if(m_foreign, [this](const auto& each) { return each.second != m_round; });
+    std::erase_if(m_entries, [this](const auto& each) {
+        const bool isGone = each.second.round != m_round;
+        m_kept -= isGone && each.second.file.isOpen() ? std::size_t{1} : std::size_t{0};
+        return isGone;
+    });
     return processes;
+}
+
+/// Each page that a process gets comes by a fault, and what goes to swap is not resident any more.
+ProcessMemory ProcessReader::memory(int process) {
+    const auto found = m_entries.find(process);
+    if (found == m_entries.end()) {
+        return {};
+    }
+    Entry& entry = found->second;
+    const bool isSame = entry.hasMemory && entry.stat.faults == entry.statThen.faults &&
+                        entry.stat.resident == entry.statThen.resident;
+    if (!isSame) {
+        KeptFile status;
+        entry.memory =
+            parseProcessMemory(status.read(m_tree.path(under(process, "/status")), m_buffer, false));
+        entry.statThen = entry.stat;
+        entry.hasMemory = entry.file.isMadeByTheKernel();
+    }
+    return entry.memory;
+}
+
+const std::string& ProcessReader::program(int process) {
+    Entry& entry = m_entries[process];
+    if (entry.program.empty()) {
+        entry.program = programOf(m_tree, process, entry.stat);
+    }
+    return entry.program;
 }
 
 ProcessMemory readProcessMemory(const KernelTree& tree, int process) {

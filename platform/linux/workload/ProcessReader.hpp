@@ -2,17 +2,55 @@
 #pragma once
 
 #include "platform/linux/kernel/KernelTree.hpp"
+#include "platform/linux/workload/KeptFile.hpp"
 #include "platform/linux/workload/WorkText.hpp"
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vantor::platform::linux {
 
-/// A user's processes by number, without kernel threads, and without the memory that only some are asked for.
-[[nodiscard]] std::map<int, ProcessStat> readProcesses(const KernelTree& tree, uid_t user);
+/// A user's processes, which are asked for again and again. Their files of /proc stay open, as far as there
+/// are not too many, and the memory of one that has touched no new page is not asked for again: a process
+/// that rests costs one short read. Not for several threads at once.
+class ProcessReader {
+public:
+    ProcessReader(KernelTree tree, uid_t user) : m_tree(std::move(tree)), m_user(user) {}
+
+    /// Those that run, by number, without kernel threads. One that was another user's under its number is
+    /// found after eight calls at most.
+    [[nodiscard]] std::map<int, ProcessStat> read();
+    /// The memory of one of those.
+    [[nodiscard]] ProcessMemory memory(int process);
+    /// The name of the file that one of those runs, as below.
+    [[nodiscard]] const std::string& program(int process);
+
+private:
+    struct Entry {
+        KeptFile file;
+        ProcessStat stat, statThen; ///< when its memory was read
+        ProcessMemory memory;
+        bool hasMemory = false;
+        std::string program;
+        std::uint64_t round = 0;
+    };
+    [[nodiscard]] bool isOurs(int process, int folder) const;
+    [[nodiscard]] bool isKnownAsForeign(int process) const;
+    [[nodiscard]] bool update(Entry& entry, int process, int folder);
+
+    const KernelTree m_tree;
+    const uid_t m_user;
+    std::map<int, Entry> m_entries;
+    std::map<int, std::uint64_t> m_foreign; ///< other users' processes, and the look that saw them last
+    std::vector<char> m_buffer;
+    std::size_t m_kept = 0; ///< files that are open
+    std::uint64_t m_round = 0;
+};
 
 /// A process's memory; none for one that ended meanwhile.
 [[nodiscard]] ProcessMemory readProcessMemory(const KernelTree& tree, int process);

@@ -9,7 +9,12 @@ namespace vantor::platform::linux {
 
 namespace {
 
-constexpr std::chrono::seconds freshness{30};
+constexpr std::chrono::seconds freshness{30}, freshnessAtRest{300};
+
+/// Whether it holds much the same as when it was counted.
+bool isAtRest(std::uint64_t then, std::uint64_t now) {
+    return (now > then ? now - then : then - now) <= then / 16;
+}
 
 /// What was counted, moved by the difference of what the process holds; never more than it holds.
 std::uint64_t moved(std::uint64_t counted, std::uint64_t then, std::uint64_t now) {
@@ -20,6 +25,12 @@ std::uint64_t moved(std::uint64_t counted, std::uint64_t then, std::uint64_t now
 
 } // namespace
 
+std::chrono::steady_clock::time_point ProportionalMemory::Entry::due() const {
+    const bool rests = isKnown && isAtRest(residentThen.memory, resident.memory) &&
+                       isAtRest(residentThen.swap, resident.swap);
+    return time + (rests ? freshnessAtRest : freshness);
+}
+
 void ProportionalMemory::beginRound() {
     const std::scoped_lock lock(m_mutex);
     std::erase_if(m_entries, [this](const auto& entry) { return entry.second.round != m_round; });
@@ -27,8 +38,16 @@ void ProportionalMemory::beginRound() {
 }
 
 ProcessMemory ProportionalMemory::of(int process, std::uint64_t start, const ProcessMemory& resident) {
+    constexpr std::uint64_t worthwhile = std::uint64_t{1} << 19;
     const std::scoped_lock lock(m_mutex);
-    Entry& entry = m_entries[{process, start}];
+    auto known = m_entries.find({process, start});
+    if (known == m_entries.end()) {
+        if (resident.memory + resident.swap < worthwhile) {
+            return resident;
+        }
+        known = m_entries.try_emplace({process, start}).first;
+    }
+    Entry& entry = known->second;
     entry.resident = resident;
     entry.round = m_round;
     if (!entry.isKnown) {
@@ -50,12 +69,11 @@ std::optional<ProportionalMemory::Key> ProportionalMemory::next() {
         if (a.second.wasCounted != b.second.wasCounted) {
             return b.second.wasCounted;
         }
-        return a.second.wasCounted ? a.second.time < b.second.time
+        return a.second.wasCounted ? a.second.due() < b.second.due()
                                    : a.second.resident.memory > b.second.resident.memory;
     };
     const auto found = std::ranges::min_element(m_entries, isBefore);
-    const bool isDue =
-        found != m_entries.end() && (!found->second.wasCounted || now - found->second.time >= freshness);
+    const bool isDue = found != m_entries.end() && (!found->second.wasCounted || now >= found->second.due());
     m_isCounting = isDue;
     if (!isDue) {
         return std::nullopt;

@@ -26,13 +26,13 @@ public:
     /// From here on processes are asked for again; those that were not since the last time are forgotten.
     void beginRound();
     /// The memory of a process that holds `resident` now, shared pages in whole; that where it was not
-    /// counted yet.
+    /// counted yet, and for one that never held half a megabyte, which is not counted.
     [[nodiscard]] ProcessMemory of(int process, std::uint64_t start, const ProcessMemory& resident);
 
     /// Whether some are to be counted: they are asked for again and again.
     [[nodiscard]] bool wantsCount();
-    /// Counts five processes, the large ones that never were first, then those whose count is the oldest and
-    /// half a minute old; fewer where one takes long. On a worker.
+    /// Counts five processes, the large ones that never were first, then those whose count is half a minute
+    /// old, or five minutes where they hold much the same; fewer where one takes long. On a worker.
     void countFew();
 
 private:
@@ -43,6 +43,7 @@ private:
         std::chrono::steady_clock::time_point time;
         bool wasCounted = false, isKnown = false; ///< the kernel tells it
         std::uint64_t round = 0;
+        [[nodiscard]] std::chrono::steady_clock::time_point due() const; ///< of the next count
     };
     [[nodiscard]] std::optional<Key> next();
 

@@ -105,15 +105,20 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
     if (const std::size_t end = rest.find('\n'); end != std::string_view::npos) {
         rest = rest.substr(0, end);
     }
-    constexpr int first = 3, parent = 4, session = 6, user = 14, system = 15,
-                  start = 22; // fields as proc(5) counts them
+    // Fields as proc(5) counts them.
+    constexpr int first = 3, parent = 4, session = 6, minor = 10, major = 12, user = 14, system = 15,
+                  start = 22, resident = 24;
     bool isWhole = false;
-    for (int field = first; field <= start; ++field) {
+    for (int field = first; field <= resident; ++field) {
         const std::string_view word = takeWord(rest);
         if (field == parent || field == session) {
             (field == parent ? stat.parent : stat.session) = processNumber(word).value_or(0);
         } else if (field == user || field == system) {
             stat.ticks += numberFrom(word).value_or(0);
+        } else if (field == minor || field == major) {
+            stat.faults += numberFrom(word).value_or(0);
+        } else if (field == resident) {
+            stat.resident = numberFrom(word).value_or(0);
         } else if (field == start) {
             const std::optional<std::uint64_t> ticks = numberFrom(word);
             stat.start = ticks.value_or(0);

@@ -35,6 +35,8 @@ struct ProcessStat {
     int session = 0;         ///< the number of its session's leader
     std::uint64_t ticks = 0; ///< of processor time, by itself and in the kernel
     std::uint64_t start = 0;
+    std::uint64_t faults = 0;   ///< of pages, since it started
+    std::uint64_t resident = 0; ///< pages in RAM; the kernel counts them a little late
 };
 [[nodiscard]] std::optional<ProcessStat> parseProcessStat(std::string_view text);
 
