@@ -93,7 +93,15 @@ AppContent::AppContent(bool demo)
     for (UseList* const list : {&m_memory->list(), &m_processor->list()}) {
         list->tree().setAction(qt::hostText("app_END"), [this](const UseRow& row) { endApplication(row); });
     }
+    m_memory->list().tree().setUnfoldHandler([this] { refresh(); }); // a share waits for its interval
     m_lengths.emplace(*this);
+    for (const PageKind page : {PageKind::memory, PageKind::storage, PageKind::processor}) {
+        auto rings = pane(page)->findChildren<Ring*>() << m_sidebar->entry(page).ring();
+        if (page == PageKind::memory) { // the settings show the same one
+            rings << m_settings->findChildren<Ring*>();
+        }
+        m_rings.at(static_cast<std::size_t>(page)).assign(rings.begin(), rings.end());
+    }
     m_animator = std::make_unique<qt::RingAnimator>(ringsOf(*this));
     setPage(PageKind::memory);
 }
@@ -122,7 +130,10 @@ int AppContent::tallness() const {
 }
 
 void AppContent::refresh() {
-    m_sampler.take(m_page);
+    const UseList* const list = m_page == PageKind::memory      ? &m_memory->list()
+                                : m_page == PageKind::processor ? &m_processor->list()
+                                                                : nullptr;
+    m_sampler.take({m_page, list != nullptr ? list->tree().unfolded() : std::set<std::string>()});
 }
 
 void AppContent::pause() {
@@ -161,11 +172,7 @@ void AppContent::setSeen(bool seen) {
 
 void AppContent::showRing(PageKind page, const std::optional<double>& fraction) {
     const auto at = static_cast<std::size_t>(page);
-    auto rings = pane(page)->findChildren<Ring*>() << m_sidebar->entry(page).ring();
-    if (page == PageKind::memory) { // the settings show the same one
-        rings << m_settings->findChildren<Ring*>();
-    }
-    for (Ring* const ring : rings) {
+    for (Ring* const ring : m_rings.at(at)) {
         ring->view().setHasFigure(fraction.has_value());
     }
     if (fraction) {
@@ -180,11 +187,11 @@ void AppContent::display(const Sample& sample) {
     showRing(PageKind::storage, sample.storage);
     showRing(PageKind::processor, sample.processor);
     if (sample.memoryPage) {
-        m_memory->display(*sample.memoryPage);
+        m_memory->display(*sample.memoryPage, sample.unfolded);
     }
     m_processor->displayMinute(sample.minute);
     if (sample.processorPage) {
-        m_processor->display(*sample.processorPage);
+        m_processor->display(*sample.processorPage, sample.unfolded);
     }
     const bool hasPage = m_page == PageKind::memory      ? sample.memoryPage.has_value()
                          : m_page == PageKind::processor ? sample.processorPage.has_value()

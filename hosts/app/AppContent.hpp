@@ -86,6 +86,7 @@ private:
     ProcessorPane* m_processor;
     SettingsPane* m_settings;
     std::array<QWidget*, pageCount> m_panes{};
+    std::array<std::vector<Ring*>, pageCount> m_rings; ///< that show a page's figure
     std::optional<qt::FormLengths> m_lengths;
     std::unique_ptr<qt::RingAnimator> m_animator;
     int m_samples = 0;

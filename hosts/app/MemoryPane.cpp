@@ -5,6 +5,7 @@
 #include "hosts/app/UseRows.hpp"
 #include "hosts/app/Words.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "pages/PageWords.hpp"
 
 #include <QGridLayout>
 #include <QVBoxLayout>
@@ -46,8 +47,13 @@ std::int64_t bytesOf(std::uint64_t bytes) {
     return static_cast<std::int64_t>(bytes);
 }
 
-UseRow rowOf(const ApplicationUse& use) {
-    UseRow row = applicationRow(use);
+UseRow rowOf(const ApplicationUse& use, const Unfolded& behind) {
+    UseRow row = applicationRow(use, behind, [](const ProcessRow& process) {
+        return std::pair(memorySize(bytesOf(process.use.memory)), memorySize(bytesOf(process.use.swap)));
+    });
+    if (const auto found = behind.find(row.key); found != behind.end() && found->second.peak) {
+        row.tip = qt::hostText("app_PEAK", "size", memorySize(bytesOf(*found->second.peak)).toStdString());
+    }
     row.first = memorySize(bytesOf(use.memory));
     row.second = memorySize(bytesOf(use.swap));
     return row;
@@ -98,10 +104,10 @@ MemoryPane::MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme, 
     column->addStretch();
 }
 
-void MemoryPane::display(const MemoryPage& page) {
+void MemoryPane::display(const MemoryPage& page, const Unfolded& behind) {
     m_head->showFigure(memorySize(page.available),
                        qt::hostText("host_OFTOTAL", "size", memorySize(page.total).toStdString()));
-    m_head->showSentence(pressureSentence(page.pressure));
+    m_head->showSentence(QString::fromStdString(pressureWords(page.pressure, WaitedFor::memory)));
     std::vector<BarPart> parts;
     for (const MemoryPart& part : page.parts) {
         const PartLook look = lookOf(part.kind);
@@ -113,7 +119,7 @@ void MemoryPane::display(const MemoryPage& page) {
     }
     m_bar->setParts(std::move(parts));
     showSwap(page);
-    showApplications(page);
+    showApplications(page, behind);
 }
 
 void MemoryPane::showSwap(const MemoryPage& page) {
@@ -126,11 +132,11 @@ void MemoryPane::showSwap(const MemoryPage& page) {
                                  memorySize(bytesOf(page.swap->total))));
 }
 
-void MemoryPane::showApplications(const MemoryPage& page) {
+void MemoryPane::showApplications(const MemoryPage& page, const Unfolded& behind) {
     std::vector<UseRow> applications;
     std::vector<UseRow> rest;
     for (const ApplicationUse& use : page.applications) {
-        (use.isService ? rest : applications).push_back(rowOf(use));
+        (use.isService ? rest : applications).push_back(rowOf(use, behind));
     }
     if (page.others > 0) {
         UseRow others = othersRow();

@@ -4,6 +4,7 @@
 #include "hosts/app/FreeUpRow.hpp"
 #include "hosts/app/PageHead.hpp"
 #include "hosts/app/PartsBar.hpp"
+#include "hosts/app/Sampler.hpp"
 #include "hosts/app/UseList.hpp"
 #include "pages/MemoryPage.hpp"
 
@@ -18,7 +19,8 @@ public:
     MemoryPane(std::shared_ptr<ArcChartViewModel> model, bool useTheme, std::function<void()> changed,
                Pace pace);
 
-    void display(const MemoryPage& page);
+    /// `behind`: what is behind the applications that are unfolded.
+    void display(const MemoryPage& page, const Unfolded& behind);
     [[nodiscard]] PageHead& head() { return *m_head; }
     [[nodiscard]] PartsBar& bar() { return *m_bar; }
     [[nodiscard]] FreeUpRow& freeUp() { return *m_freeUp; }
@@ -26,7 +28,7 @@ public:
 
 private:
     void showSwap(const MemoryPage& page);
-    void showApplications(const MemoryPage& page);
+    void showApplications(const MemoryPage& page, const Unfolded& behind);
 
     PageHead* m_head;
     Text* m_swap;

@@ -33,13 +33,16 @@ void PartsBar::setParts(std::vector<BarPart> parts) {
     if (parts == m_parts) {
         return;
     }
+    const QSize before = sizeHint();
     m_parts = std::move(parts);
     QStringList spoken;
     for (const BarPart& part : m_parts) {
         spoken << qt::valueText(part.name.toStdString(), part.figure.toStdString());
     }
     setAccessibleName(spoken.join(QStringLiteral("; ")));
-    updateGeometry();
+    if (sizeHint() != before) { // else the whole page would be laid out again
+        updateGeometry();
+    }
     update();
 }
 

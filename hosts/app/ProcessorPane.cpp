@@ -14,8 +14,11 @@ namespace vantor::hosts::app {
 
 namespace {
 
-UseRow rowOf(const ProcessorShare& share) {
-    UseRow row = applicationRow(share.use);
+UseRow rowOf(const ProcessorShare& share, const Unfolded& behind) {
+    UseRow row = applicationRow(share.use, behind, [](const ProcessRow& process) {
+        return std::pair(process.percent ? shareOf(*process.percent, 1) : QStringLiteral("–"),
+                         durationText(process.use.processorTime));
+    });
     row.first = shareOf(share.percent, 1);
     row.second = durationText(share.use.processorTime);
     row.tip = qt::hostText("app_CORES", "n", numberText(share.cores, 1).toStdString());
@@ -132,21 +135,21 @@ void ProcessorPane::displayState(const ProcessorPage& page) {
     m_head->showSentence(state.join(QStringLiteral(" · ")));
 }
 
-void ProcessorPane::display(const ProcessorPage& page) {
+void ProcessorPane::display(const ProcessorPage& page, const Unfolded& behind) {
     const auto count = static_cast<double>(page.processors.size());
     m_head->showFigure(numberText(page.busy() / 100 * count, 1),
                        qt::hostText(page.processors.size() == 1 ? "app_OFONEPROCESSOR" : "app_OFPROCESSORS",
                                     "n", numberText(count, 0).toStdString()));
     displayState(page);
     m_bars->setProcessors(page.processors);
-    displayApplications(page);
+    displayApplications(page, behind);
 }
 
-void ProcessorPane::displayApplications(const ProcessorPage& page) {
+void ProcessorPane::displayApplications(const ProcessorPage& page, const Unfolded& behind) {
     std::vector<UseRow> applications;
     std::vector<UseRow> rest;
     for (const ProcessorShare& share : page.applications) {
-        (share.use.isService ? rest : applications).push_back(rowOf(share));
+        (share.use.isService ? rest : applications).push_back(rowOf(share, behind));
     }
     UseRow others = othersRow();
     others.first = shareOf(page.others, 1);

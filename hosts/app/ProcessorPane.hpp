@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/app/PageHead.hpp"
+#include "hosts/app/Sampler.hpp"
 #include "hosts/app/Sparkline.hpp"
 #include "hosts/app/UseList.hpp"
 #include "pages/ProcessorPage.hpp"
@@ -19,7 +20,8 @@ public:
 
     /// The shares of the last minute, which are there before the page is.
     void displayMinute(const std::vector<CpuUsage>& minute) { m_sparkline->setMinute(minute); }
-    void display(const ProcessorPage& page);
+    /// `behind`: what is behind the applications that are unfolded.
+    void display(const ProcessorPage& page, const Unfolded& behind);
     [[nodiscard]] PageHead& head() { return *m_head; }
     [[nodiscard]] UseList& list() { return *m_list; }
 
@@ -33,7 +35,7 @@ private:
     Averages addAverages(QGridLayout& grid, const char* name, const std::array<const char*, 3>& spans);
     static void displayAverages(const Averages& averages, const std::optional<std::array<QString, 3>>& texts);
     void displayState(const ProcessorPage& page);
-    void displayApplications(const ProcessorPage& page);
+    void displayApplications(const ProcessorPage& page, const Unfolded& behind);
 
     PageHead* m_head;
     Averages m_load;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/app/Sampler.hpp"
 
+#include "hosts/app/UseRows.hpp"
 #include "hosts/app/Worker.hpp"
 #include "metrics/MemoryStatus.hpp"
 #include "pages/StoragePage.hpp"
@@ -39,14 +40,16 @@ std::optional<double> storageFraction() {
 
 /// What is kept from one sample to the next. One worker at a time has it.
 struct Sampler::Memory {
-    explicit Memory(ProcessorPageSampler::Clock given) : clock(std::move(given)) {}
+    explicit Memory(ProcessorPageSampler::Clock given) : clock(std::move(given)), processes(clock) {}
 
-    Sample sample(PageKind page);
+    Sample sample(const Question& question);
     void sampleProcessor(Sample& sample, bool asPage);
+    void lookBehind(Sample& sample, const std::set<std::string>& keys);
 
     std::mutex mutex; // guards the rest
     ProcessorPageSampler::Clock clock;
     std::optional<ProcessorPageSampler> processor;
+    ProcessSampler processes;
     std::vector<CpuUsage> minute;
     bool isFirst = true; // the processor's first figure is of all the time since the machine started
 };
@@ -75,8 +78,33 @@ void Sampler::Memory::sampleProcessor(Sample& sample, bool asPage) {
     sample.minute = minute;
 }
 
-Sample Sampler::Memory::sample(PageKind page) {
+void Sampler::Memory::lookBehind(Sample& sample, const std::set<std::string>& keys) {
+    if (keys.empty()) {
+        return;
+    }
+    std::vector<platform::ApplicationUse> asked;
+    std::vector<std::string> askedKeys;
+    const auto ask = [&](const platform::ApplicationUse& use) {
+        if (std::string key = applicationKey(use); keys.contains(key)) {
+            asked.push_back(use);
+            askedKeys.push_back(std::move(key));
+        }
+    };
+    if (sample.memoryPage) {
+        std::ranges::for_each(sample.memoryPage->applications, ask);
+    } else if (sample.processorPage) {
+        std::ranges::for_each(sample.processorPage->applications, ask, &ProcessorShare::use);
+    }
+    const std::size_t processors = sample.processorPage ? sample.processorPage->processors.size() : 1;
+    std::vector<ApplicationProcesses> behind = processes.look(asked, processors);
+    for (std::size_t i = 0; i < behind.size(); ++i) {
+        sample.unfolded.emplace(std::move(askedKeys[i]), std::move(behind[i]));
+    }
+}
+
+Sample Sampler::Memory::sample(const Question& question) {
     const std::lock_guard lock(mutex);
+    const PageKind page = question.page;
     Sample sample;
     if (page == PageKind::memory) {
         sample.memoryPage = vantor::memoryPage();
@@ -86,6 +114,7 @@ Sample Sampler::Memory::sample(PageKind page) {
     }
     sample.storage = storageFraction();
     sampleProcessor(sample, page == PageKind::processor);
+    lookBehind(sample, question.unfolded);
     return sample;
 }
 
@@ -96,21 +125,21 @@ Sampler::Sampler(Heard heard, ProcessorPageSampler::Clock clock)
 
 Sampler::~Sampler() = default;
 
-void Sampler::take(PageKind page) {
+void Sampler::take(const Question& question) {
     if (m_isBusy) {
-        m_next = page;
+        m_next = question;
     } else {
-        start(page);
+        start(question);
     }
 }
 
-void Sampler::start(PageKind page) {
+void Sampler::start(const Question& question) {
     m_isBusy = true;
     onWorker(
-        m_alive, [page, memory = m_memory] { return memory->sample(page); },
+        m_alive, [question, memory = m_memory] { return memory->sample(question); },
         [this](const Sample& sample) {
             m_isBusy = false;
-            if (const std::optional<PageKind> next = std::exchange(m_next, std::nullopt)) {
+            if (const std::optional<Question> next = std::exchange(m_next, std::nullopt)) {
                 start(*next);
             }
             m_heard(sample);

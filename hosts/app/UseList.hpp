@@ -25,7 +25,7 @@ public:
     void display(std::vector<UseRow> applications, std::vector<UseRow> rest);
     /// How tall the page is without this list, and with: in between is its room.
     void setRoom(int pixels);
-    [[nodiscard]] UseTree& tree() { return *m_tree; }
+    [[nodiscard]] UseTree& tree() const { return *m_tree; }
     [[nodiscard]] UseModel& model() { return m_model; }
     void setLook(const Look& look) override;
 

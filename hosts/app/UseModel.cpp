@@ -66,33 +66,37 @@ void UseModel::place(int at, UseRow row) {
     replace(at, std::move(row));
 }
 
-void UseModel::replace(int at, UseRow row) {
+/// Takes the row's processes as far as there are fewer or more of them.
+void UseModel::resizeBehind(int at, UseRow& row) {
     UseRow& kept = m_rows[static_cast<std::size_t>(at)].row;
-    const bool sameProcesses = kept.use.has_value() == row.use.has_value() &&
-                               (!row.use || kept.use->processes == row.use->processes);
-    if (sameProcesses) {
-        const bool alike = looksAlike(kept, row);
-        kept = std::move(row);
-        if (!alike) {
-            emit dataChanged(index(at, 0), index(at, columns - 1));
-        }
-        return;
-    }
+    const int before = childCount(kept), after = childCount(row);
     const QModelIndex above = index(at, 0);
-    if (const int before = childCount(kept); before > 0) {
-        beginRemoveRows(above, 0, before - 1);
-        kept.use->processes.clear();
+    if (after < before) {
+        beginRemoveRows(above, after, before - 1);
+        kept.use->processes.resize(static_cast<std::size_t>(after));
         endRemoveRows();
-    }
-    const int after = childCount(row);
-    if (after > 0) {
-        beginInsertRows(above, 0, after - 1);
-    }
-    kept = std::move(row);
-    if (after > 0) {
+    } else if (after > before) {
+        beginInsertRows(above, before, after - 1);
+        kept.use = row.use;
         endInsertRows();
     }
-    emit dataChanged(above, index(at, columns - 1));
+}
+
+/// What is unfolded and selected below it stays at its place, whichever process is there now.
+void UseModel::replace(int at, UseRow row) {
+    resizeBehind(at, row);
+    UseRow& kept = m_rows[static_cast<std::size_t>(at)].row;
+    const bool alike = looksAlike(kept, row);
+    const bool behindAlike =
+        childCount(row) == 0 || (kept.figures == row.figures && kept.use->processes == row.use->processes);
+    kept = std::move(row);
+    const QModelIndex above = index(at, 0);
+    if (!alike) {
+        emit dataChanged(above, index(at, columns - 1));
+    }
+    if (!behindAlike) {
+        emit dataChanged(index(0, 0, above), index(childCount(kept) - 1, columns - 1, above));
+    }
 }
 
 std::vector<UseModel::Kept>::const_iterator UseModel::withId(quintptr id) const {
@@ -142,10 +146,14 @@ int UseModel::columnCount(const QModelIndex& /*parent*/) const {
 
 /// A process chooses its name, so it is made printable here.
 QVariant UseModel::processData(const UseRow& row, int child, int column) const {
-    const platform::ProcessIdentity& process = row.use->processes.at(static_cast<std::size_t>(child));
-    return column == 0 ? QString::fromStdString(platform::printableText(process.name)) +
-                             QStringLiteral("  ·  ") + QString::number(process.number)
-                       : QString();
+    const auto at = static_cast<std::size_t>(child);
+    if (column > 0) {
+        const bool isKnown = at < row.figures.size();
+        return !isKnown ? QString() : column == 1 ? row.figures[at].first : row.figures[at].second;
+    }
+    const platform::ProcessIdentity& process = row.use->processes.at(at);
+    return QString::fromStdString(platform::printableText(process.name)) + QStringLiteral("  ·  ") +
+           QString::number(process.number);
 }
 
 QVariant UseModel::data(const QModelIndex& index, int role) const {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantor::hosts::app {
@@ -31,6 +32,8 @@ struct UseRow {
     double amount = 0; ///< the first figure, for a sum
     bool canEnd = false;
     std::optional<platform::ApplicationUse> use = {}; ///< of an application
+    /// The two figures of each of its processes; none before it is unfolded.
+    std::vector<std::pair<QString, QString>> figures = {};
 };
 
 /// Applications with two figures each, and their processes below them. A new list changes what differs: what
@@ -64,6 +67,7 @@ private:
     void removeOthersThan(const std::vector<UseRow>& rows);
     void place(int at, UseRow row);
     void replace(int at, UseRow row);
+    void resizeBehind(int at, UseRow& row);
     [[nodiscard]] QVariant processData(const UseRow& row, int child, int column) const;
 
     std::vector<Kept> m_rows;

@@ -3,19 +3,32 @@
 
 #include "hosts/app/Words.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "pages/PageWords.hpp"
 
 namespace vantor::hosts::app {
 
-UseRow applicationRow(const platform::ApplicationUse& use) {
+std::string applicationKey(const platform::ApplicationUse& use) {
+    return (use.isService ? "service " : "application ") + use.id + ' ' + use.name;
+}
+
+UseRow applicationRow(const platform::ApplicationUse& use, const Unfolded& behind,
+                      const ProcessFigures& figures) {
     UseRow row;
     row.kind = use.isService ? UseRowKind::rest : UseRowKind::application;
-    row.key = (use.isService ? "service " : "application ") + use.id + ' ' + use.name;
-    row.name = use.isService ? qt::hostText("app_SERVICES") : QString::fromStdString(use.name);
+    row.key = applicationKey(use);
+    row.name = QString::fromStdString(applicationWords(use));
     row.detail = processesText(use.processes.size());
     row.icon = QString::fromStdString(use.icon);
     row.canEnd = !use.isService;
     if (!use.isService) {
         row.use = use;
+    }
+    if (const auto found = behind.find(row.key); found != behind.end() && row.use) {
+        row.use->processes.clear();
+        for (const ProcessRow& process : found->second.rows) {
+            row.use->processes.push_back(process.use.identity);
+            row.figures.push_back(figures(process));
+        }
     }
     return row;
 }

@@ -47,7 +47,12 @@ UseTree::UseTree(UseModel& model, bool useTheme)
     viewport()->setAttribute(Qt::WA_Hover);
     m_button.setOnSelection(true);
     m_button.hide();
-    connect(this, &QTreeView::expanded, this, [this] { fitHeight(); });
+    connect(this, &QTreeView::expanded, this, [this] {
+        fitHeight();
+        if (m_unfolded) {
+            m_unfolded();
+        }
+    });
     connect(this, &QTreeView::collapsed, this, [this] { fitHeight(); });
     connect(&m_button, &QAbstractButton::clicked, this, [this] {
         if (const UseRow* const row = m_model.rowAt(currentIndex()); row != nullptr && m_action) {
@@ -80,6 +85,16 @@ int UseTree::heightOf(const QModelIndex& index) const {
 int UseTree::columnEnd(int column) const {
     constexpr double first = 240, second = 124; // points: the button is behind them
     return m_look.pixels(column == 1 ? first : second);
+}
+
+std::set<std::string> UseTree::unfolded() const {
+    std::set<std::string> keys;
+    for (int i = 0; i < m_model.rowCount(); ++i) {
+        if (const QModelIndex row = m_model.index(i, 0); isExpanded(row)) {
+            keys.insert(m_model.rowAt(row)->key);
+        }
+    }
+    return keys;
 }
 
 void UseTree::fitHeight() {

@@ -7,6 +7,8 @@
 
 #include <QTreeView>
 #include <functional>
+#include <set>
+#include <string>
 
 namespace vantor::hosts::app {
 
@@ -24,6 +26,11 @@ public:
     void setAction(const QString& text, std::function<void(const UseRow&)> action);
     /// Called when the row of the small ones is pressed.
     void setMoreHandler(std::function<void()> handler) { m_more = std::move(handler); }
+
+    /// Called when a row unfolds.
+    void setUnfoldHandler(std::function<void()> handler) { m_unfolded = std::move(handler); }
+    /// The keys of those that are unfolded.
+    [[nodiscard]] std::set<std::string> unfolded() const;
 
     void setLook(const Look& look) override;
     /// Where a column's figures end, counted from the end of the line.
@@ -57,7 +64,7 @@ private:
     Look m_look;
     ActionButton m_button;
     std::function<void(const UseRow&)> m_action;
-    std::function<void()> m_more;
+    std::function<void()> m_more, m_unfolded;
     bool m_keyboardFocus = false;
 };
 

@@ -53,8 +53,9 @@ struct ApplicationUse {
 /// One process of an application.
 struct ProcessUse {
     ProcessIdentity identity = {};
-    std::uint64_t memory = 0; ///< bytes, with all of what it shares
-    std::uint64_t swap = 0;   ///< bytes
+    std::uint64_t memory = 0;        ///< bytes, with all of what it shares
+    std::uint64_t swap = 0;          ///< bytes
+    std::uint64_t processorTime = 0; ///< microseconds on all processors since it started
 };
 
 /// More about an application than a list asks for.

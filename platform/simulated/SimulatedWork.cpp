@@ -73,7 +73,8 @@ ApplicationDetail SimulatedWork::detail(const ApplicationUse& application) {
         const std::uint64_t parts = std::max<std::uint64_t>(application.processes.size(), 1);
         for (const ProcessIdentity& process : application.processes) {
             if (state.processes.contains(process.number)) {
-                detail.processes.push_back({process, application.memory / parts, application.swap / parts});
+                detail.processes.push_back({process, application.memory / parts, application.swap / parts,
+                                            application.processorTime / parts});
             }
         }
         return detail;
