@@ -48,10 +48,10 @@ std::string cacheName(const CacheItem& item) {
 }
 
 std::string cacheSentence(const CacheItem& item) {
-    if (!item.usedBy.empty()) {
-        return platform::textWithValue(NSLocalizedString("cache_RUNNING"), "program", item.usedBy);
-    }
-    return NSLocalizedString(keyOf(item.nature));
+    const std::string text = item.usedBy.empty() ? NSLocalizedString(keyOf(item.nature))
+                                                 : platform::textWithValue(NSLocalizedString("cache_RUNNING"),
+                                                                           "program", item.usedBy);
+    return item.isMarked ? text + " · " + NSLocalizedString("cache_MARKED") : text;
 }
 
 std::string systemCacheName(const platform::SystemCache& cache) {

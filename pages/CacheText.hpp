@@ -11,8 +11,8 @@ namespace vantor {
 /// language.
 [[nodiscard]] std::string cacheName(const platform::CacheItem& item);
 
-/// How it comes back, why it is kept, or what it waits for: a sentence in the viewer's language without a
-/// full stop.
+/// How it comes back, why it is kept, or what it waits for, and whether its owner marked it as a cache: a
+/// sentence in the viewer's language without a full stop.
 [[nodiscard]] std::string cacheSentence(const platform::CacheItem& item);
 
 /// What of the system this is, in the viewer's language.

@@ -5,6 +5,7 @@
 #include "hosts/app/StorageWords.hpp"
 #include "hosts/app/Words.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "pages/CacheText.hpp"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -125,8 +126,8 @@ void StoragePane::display(const StoragePage& page) {
             {}, storageSize(small), true));
     }
     if (page.rest != 0) {
-        addRow(new StorageRow(qt::hostText("app_REST"), qt::hostText("app_RESTTEXT"), storageSize(page.rest),
-                              true));
+        addRow(new StorageRow(QString::fromStdString(storageRestName(page.rest)),
+                              qt::hostText("app_RESTTEXT"), storageSize(page.rest), true));
     }
     for (const platform::SystemCache& cache : page.system) {
         addSystem(cache);
@@ -135,7 +136,7 @@ void StoragePane::display(const StoragePage& page) {
 }
 
 void StoragePane::addTrash(const StoragePage& page) {
-    auto* const row = new StorageRow(qt::hostText("app_TRASH"), qt::hostText("app_TRASHTEXT"),
+    auto* const row = new StorageRow(qt::hostText("storage_TRASH"), qt::hostText("app_TRASHTEXT"),
                                      storageSize(page.trash), false);
     m_trash = &row->addButton(qt::hostText("app_EMPTY"), ButtonRole::destructive);
     connect(m_trash, &QAbstractButton::clicked, this, [this] { askForTrash(); });
@@ -145,7 +146,7 @@ void StoragePane::addTrash(const StoragePage& page) {
 void StoragePane::addCache(const CacheRow& cache) {
     const CacheItem& item = cache.item;
     auto* const row =
-        new StorageRow(QString::fromStdString(item.name), cacheDetail(item),
+        new StorageRow(QString::fromStdString(cacheName(item)), QString::fromStdString(cacheSentence(item)),
                        storageSize(static_cast<std::int64_t>(item.bytes)), !item.isReleasable());
     if (item.isReleasable()) {
         Tick& tick = row->addTick(cache.isSuggested);
@@ -164,10 +165,9 @@ void StoragePane::addCache(const CacheRow& cache) {
 }
 
 void StoragePane::addSystem(const platform::SystemCache& cache) {
-    const bool isJournal = cache.what == platform::SystemCache::What::journal;
     const QString command = QString::fromStdString(cache.command);
     auto* const row = new StorageRow(
-        qt::hostText(isJournal ? "app_JOURNAL" : "app_PACKAGES"),
+        QString::fromStdString(systemCacheName(cache)),
         qt::hostText("app_NEEDSROOT", "command", cache.command),
         cache.bytes ? storageSize(static_cast<std::int64_t>(*cache.bytes)) : QStringLiteral("–"), true);
     ActionButton& copy = row->addButton(qt::hostText("app_COPY"));
@@ -236,7 +236,7 @@ void StoragePane::runListed(const Listing& listing) {
     m_sheet->setSentence(qt::hostText("app_DELETING"));
     m_sheet->setCancel(qt::hostText("app_STOP"));
     connect(m_sheet, &QDialog::rejected, this, [this] { m_work.stop(); });
-    m_work.run(listing, [this](const Deleted& deleted) {
+    m_work.run(listing, [this](const Released& deleted) {
         m_hasResult = true;
         m_result->display(deletedText(deleted));
         if (m_sheet != nullptr) {

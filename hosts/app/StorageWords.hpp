@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/app/StorageWork.hpp"
-#include "platform/machine/CacheItem.hpp"
+#include "actions/Release.hpp"
 
 #include <QString>
 
@@ -10,9 +9,7 @@ namespace vantor::hosts::app {
 
 /// Multiples of 1000: storage.
 [[nodiscard]] QString storageSize(std::int64_t bytes);
-/// How a cache comes back, or why it is kept.
-[[nodiscard]] QString cacheDetail(const platform::CacheItem& item);
 /// What a deletion came to, and what stayed.
-[[nodiscard]] QString deletedText(const Deleted& deleted);
+[[nodiscard]] QString deletedText(const Released& deleted);
 
 } // namespace vantor::hosts::app

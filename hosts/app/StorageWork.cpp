@@ -21,11 +21,6 @@ std::string lineOf(std::uint64_t bytes, const std::string& what) {
     return storageText(static_cast<std::int64_t>(std::min(bytes, most))) + "  " + what;
 }
 
-template<class Outcome>
-Deleted deletedBy(const Outcome& outcome) {
-    return {outcome.items, outcome.bytes, outcome.gained, outcome.problems};
-}
-
 } // namespace
 
 StorageWork::StorageWork(std::function<std::int64_t()> now)
@@ -68,7 +63,7 @@ void StorageWork::listTrash(std::function<void(const Listing&)> heard) {
                 listing.lines.push_back(lineOf(item.bytes, item.origin));
             }
             listing.bytes = trash->bytes();
-            listing.run = [trash](const KeepGoing& going) { return deletedBy(trash->run(going)); };
+            listing.run = [trash](const KeepGoing& going) { return trash->run(going); };
             return listing;
         },
         std::move(heard));
@@ -83,11 +78,11 @@ Listing StorageWork::listOf(const std::vector<platform::CacheItem>& caches) {
         }
     }
     listing.bytes = release->bytes();
-    listing.run = [release](const KeepGoing& keepGoing) { return deletedBy(release->run(keepGoing)); };
+    listing.run = [release](const KeepGoing& keepGoing) { return release->run(keepGoing); };
     return listing;
 }
 
-void StorageWork::run(const Listing& listing, std::function<void(const Deleted&)> heard) {
+void StorageWork::run(const Listing& listing, std::function<void(const Released&)> heard) {
     submit([run = listing.run](const KeepGoing& keepGoing) { return run(keepGoing); }, std::move(heard));
 }
 

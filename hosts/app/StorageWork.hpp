@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "actions/Release.hpp"
 #include "hosts/app/Worker.hpp"
 #include "pages/StoragePage.hpp"
 
@@ -14,21 +15,13 @@
 
 namespace vantor::hosts::app {
 
-/// What a deletion came to.
-struct Deleted {
-    std::size_t items = 0;
-    std::uint64_t bytes = 0;
-    std::optional<std::uint64_t> gained; ///< what the volumes have more available
-    std::vector<std::string> problems;
-};
-
 using KeepGoing = platform::Disposal::KeepGoing;
 
 /// What would be deleted, and what deletes exactly that.
 struct Listing {
     std::vector<std::string> lines; ///< one a thing, printable
     std::uint64_t bytes = 0;
-    std::function<Deleted(const KeepGoing&)> run;
+    std::function<Released(const KeepGoing&)> run;
 };
 
 /// What the storage page has done on a worker: counting, listing and deleting, one after the other. Each can
@@ -44,7 +37,7 @@ public:
     void listTrash(std::function<void(const Listing&)> heard);
     /// Of the caches of a count.
     [[nodiscard]] static Listing listOf(const std::vector<platform::CacheItem>& caches);
-    void run(const Listing& listing, std::function<void(const Deleted&)> heard);
+    void run(const Listing& listing, std::function<void(const Released&)> heard);
     /// Ends what is being done at its next entry.
     void stop();
     [[nodiscard]] bool isBusy() const { return m_busy > 0; }

@@ -76,19 +76,6 @@ QString processesText(std::size_t count) {
                : qt::hostText("app_PROCESSES", "n", numberText(static_cast<double>(count), 0).toStdString());
 }
 
-QString pressureSentence(const std::optional<platform::Pressure>& pressure) {
-    constexpr double calm = 5; // percent: more than that can be felt
-    if (!pressure) {
-        return {};
-    }
-    const double waited = pressure->average300;
-    if (waited < 0.05) {
-        return qt::hostText("app_NOTSHORT");
-    }
-    return qt::hostText(waited < calm ? "app_HARDLYSHORT" : "app_SHORT", "share",
-                        shareOf(waited, 1).toStdString());
-}
-
 QString filled(std::string_view key, std::string_view name, const QString& value, std::string_view otherName,
                const QString& otherValue) {
     const std::string first =

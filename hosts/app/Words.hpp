@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/machine/Workload.hpp"
-
 #include <QString>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 /// Figures and sentences in the user's language and digits.
@@ -23,9 +20,6 @@ namespace vantor::hosts::app {
 /// "1 h 12 min", "48 min", "6 s".
 [[nodiscard]] QString durationText(std::uint64_t microseconds);
 [[nodiscard]] QString processesText(std::size_t count);
-
-/// Whether programs had to wait for memory in the last five minutes; empty where the kernel does not tell.
-[[nodiscard]] QString pressureSentence(const std::optional<platform::Pressure>& pressure);
 
 /// A text with two placeholders filled in.
 [[nodiscard]] QString filled(std::string_view key, std::string_view name, const QString& value,
