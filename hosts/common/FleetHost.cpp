@@ -1,75 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/FleetHost.hpp"
 
+#include "hosts/common/FleetSources.hpp"
+#include "hosts/common/NodeAdvice.hpp"
 #include "hosts/common/RemotePlace.hpp"
 #include "hosts/common/StandardStreams.hpp"
+#include "platform/remote/fetch/NodeAddress.hpp"
 #include "platform/remote/sources/FleetOf.hpp"
-#include "platform/remote/sources/NodesSource.hpp"
 
 #include <unistd.h>
 
-#include <chrono>
-#include <functional>
+#include <set>
 #include <utility>
+#include <vector>
 
 namespace vantor::hosts::common {
 
 namespace remote = platform::remote;
 using platform::FleetSource;
 
-namespace {
-
-/// A source, and how one of its machines is watched by its key.
-struct OpenSource {
-    std::unique_ptr<FleetSource> source;
-    std::function<std::unique_ptr<remote::MachineWatch>(const std::string& key)> watchOf;
-};
-
-std::chrono::milliseconds interval(const std::optional<double>& every) {
-    return every ? std::chrono::ceil<std::chrono::milliseconds>(std::chrono::duration<double>(*every))
-                 : remote::NodeProgress::usualInterval;
-}
-
-} // namespace
-
-bool FleetChoice::isWall() const {
-    return machine.empty() &&
-           (nodes.size() > 1 || !nodesFile.empty() || !prometheus.empty() || listed || demo > 0);
-}
-
-bool FleetChoice::isOne() const {
-    return !machine.empty() || (nodes.size() == 1 && !isWall());
-}
-
 struct FleetHost::Parts {
     FleetChoice choice;
     std::string name;
-    std::string problem;
-    std::unique_ptr<remote::Fetcher> fetcher;
-    std::vector<OpenSource> sources;
+    FleetSources sources;
     std::unique_ptr<remote::FleetOf> joined;
     std::shared_ptr<RemotePlace> place = std::make_shared<RemotePlace>();
-
-    bool openFetcher();
-    void openNodes();
+    std::set<std::string> silent; ///< what was told of
+    bool isAdvised = false;
 };
-
-bool FleetHost::Parts::openFetcher() {
-    fetcher = remote::openFetcher(problem);
-    return fetcher != nullptr;
-}
-
-void FleetHost::Parts::openNodes() {
-    std::vector<remote::NodeTarget> targets;
-    for (const std::string& node : choice.nodes) {
-        targets.push_back({*remote::nodeAddress(node, problem)});
-    }
-    auto source = std::make_unique<remote::NodesSource>("nodes", *fetcher, interval(choice.every));
-    source->watch(targets);
-    sources.push_back(
-        {nullptr, [nodes = source.get()](const std::string& key) { return nodes->watchOf(key); }});
-    sources.back().source = std::move(source);
-}
 
 std::string FleetHost::problemWith(const FleetChoice& choice) {
     for (const std::string& node : choice.nodes) {
@@ -77,7 +35,14 @@ std::string FleetHost::problemWith(const FleetChoice& choice) {
             return "--node: " + problem;
         }
     }
-    return {};
+    std::string problem;
+    if (!choice.prometheus.empty() && !remote::prometheusAddress(choice.prometheus, problem)) {
+        return "--prometheus: " + problem;
+    }
+    if (!choice.select.empty()) {
+        problem = FleetSources::problemWithSelector(choice.select);
+    }
+    return problem.empty() ? problem : "--select: " + problem;
 }
 
 FleetHost::FleetHost(FleetChoice choice) : m_parts(std::make_unique<Parts>()) {
@@ -88,47 +53,76 @@ FleetHost::~FleetHost() = default;
 
 bool FleetHost::open(const std::string& program) {
     Parts& parts = *m_parts;
-    if (!parts.choice.nodes.empty() && parts.openFetcher()) {
-        parts.openNodes();
+    parts.sources.open(parts.choice);
+    for (const std::string& complaint : parts.sources.complaints()) {
+        writeUnhurried(STDERR_FILENO, program + ": " + complaint + '\n');
     }
-    if (parts.sources.empty()) {
-        writeUnhurried(STDERR_FILENO, program + ": " + parts.problem + '\n');
-        return false;
-    }
-    if (parts.sources.size() > 1) {
-        std::vector<FleetSource*> all;
-        for (const OpenSource& open : parts.sources) {
-            all.push_back(open.source.get());
+    const std::vector<FleetSources::Opened>& opened = parts.sources.opened();
+    if (opened.size() > 1) {
+        std::vector<remote::FleetOf::Part> all;
+        for (const FleetSources::Opened& one : opened) {
+            all.push_back({one.source.get(), one.name});
         }
         parts.joined = std::make_unique<remote::FleetOf>(std::move(all));
     }
-    const auto snapshot = source().snapshot();
-    parts.name = parts.sources.size() == 1 && snapshot != nullptr ? snapshot->sources.front().name : "fleet";
-    return true;
+    parts.name = opened.size() == 1 ? opened.front().name : "fleet";
+    if (!opened.empty()) {
+        tellSilent(program, Silent::sources); // a list that cannot be read
+    }
+    return !opened.empty();
 }
 
 FleetSource& FleetHost::source() {
-    return m_parts->joined != nullptr ? *m_parts->joined : *m_parts->sources.front().source;
+    return m_parts->joined != nullptr ? *m_parts->joined : *m_parts->sources.opened().front().source;
 }
 
 const std::string& FleetHost::name() const {
     return m_parts->name;
 }
 
+std::unique_ptr<remote::MachineWatch> FleetHost::watchOf(const platform::FleetMachine& machine) {
+    const std::vector<FleetSources::Opened>& opened = m_parts->sources.opened();
+    const std::size_t place = opened.size() > 1 ? machine.source : 0; // one source may have several origins
+    return place < opened.size() ? opened[place].watchOf(machine.key) : nullptr;
+}
+
 std::unique_ptr<RemoteNode> FleetHost::openMachine(const platform::FleetMachine& machine) {
-    std::size_t first = 0; // of a source's origins in the joined snapshot
-    for (const OpenSource& open : m_parts->sources) {
-        const auto snapshot = open.source->snapshot();
-        const std::size_t origins = snapshot != nullptr ? snapshot->sources.size() : 0;
-        if (machine.source >= first && machine.source < first + origins) {
-            std::unique_ptr<remote::MachineWatch> watch = open.watchOf(machine.key);
-            return watch != nullptr
-                       ? std::make_unique<RemoteNode>(std::move(watch), machine.name, m_parts->place)
-                       : nullptr;
-        }
-        first += origins;
+    std::unique_ptr<remote::MachineWatch> watch = watchOf(machine);
+    return watch != nullptr ? std::make_unique<RemoteNode>(std::move(watch), machine.name, m_parts->place)
+                            : nullptr;
+}
+
+void FleetHost::tellSilent(const std::string& program, Silent which) {
+    const auto snapshot = source().snapshot();
+    if (snapshot == nullptr) {
+        return;
     }
-    return nullptr;
+    std::set<std::string> silent;
+    std::string lines;
+    bool wasRefused = false;
+    const auto tell = [&](std::string key, const std::string& line) {
+        if (!m_parts->silent.contains(key)) {
+            lines += program + ": " + line + '\n';
+        }
+        silent.insert(std::move(key));
+    };
+    for (const platform::FleetOrigin& origin : snapshot->sources) {
+        if (!origin.problem.empty()) {
+            tell(origin.name + '\n' + (origin.isSilent ? "" : origin.problem),
+                 origin.name + ": " + origin.problem);
+        }
+    }
+    for (const platform::FleetMachine& machine : snapshot->machines) {
+        if (machine.downSince && which == Silent::all) {
+            tell(std::to_string(machine.source) + '\n' + machine.key, machine.name + ": " + machine.problem);
+            wasRefused = wasRefused || machine.problem == remote::refusal;
+        }
+    }
+    if (wasRefused && !std::exchange(m_parts->isAdvised, true)) {
+        lines += howToReach;
+    }
+    m_parts->silent = std::move(silent);
+    writeUnhurried(STDERR_FILENO, lines);
 }
 
 } // namespace vantor::hosts::common

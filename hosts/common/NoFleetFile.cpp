@@ -1,12 +1,30 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/common/FleetFile.hpp"
+#include "hosts/common/FleetSources.hpp"
+#include "hosts/common/TargetList.hpp"
 
 namespace vantor::hosts::common {
 
-std::optional<FleetNode> fleetNode(std::string_view /*text*/, const std::string& /*folder*/,
-                                   std::string_view /*name*/, std::string& problem,
-                                   std::vector<std::string>& /*notes*/) {
-    problem = "this program was built without nlohmann-json";
+namespace {
+
+constexpr const char* missing = "this program was built without nlohmann-json";
+
+} // namespace
+
+std::string FleetSources::problemWithSelector(const std::string& /*text*/) {
+    return missing;
+}
+
+void FleetSources::openPrometheus(platform::remote::PrometheusOptions /*options*/) {
+    m_complaints.emplace_back(missing);
+}
+
+void FleetSources::openList(const FleetChoice& /*choice*/) {
+    m_complaints.emplace_back(missing);
+}
+
+std::optional<std::vector<platform::remote::NodeTarget>>
+targetsFrom(std::string_view /*text*/, std::string& problem, std::string& /*doubt*/) {
+    problem = missing;
     return std::nullopt;
 }
 

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/RemoteNode.hpp"
 
-#include "hosts/common/FleetFile.hpp"
+#include "hosts/common/FleetHost.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
-#include "hosts/common/HostMachine.hpp"
+#include "hosts/common/NodeAdvice.hpp"
 #include "hosts/common/RemotePlace.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
-#include "platform/posix/RegularFile.hpp"
-#include "platform/posix/UserFolders.hpp"
-#include "platform/remote/NodeWatch.hpp"
+#include "platform/remote/MachineWatch.hpp"
+#include "platform/remote/fetch/NodeAddress.hpp"
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <limits>
@@ -26,20 +26,6 @@ using platform::textWithValue;
 namespace remote = platform::remote;
 
 namespace {
-
-/// For whoever meets a closed door: exporters have no password of their own, so the safe ways come first.
-constexpr const char* howToReach =
-    R"(Nothing listens there. On the machine to be watched, Debian and its kin need
-  apt install prometheus-node-exporter
-It answers everybody who can reach it. To keep it to itself, set
-  ARGS="--web.listen-address=127.0.0.1:9100"
-in its /etc/default/prometheus-node-exporter, restart it, and come through SSH:
-  ssh -N -L 9101:localhost:9100 MACHINE     and here:  --node localhost:9101
-Or give it a certificate (its option --web.config.file) and name it as
-  --node https://MACHINE:9100
-)";
-
-constexpr std::size_t longestList = std::size_t{1} << 20; // bytes
 
 std::string clockTime(std::chrono::system_clock::time_point time) {
     const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
@@ -56,9 +42,8 @@ std::string wholeSeconds(std::chrono::duration<double> time) {
 } // namespace
 
 struct RemoteNode::Parts {
-    std::unique_ptr<remote::Fetcher> fetcher;
-    std::string problem; ///< why there is none
-    std::string notes;   ///< lines about the list
+    std::unique_ptr<FleetHost> fleet; ///< where it is looked for; null where it was found before
+    std::string wanted;               ///< its name; empty: the only one there is
     std::string name;
     std::unique_ptr<remote::MachineWatch> watch;
     std::shared_ptr<RemotePlace> place;
@@ -67,49 +52,21 @@ struct RemoteNode::Parts {
     std::string told; ///< on standard error
 };
 
-std::optional<FleetNode> RemoteNode::chosen(const NodeChoice& choice, Parts& parts) {
-    if (!choice.address.empty()) {
-        return FleetNode{*remote::nodeAddress(choice.address, parts.problem), nullptr, std::nullopt};
-    }
-    const std::string folder = platform::posix::UserFolders::fromEnvironment().config + "/vantor";
-    const std::string path = folder + "/fleet.json";
-    const std::string name = platform::printableText(path, 4096) + ": ";
-    const std::optional<std::string> text =
-        askAbout(path, [&path] { return platform::posix::readRegularFile(path, longestList); });
-    if (!text || text->empty()) {
-        parts.problem = name + "cannot be read, or holds nothing";
-        return std::nullopt;
-    }
-    std::string problem;
-    std::vector<std::string> notes;
-    std::optional<FleetNode> node = fleetNode(*text, folder, choice.machine, problem, notes);
-    for (const std::string& note : notes) {
-        parts.notes += name + note + '\n';
-    }
-    parts.problem = name + platform::printableText(problem, 4096);
-    return node;
-}
-
 std::string RemoteNode::problemWith(const std::string& address) {
     std::string problem;
     return remote::nodeAddress(address, problem) ? std::string() : problem;
 }
 
 RemoteNode::RemoteNode(const NodeChoice& choice) : m_parts(std::make_unique<Parts>()) {
-    const std::optional<FleetNode> node = chosen(choice, *m_parts);
-    if (node) {
-        m_parts->fetcher = remote::openFetcher(m_parts->problem);
+    m_parts->place = std::make_shared<RemotePlace>();
+    m_parts->wanted = choice.machine;
+    FleetChoice among = choice.among;
+    among.machine = choice.machine;
+    among.every = choice.every;
+    if (!choice.address.empty()) {
+        among.nodes = {choice.address};
     }
-    if (m_parts->fetcher != nullptr) {
-        constexpr double usualSeconds = 5;
-        const std::chrono::duration<double> every(choice.every.value_or(node->every.value_or(usualSeconds)));
-        m_parts->watch = std::make_unique<remote::NodeWatch>(
-            node->address, *m_parts->fetcher, std::chrono::ceil<std::chrono::milliseconds>(every),
-            node->access);
-        m_parts->watch->setHandler([this] { take(); });
-        m_parts->name = node->address.name;
-        m_parts->place = std::make_shared<RemotePlace>();
-    }
+    m_parts->fleet = std::make_unique<FleetHost>(std::move(among));
 }
 
 RemoteNode::RemoteNode(std::unique_ptr<remote::MachineWatch> watch, std::string name,
@@ -166,12 +123,62 @@ void RemoteNode::tell(const std::string& program) {
                                       (state.wasRefused ? howToReach : ""));
 }
 
-bool RemoteNode::await(const std::string& program, bool isPatient) {
-    if (m_parts->watch == nullptr) {
-        writeUnhurried(STDERR_FILENO, m_parts->notes + program + ": " + m_parts->problem + '\n');
+/// The machine that is wanted, under the name that it goes by or that the user gave it.
+const platform::FleetMachine* RemoteNode::found(const platform::FleetSnapshot* snapshot) const {
+    if (snapshot == nullptr) {
+        return nullptr;
+    }
+    const std::string& wanted = m_parts->wanted;
+    std::string problem;
+    const std::optional<remote::NodeAddress> address = remote::nodeAddress(wanted, problem);
+    const auto& machines = snapshot->machines;
+    const auto isCalled = [&](const platform::FleetMachine& machine) {
+        const auto labels = machine.labels;
+        return machine.name == wanted || (address && machine.key == address->url) ||
+               (labels != nullptr &&
+                std::ranges::find(*labels, std::pair(std::string("instance"), wanted)) != labels->end());
+    };
+    const auto machine = wanted.empty() ? machines.begin() : std::ranges::find_if(machines, isCalled);
+    return machine != machines.end() ? &*machine : nullptr;
+}
+
+/// Looks for the machine where it may be known. False where it is not, or nobody answers the hurried.
+bool RemoteNode::look(const std::string& program, bool isPatient) {
+    FleetHost& fleet = *m_parts->fleet;
+    if (!fleet.open(program)) {
         return false;
     }
-    writeUnhurried(STDERR_FILENO, m_parts->notes);
+    platform::FleetSource& source = fleet.source();
+    std::shared_ptr<const platform::FleetSnapshot> snapshot = source.snapshot();
+    if (found(snapshot.get()) == nullptr) {
+        source.start();
+        turnUntil(
+            [&] {
+                fleet.tellSilent(program, FleetHost::Silent::sources);
+                snapshot = source.snapshot();
+                const bool isTold = source.isSettled() && snapshot != nullptr &&
+                                    std::ranges::none_of(snapshot->sources, &platform::FleetOrigin::isSilent);
+                return found(snapshot.get()) != nullptr || isTold || (source.isSettled() && !isPatient);
+            },
+            std::numeric_limits<std::int32_t>::max());
+        source.pause();
+    }
+    const platform::FleetMachine* const machine = found(snapshot.get());
+    m_parts->watch = machine != nullptr ? fleet.watchOf(*machine) : nullptr;
+    if (m_parts->watch == nullptr) {
+        writeUnhurried(STDERR_FILENO, program + ": there is no machine \"" +
+                                          platform::printableText(m_parts->wanted, 128) + "\"\n");
+        return false;
+    }
+    m_parts->name = machine->name;
+    m_parts->watch->setHandler([this] { take(); });
+    return true;
+}
+
+bool RemoteNode::await(const std::string& program, bool isPatient) {
+    if (m_parts->watch == nullptr && !look(program, isPatient)) {
+        return false;
+    }
     start();
     turnUntil(
         [&] {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/FleetChoice.hpp"
+#include "platform/fleet/FleetSnapshot.hpp"
 #include "platform/machine/Machine.hpp"
 
 #include <chrono>
@@ -16,7 +18,6 @@ struct NodeState;
 
 namespace vantor::hosts::common {
 
-struct FleetNode;
 struct RemotePlace;
 
 /// How old another machine's figures are, or why there are no newer ones.
@@ -30,10 +31,11 @@ struct NodeMoment {
 
 /// Which machine a command line names.
 struct NodeChoice {
-    std::string address = {}; ///< --node; or
-    std::string machine =
-        {}; ///< --machine: one of the user's list, ~/.config/vantor/fleet.json (FleetFile.hpp)
-    std::optional<double> every = {}; ///< seconds between questions; absent: the list's, else 5
+    std::string address = {};         ///< --node; or
+    std::string machine = {};         ///< --machine: one of the sources below
+    std::optional<double> every = {}; ///< seconds between questions; absent: the list's, or usual
+    FleetChoice among =
+        {}; ///< where that machine is known; without a source, the user's list (FleetFile.hpp)
 
     [[nodiscard]] bool isOther() const { return !address.empty() || !machine.empty(); }
 };
@@ -45,8 +47,7 @@ public:
     /// What is wrong with an address as it stands on a command line, in English; empty where nothing is.
     [[nodiscard]] static std::string problemWith(const std::string& address);
 
-    /// For a choice with nothing wrong in its address. Looks into the list and opens libcurl; nothing is
-    /// asked yet.
+    /// For a choice with nothing wrong in it. Nothing is opened yet.
     explicit RemoteNode(const NodeChoice& choice);
     /// A machine of a fleet (FleetHost::openMachine), which must outlive this.
     RemoteNode(std::unique_ptr<platform::remote::MachineWatch> watch, std::string name,
@@ -59,9 +60,9 @@ public:
     void start();
     /// Whether the machine has told enough to be shown.
     [[nodiscard]] bool isReady() const;
-    /// Starts, and turns the main loop until it is ready. What stands in the way is said on standard error,
-    /// each thing once, and to whoever meets a closed door, how to open it. False where there is nothing to
-    /// show: at once, or never for the patient.
+    /// Looks the machine up where that is to be done, starts, and turns the main loop until it is ready. What
+    /// stands in the way is said on standard error, each thing once, and to whoever meets a closed door, how
+    /// to open it. False where there is nothing to show: at once, or never for the patient.
     [[nodiscard]] bool await(const std::string& program, bool isPatient);
 
     /// Once it is ready. For machines of one fleet it is the same, which shows the one that became ready
@@ -77,7 +78,8 @@ public:
 
 private:
     struct Parts;
-    [[nodiscard]] static std::optional<FleetNode> chosen(const NodeChoice& choice, Parts& parts);
+    [[nodiscard]] const platform::FleetMachine* found(const platform::FleetSnapshot* snapshot) const;
+    [[nodiscard]] bool look(const std::string& program, bool isPatient);
     void take();
     void show(const platform::remote::NodeState& state);
     void tell(const std::string& program);

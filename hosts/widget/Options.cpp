@@ -99,7 +99,7 @@ public:
         m_options.fleet = m_fleet.choice();
         if (const common::FleetChoice& fleet = m_options.fleet; !fleet.isWall()) {
             m_options.node = {fleet.nodes.empty() ? std::string() : fleet.nodes.front(), fleet.machine,
-                              fleet.every};
+                              fleet.every, fleet};
         }
         m_options.tray = m_options.tray || m_options.hidden;
         return m_options;

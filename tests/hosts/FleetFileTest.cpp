@@ -10,19 +10,24 @@
 namespace vantor::tests {
 namespace {
 
-using hosts::common::FleetNode;
+using hosts::common::FleetListed;
+using platform::remote::Access;
 using std::filesystem::perms;
 
 class FleetFile : public testing::Test {
 protected:
-    std::optional<FleetNode> find(const std::string& text, const std::string& name = "nas") {
+    std::optional<std::vector<FleetListed>> read(const std::string& text) {
         notes.clear();
         problem.clear();
-        return hosts::common::fleetNode(text, tree.root().string(), name, problem, notes);
+        return hosts::common::fleetSources(text, tree.root().string(), problem, notes);
     }
-    /// With one node whose http_config this is.
-    std::optional<FleetNode> with(const std::string& config) {
-        return find(R"({"sources":[{"nodes":["nas"],"http_config":{)" + config + "}}]}");
+    /// What the only source's servers want to know; null where that cannot be had.
+    std::shared_ptr<const Access> with(const std::string& config) {
+        const auto sources = read(R"({"sources":[{"nodes":["nas"],"http_config":{)" + config + "}}]}");
+        const auto access =
+            sources ? hosts::common::accessOf(sources->front(), tree.root().string(), problem, notes)
+                    : std::nullopt;
+        return access.value_or(nullptr);
     }
     void write(const std::string& name, const std::string& text, perms mode = perms(0600)) {
         tree.write(name, text);
@@ -34,24 +39,41 @@ protected:
     std::vector<std::string> notes;
 };
 
-TEST_F(FleetFile, FindsAMachineWithWhatItsServerWantsToKnow) {
+TEST_F(FleetFile, HasSourcesOfEachKind) {
+    const auto sources = read(R"({"sources":[
+        {"name":"prod","prometheus":"https://t/prom","select":"env=\"prod\"","identity":["cluster","instance"],
+         "every":60,"queries":{"processor":"mine","disk":"?"}},
+        {"name":"home","nodes":["https://web01:9100","nas"],"every":2.5,"colour":1,
+         "http_config":{"basic_auth":{"password_file":"gone"}}},
+        {"file_sd":["/etc/t/*.json","t.json"],"colour":2}]})");
+    ASSERT_TRUE(sources) << problem;
+    const FleetListed& prod = sources->at(0);
+    EXPECT_EQ(prod.prometheus->url + prod.prometheus->select, "https://t/promenv=\"prod\"");
+    EXPECT_EQ(prod.prometheus->identity, (std::vector<std::string>{"cluster", "instance"}));
+    EXPECT_EQ(prod.prometheus->queries.processor + prod.prometheus->queries.memory, "mine");
+    EXPECT_EQ(prod.every, 60);
+    const FleetListed& home = sources->at(1);
+    EXPECT_EQ(home.node("web01")->url, "https://web01:9100/metrics");
+    EXPECT_EQ(home.node("http://nas:9100"), &home.nodes[1]);
+    EXPECT_EQ(home.node("db"), nullptr);
+    EXPECT_EQ(home.every, 2.5);
+    EXPECT_EQ(sources->at(2).files,
+              (std::vector<std::string>{"/etc/t/*.json", (tree.root() / "t.json").string()}));
+    EXPECT_EQ(notes, (std::vector<std::string>{"\"disk\" is not known", "\"colour\" is not known"}));
+}
+
+TEST_F(FleetFile, SaysWhatAServerWantsToKnow) {
     write("pass", "secret\n");
     write("key.pem", "x");
-    const auto node =
-        find(R"({"sources":[{"nodes":["db"],"http_config":{"basic_auth":{"password_file":"gone"}}},
-        {"name":"home","nodes":["https://web01:9100","nas"],"every":2.5,"colour":1,"http_config":{
-        "basic_auth":{"username":"me","password_file":"pass"},
+    const auto access = with(R"("basic_auth":{"username":"me","password_file":"pass"},
         "tls_config":{"ca_file":"/etc/ca.pem","cert_file":"c.pem","key_file":"key.pem","min_version":"TLS12"},
-        "http_headers":{"X-Scope-OrgID":{"values":["ops"]}}}}]})",
-             "web01");
-    ASSERT_TRUE(node) << problem;
-    EXPECT_EQ(node->address.url, "https://web01:9100/metrics");
-    EXPECT_EQ(node->every, 2.5);
-    EXPECT_EQ(node->access->user + node->access->password, "mesecret");
-    EXPECT_EQ(node->access->authority, "/etc/ca.pem");
-    EXPECT_EQ(node->access->key, (tree.root() / "key.pem").string());
-    EXPECT_EQ(node->access->headers, std::vector<std::string>{"X-Scope-OrgID: ops"});
-    EXPECT_EQ(notes, (std::vector<std::string>{"\"min_version\" is not known", "\"colour\" is not known"}));
+        "http_headers":{"X-Scope-OrgID":{"values":["ops"]}})");
+    ASSERT_TRUE(access) << problem;
+    EXPECT_EQ(access->user + access->password, "mesecret");
+    EXPECT_EQ(access->authority, "/etc/ca.pem");
+    EXPECT_EQ(access->key, (tree.root() / "key.pem").string());
+    EXPECT_EQ(access->headers, std::vector<std::string>{"X-Scope-OrgID: ops"});
+    EXPECT_EQ(notes, (std::vector<std::string>{"\"min_version\" is not known"}));
 }
 
 TEST_F(FleetFile, ASecretThatOthersMayReadOrThatIsNoLineIsRefusedAndNeverTold) {
@@ -77,9 +99,12 @@ TEST_F(FleetFile, WhatIsNoListIsNamed) {
          {"", "[]", "{", R"({"sources":1})", R"({"sources":[1]})", R"({"sources":[{"nodes":1}]})",
           R"({"sources":[{"nodes":[1]}]})", R"({"sources":[{"nodes":["a b"]}]})",
           R"({"sources":[{"nodes":["nas"],"every":0}]})",
-          R"({"sources":[{"nodes":["nas"],"http_config":1}]})", R"({"sources":[]})"}) {
-        EXPECT_FALSE(find(text)) << text;
+          R"({"sources":[{"nodes":["nas"],"http_config":1}]})", R"({"sources":[]})", R"({"sources":[{}]})",
+          R"({"sources":[{"prometheus":7}]})", R"({"sources":[{"prometheus":"p","identity":"x"}]})",
+          R"({"sources":[{"nodes":["me:hush@nas"]}]})"}) {
+        EXPECT_FALSE(read(text)) << text;
         EXPECT_FALSE(problem.empty()) << text;
+        EXPECT_EQ(problem.find("hush"), std::string::npos);
     }
     EXPECT_FALSE(with(R"("http_headers":{"A:b":{"values":["x"]}})"));
     EXPECT_FALSE(with(R"("http_headers":{"A":{"values":["x\r\nB: 1"]}})"));

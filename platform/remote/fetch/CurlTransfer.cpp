@@ -122,7 +122,7 @@ std::string CurlTransfer::problemOf(CURLcode code) const {
     case CURLE_COULDNT_RESOLVE_HOST:
         return "the name cannot be resolved";
     case CURLE_COULDNT_CONNECT:
-        return systemError() == ECONNREFUSED ? "connection refused" : "cannot be reached";
+        return systemError() == ECONNREFUSED ? refusal : "cannot be reached";
     case CURLE_OPERATION_TIMEDOUT:
         return "no whole answer in time";
     case CURLE_PARTIAL_FILE:

@@ -21,6 +21,9 @@ struct FetchRequest {
     std::chrono::milliseconds patience{5000};     ///< for the whole exchange
 };
 
+/// The problem where nobody listens.
+inline constexpr const char* refusal = "connection refused";
+
 /// What came of it.
 struct FetchAnswer {
     int status = 0;          ///< HTTP's; 0 where the exchange was not whole

@@ -9,9 +9,9 @@
 
 namespace vantor::platform::remote {
 
-FleetOf::FleetOf(std::vector<FleetSource*> sources) : m_sources(std::move(sources)) {
-    for (FleetSource* const source : m_sources) {
-        source->setHandler([this] { joinSoon(); });
+FleetOf::FleetOf(std::vector<Part> parts) : m_parts(std::move(parts)) {
+    for (const Part& part : m_parts) {
+        part.source->setHandler([this] { joinSoon(); });
     }
     join();
 }
@@ -20,26 +20,26 @@ FleetOf::~FleetOf() {
     if (m_joining != nullptr) {
         m_joining->invalidate();
     }
-    for (FleetSource* const source : m_sources) {
-        source->setHandler({});
+    for (const Part& part : m_parts) {
+        part.source->setHandler({});
     }
 }
 
 void FleetOf::start() {
-    for (FleetSource* const source : m_sources) {
-        source->start();
+    for (const Part& part : m_parts) {
+        part.source->start();
     }
 }
 
 void FleetOf::pause() {
-    for (FleetSource* const source : m_sources) {
-        source->pause();
+    for (const Part& part : m_parts) {
+        part.source->pause();
     }
 }
 
 bool FleetOf::isSettled() const {
     const bool isLatest = m_joining == nullptr || !m_joining->isValid();
-    return isLatest && std::ranges::all_of(m_sources, &FleetSource::isSettled);
+    return isLatest && std::ranges::all_of(m_parts, &FleetSource::isSettled, &Part::source);
 }
 
 /// At once, unless it was just done: sources change one after the other.
@@ -60,17 +60,18 @@ void FleetOf::joinSoon() {
 void FleetOf::join() {
     m_joined = RunLoop::main().now();
     auto joined = std::make_shared<FleetSnapshot>();
-    for (const FleetSource* const source : m_sources) {
-        const std::shared_ptr<const FleetSnapshot> part = source->snapshot();
-        if (part == nullptr) {
+    for (const Part& part : m_parts) {
+        const std::shared_ptr<const FleetSnapshot> snapshot = part.source->snapshot();
+        const std::size_t place = joined->sources.size();
+        if (snapshot == nullptr) {
+            joined->sources.emplace_back().name = part.name;
             continue;
         }
-        const std::size_t before = joined->sources.size();
-        joined->sources.insert(joined->sources.end(), part->sources.begin(), part->sources.end());
-        joined->machines.reserve(joined->machines.size() + part->machines.size());
-        for (const FleetMachine& machine : part->machines) {
+        joined->sources.push_back(snapshot->sources.front());
+        joined->machines.reserve(joined->machines.size() + snapshot->machines.size());
+        for (const FleetMachine& machine : snapshot->machines) {
             joined->machines.push_back(machine);
-            joined->machines.back().source += before;
+            joined->machines.back().source = place;
         }
     }
     m_snapshot = std::move(joined);

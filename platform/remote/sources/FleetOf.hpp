@@ -7,16 +7,23 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantor::platform::remote {
 
-/// Several sources as one: their machines one after the other, in the order in which the sources were given.
-/// Main thread.
+/// Several sources as one: their machines one after the other, in the order in which the sources were given,
+/// each of which has one origin. Main thread.
 class FleetOf final : public FleetSource {
 public:
+    /// What it is called before it tells so itself.
+    struct Part {
+        FleetSource* source;
+        std::string name;
+    };
+
     /// They must outlive this, which takes their handlers.
-    explicit FleetOf(std::vector<FleetSource*> sources);
+    explicit FleetOf(std::vector<Part> parts);
     ~FleetOf() override;
 
     void start() override;
@@ -29,7 +36,7 @@ private:
     void joinSoon();
     void join();
 
-    std::vector<FleetSource*> m_sources;
+    std::vector<Part> m_parts;
     std::shared_ptr<const FleetSnapshot> m_snapshot;
     std::function<void()> m_handler;
     std::shared_ptr<NSTimer> m_joining;
