@@ -44,6 +44,20 @@ TEST(ScreenWriter, WritesOnlyTheCellsThatChanged) {
     EXPECT_THAT(writer.update(grid), testing::HasSubstr("\033[H\033[2J"));
 }
 
+TEST(ScreenWriter, GroundsAndTheCursorsReverse) {
+    const Terminfo terminal = xterm();
+    Grid grid({2, 1});
+    grid.put(0, 0, U'a', {.rgb = 0xFF0000, .isColored = true, .ground = 0x00FF00, .hasGround = true});
+    grid.put(1, 0, U'b', {.isReversed = true});
+    EXPECT_THAT(ScreenWriter(terminal, ColorDepth::direct).update(grid),
+                testing::EndsWith("\033[38;2;255;0;0m\033[48;2;0;255;0ma\033(B\033[m\033[7mb"));
+    EXPECT_THAT(ScreenWriter(terminal, ColorDepth::sixteen).update(grid),
+                testing::HasSubstr("\033[91m\033[102ma"));
+    EXPECT_THAT(
+        ScreenWriter(terminal, ColorDepth::none).update(grid),
+        testing::AllOf(testing::Not(testing::HasSubstr("8;")), testing::EndsWith("a\033(B\033[m\033[7mb")));
+}
+
 TEST(ScreenWriter, AnOtherCharacterSetAndATerminalThatOnlyPrints) {
     const Terminfo printer;
     ScreenWriter writer(printer, ColorDepth::none);
@@ -57,10 +71,22 @@ TEST(ScreenWriter, AnOtherCharacterSetAndATerminalThatOnlyPrints) {
 
 TEST(Input, SequencesAreTakenApartHoweverTheyArrive) {
     EXPECT_THAT(parsed("rq"), testing::ElementsAre(Input(KeyPress{'r'}), Input(KeyPress{'q'})));
-    EXPECT_THAT(parsed("\033[A\033OP\033[15~\033[?25;1$y"), testing::IsEmpty())
-        << "keys without a meaning here";
-    EXPECT_THAT(parsed("\033[<0;12;3M\033[<0;12;3m\033[<64;1;1M"), testing::ElementsAre(Input(Click{11, 2})))
-        << "neither the release nor the wheel";
+    EXPECT_THAT(parsed("\033OP\033[15~\033[?25;1$y"), testing::IsEmpty()) << "keys without a meaning here";
+    EXPECT_THAT(parsed("\033[A\033OD\033[1;5C\033[6~\033[4~\033[H"),
+                testing::ElementsAre(Input(CursorKey::up), Input(CursorKey::left), Input(CursorKey::right),
+                                     Input(CursorKey::pageDown), Input(CursorKey::end),
+                                     Input(CursorKey::home)));
+    EXPECT_THAT(parsed("\033[<0;12;3M\033[<0;12;3m\033[<64;1;1M\033[<65;1;1M"),
+                testing::ElementsAre(Input(Click{11, 2}), Input(Wheel{true}), Input(Wheel{false})))
+        << "not the release";
+    EXPECT_THAT(
+        parsed("\xC3\xA4\x80\xFF\xE6\xBC\xA2z"),
+        testing::ElementsAre(Input(KeyPress{U'\u00E4'}), Input(KeyPress{U'\u6F22'}), Input(KeyPress{'z'})));
+    InputParser alone;
+    EXPECT_THAT(alone.parse("\033"), testing::IsEmpty());
+    EXPECT_TRUE(alone.holdsEscape()) << "until its patience ends";
+    EXPECT_EQ(alone.endEscape(), KeyPress{U'\033'});
+    EXPECT_THAT(alone.parse("q"), testing::ElementsAre(Input(KeyPress{'q'})));
     EXPECT_THAT(parsed("\033[<0;0;3M\033[<0;99999999999;3M\033[<M"), testing::IsEmpty());
     const std::string answers = "\033]11;rgb:ffff/ffff/dddd\033\\\033[?62;22cq";
     for (std::size_t cut = 0; cut <= answers.size(); ++cut) {

@@ -16,6 +16,9 @@ struct Ink {
     bool isColored = false; ///< false: the terminal's own foreground
     bool isBold = false;
     bool isFaint = false; ///< where there are no colours: less than the plain foreground
+    std::uint32_t ground = 0;
+    bool hasGround = false;  ///< false: the terminal's own background; so it is where there are no colours
+    bool isReversed = false; ///< foreground and background changed places: what a cursor is on
     bool operator==(const Ink&) const = default;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/Input.hpp"
 
+#include "platform/core/Utf8.hpp"
+
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -32,6 +34,32 @@ int component(std::string_view digits) {
         return -1;
     }
     return static_cast<int>(std::lround(255.0 * value / ((1U << (4 * digits.size())) - 1)));
+}
+
+/// By the last character of a sequence, and of the older ones by the number before it.
+std::optional<CursorKey> cursorKey(char final, int number) {
+    switch (final) {
+    case 'A':
+        return CursorKey::up;
+    case 'B':
+        return CursorKey::down;
+    case 'C':
+        return CursorKey::right;
+    case 'D':
+        return CursorKey::left;
+    case 'H':
+        return CursorKey::home;
+    case 'F':
+        return CursorKey::end;
+    case '~':
+        return number == 1 || number == 7   ? std::optional(CursorKey::home)
+               : number == 4 || number == 8 ? std::optional(CursorKey::end)
+               : number == 5                ? std::optional(CursorKey::pageUp)
+               : number == 6                ? std::optional(CursorKey::pageDown)
+                                            : std::nullopt;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -75,8 +103,8 @@ void InputParser::take(char byte, std::vector<Input>& inputs) {
     case State::ground:
         if (byte == escape) {
             m_state = State::escape;
-        } else if (static_cast<unsigned char>(byte) < 0x80) {
-            inputs.emplace_back(KeyPress{byte});
+        } else {
+            takeCharacter(byte, inputs);
         }
         return;
     case State::escape:
@@ -89,6 +117,9 @@ void InputParser::take(char byte, std::vector<Input>& inputs) {
         return;
     case State::single: // a function key: one character follows
         m_state = State::ground;
+        if (const std::optional<CursorKey> key = cursorKey(byte, 0)) {
+            inputs.emplace_back(*key);
+        }
         return;
     case State::control:
         if (byte >= '@' && byte <= '~') {
@@ -114,6 +145,33 @@ void InputParser::take(char byte, std::vector<Input>& inputs) {
     }
 }
 
+/// Bytes that are no UTF-8 are dropped.
+void InputParser::takeCharacter(char byte, std::vector<Input>& inputs) {
+    const auto value = static_cast<unsigned char>(byte);
+    const bool isMore = (value & 0xC0U) == 0x80U;
+    if (!isMore) {
+        m_character.clear();
+    } else if (m_character.empty()) {
+        return;
+    }
+    m_character.push_back(byte);
+    const auto first = static_cast<unsigned char>(m_character.front());
+    const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    if (m_character.size() < length) {
+        return;
+    }
+    std::string_view whole = m_character;
+    if (const std::optional<char32_t> character = platform::takeUtf8(whole)) {
+        inputs.emplace_back(KeyPress{*character});
+    }
+    m_character.clear();
+}
+
+KeyPress InputParser::endEscape() {
+    m_state = State::ground;
+    return {static_cast<char32_t>(escape)};
+}
+
 void InputParser::endControl(char final, std::vector<Input>& inputs) const {
     std::string_view text = m_sequence;
     if (final == 'c' && text.starts_with('?')) {
@@ -123,8 +181,15 @@ void InputParser::endControl(char final, std::vector<Input>& inputs) const {
         const int button = takeNumber(text);
         const int column = takeNumber(text);
         const int row = takeNumber(text);
+        constexpr int wheelUp = 64;
         if (button == 0 && column > 0 && row > 0) {
             inputs.emplace_back(Click{column - 1, row - 1});
+        } else if (button == wheelUp || button == wheelUp + 1) {
+            inputs.emplace_back(Wheel{button == wheelUp});
+        }
+    } else if (text.find_first_not_of("0123456789;") == std::string_view::npos) {
+        if (const std::optional<CursorKey> key = cursorKey(final, takeNumber(text))) {
+            inputs.emplace_back(*key);
         }
     }
 }

@@ -11,6 +11,12 @@ namespace {
 /// Unchanged cells between two changed ones that are cheaper to write again than to jump over.
 constexpr int shortGap = 4;
 
+/// The end of a sequence that sets a colour of 24 bits.
+std::string components(std::uint32_t rgb) {
+    const auto component = [&](unsigned shift) { return std::to_string(rgb >> shift & 0xFF); };
+    return component(16) + ';' + component(8) + ';' + component(0) + 'm';
+}
+
 std::string wholeRow(const Grid& picture) {
     std::string line;
     for (int column = 0; column < picture.size().width; ++column) {
@@ -87,7 +93,8 @@ void ScreenWriter::writeRun(std::string& bytes, const Grid& picture, int column,
 void ScreenWriter::setInk(std::string& bytes, const Ink& ink) {
     if (m_ink != ink) {
         m_ink = ink;
-        bytes += m_terminal.plain + (ink.isBold ? m_terminal.bold : "") + colorOf(ink);
+        bytes += m_terminal.plain + (ink.isBold ? m_terminal.bold : "") +
+                 (ink.isReversed ? m_terminal.reverse : "") + colorOf(ink) + groundOf(ink);
     }
 }
 
@@ -96,8 +103,7 @@ std::string ScreenWriter::colorOf(const Ink& ink) const {
         return {};
     }
     if (m_depth == ColorDepth::direct) {
-        const auto component = [&](unsigned shift) { return std::to_string(ink.rgb >> shift & 0xFF); };
-        return "\033[38;2;" + component(16) + ';' + component(8) + ';' + component(0) + 'm';
+        return "\033[38;2;" + components(ink.rgb);
     }
     if (m_depth == ColorDepth::palette) {
         return m_terminal.foreground(nearestColor(ink.rgb, m_depth));
@@ -106,6 +112,14 @@ std::string ScreenWriter::colorOf(const Ink& ink) const {
         return m_terminal.dim; // few colours have no usable gray
     }
     return m_depth == ColorDepth::none ? "" : m_terminal.foreground(nearestColor(ink.rgb, m_depth));
+}
+
+std::string ScreenWriter::groundOf(const Ink& ink) const {
+    if (!ink.hasGround || m_depth == ColorDepth::none) {
+        return {};
+    }
+    return m_depth == ColorDepth::direct ? "\033[48;2;" + components(ink.ground)
+                                         : m_terminal.background(nearestColor(ink.ground, m_depth));
 }
 
 } // namespace vantor::hosts::terminal

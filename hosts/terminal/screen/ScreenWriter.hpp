@@ -25,6 +25,7 @@ private:
     void writeRun(std::string& bytes, const Grid& picture, int column, int end, int row);
     void setInk(std::string& bytes, const Ink& ink);
     [[nodiscard]] std::string colorOf(const Ink& ink) const;
+    [[nodiscard]] std::string groundOf(const Ink& ink) const;
 
     const Terminfo& m_terminal;
     ColorDepth m_depth;

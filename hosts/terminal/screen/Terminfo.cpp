@@ -57,7 +57,9 @@ Terminfo Terminfo::fromEnvironment() {
     terminal.plain = capability("sgr0");
     terminal.bold = capability("bold");
     terminal.dim = capability("dim");
+    terminal.reverse = capability("rev");
     terminal.m_foreground = capability("setaf");
+    terminal.m_background = capability("setab");
     terminal.colors = terminal.m_foreground.empty() ? 0 : ::tigetnum("colors");
     terminal.hasDirectColor = ::tigetflag("RGB") > 0 || ::tigetflag("Tc") > 0;
     terminal.hasMouse = capability("kmous") == "\033[M" || capability("kmous") == "\033[<";
@@ -84,6 +86,16 @@ std::string Terminfo::foreground(int index) const {
         return "\033[" + std::to_string(index < 8 ? 30 + index : 90 + index - 8) + "m";
     }
     return "\033[38;5;" + std::to_string(index) + "m";
+}
+
+std::string Terminfo::background(int index) const {
+    if (index < colors && !m_background.empty()) {
+        return filledIn(m_background, index);
+    }
+    if (index < 16) {
+        return "\033[" + std::to_string(index < 8 ? 40 + index : 100 + index - 8) + "m";
+    }
+    return "\033[48;5;" + std::to_string(index) + "m";
 }
 
 } // namespace vantor::hosts::terminal

@@ -25,15 +25,18 @@ public:
 
     std::string enter; ///< to the alternate screen, cursor hidden, no automatic margins
     std::string leave; ///< and back
-    std::string clear, plain, bold, dim;
+    std::string clear, plain, bold, dim, reverse;
 
     [[nodiscard]] std::string moveTo(int column, int row) const;
     /// Sets a foreground colour of the palette; by the ANSI codes where the database knows fewer.
     [[nodiscard]] std::string foreground(int index) const;
+    /// The same for the background.
+    [[nodiscard]] std::string background(int index) const;
 
 private:
     std::string m_address;
     std::string m_foreground;
+    std::string m_background;
 };
 
 } // namespace vantor::hosts::terminal
