@@ -13,7 +13,7 @@ constexpr int gap = 3;
 using Keys = std::vector<const Scene::Key*>;
 
 int widthOf(const Scene::Key& key) {
-    return 2 + displayWidth(key.text); // the letter, a blank, the words
+    return displayWidth(key.shown()) + 1 + displayWidth(key.text);
 }
 
 /// The keys in rows, one after the other.
@@ -63,8 +63,9 @@ void drawRow(Sheet& sheet, const Keys& keys, const Box& box) {
     int column = box.column + std::max(0, (box.width - width) / 2);
     for (const Scene::Key* const key : keys) {
         const Box place{column, box.row, std::min(widthOf(*key), box.column + box.width - column)};
-        sheet.text({column, box.row, 1}, std::string(1, key->key), Align::leading, strongInk());
-        sheet.text({column + 2, box.row, place.width - 2}, key->text, Align::leading,
+        const int before = displayWidth(key->shown()) + 1;
+        sheet.text({column, box.row, before - 1}, key->shown(), Align::leading, strongInk());
+        sheet.text({column + before, box.row, place.width - before}, key->text, Align::leading,
                    captionInk(sheet.look()));
         sheet.clickable(place, key->action);
         column += place.width + gap;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/terminal/picture/Bars.hpp"
 #include "hosts/terminal/picture/Parts.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -39,33 +39,10 @@ Ink percentInk(const Scene::Section& section, const Look& look) {
     return ink;
 }
 
-/// The characters of a bar: full, half full on the leading side, empty.
-struct BarGlyphs {
-    char32_t full, half, empty;
-};
-
-BarGlyphs barGlyphs(const Look& look) {
-    switch (look.glyphs) {
-    case Glyphs::block:
-        return {U'\u2588', look.isRightToLeft ? U'\u2590' : U'\u258C', U'\u2500'};
-    case Glyphs::ascii:
-        return {U'#', U'#', U'-'};
-    default:
-        return {U'\u2501', look.isRightToLeft ? U'\u257A' : U'\u2578', U'\u2500'};
-    }
-}
-
-/// One character that is higher the fuller the chart is: what is left when not even a percentage fits.
+/// What is left when not even a percentage fits.
 char32_t levelGlyph(const Scene::Section& section, const Look& look) {
-    if (!hasLevel(section)) {
-        return noFigure[0];
-    }
-    const double value = section.chart->arcChartViewModel->progress();
-    const double pinned = value > 0 ? std::min(value, 1.0) : 0;
-    if (look.glyphs == Glyphs::block || look.glyphs == Glyphs::ascii) {
-        return U'0' + static_cast<char32_t>(std::min(pinned * 10, 9.0));
-    }
-    return U'\u2581' + static_cast<char32_t>(std::min(pinned * 8, 7.0));
+    return hasLevel(section) ? levelGlyph(section.chart->arcChartViewModel->progress(), look)
+                             : static_cast<char32_t>(noFigure[0]);
 }
 
 enum class Wording : std::uint8_t { captions, signs, tight };
@@ -155,20 +132,10 @@ void drawWords(Sheet& sheet, const std::vector<Word>& words, int gap, int row) {
 
 void drawBar(Sheet& sheet, const Scene::Section& section, const Box& box, platform::Instant now) {
     const double shown = hasLevel(section) ? section.chart->animation().valueAt(now) : 0;
-    const double pinned = shown > 0 ? std::min(shown, 1.0) : 0; // not-a-number is an empty bar
-    const int halves = static_cast<int>(std::lround(pinned * 2 * box.width));
-    const BarGlyphs glyphs = barGlyphs(sheet.look());
     const Ink track = inkOf(section.chart->outerRingColor, section.chart->outerRingOpacity, sheet.look(),
                             Contrast::hairline);
     const Ink ink = chartInk(section, sheet.look(), Contrast::stroke);
-    for (int i = 0; i < box.width; ++i) {
-        const bool isLit = 2 * i < halves;
-        sheet.put(box, i,
-                  2 * i + 1 < halves ? glyphs.full
-                  : isLit            ? glyphs.half
-                                     : glyphs.empty,
-                  isLit ? ink : track);
-    }
+    drawBar(sheet, box, shown, ink, track);
 }
 
 void drawLines(Sheet& sheet, const Scene& scene, Box box) {

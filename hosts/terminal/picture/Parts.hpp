@@ -12,6 +12,13 @@ namespace vantor::hosts::terminal {
 /// In place of a figure that there is none of.
 inline constexpr const char* noFigure = "-";
 
+/// Charts are asked for their layers in a rectangle of the size that they have in a window, so that their
+/// lines keep their proportions.
+inline constexpr platform::CGRect ringRect{{0, 0}, {90, 80}};
+/// The layers of a chart in `ringRect`, as a ring in a box that is twice as wide as high, its caption in the
+/// last row. `lineWidth` is that of the thick stroke, in points.
+void drawRingLayers(Sheet& sheet, const platform::Layers& layers, const Box& box, double lineWidth);
+
 /// A chart in its place: a ring with percentage and caption, centred in its box, or a bar that fills it.
 [[nodiscard]] platform::Layers ringLayers(const Scene::Section& section, platform::Instant now);
 void drawRing(Sheet& sheet, const Scene::Section& section, const ChartPlace& place);

@@ -15,9 +15,7 @@ namespace vantor::hosts::terminal {
 
 namespace {
 
-// A chart is asked for its layers in a rectangle of the size that it has in a window, so that its lines keep
-// their proportions. The thick stroke overhangs the square by 5 points on each side.
-constexpr platform::CGRect chartRect{{0, 0}, {90, 80}};
+// The thick stroke overhangs the square by 5 points on each side.
 constexpr platform::CGRect drawnRegion{{0, -5}, {90, 90}};
 constexpr double ringRadius = 40;
 constexpr double figureMargin = 3;
@@ -109,25 +107,27 @@ void drawStack(Sheet& sheet, const Scene& scene, const Layout& layout, int row) 
 
 /// None without a chart.
 platform::Layers ringLayers(const Scene::Section& section, platform::Instant now) {
-    platform::Layers layers = section.chart ? section.chart->body(chartRect, now) : platform::Layers();
+    platform::Layers layers = section.chart ? section.chart->body(ringRect, now) : platform::Layers();
     return section.isKnown ? layers : withoutLevel(std::move(layers), noFigure);
 }
 
 void drawRing(Sheet& sheet, const Scene::Section& section, const ChartPlace& chart) {
-    if (!section.chart) {
-        return;
+    if (section.chart) {
+        drawRingLayers(sheet, chart.layers, chart.box, section.chart->innerRingLineWidth);
     }
-    const Box& box = chart.box;
+}
+
+void drawRingLayers(Sheet& sheet, const platform::Layers& layers, const Box& box, double lineWidth) {
     const double rows = rowsOfRegion(box.height);
     LayerPlace place;
     place.region = drawnRegion;
     place.column = sheet.leftOf(box) + static_cast<int>(std::lround((box.width - 2 * rows) / 2));
     place.row = box.row;
     place.rows = rows;
-    place.room = ringRadius - section.chart->innerRingLineWidth / 2 - figureMargin;
+    place.room = ringRadius - lineWidth / 2 - figureMargin;
     place.textWidth = box.width;
     place.lowestRow = box.row + box.height - 1;
-    drawLayers(sheet.grid(), chart.layers, place, sheet.look());
+    drawLayers(sheet.grid(), layers, place, sheet.look());
 }
 
 void drawHeading(Sheet& sheet, const Scene::Section& section, const Box& box, Align align) {

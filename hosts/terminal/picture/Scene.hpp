@@ -14,7 +14,7 @@
 namespace vantor::hosts::terminal {
 
 /// What the user can ask for with a key or a click: what a section offers, or something of the host itself.
-enum class HostAction : std::uint8_t { changeMode, quit };
+enum class HostAction : std::uint8_t { changeMode, goBack, quit };
 using Action = std::variant<platform::Source, HostAction>;
 
 /// The texts and charts to show, read from the view tree.
@@ -37,7 +37,12 @@ struct Scene {
         char key = 0;
         std::string text;
         Action action;
-        bool isQuiet = false; ///< answers, but is not offered
+        bool isQuiet = false;        ///< answers, but is not offered
+        std::string_view label = {}; ///< of a key that is no letter
+
+        [[nodiscard]] std::string_view shown() const {
+            return label.empty() ? std::string_view(&key, 1) : label;
+        }
     };
 
     std::string host;              ///< whose figures these are
