@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/Options.hpp"
 
+#include "hosts/common/FleetOptions.hpp"
 #include "hosts/terminal/StandardOutput.hpp"
 #include "platform/core/PrintableText.hpp"
 
@@ -66,7 +67,7 @@ double seconds(const char* option, const std::string& text) {
 }
 
 void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& color,
-                std::optional<Appearance>& appearance, bool& expanded) {
+                std::optional<Appearance>& appearance, bool& expanded, common::FleetOptions& fleet) {
     app.add_flag("--once", options.once, "Print one report, as soon as rates exist, and end");
     app.add_option_function<std::vector<std::string>>(
            "--watch",
@@ -101,20 +102,7 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
                              "Report one section only (text and waybar)");
     auto* const demo =
         app.add_flag("--demo", options.demo, "Show a made-up machine whose figures drift up and down");
-    auto* const node =
-        app.add_option("--node", options.node.address, "Watch the machine whose node_exporter answers there")
-            ->type_name("HOST[:PORT][/PATH]|URL")
-            ->check(CLI::Validator(&common::RemoteNode::problemWith, ""))
-            ->excludes(demo);
-    app.add_option("--machine", options.node.machine, "Watch that one of ~/.config/vantor/fleet.json")
-        ->type_name("NAME")
-        ->excludes(demo)
-        ->excludes(node);
-    app.add_option_function<std::string>(
-           "--every",
-           [&options](const std::string& value) { options.node.every = seconds("--every", value); },
-           "Ask that machine every SECONDS instead of every 5")
-        ->type_name("SECONDS");
+    fleet.addTo(app, "Other machines", demo);
     app.add_flag("--compact", options.compact, "Start with the rings alone")
         ->excludes(app.add_flag("--expanded", expanded, "Start with rings and figures (the default)"));
     app.add_flag("--no-mouse", options.noMouse, "Leave the mouse to the terminal, to select text with");
@@ -142,14 +130,14 @@ void addOptions(CLI::App& app, Options& options, std::optional<ColorChoice>& col
 }
 
 void check(const Options& options) {
-    if (options.node.every && !options.node.isOther()) {
-        throw CLI::ValidationError("--every", "goes with --node and --machine");
-    }
     if (options.once && options.watch) {
         throw CLI::ValidationError("--once", "does not go with --watch");
     }
     if (options.once && options.interval) {
         throw CLI::ValidationError("--interval", "does not go with --once");
+    }
+    if (options.field && options.fleet.isWall()) {
+        throw CLI::ValidationError("--field", "goes with one machine");
     }
     const bool knowsField =
         options.format.value_or(Format::text) == Format::text || options.format == Format::waybar;
@@ -168,7 +156,8 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
         "vantor-term");
     std::optional<ColorChoice> color;
     bool expanded = false;
-    addOptions(app, parsed.options, color, parsed.options.appearance, expanded);
+    common::FleetOptions fleet;
+    addOptions(app, parsed.options, color, parsed.options.appearance, expanded, fleet);
     choice<Glyphs>(app, "--glyphs", parsed.options.glyphs,
                    {{"solid", Glyphs::solid},
                     {"braille", Glyphs::braille},
@@ -180,7 +169,12 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
     app.set_version_flag("--version", "vantor-term " VANTOR_VERSION);
     try {
         app.parse(count, arguments);
+        parsed.options.fleet = fleet.choice();
         check(parsed.options);
+        if (const common::FleetChoice& chosen = parsed.options.fleet; !chosen.isWall()) {
+            parsed.options.node = {chosen.nodes.empty() ? std::string() : chosen.nodes.front(),
+                                   chosen.machine, chosen.every};
+        }
         parsed.options.color = color.value_or(ColorChoice::automatic);
     } catch (const CLI::Success& wish) { // --help and --version
         std::ostringstream text;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/RemoteNode.hpp"
+#include "hosts/common/FleetHost.hpp"
 #include "hosts/terminal/formats/Formats.hpp"
 #include "hosts/terminal/picture/Look.hpp"
 #include "hosts/terminal/screen/Capabilities.hpp"
@@ -20,7 +20,8 @@ struct Options {
     std::optional<Format> format;
     std::optional<platform::Source> field; ///< the one section to print
     bool demo = false;
-    common::NodeChoice node; ///< another machine to show
+    common::FleetChoice fleet; ///< other machines to show: a wall, or
+    common::NodeChoice node;   ///< one of them alone
     bool compact = false;
     bool noMouse = false;
     ColorChoice color = ColorChoice::automatic;

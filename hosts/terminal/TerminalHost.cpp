@@ -117,6 +117,11 @@ const Scene& TerminalHost::sceneAt(Instant now) {
     if (!m_context->canOpenLinks() || m_node != nullptr) { // what they open is this machine's
         leaveLinksOut(m_scene);
     }
+    if (m_offersBack) {
+        constexpr char escape = '\033';
+        m_scene.keys.insert(m_scene.keys.end() - 1,
+                            {escape, NSLocalizedString("wall_BACK"), HostAction::goBack, false, "Esc"});
+    }
     for (Scene::Key& key : m_scene.keys) {
         key.isQuiet = !m_appIsThere && isLink(key.action);
     }
@@ -158,6 +163,8 @@ void TerminalHost::perform(Action action, Instant now) {
         }
     } else if (std::get<HostAction>(action) == HostAction::quit) {
         m_hasQuit = true;
+    } else if (std::get<HostAction>(action) == HostAction::goBack) {
+        m_goesBack = true;
     } else {
         setMode(!m_isExpanded);
     }

@@ -31,6 +31,10 @@ public:
     /// and once it is silent the last ones stay, pale.
     void follow(common::RemoteNode& node);
 
+    /// There is something to go back to, with the key Esc; whether that was asked for.
+    void offerWayBack() { m_offersBack = true; }
+    [[nodiscard]] bool goesBack() const { return m_goesBack; }
+
     /// Turns the main loop, after a pause with the widget taken up again.
     void turn(platform::Instant now);
     /// The widget leaves the screen, or has left it: the next turn comes after a pause.
@@ -72,6 +76,8 @@ private:
     bool m_appIsThere = true; ///< until it is known
     bool m_changed = true;
     bool m_hasQuit = false;
+    bool m_offersBack = false;
+    bool m_goesBack = false;
     common::PauseWatch m_pauses;
 };
 

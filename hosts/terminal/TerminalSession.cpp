@@ -2,12 +2,14 @@
 #include "hosts/terminal/TerminalSession.hpp"
 
 #include "hosts/common/HostMachine.hpp"
-#include "hosts/terminal/TerminalHost.hpp"
+#include "hosts/terminal/WallPage.hpp"
+#include "hosts/terminal/WidgetPage.hpp"
 #include "hosts/terminal/screen/Input.hpp"
 #include "hosts/terminal/screen/ScreenWriter.hpp"
 #include "hosts/terminal/screen/TerminalDevice.hpp"
 #include "hosts/terminal/screen/TerminalState.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/posix/EventDescriptor.hpp"
 
 #include <poll.h>
@@ -18,7 +20,11 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
-#include <limits>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace vantor::hosts::terminal {
 
@@ -27,9 +33,10 @@ using platform::RunLoop;
 
 namespace {
 
-constexpr std::chrono::milliseconds firstPicture{20}; // the longest wait for figures before drawing without
-constexpr std::chrono::milliseconds lastAnswers{100}; // for a terminal that is slow to say what it is
-constexpr std::chrono::milliseconds continued{100};   // for the signal that ended a stop to be taken
+constexpr std::chrono::milliseconds firstPicture{20};   // the longest wait for figures before drawing without
+constexpr std::chrono::milliseconds lastAnswers{100};   // for a terminal that is slow to say what it is
+constexpr std::chrono::milliseconds continued{100};     // for the signal that ended a stop to be taken
+constexpr std::chrono::milliseconds escapePatience{50}; // for the rest of a sequence, over a slow line
 constexpr const char* mouseOn = "\033[?1000h\033[?1006h";
 constexpr const char* mouseOff = "\033[?1006l\033[?1000l";
 constexpr const char* askForBackground = "\033]11;?\033\\\033[c";
@@ -38,23 +45,26 @@ Instant clockNow() {
     return std::chrono::steady_clock::now();
 }
 
+/// Makes what is shown, once it is known what the terminal can.
+using PageMaker = std::function<std::unique_ptr<Page>(ColorDepth depth, bool canAddress)>;
+
 class TerminalSession {
 public:
-    TerminalSession(const Options& options, const TerminalSignals& signals, common::RemoteNode* node)
+    TerminalSession(const Options& options, const TerminalSignals& signals, std::string name,
+                    const PageMaker& makePage)
         : m_options(options),
           m_signals(signals),
           m_environment(TerminalEnvironment::fromProcess()),
-          m_name(node != nullptr ? node->name() : common::machineName(options.demo)),
+          m_name(std::move(name)),
           m_state(m_device.number(), enterBytes(), leaveBytes()),
-          m_writer(m_terminal, colorDepthFor(options.color, m_environment, m_terminal)),
-          m_host(m_name, options.interval, !options.compact) {
-        if (node != nullptr) {
-            m_host.follow(*node);
-        }
+          m_depth(colorDepthFor(options.color, m_environment, m_terminal)),
+          m_writer(m_terminal, m_depth),
+          m_page(makePage(m_depth, m_terminal.canAddress)) {
         m_look.glyphs = options.glyphs.value_or(glyphsFor(m_environment, localeIsUtf8()));
         m_look.appearance = options.appearance.value_or(
             appearanceFrom(m_environment.colorFgBg).value_or(platform::Appearance::dark));
-        m_look.isRightToLeft = holdsRightToLeft(harmlessCharacters(m_host.sceneAt({}).sections.front().name));
+        m_look.isRightToLeft =
+            holdsRightToLeft(harmlessCharacters(platform::NSLocalizedString("host_STORAGE")));
     }
 
     int run() {
@@ -68,7 +78,7 @@ public:
         }
         RunLoop::main().setWakeHandler([this] { m_wake.wake(); });
         m_start = clockNow();
-        while (!m_host.hasQuit() && m_endSignal == 0 && m_isThere) {
+        while (!m_page->hasQuit() && m_endSignal == 0 && m_isThere) {
             turn(clockNow());
             wait();
         }
@@ -98,46 +108,34 @@ private:
         if (m_device.isBlocked()) {
             return;
         }
-        m_host.turn(now);
-        const bool isEarly = now - m_start < firstPicture && !m_host.hasFigures();
-        const bool isStep = m_nextStep && now >= *m_nextStep;
-        const bool noticeEnds = m_noticeEnd && now >= *m_noticeEnd;
-        if (isEarly) {
+        if (m_escapeEnd && now >= *m_escapeEnd) {
+            m_escapeEnd.reset();
+            m_page->take(m_parser.endEscape(), now);
+        }
+        m_page->turn(now);
+        if (now - m_start < firstPicture && !m_page->hasFigures()) {
             return;
         }
-        if (m_host.takeChange() || m_isStale || noticeEnds) {
-            draw(now);
-        } else if (isStep) {
-            stepPicture(m_picture, m_host.scene(), m_look, m_drawn, now);
-            show(now);
+        const std::optional<Instant> next = m_page->nextChange();
+        if (m_page->takeChange() || m_isStale) {
+            if (m_isStale) {
+                m_size = m_device.size();
+                m_isStale = false;
+            }
+            // The last column of a terminal that only prints would go on to the next line.
+            const Size size = m_terminal.canAddress ? m_size : Size{std::max(m_size.width - 1, 1), 1};
+            show(m_page->draw(size, m_look, now));
+        } else if (next && now >= *next) {
+            show(m_page->step(m_look, now));
         }
     }
 
-    void draw(Instant now) {
-        if (m_isStale) {
-            m_size = m_device.size();
-        }
-        // The last column of a terminal that only prints would go on to the next line.
-        const Size size = m_terminal.canAddress ? m_size : Size{std::max(m_size.width - 1, 1), 1};
-        m_picture = drawPicture(m_host.sceneAt(now), size, m_look, now, m_picture);
-        m_isStale = false;
-        m_noticeEnd = m_host.noticeEnd();
-        if (m_noticeEnd && *m_noticeEnd <= now) {
-            m_noticeEnd.reset();
-        }
-        show(now);
-    }
-
-    void show(Instant now) {
-        m_isThere = m_device.write(m_writer.update(m_picture.grid)) && m_isThere;
-        m_drawn = now;
-        m_nextStep = m_terminal.canAddress ? nextStep(m_host.scene(), m_picture, now) : std::nullopt;
-    }
+    void show(const Grid& picture) { m_isThere = m_device.write(m_writer.update(picture)) && m_isThere; }
 
     [[nodiscard]] timespec untilNext() const {
         Instant next = Instant::max();
         for (const std::optional<Instant>& instant :
-             {RunLoop::main().nextDeadline(RunLoop::tolerance), m_nextStep, m_noticeEnd}) {
+             {RunLoop::main().nextDeadline(RunLoop::tolerance), m_page->nextChange(), m_escapeEnd}) {
             next = instant ? std::min(next, *instant) : next;
         }
         if (m_isStale) {
@@ -177,31 +175,22 @@ private:
         for (const Input& input : m_parser.parse(bytes)) {
             std::visit([this](const auto& what) { take(what); }, input);
         }
+        m_escapeEnd = m_parser.holdsEscape() ? std::optional(clockNow() + escapePatience) : std::nullopt;
         return isThere;
     }
 
     void take(const KeyPress& press) {
-        constexpr char control = 0x1F;    // what Ctrl leaves of a letter
-        constexpr char letterCase = 0x20; // what makes a letter small
-        if (press.key == ('L' & control)) {
+        constexpr char32_t control = 0x1F; // what Ctrl leaves of a letter
+        if (press.key == (U'L' & control)) {
             m_writer.forget();
             m_isStale = true;
-        } else if (press.key == ' ' || press.key == '\r' || press.key == '\n') {
-            m_host.perform(HostAction::changeMode, clockNow());
         } else {
-            for (const Scene::Key& key : m_host.scene().keys) {
-                if (key.key == (press.key | letterCase)) {
-                    m_host.perform(key.action, clockNow());
-                    return;
-                }
-            }
+            m_page->take(press, clockNow());
         }
     }
-    void take(const Click& click) {
-        if (const std::optional<Action> action = m_picture.actionAt(click.column, click.row)) {
-            m_host.perform(*action, clockNow());
-        }
-    }
+    void take(CursorKey key) { m_page->take(key, clockNow()); }
+    void take(const Click& click) { m_page->take(click, clockNow()); }
+    void take(const Wheel& wheel) { m_page->take(wheel, clockNow()); }
     void take(const Background& background) {
         m_isStale = m_isStale || m_look.background != background.rgb;
         m_look.background = background.rgb;
@@ -215,6 +204,7 @@ private:
             m_isStale = true;
             break;
         case SIGTSTP:
+            m_page->leave();
             m_state.leave();
             common::Signals::actOn(signal); // stops here until the shell continues it
             // That is told as well, be it a moment later or in another thread; to come back for both would
@@ -235,7 +225,7 @@ private:
         m_isThere = m_state.enter() && m_isThere;
         m_writer.forget();
         m_isStale = true;
-        m_host.pause();
+        m_page->comeBack();
     }
 
     /// An answer that comes after the end would be typed into the shell.
@@ -256,30 +246,28 @@ private:
     const std::string m_name;
     TerminalDevice m_device{STDOUT_FILENO};
     TerminalState m_state;
+    const ColorDepth m_depth;
     ScreenWriter m_writer;
-    TerminalHost m_host;
+    const std::unique_ptr<Page> m_page;
     platform::posix::EventDescriptor m_wake;
     InputParser m_parser;
     Look m_look;
-    Picture m_picture;
     Size m_size;
     Instant m_start;
-    Instant m_drawn;
-    std::optional<Instant> m_nextStep;
-    std::optional<Instant> m_noticeEnd;
+    std::optional<Instant> m_escapeEnd; ///< when an escape was the key of that name
     bool m_isStale = true;
     bool m_awaitsAnswers = false;
     bool m_isThere = true;
     int m_endSignal = 0;
 };
 
-} // namespace
-
-int runTerminal(const Options& options, const TerminalSignals& signals, common::RemoteNode* node) {
+/// A signal that ended the session takes its course when nothing of it is left.
+int runSession(const Options& options, const TerminalSignals& signals, const std::string& name,
+               const PageMaker& makePage) {
     int status = 0;
     int signal = 0;
     {
-        TerminalSession session(options, signals, node);
+        TerminalSession session(options, signals, name, makePage);
         status = session.run();
         signal = session.endSignal();
     }
@@ -287,6 +275,27 @@ int runTerminal(const Options& options, const TerminalSignals& signals, common::
         common::Signals::actOn(signal);
     }
     return status;
+}
+
+WallColors wallColors(ColorDepth depth) {
+    return depth == ColorDepth::none                                    ? WallColors::none
+           : depth == ColorDepth::eight || depth == ColorDepth::sixteen ? WallColors::few
+                                                                        : WallColors::many;
+}
+
+} // namespace
+
+int runTerminal(const Options& options, const TerminalSignals& signals, common::RemoteNode* node) {
+    const std::string name = node != nullptr ? node->name() : common::machineName(options.demo);
+    return runSession(options, signals, name, [&](ColorDepth, bool canMove) {
+        return std::make_unique<WidgetPage>(name, options.interval, !options.compact, node, canMove);
+    });
+}
+
+int runTerminal(const Options& options, const TerminalSignals& signals, common::FleetHost& fleet) {
+    return runSession(options, signals, fleet.name(), [&](ColorDepth depth, bool) {
+        return std::make_unique<WallPage>(fleet, options.fleet, wallColors(depth));
+    });
 }
 
 } // namespace vantor::hosts::terminal

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/FleetHost.hpp"
 #include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/Signals.hpp"
 #include "hosts/terminal/Options.hpp"
@@ -19,5 +20,8 @@ public:
 /// back. Main thread; the loop is turned until the end.
 [[nodiscard]] int runTerminal(const Options& options, const TerminalSignals& signals,
                               common::RemoteNode* node = nullptr);
+/// The same for the wall of a fleet that is open, which must outlive the process's workers.
+[[nodiscard]] int runTerminal(const Options& options, const TerminalSignals& signals,
+                              common::FleetHost& fleet);
 
 } // namespace vantor::hosts::terminal

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Complaints.hpp"
+#include "hosts/common/FleetHost.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/StandardStreams.hpp"
+#include "hosts/terminal/FleetPrintSession.hpp"
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/PrintSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
@@ -41,12 +43,30 @@ bool redirectLog(const std::string& file, bool hasPicture) {
     return true;
 }
 
+/// A wall stands before its machines are known, so nothing is waited for.
+int runFleet(const hosts::terminal::Options& options, bool hasPicture) {
+    // Never destroyed: workers may be asking an opened machine while the program ends.
+    auto* const fleet = new hosts::common::FleetHost(options.fleet);
+    if (!fleet->open("vantor-term")) {
+        return 1;
+    }
+    [[maybe_unused]] static const hosts::common::HostMachine machine(false, usesLocale(options));
+    if (!hasPicture) {
+        return hosts::terminal::printFleet(options, options.fleet, *fleet);
+    }
+    const hosts::terminal::TerminalSignals signals;
+    return hosts::terminal::runTerminal(options, signals, *fleet);
+}
+
 int run(const hosts::terminal::Options& options) {
     const bool hasPicture = !options.wantsPrint() && ::isatty(STDOUT_FILENO) != 0;
     if (!redirectLog(options.log, hasPicture)) {
         return 2;
     }
     hosts::common::letWritesFail();
+    if (options.fleet.isWall()) {
+        return runFleet(options, hasPicture);
+    }
     // Never destroyed: workers may be asking it while the program ends.
     hosts::common::RemoteNode* node = nullptr;
     if (options.node.isOther()) {

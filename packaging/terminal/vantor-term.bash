@@ -15,12 +15,17 @@ _vantor_term() {
     mapfile -t COMPREPLY < <(compgen -A hostname -- "$current")
     return
     ;;
-  --log | --output)
+  --sort) words='worst name ram storage cpu network' ;;
+  --demo-fleet | --every | --group-by | --machine | --prometheus | --select)
+    COMPREPLY=()
+    return
+    ;;
+  --log | --nodes | --output)
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
     return
     ;;
-  *) words='--once --watch --interval --output --format --field --demo --node --machine --every --compact --expanded --no-mouse --color --appearance --glyphs --log --help --version' ;;
+  *) words='--once --watch --interval --output --format --field --demo --demo-fleet --node --nodes --prometheus --select --fleet --machine --every --group-by --sort --compact --expanded --no-mouse --color --appearance --glyphs --log --help --version' ;;
   esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
