@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <ctime>
 
 namespace vantor::hosts::common {
@@ -28,10 +29,9 @@ bool mayFreeUpByLink() {
         ::fstat(file.number(), &about) != 0) {
         return false; // somebody is asking just now
     }
-    // A new file is empty; its time counts from the first byte on. A time to come is one of a clock that was
-    // set back.
-    const std::time_t now = std::time(nullptr);
-    const bool isTooSoon = about.st_size > 0 && about.st_mtime <= now && now - about.st_mtime < pause;
+    // A new file is empty; its time counts from the first byte on. One that is far ahead is of a clock that
+    // was set back; one that is a little ahead is of a file system whose clock is finer than ours.
+    const bool isTooSoon = about.st_size > 0 && std::abs(std::time(nullptr) - about.st_mtime) < pause;
     return !isTooSoon && ::pwrite(file.number(), "\n", 1, 0) == 1;
 }
 

@@ -11,6 +11,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 
 program = os.path.abspath(sys.argv[1])
 wrong = []
@@ -23,7 +24,7 @@ def check(holds, what):
 
 def run(*arguments, status=0, locale="C.UTF-8", by=program, **more):
     environment = {"HOME": str(home), "PATH": "/nowhere", "LC_ALL": locale, "LANGUAGE": "de", **more}
-    got = subprocess.run([by, *arguments], env=environment, capture_output=True, text=True, timeout=60)
+    got = subprocess.run([by, *arguments], env=environment, capture_output=True, text=True)
     check(status in (None, got.returncode), f"{arguments}: status {got.returncode}, not {status}: {got.stderr}")
     return got
 
@@ -90,7 +91,7 @@ with tempfile.TemporaryDirectory() as folder:
     watch = subprocess.Popen([program, "settings", "watch", "--json", "refreshSeconds"], text=True,
                              stdout=subprocess.PIPE, env={"HOME": str(home)})
     seen = []
-    while not seen:  # it takes a moment to begin, which nothing tells
+    while not seen and watch.poll() is None:  # it takes a moment to begin, which nothing tells
         run("settings", "set", "refreshSeconds", "7")
         run("settings", "set", "refreshSeconds", "8")
         run("settings", "set", "isInactiveRAMHide", "true")
@@ -99,10 +100,12 @@ with tempfile.TemporaryDirectory() as folder:
         seen = watch.stdout.readlines()
     os.set_blocking(watch.stdout.fileno(), True)
     store.unlink()
+    line = ""
     for line in iter(watch.stdout.readline, ""):
         check(json.loads(line)["key"] == "refreshSeconds", f"watched: {line}")
         if not json.loads(line)["stored"]:
             break
+    check(line, f"the watch ended with {watch.poll()} after {seen}")
     watch.kill()
     watch.communicate()
 
@@ -135,8 +138,16 @@ with tempfile.TemporaryDirectory() as folder:
     said = [run(*words, locale="C", status=None) for words in
             (["clean", "ram", "--dry-run"], ["clean", "ram"], ["open", "vantor://action?cleanRam"])]
     check(all(got.returncode in (0, 1) and got.stdout.endswith(".\n") for got in said), f"clean ram: {said}")
-    again = run("open", "vantor://action?cleanRam", locale="C", status=1)
-    check("once a minute" in again.stderr and again.stdout.startswith(ram), f"a second link: {again}")
+    stamp = home / ".local/state/vantor/freed-by-link"
+    # The file's clock may be a little ahead of the program's; far ahead, it is of a clock that was set back.
+    for ago in (0, 30, -1, -30):
+        os.utime(stamp, (time.time() - ago,) * 2)
+        again = run("open", "vantor://action?cleanRam", locale="C", status=1)
+        check("once a minute" in again.stderr and again.stdout.startswith(ram), f"a link {ago} s later: {again}")
+    for ago in (3600, -3600):
+        os.utime(stamp, (time.time() - ago,) * 2)
+        again = run("open", "vantor://action?cleanRam", locale="C", status=None)
+        check("once a minute" not in again.stderr, f"a link {ago} s later: {again}")
     run("open", "vantor://action?showRam", XDG_STATE_HOME="/dev/null")
     run("open", "vantor://action?cleanRam", XDG_STATE_HOME="/dev/null", status=1)
 
@@ -174,7 +185,8 @@ with tempfile.TemporaryDirectory() as folder:
           page["trash"] + sum(cache["bytes"] for cache in page["caches"]) + page["rest"] == page["releasable"],
           f"storage: {page}")
     kinds = {cache["name"]: cache["kind"] for cache in page["caches"]}
-    check(kinds == {"pip": "harmless", "chromium": "harmless", "torch": "costly", "spotify": "kept"} | {None: "kept"},
+    kinds.pop(None, "kept")  # the folders in between, on file systems where those take room
+    check(kinds == {"pip": "harmless", "chromium": "harmless", "torch": "costly", "spotify": "kept"},
           f"caches: {kinds}")
     text = run("storage", locale="C").stdout
     check(text.startswith("Storage: ") and "  pip: Comes back" in text and "  spotify: Kept" in text, f"storage: {text}")
