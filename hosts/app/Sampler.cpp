@@ -61,9 +61,10 @@ void Sampler::Memory::sampleProcessor(Sample& sample, bool asPage) {
         usage = sample.processorPage->usage;
     } else {
         usage = CpuStatus::getCpuUsage();
-        processor.reset();
         if (asPage) {
             processor.emplace(clock);
+        } else {
+            processor.reset();
         }
     }
     if (!std::exchange(isFirst, false) && !std::isnan(usage.idle)) {
