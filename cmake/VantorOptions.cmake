@@ -20,12 +20,14 @@ include(CheckCXXCompilerFlag)
 check_pie_supported(LANGUAGES CXX)
 find_package(Threads REQUIRED)
 
+set(VANTOR_APART "" CACHE STRING "With CMAKE_UNITY_BUILD: sources that cannot be joined with others, from the top")
 set(VANTOR_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 
 add_library(vantor-options INTERFACE)
 target_compile_options(vantor-options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
   $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion> # which g++'s -Wconversion does not mean either
+  $<$<BOOL:${CMAKE_UNITY_BUILD}>:-Wno-shadow> # by what another file, joined with this one, keeps to itself
   -ffunction-sections -fdata-sections)
 target_link_options(vantor-options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
 
