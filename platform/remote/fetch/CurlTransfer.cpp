@@ -5,7 +5,7 @@
 #include "platform/remote/fetch/NodeAddress.hpp"
 
 #include <cerrno>
-#include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace vantor::platform::remote {
@@ -38,6 +38,7 @@ CurlTransfer::~CurlTransfer() {
 void CurlTransfer::setUp() {
     const auto set = [this](CURLoption option, auto value) { m_library.easySetopt(m_easy, option, value); };
     set(CURLOPT_PRIVATE, static_cast<void*>(this));
+    set(CURLOPT_ERRORBUFFER, static_cast<char*>(m_details));
     set(CURLOPT_URL, m_request.url.c_str());
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_NOSIGNAL, 1L);
@@ -116,8 +117,22 @@ int CurlTransfer::systemError() const {
     return static_cast<int>(number);
 }
 
+/// Why the server ended TLS, in its alert's own words ("certificate required", RFC 8446 B.2): OpenSSL tells
+/// "...:tlsv13 alert certificate required, errno 0", in TLS 1.3 only once the answer is read. Else empty.
+std::string CurlTransfer::tlsAlert() const {
+    constexpr std::string_view before = " alert ";
+    const std::string_view details(m_details);
+    const std::size_t start = details.find(before);
+    if (start == std::string_view::npos) {
+        return {};
+    }
+    const std::string_view alert = details.substr(start + before.size());
+    return "it refuses us: " + printableText(alert.substr(0, alert.find(',')), 64);
+}
+
 /// In words that name what somebody can mend; never the address, which the host tells beside it.
 std::string CurlTransfer::problemOf(CURLcode code) const {
+    const std::string alert = tlsAlert();
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
         return "the name cannot be resolved";
@@ -128,11 +143,11 @@ std::string CurlTransfer::problemOf(CURLcode code) const {
     case CURLE_PARTIAL_FILE:
     case CURLE_GOT_NOTHING:
     case CURLE_RECV_ERROR:
-        return "the answer ended early";
+        return alert.empty() ? "the answer ended early" : alert;
     case CURLE_PEER_FAILED_VERIFICATION:
         return "its certificate is not trusted";
     case CURLE_SSL_CONNECT_ERROR:
-        return "no TLS there";
+        return alert.empty() ? "no TLS there" : alert;
     case CURLE_WRITE_ERROR:
     case CURLE_BAD_CONTENT_ENCODING:
         return m_isTooLarge ? "the answer is too large" : "the answer cannot be unpacked";

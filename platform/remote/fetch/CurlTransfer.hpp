@@ -32,6 +32,7 @@ private:
     void setUp();
     void setUpAccess(const Access& access);
     [[nodiscard]] std::string problemOf(CURLcode code) const;
+    [[nodiscard]] std::string tlsAlert() const;
     [[nodiscard]] bool redirect();
     [[nodiscard]] int systemError() const;
 
@@ -41,6 +42,7 @@ private:
     FetchAnswer m_answer;
     CURL* m_easy = nullptr;
     curl_slist* m_headers = nullptr;
+    char m_details[CURL_ERROR_SIZE] = {}; ///< libcurl's own words about a failure
     std::size_t m_headerBytes = 0;
     bool m_isTooLarge = false;
     int m_redirects = 0;
