@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <functional>
 #include <future>
+#include <numeric>
+#include <thread>
+#include <vector>
 
 namespace vantor::tests {
 namespace {
@@ -150,6 +155,41 @@ TEST_F(Fetch, RedirectsStayOnTheirOrigin) {
     EXPECT_EQ(ask(server, "/round").problem, "it points from one page to the next");
     EXPECT_EQ(elsewhere.requests(), 0);
     EXPECT_LT(server.requests(), 10);
+}
+
+TEST_F(Fetch, SilentServersKeepNobodyElseWaiting) {
+    std::vector<std::unique_ptr<LoopbackServer>> silent; // two connections each
+    for (int i = 0; i < 20; ++i) {
+        silent.push_back(std::make_unique<LoopbackServer>([](const std::string&) {
+            return LoopbackServer::Answer{httpAnswer("200 OK", "", ""), 0, true};
+        }));
+    }
+    const LoopbackServer good(
+        [](const std::string&) { return LoopbackServer::Answer{httpAnswer("200 OK", "", "up 1\n")}; });
+    std::atomic<int> ended = 0;
+    const auto askSilent = [&](std::chrono::milliseconds patience, bool isDoubtful) {
+        for (std::size_t i = 0; i < 2 * silent.size(); ++i) {
+            fetcher->fetch({.url = silent[i / 2]->url("/"), .patience = patience, .isDoubtful = isDoubtful},
+                           [&ended](const FetchAnswer&) { ++ended; });
+        }
+    };
+    askSilent(600ms, false);
+    EXPECT_EQ(ask({.url = good.url("/"), .patience = 400ms}).body, "up 1\n") << "waiting is not its fault";
+    while (ended < 2 * static_cast<int>(silent.size())) {
+        std::this_thread::yield();
+    }
+    const auto asked = [&silent] {
+        return std::transform_reduce(silent.begin(), silent.end(), 0, std::plus(),
+                                     [](const auto& server) { return server->requests(); });
+    };
+    const int before = asked();
+    askSilent(3s, true);           // they were silent before: others go first
+    while (asked() < before + 8) { // each answers one connection, and holds another up
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(ask(good).body, "up 1\n");
+    EXPECT_EQ(ended, 2 * static_cast<int>(silent.size())) << "it has waited for one of them";
+    fetcher.reset();
 }
 
 TEST_F(Fetch, WhoGoesWithQuestionsUnderWayDropsThem) {

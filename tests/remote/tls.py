@@ -56,7 +56,7 @@ basic_auth_users: {{ me: {HASH} }}
         works(folder, url, {"tls_config": believed | ours, "basic_auth": password})
         works(folder, url, {"tls_config": ours | {"insecure_skip_verify": True}, "basic_auth": password})
         fails(folder, url, {"basic_auth": password}, "its certificate is not trusted")
-        fails(folder, url, {"tls_config": believed, "basic_auth": password}, "it refuses us: ")
+        fails(folder, url, {"tls_config": believed, "basic_auth": password}, "certificate")
         fails(folder, url, {"tls_config": believed | ours}, "status 401")
         fails(folder, url, {"tls_config": believed | ours, "basic_auth": password | {"username": "you"}}, "status 401")
         fails(folder, url.replace("127.0.0.1", "localhost"), {"tls_config": believed | ours}, "its certificate is not trusted")

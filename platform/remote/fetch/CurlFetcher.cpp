@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/remote/fetch/CurlFetcher.hpp"
 
-#include <algorithm>
 #include <csignal>
-#include <iterator>
 #include <utility>
 
 namespace vantor::platform::remote {
@@ -11,6 +9,7 @@ namespace vantor::platform::remote {
 namespace {
 
 constexpr std::size_t mostConnections = 32;
+constexpr std::size_t mostDoubtful = mostConnections / 2;
 constexpr long mostToOneHost = 2;
 constexpr int idleMilliseconds = 60000; // it is woken for each question
 
@@ -39,7 +38,13 @@ CurlFetcher::~CurlFetcher() {
     for (const auto& [easy, transfer] : m_transfers) {
         m_library.multiRemoveHandle(m_multi, easy);
     }
-    m_transfers.clear();
+    for (auto& [easy, transfer] : m_transfers) {
+        transfer.reset();
+        m_library.easyCleanup(easy);
+    }
+    for (CURL* const easy : m_unused) {
+        m_library.easyCleanup(easy);
+    }
     m_library.multiCleanup(m_multi);
 }
 
@@ -52,30 +57,52 @@ void CurlFetcher::fetch(FetchRequest request, Done done) {
 }
 
 /// False where it is time to end.
-bool CurlFetcher::takeQuestions() {
+bool CurlFetcher::takeQuestions(std::vector<Question>& questions) {
     const std::lock_guard lock(m_mutex);
-    std::ranges::move(m_questions, std::back_inserter(m_waiting));
-    m_questions.clear();
+    questions = std::exchange(m_questions, {});
     return !m_isEnding;
 }
 
-/// What libcurl holds back itself costs time with each of its steps, and its patience runs out unasked.
-void CurlFetcher::beginWaiting() {
-    while (!m_waiting.empty() && m_transfers.size() < mostConnections) {
-        Question question = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        begin(std::move(question));
+void CurlFetcher::sort(std::vector<Question> questions) {
+    for (Question& question : questions) {
+        (question.request.isDoubtful ? m_waitingDoubtful : m_waiting).push_back(std::move(question));
     }
 }
 
+void CurlFetcher::beginWaiting() {
+    const auto beginFirst = [this](std::deque<Question>& waiting) {
+        Question question = std::move(waiting.front());
+        waiting.pop_front();
+        begin(std::move(question));
+    };
+    while (m_transfers.size() < mostConnections && !m_waiting.empty()) {
+        beginFirst(m_waiting);
+    }
+    while (m_transfers.size() < mostConnections && m_doubtful < mostDoubtful && !m_waitingDoubtful.empty()) {
+        beginFirst(m_waitingDoubtful);
+    }
+}
+
+CURL* CurlFetcher::freeHandle() {
+    if (m_unused.empty()) {
+        return m_library.easyInit();
+    }
+    CURL* const easy = m_unused.back();
+    m_unused.pop_back();
+    return easy;
+}
+
 void CurlFetcher::begin(Question question) {
-    auto transfer =
-        std::make_unique<CurlTransfer>(m_library, std::move(question.request), std::move(question.done));
-    CURL* const easy = transfer->handle();
+    CURL* const easy = freeHandle();
+    auto transfer = std::make_unique<CurlTransfer>(m_library, easy, std::move(question.request),
+                                                   std::move(question.done));
     if (easy == nullptr || m_library.multiAddHandle(m_multi, easy) != CURLM_OK) {
         transfer->fail("no memory is left");
+        transfer.reset();
+        m_library.easyCleanup(easy);
         return;
     }
+    m_doubtful += transfer->isDoubtful() ? 1 : 0;
     m_transfers.emplace(easy, std::move(transfer));
 }
 
@@ -89,18 +116,23 @@ void CurlFetcher::finishEnded() {
         if (transfer->second->ended(code) && m_library.multiAddHandle(m_multi, easy) == CURLM_OK) {
             continue;
         }
+        m_doubtful -= transfer->second->isDoubtful() ? 1 : 0;
         m_transfers.erase(transfer);
+        m_unused.push_back(easy);
     }
 }
 
 void CurlFetcher::run() {
-    while (takeQuestions()) {
+    for (std::vector<Question> questions; takeQuestions(questions);) {
+        sort(std::move(questions));
         beginWaiting();
         int running = 0;
         m_library.multiPerform(m_multi, &running);
         finishEnded();
-        const bool hasRoom = !m_waiting.empty() && m_transfers.size() < mostConnections;
-        m_library.multiPoll(m_multi, nullptr, 0, hasRoom ? 0 : idleMilliseconds, nullptr);
+        const bool hasRoom = m_transfers.size() < mostConnections;
+        const bool isWaiting =
+            !m_waiting.empty() || (!m_waitingDoubtful.empty() && m_doubtful < mostDoubtful);
+        m_library.multiPoll(m_multi, nullptr, 0, hasRoom && isWaiting ? 0 : idleMilliseconds, nullptr);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/remote/fetch/CurlTransfer.hpp"
 
+#include <cstddef>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -13,7 +14,8 @@
 namespace vantor::platform::remote {
 
 /// Asks with libcurl: one thread, one multi handle, connections kept open between questions; at most 32 of
-/// them, two to one host. A question's time begins when its turn comes.
+/// them, two to one host, and half of them for servers that were silent the last time. Other questions wait
+/// here, not in libcurl, which would count their time and look at each of them again and again.
 class CurlFetcher final : public Fetcher {
 public:
     /// The library must have been opened.
@@ -29,18 +31,24 @@ private:
     };
 
     void run();
+    void sort(std::vector<Question> questions);
     void beginWaiting();
     void begin(Question question);
+    [[nodiscard]] CURL* freeHandle();
     void finishEnded();
-    [[nodiscard]] bool takeQuestions();
+    [[nodiscard]] bool takeQuestions(std::vector<Question>& questions);
 
     CurlLibrary m_library;
     CURLM* m_multi;
     std::mutex m_mutex;
     std::vector<Question> m_questions; ///< not begun
     bool m_isEnding = false;
-    std::deque<Question> m_waiting; ///< for a connection; the thread's own, as what follows
+    // What follows is the thread's own.
+    std::deque<Question> m_waiting;
+    std::deque<Question> m_waitingDoubtful;
     std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers;
+    std::size_t m_doubtful = 0;  ///< of them
+    std::vector<CURL*> m_unused; ///< handles: making one takes longer than a short exchange on loopback
     std::thread m_thread;
 };
 

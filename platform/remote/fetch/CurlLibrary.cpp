@@ -29,7 +29,7 @@ bool CurlLibrary::open(std::string& problem) {
     const bool hasAll =
         find(library, "curl_global_init", globalInit) && find(library, "curl_easy_init", easyInit) &&
         find(library, "curl_easy_setopt", easySetopt) && find(library, "curl_easy_getinfo", easyGetinfo) &&
-        find(library, "curl_easy_cleanup", easyCleanup) &&
+        find(library, "curl_easy_reset", easyReset) && find(library, "curl_easy_cleanup", easyCleanup) &&
         find(library, "curl_easy_strerror", easyStrerror) &&
         find(library, "curl_slist_append", slistAppend) &&
         find(library, "curl_slist_free_all", slistFreeAll) && find(library, "curl_multi_init", multiInit) &&

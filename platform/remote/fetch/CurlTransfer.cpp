@@ -21,8 +21,8 @@ bool isRedirect(long status) {
 
 } // namespace
 
-CurlTransfer::CurlTransfer(const CurlLibrary& library, FetchRequest request, Fetcher::Done done)
-    : m_library(library), m_request(std::move(request)), m_done(std::move(done)), m_easy(library.easyInit()) {
+CurlTransfer::CurlTransfer(const CurlLibrary& library, CURL* easy, FetchRequest request, Fetcher::Done done)
+    : m_library(library), m_request(std::move(request)), m_done(std::move(done)), m_easy(easy) {
     if (m_easy != nullptr) {
         setUp();
     }
@@ -30,7 +30,7 @@ CurlTransfer::CurlTransfer(const CurlLibrary& library, FetchRequest request, Fet
 
 CurlTransfer::~CurlTransfer() {
     if (m_easy != nullptr) {
-        m_library.easyCleanup(m_easy);
+        m_library.easyReset(m_easy); // nothing of ours stays in it, least of all a password
     }
     m_library.slistFreeAll(m_headers);
 }
@@ -130,9 +130,19 @@ std::string CurlTransfer::tlsAlert() const {
     return "it refuses us: " + printableText(alert.substr(0, alert.find(',')), 64);
 }
 
+/// A server of TLS 1.3 looks at our certificate when for us the connection stands already. What it says of it
+/// may be lost: whoever writes to a closed connection loses what could still be read.
+std::string CurlTransfer::endedEarly() const {
+    const std::string alert = tlsAlert();
+    const bool isNobody = m_request.access == nullptr || m_request.access->certificate.empty();
+    if (alert.empty() && isNobody && m_headerBytes == 0 && originOf(m_request.url).starts_with("https:")) {
+        return "it closed the connection, and may want a certificate of ours";
+    }
+    return alert.empty() ? "the answer ended early" : alert;
+}
+
 /// In words that name what somebody can mend; never the address, which the host tells beside it.
 std::string CurlTransfer::problemOf(CURLcode code) const {
-    const std::string alert = tlsAlert();
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
         return "the name cannot be resolved";
@@ -143,11 +153,12 @@ std::string CurlTransfer::problemOf(CURLcode code) const {
     case CURLE_PARTIAL_FILE:
     case CURLE_GOT_NOTHING:
     case CURLE_RECV_ERROR:
-        return alert.empty() ? "the answer ended early" : alert;
+    case CURLE_SEND_ERROR:
+        return endedEarly();
     case CURLE_PEER_FAILED_VERIFICATION:
         return "its certificate is not trusted";
     case CURLE_SSL_CONNECT_ERROR:
-        return alert.empty() ? "no TLS there" : alert;
+        return tlsAlert().empty() ? "no TLS there" : tlsAlert();
     case CURLE_WRITE_ERROR:
     case CURLE_BAD_CONTENT_ENCODING:
         return m_isTooLarge ? "the answer is too large" : "the answer cannot be unpacked";

@@ -12,13 +12,13 @@ namespace vantor::platform::remote {
 /// for answers that do not tell their length or that unpack to more.
 class CurlTransfer {
 public:
-    CurlTransfer(const CurlLibrary& library, FetchRequest request, Fetcher::Done done);
+    /// On a handle as it was made or reset, which stays the caller's; may be null.
+    CurlTransfer(const CurlLibrary& library, CURL* easy, FetchRequest request, Fetcher::Done done);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-    /// Null where libcurl has no memory.
-    [[nodiscard]] CURL* handle() const { return m_easy; }
+    [[nodiscard]] bool isDoubtful() const { return m_request.isDoubtful; }
 
     /// Takes up how the handle ended. True where it is to be added once more: the server pointed elsewhere on
     /// its own origin. Anything else is told to whoever asked.
@@ -33,6 +33,7 @@ private:
     void setUpAccess(const Access& access);
     [[nodiscard]] std::string problemOf(CURLcode code) const;
     [[nodiscard]] std::string tlsAlert() const;
+    [[nodiscard]] std::string endedEarly() const;
     [[nodiscard]] bool redirect();
     [[nodiscard]] int systemError() const;
 
@@ -40,7 +41,7 @@ private:
     FetchRequest m_request;
     Fetcher::Done m_done;
     FetchAnswer m_answer;
-    CURL* m_easy = nullptr;
+    CURL* m_easy;
     curl_slist* m_headers = nullptr;
     char m_details[CURL_ERROR_SIZE] = {}; ///< libcurl's own words about a failure
     std::size_t m_headerBytes = 0;

@@ -18,7 +18,8 @@ struct FetchRequest {
     std::string accept = {};                      ///< the header; empty: anything
     std::shared_ptr<const Access> access = {};    ///< null: whoever asks is nobody
     std::size_t mostBytes = std::size_t{8} << 20; ///< of the body, unpacked
-    std::chrono::milliseconds patience{5000};     ///< for the whole exchange
+    std::chrono::milliseconds patience{5000};     ///< for the exchange, from the moment it begins
+    bool isDoubtful = false; ///< nothing came the last time: it is not to keep others waiting
 };
 
 /// The problem where nobody listens.

@@ -149,7 +149,9 @@ void NodesSource::ask(const std::shared_ptr<WatchedNode>& node) {
     node->due.reset();
     m_inbox->expect();
     const bool isFiltered = node->progress().isFiltered();
-    m_fetcher.fetch(nodeQuestion(node->target().address, node->target().access, isFiltered),
+    FetchRequest question = nodeQuestion(node->target().address, node->target().access, isFiltered);
+    question.isDoubtful = !node->progress().state().problem.empty();
+    m_fetcher.fetch(std::move(question),
                     [self = m_self, inbox = m_inbox, node, isFiltered](const FetchAnswer& answer) {
                         if (inbox->put({node, nodeTold(answer, isFiltered)})) {
                             RunLoop::main().post([self] {
