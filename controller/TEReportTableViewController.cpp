@@ -64,7 +64,7 @@ void TEReportTableViewController::viewDidLoad() {
     m_ramChartView = placeChart(progressRAMView, "home_USEDRAM");
     m_storateChartView = placeChart(progressSTORAGEView, "home_USEDSPACE");
     m_cpuChartView = placeChart(progressCPUView, "home_USEDCPU");
-    repeat(networkInterval, &TEReportTableViewController::reportNETWORKStatus); // the run loop alone keeps it
+    m_networkTime = repeat(networkInterval, &TEReportTableViewController::reportNETWORKStatus);
     if (extensionContext() != nullptr) {
         extensionContext()->setWidgetLargestAvailableDisplayMode(platform::NCWidgetDisplayMode::expanded);
     }
@@ -115,6 +115,14 @@ void TEReportTableViewController::makeReports() {
     reportSTORAGEStatus();
     reportRAMStatus();
     reportCPUStatus();
+}
+
+void TEReportTableViewController::endReports() {
+    for (auto* const timer : {&m_refreshTime, &m_networkTime, &m_shareAfterPause}) {
+        if (*timer != nullptr) {
+            std::exchange(*timer, nullptr)->invalidate();
+        }
+    }
 }
 
 void TEReportTableViewController::resumeReports() {

@@ -63,6 +63,7 @@ public:
     /// The same for the whole widget: also takes the processor's ticks up, so that its next share is that of
     /// a second, and reports memory and storage at once. Call it just before the timers are restarted.
     void resumeReports();
+    void endReports(); ///< for a host that goes before the main loop does: no timer keeps the controller
 
     /// Button actions. Those that ask the Vantor app for something open a link to it, and do nothing
     /// without an extension context.
@@ -105,14 +106,12 @@ private:
                                               void (TEReportTableViewController::*selector)());
     std::shared_ptr<TEReportTableViewController> self();
 
-    std::shared_ptr<platform::NSTimer> m_refreshTime;
+    std::shared_ptr<platform::NSTimer> m_refreshTime, m_networkTime;
     std::shared_ptr<platform::NSTimer> m_shareAfterPause; // fires once
     std::atomic<std::uint64_t> m_oldDataSent{0};          // read by the sampling step
     std::atomic<std::uint64_t> m_oldDataReceived{0};
     bool m_isFirstNetworkDataLoad = true;
-    std::shared_ptr<ChartContainer> m_ramChartView;
-    std::shared_ptr<ChartContainer> m_storateChartView;
-    std::shared_ptr<ChartContainer> m_cpuChartView;
+    std::shared_ptr<ChartContainer> m_ramChartView, m_storateChartView, m_cpuChartView;
     ReportRecords m_records;
     std::function<void(platform::Source)> m_reported;
 };

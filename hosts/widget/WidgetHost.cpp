@@ -28,7 +28,10 @@ WidgetHost::~WidgetHost() {
     m_loop.stop();
     m_controller->setPreferredContentSizeHandler({});
     m_controller->setExtensionContext(nullptr);
-    RunLoop::main().clear(); // the timers hold the controller
+    m_controller->endReports();
+    if (m_node == nullptr) { // else whoever watches machines goes on in the same loop
+        RunLoop::main().clear();
+    }
 }
 
 void WidgetHost::setTheme(const qt::Theme& theme) {
