@@ -168,6 +168,18 @@ private:
 
 } // namespace
 
+std::optional<platform::Appearance> fixedAppearance(const Options& options) {
+    switch (options.appearance.value_or(AppearanceChoice::automatic)) {
+    case AppearanceChoice::light:
+        return platform::Appearance::light;
+    case AppearanceChoice::dark:
+        return platform::Appearance::dark;
+    case AppearanceChoice::automatic:
+        break;
+    }
+    return std::nullopt;
+}
+
 std::variant<Options, int> readOptions(int argc, const char* const* argv) {
     Reader reader;
     try {

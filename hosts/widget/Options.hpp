@@ -3,6 +3,7 @@
 
 #include "hosts/common/FleetHost.hpp"
 #include "hosts/common/RemoteNode.hpp"
+#include "platform/drawing/UIColor.hpp"
 
 #include <cstdint>
 #include <optional>
@@ -34,6 +35,9 @@ struct Options {
     int margin = 24; ///< from those edges, in pixels
     std::optional<bool> autostart; ///< write or remove the entry, and end
 };
+
+/// Absent: whatever the desktop has.
+[[nodiscard]] std::optional<platform::Appearance> fixedAppearance(const Options& options);
 
 /// Reads a command line. Instead of options the exit status of a program that is done: 0 after --help and
 /// --version, 2 after a line on standard error about an option that cannot be used.

@@ -241,11 +241,8 @@ void WidgetWindow::comeForward() {
 }
 
 void WidgetWindow::follow(const qt::DesktopWishes& wishes) {
-    const AppearanceChoice choice = m_options.appearance.value_or(AppearanceChoice::automatic);
-    const platform::Appearance appearance = choice == AppearanceChoice::light ? platform::Appearance::light
-                                            : choice == AppearanceChoice::dark
-                                                ? platform::Appearance::dark
-                                                : wishes.appearance.value_or(m_toolkitAppearance);
+    const platform::Appearance appearance =
+        fixedAppearance(m_options).value_or(wishes.appearance.value_or(m_toolkitAppearance));
     // Where the desktop's factor is in the size of its fonts already, it counts once.
     const double scale = std::max(qt::desktopTextScale(), wishes.textScale);
     m_host.setTheme(qt::Theme::of(appearance, scale, wishes.accent));

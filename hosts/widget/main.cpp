@@ -3,6 +3,7 @@
 #include "hosts/common/Failures.hpp"
 #include "hosts/common/FleetOptions.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/HostViewer.hpp"
 #include "hosts/common/RemoteNode.hpp"
 #include "hosts/common/Signals.hpp"
 #include "hosts/common/SilentFolders.hpp"
@@ -14,6 +15,7 @@
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/Snapshot.hpp"
+#include "hosts/widget/WallWindow.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 #include "platform/core/StandardOutput.hpp"
 
@@ -26,6 +28,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace {
@@ -55,7 +58,9 @@ std::string windowName(const Options& options) {
            (others.empty() ? others : "-" + std::to_string(std::hash<std::string>()(others)));
 }
 
-int showWindow(const Options& options, const hosts::common::RemoteNode* node) {
+/// A window that heeds later starts of the program, shown until the program is to end.
+template<class Window>
+int showWindow(const Options& options, const std::function<std::unique_ptr<Window>()>& make) {
     using hosts::qt::SingleInstance;
     SingleInstance instance(windowName(options), windowWords(options));
     if (instance.role() == SingleInstance::Role::unanswered) {
@@ -68,17 +73,52 @@ int showWindow(const Options& options, const hosts::common::RemoteNode* node) {
     const hosts::common::Signals ending({SIGTERM, SIGINT, SIGHUP},
                                         hosts::common::Signals::Again::actsByDefault);
     hosts::qt::quitWhenReadable(ending.number());
-    WidgetWindow window(options);
-    if (node != nullptr) {
-        window.follow(*node);
-    }
+    const std::unique_ptr<Window> window = make();
     instance.setCallHandler([&window](const SingleInstance::Words& words) {
-        window.heed(optionsFromWords(words).value_or(Options{}));
+        window->heed(optionsFromWords(words).value_or(Options{}));
     });
-    window.start();
-    QTimer::singleShot(0, &window,
+    window->start();
+    QTimer::singleShot(0, window.get(),
                        [] { QApplication::setWindowIcon(hosts::qt::appIcon()); }); // after the first picture
     return QApplication::exec();
+}
+
+int showMachine(const Options& options, const hosts::common::RemoteNode* node) {
+    return showWindow<WidgetWindow>(options, [&] {
+        auto window = std::make_unique<WidgetWindow>(options);
+        if (node != nullptr) {
+            window->follow(*node);
+        }
+        return window;
+    });
+}
+
+/// The toolkit's application, and whether there is a font to write with.
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, bool& canWrite) {
+    QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
+    auto application = std::make_unique<QApplication>(argc, argv);
+    hosts::qt::nameApplication("vantor-widget");
+    canWrite = hosts::qt::hasFonts();
+    if (!canWrite) {
+        say("there is no font to write with: each letter is drawn as a box");
+    }
+    return application;
+}
+
+int runWall(const Options& options, int argc, char** argv) {
+    [[maybe_unused]] static const auto& viewer = *new hosts::common::HostViewer(options.fleet.demo > 0);
+    // Never destroyed: workers may be sampling an opened machine when the window closes.
+    static auto& fleet = *new hosts::common::FleetHost(options.fleet);
+    if (!fleet.open("vantor-widget")) {
+        return 1;
+    }
+    bool canWrite = false;
+    const auto application = makeApplication(argc, argv, canWrite);
+    if (!options.snapshot) {
+        return showWindow<WallWindow>(options, [&] { return std::make_unique<WallWindow>(options, fleet); });
+    }
+    const int status = writeWall(options, fleet);
+    return canWrite ? status : 1;
 }
 
 int run(const Options& options, int argc, char** argv) {
@@ -87,6 +127,9 @@ int run(const Options& options, int argc, char** argv) {
         return 1;
     }
     hosts::qt::setEnvironment(options.snapshot.has_value());
+    if (options.fleet.isWall()) {
+        return runWall(options, argc, argv);
+    }
     // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
     hosts::common::RemoteNode* node = nullptr;
     if (options.node.isOther()) {
@@ -101,15 +144,10 @@ int run(const Options& options, int argc, char** argv) {
                                                       : *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
-    QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
-    QApplication application(argc, argv);
-    hosts::qt::nameApplication("vantor-widget");
-    const bool canWrite = hosts::qt::hasFonts();
-    if (!canWrite) {
-        say("there is no font to write with: each letter is drawn as a box");
-    }
+    bool canWrite = false;
+    const auto application = makeApplication(argc, argv, canWrite);
     if (!options.snapshot) {
-        return showWindow(options, node);
+        return showMachine(options, node);
     }
     const int status = writeSnapshot(options, node);
     complaints.tell(hosts::common::currentFailures());
@@ -132,10 +170,6 @@ int main(int argc, char** argv) {
     const auto& options = std::get<Options>(read);
     if (options.autostart) {
         return changeAutostart(options);
-    }
-    if (options.fleet.isWall()) {
-        say("several machines at once are shown by vantor-term alone so far");
-        return 2;
     }
     if (!options.snapshot && !hosts::qt::hasDisplay()) {
         say("there is no display; --snapshot draws the widget into a file");
