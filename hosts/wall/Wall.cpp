@@ -6,8 +6,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QVBoxLayout>
-#include <array>
-#include <string_view>
 #include <utility>
 
 namespace vantor::hosts::wall {
@@ -158,18 +156,8 @@ bool Wall::eventFilter(QObject* object, QEvent* event) {
 }
 
 void arrange(Wall& wall, const std::string& sort, const std::string& groupBy) {
-    using fleet::FleetOrder;
-    constexpr std::array<std::pair<std::string_view, FleetOrder>, 6> orders{
-        {{"worst", FleetOrder::worst},
-         {"name", FleetOrder::name},
-         {"ram", FleetOrder::memory},
-         {"storage", FleetOrder::storage},
-         {"cpu", FleetOrder::processor},
-         {"network", FleetOrder::network}}};
-    for (const auto& [word, order] : orders) {
-        if (sort == word) {
-            wall.view().orderBy(order);
-        }
+    if (const std::optional<fleet::FleetOrder> order = fleet::orderNamed(sort)) {
+        wall.view().orderBy(*order);
     }
     wall.groupBy(groupBy);
 }
