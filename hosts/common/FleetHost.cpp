@@ -10,6 +10,8 @@
 
 #include <unistd.h>
 
+#include <chrono>
+#include <cmath>
 #include <set>
 #include <utility>
 #include <vector>
@@ -18,6 +20,29 @@ namespace vantor::hosts::common {
 
 namespace remote = platform::remote;
 using platform::FleetSource;
+
+namespace {
+
+/// Why a machine is silent; empty where it is not, or where all of its source is.
+std::string silence(const platform::FleetMachine& machine, const platform::FleetSnapshot& snapshot) {
+    if (machine.downSince) {
+        return machine.problem.empty() ? "is down" : machine.problem;
+    }
+    const platform::FleetOrigin& origin = snapshot.sources.at(machine.source);
+    if (origin.isSilent) {
+        return {};
+    }
+    if (!machine.taken) {
+        return "has told nothing yet";
+    }
+    const std::chrono::duration<double> age =
+        std::chrono::steady_clock::now().time_since_epoch() - *machine.taken;
+    return age > origin.staleAfter
+               ? "has told nothing for " + std::to_string(std::llround(age.count())) + " s"
+               : std::string();
+}
+
+} // namespace
 
 struct FleetHost::Parts {
     FleetChoice choice;
@@ -92,13 +117,14 @@ std::unique_ptr<RemoteNode> FleetHost::openMachine(const platform::FleetMachine&
                             : nullptr;
 }
 
-void FleetHost::tellSilent(const std::string& program, Silent which) {
+bool FleetHost::tellSilent(const std::string& program, Silent which) {
     const auto snapshot = source().snapshot();
     if (snapshot == nullptr) {
-        return;
+        return false;
     }
     std::set<std::string> silent;
     std::string lines;
+    bool isAnySilent = false;
     bool wasRefused = false;
     const auto tell = [&](std::string key, const std::string& line) {
         if (!m_parts->silent.contains(key)) {
@@ -111,11 +137,14 @@ void FleetHost::tellSilent(const std::string& program, Silent which) {
             tell(origin.name + '\n' + (origin.isSilent ? "" : origin.problem),
                  origin.name + ": " + origin.problem);
         }
+        isAnySilent = isAnySilent || origin.isSilent;
     }
     for (const platform::FleetMachine& machine : snapshot->machines) {
-        if (machine.downSince && which == Silent::all) {
-            tell(std::to_string(machine.source) + '\n' + machine.key, machine.name + ": " + machine.problem);
-            wasRefused = wasRefused || machine.problem == remote::refusal;
+        const std::string reason = which == Silent::all ? silence(machine, *snapshot) : std::string();
+        if (!reason.empty()) {
+            tell(std::to_string(machine.source) + '\n' + machine.key, machine.name + ": " + reason);
+            isAnySilent = true;
+            wasRefused = wasRefused || reason == remote::refusal;
         }
     }
     if (wasRefused && !std::exchange(m_parts->isAdvised, true)) {
@@ -123,6 +152,7 @@ void FleetHost::tellSilent(const std::string& program, Silent which) {
     }
     m_parts->silent = std::move(silent);
     writeUnhurried(STDERR_FILENO, lines);
+    return isAnySilent;
 }
 
 } // namespace vantor::hosts::common

@@ -37,8 +37,10 @@ public:
     [[nodiscard]] std::unique_ptr<RemoteNode> openMachine(const platform::FleetMachine& machine);
     enum class Silent { sources, all };
     /// Names on standard error what is silent in the last snapshot, sources or machines too, each once until
-    /// it answers again; and how to open a door where nobody listens. For hosts without a wall.
-    void tellSilent(const std::string& program, Silent which = Silent::all);
+    /// it answers again; and how to open a door where nobody listens. A machine is silent that was asked in
+    /// vain, has told nothing yet, or nothing for too long, unless all that of its source is. For hosts
+    /// without a wall. True where anything is silent, told now or before.
+    bool tellSilent(const std::string& program, Silent which = Silent::all);
 
     /// The same for whoever shows one machine alone. Null where it is gone.
     [[nodiscard]] std::unique_ptr<platform::remote::MachineWatch>

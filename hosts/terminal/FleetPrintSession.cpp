@@ -3,19 +3,12 @@
 
 #include "fleet/FleetTable.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
-#include "hosts/common/StandardStreams.hpp"
 #include "hosts/terminal/ReportSink.hpp"
 #include "hosts/terminal/formats/FleetReport.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/time/RunLoop.hpp"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <iterator>
 #include <limits>
-#include <set>
-#include <utility>
 
 namespace vantor::hosts::terminal {
 
@@ -55,7 +48,7 @@ public:
             watch();
         }
         source.pause();
-        return m_hasSilent || m_sink.hasFailed() ? 1 : 0;
+        return m_isAnySilent || m_sink.hasFailed() ? 1 : 0;
     }
 
 private:
@@ -70,32 +63,17 @@ private:
     void print() {
         const std::chrono::nanoseconds now = std::chrono::steady_clock::now().time_since_epoch();
         m_table.take(m_fleet.source().snapshot(), now);
+        m_isAnySilent = m_fleet.tellSilent("vantor-term") || m_table.snapshot() == nullptr;
         const FleetReport report{m_fleet.name(), m_table, now, std::chrono::system_clock::now()};
-        tell(silenceOf(report));
         const Format format = m_options.format.value_or(Format::text);
         m_sink.write(formatted(report, format), format == Format::text);
-    }
-
-    void tell(std::vector<Silence> silent) {
-        std::string lines;
-        std::set<std::string> names;
-        for (Silence& one : silent) {
-            if (!m_told.contains(one.name)) {
-                lines += "vantor-term: " + platform::printableText(one.name + ": " + one.reason, 4096) + '\n';
-            }
-            names.insert(std::move(one.name));
-        }
-        common::writeUnhurried(STDERR_FILENO, lines);
-        m_hasSilent = !names.empty();
-        m_told = std::move(names);
     }
 
     const Options& m_options;
     common::FleetHost& m_fleet;
     ReportSink m_sink;
     fleet::FleetTable m_table;
-    std::set<std::string> m_told; ///< who was silent at the last report
-    bool m_hasSilent = false;
+    bool m_isAnySilent = false; ///< at the last report
 };
 
 } // namespace

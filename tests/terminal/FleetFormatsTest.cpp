@@ -123,14 +123,5 @@ TEST_F(FleetFormats, PrometheusLeavesOutWhatIsNotOfNow) {
     EXPECT_THAT(text, HasSubstr("vantor_fleet_source_up{source=\"prod\"} 0"));
 }
 
-TEST_F(FleetFormats, NamesWhoIsSilentOnce) {
-    std::string names;
-    for (const Silence& silence : silenceOf(report())) {
-        names += silence.name + ": " + silence.reason + "; ";
-    }
-    EXPECT_EQ(names, "prod: answered 503; db03: connection refused; new: has told nothing yet; "
-                     "old: has told nothing for 30 s; ");
-}
-
 } // namespace
 } // namespace vantor::hosts::terminal

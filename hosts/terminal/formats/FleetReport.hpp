@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vantor::hosts::terminal {
 
@@ -30,14 +29,6 @@ enum class MachineState : std::uint8_t { up, stale, down, unknown };
 [[nodiscard]] MachineState stateOf(const FleetReport& report, const fleet::FleetRow& row);
 /// "up", "stale", "down", "unknown".
 [[nodiscard]] std::string_view stateName(MachineState state);
-
-/// Who is silent, and why, in English: "db03", "connection refused".
-struct Silence {
-    std::string name; ///< of a source or a machine
-    std::string reason;
-};
-/// Sources first. Machines whose figures have only grown old because their source is silent are not named.
-[[nodiscard]] std::vector<Silence> silenceOf(const FleetReport& report);
 
 /// A report as a format writes it, ending in a newline. Pure, but for `text`, which writes the user's
 /// character set.
