@@ -48,7 +48,7 @@ void WallHead::tell(const fleet::FleetTable& table, std::chrono::nanoseconds now
     }
     if (table.worst()) {
         pieces.push_back({QString::fromStdString(fleet::worstWord()), TextSize::heading, false, true,
-                          std::nullopt, 32, 5});
+                          std::nullopt, 32, 7});
         pieces.push_back({QString::fromStdString(fleet::machineText(*table.worst())), TextSize::heading, true,
                           false, std::nullopt, 8, 4});
     }

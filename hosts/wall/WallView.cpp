@@ -233,7 +233,7 @@ std::optional<std::size_t> WallView::rowAt(const QPoint& at) const {
 }
 
 std::optional<std::size_t> WallView::cursor() const {
-    return m_cursor ? m_table.rowOf(m_cursor->source, m_cursor->key) : std::nullopt;
+    return m_cursor ? m_table.rowOf(m_cursor->first, m_cursor->second) : std::nullopt;
 }
 
 void WallView::updateCell(const std::optional<std::size_t>& row) {
@@ -246,7 +246,7 @@ void WallView::updateCell(const std::optional<std::size_t>& row) {
 void WallView::setCursor(std::size_t row) {
     const std::optional<std::size_t> before = cursor();
     const platform::FleetMachine& machine = *m_table.rows().at(row).machine;
-    m_cursor = Cursor{machine.source, machine.key};
+    m_cursor.emplace(machine.source, machine.key);
     updateCell(before);
     m_cursorRow = row;
     scrollTo(cellOf(row));

@@ -65,10 +65,6 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    struct Cursor {
-        std::size_t source = 0;
-        std::string key;
-    };
     /// What a layout depends on.
     struct Shape {
         std::vector<std::pair<std::size_t, bool>> groups; ///< sizes, and which are folded
@@ -110,8 +106,8 @@ private:
     Shape m_shape;
     std::optional<Density> m_chosen;
     Density m_density = Density::cards;
-    std::optional<Cursor> m_cursor;
-    std::optional<std::size_t> m_cursorRow; ///< where it was drawn
+    std::optional<std::pair<std::size_t, std::string>> m_cursor; ///< a machine's source and key
+    std::optional<std::size_t> m_cursorRow;                      ///< where it was drawn
     std::size_t m_firstFace = 0;
     std::vector<Face> m_faces; ///< of the rows that are in sight, as they were painted
     std::vector<QString> m_headings;
