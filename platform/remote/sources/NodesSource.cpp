@@ -93,7 +93,7 @@ void NodesSource::start() {
     if (std::exchange(m_isRunning, true)) {
         return;
     }
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    const auto now = RunLoop::main().now().time_since_epoch();
     for (const auto& [url, node] : m_nodes) {
         // A share of an hour in which nobody looked is no figure of now.
         if (now - node->progress().state().taken > 2 * m_interval) {
