@@ -202,5 +202,22 @@ TEST_F(Fetch, WhoGoesWithQuestionsUnderWayDropsThem) {
     EXPECT_FALSE(answered);
 }
 
+/// Of a server that is busy with the first, the second would have lost its patience.
+TEST_F(Fetch, QuestionsThatTakeTurnsGoToAServerOneAtATime) {
+    const LoopbackServer server([](const std::string& request) {
+        return LoopbackServer::Answer{.bytes = httpAnswer("200 OK", "", "up 1\n"),
+                                      .dripsForEver = request.starts_with("GET /first")};
+    });
+    const auto request = [&server](const char* path, std::chrono::milliseconds patience) {
+        return FetchRequest{.url = server.url(path), .takesTurns = true, .patience = patience};
+    };
+    std::promise<std::string> first;
+    fetcher->fetch(request("/first", 1500ms),
+                   [&first](const FetchAnswer& answer) { first.set_value(answer.problem); });
+    EXPECT_EQ(ask(request("/second", 1400ms)).body, "up 1\n");
+    EXPECT_EQ(first.get_future().get(), "no whole answer in time");
+    EXPECT_EQ(server.requests(), 2);
+}
+
 } // namespace
 } // namespace vantor::tests

@@ -21,7 +21,8 @@ constexpr std::size_t longestLabel = 4096;
 constexpr std::size_t mostPoints = 11000; // the server's own limit
 constexpr std::size_t longestReason = 256;
 
-/// Follows the events of the parser by where in the answer they happen.
+/// Follows the events of the parser by where in the answer they happen. A row's texts go where the last row's
+/// were, so that thousands of rows of one kind take no memory of their own.
 class Reader final : public nlohmann::json_sax<nlohmann::json> {
 public:
     explicit Reader(const std::function<void(const AnswerSeries&)>& take) : m_take(take) {}
@@ -44,7 +45,7 @@ public:
     bool binary(binary_t& /*value*/) override { return true; }
     bool string(string_t& text) override;
     bool key(string_t& name) override {
-        m_key = std::move(name);
+        m_key = name;
         return true;
     }
     bool start_object(std::size_t /*count*/) override { return enter(objectPlace()); }
@@ -91,7 +92,7 @@ private:
         }
         if (place == Place::series ||
             place == Place::result) { // a scalar has its sample in the result itself
-            m_series.labels.clear();
+            m_labels = 0;
             m_series.points.clear();
         }
         m_places.push_back(place);
@@ -102,6 +103,7 @@ private:
         m_places.pop_back();
         if (ends && !m_series.points.empty()) {
             ++m_answer.series;
+            m_series.labels.resize(m_labels);
             m_take(m_series);
         }
         return true;
@@ -114,12 +116,16 @@ private:
         m_time = value;
         return true;
     }
-    bool takeLabel(std::string& value) {
-        if (m_series.labels.size() == mostLabels || m_key.size() > longestLabel ||
-            value.size() > longestLabel) {
+    bool takeLabel(const std::string& value) {
+        if (m_labels == mostLabels || m_key.size() > longestLabel || value.size() > longestLabel) {
             return refuse("the answer has a series with too many or too long labels");
         }
-        m_series.labels.push_back({m_key, std::move(value)});
+        if (m_labels == m_series.labels.size()) {
+            m_series.labels.emplace_back();
+        }
+        AnswerSeries::Label& label = m_series.labels[m_labels++];
+        label.name = m_key;
+        label.value = value;
         return true;
     }
     bool takePoint(const std::string& text) {
@@ -141,6 +147,7 @@ private:
     std::string m_errorType;
     std::string m_error;
     AnswerSeries m_series;
+    std::size_t m_labels = 0; ///< of the row so far
     double m_time = 0;
 };
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/remote/fetch/CurlFetcher.hpp"
 
+#include "platform/remote/fetch/NodeAddress.hpp"
+
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -69,11 +72,32 @@ void CurlFetcher::sort(std::vector<Question> questions) {
     }
 }
 
+bool CurlFetcher::isItsTurn(const FetchRequest& request) const {
+    return !request.takesTurns || !m_busy.contains(originOf(request.url));
+}
+
+void CurlFetcher::endTurn(const FetchRequest& request) {
+    if (!request.takesTurns) {
+        return;
+    }
+    m_busy.erase(originOf(request.url));
+    const auto next =
+        std::ranges::find_if(m_held, [this](const Question& held) { return isItsTurn(held.request); });
+    if (next != m_held.end()) {
+        m_waiting.push_front(std::move(*next));
+        m_held.erase(next);
+    }
+}
+
 void CurlFetcher::beginWaiting() {
     const auto beginFirst = [this](std::deque<Question>& waiting) {
         Question question = std::move(waiting.front());
         waiting.pop_front();
-        begin(std::move(question));
+        if (isItsTurn(question.request)) {
+            begin(std::move(question));
+        } else {
+            m_held.push_back(std::move(question));
+        }
     };
     while (m_transfers.size() < mostConnections && !m_waiting.empty()) {
         beginFirst(m_waiting);
@@ -103,6 +127,9 @@ void CurlFetcher::begin(Question question) {
         return;
     }
     m_doubtful += transfer->isDoubtful() ? 1 : 0;
+    if (transfer->request().takesTurns) {
+        m_busy.insert(originOf(transfer->request().url));
+    }
     m_transfers.emplace(easy, std::move(transfer));
 }
 
@@ -117,6 +144,7 @@ void CurlFetcher::finishEnded() {
             continue;
         }
         m_doubtful -= transfer->second->isDoubtful() ? 1 : 0;
+        endTurn(transfer->second->request());
         m_transfers.erase(transfer);
         m_unused.push_back(easy);
     }

@@ -7,6 +7,8 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <set>
+#include <string>
 #include <thread>
 #include <unordered_map>
 #include <vector>
@@ -35,6 +37,8 @@ private:
     void beginWaiting();
     void begin(Question question);
     [[nodiscard]] CURL* freeHandle();
+    [[nodiscard]] bool isItsTurn(const FetchRequest& request) const;
+    void endTurn(const FetchRequest& request);
     void finishEnded();
     [[nodiscard]] bool takeQuestions(std::vector<Question>& questions);
 
@@ -44,8 +48,10 @@ private:
     std::vector<Question> m_questions; ///< not begun
     bool m_isEnding = false;
     // What follows is the thread's own.
-    std::deque<Question> m_waiting;
+    std::deque<Question> m_waiting; ///< for a connection
     std::deque<Question> m_waitingDoubtful;
+    std::deque<Question> m_held;  ///< for the end of another to their origin
+    std::set<std::string> m_busy; ///< origins that are asked one question at a time, and are
     std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers;
     std::size_t m_doubtful = 0;  ///< of them
     std::vector<CURL*> m_unused; ///< handles: making one takes longer than a short exchange on loopback

@@ -19,6 +19,7 @@ public:
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
     [[nodiscard]] bool isDoubtful() const { return m_request.isDoubtful; }
+    [[nodiscard]] const FetchRequest& request() const { return m_request; }
 
     /// Takes up how the handle ended. True where it is to be added once more: the server pointed elsewhere on
     /// its own origin. Anything else is told to whoever asked.

@@ -14,8 +14,9 @@ namespace vantor::platform::remote {
 /// What is asked of another machine, and what may be spent on it.
 struct FetchRequest {
     std::string url;
-    std::string form = {};                        ///< the body of a POST, already encoded; empty: a GET
-    std::string accept = {};                      ///< the header; empty: anything
+    std::string form = {};   ///< the body of a POST, already encoded; empty: a GET
+    bool takesTurns = false; ///< waits for those to the same origin that do so too: one at a time to a server
+    std::string accept = {}; ///< the header; empty: anything
     std::shared_ptr<const Access> access = {};    ///< null: whoever asks is nobody
     std::size_t mostBytes = std::size_t{8} << 20; ///< of the body, unpacked
     std::chrono::milliseconds patience{5000};     ///< for the exchange, from the moment it begins

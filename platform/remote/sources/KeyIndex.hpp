@@ -30,7 +30,7 @@ public:
     }
     /// For a key that is not in it, whose entry is the last.
     void add(std::string_view key) {
-        if (2 * (m_size + 1) > m_slots.size()) {
+        if (2 * (std::size_t{m_size} + 1) > m_slots.size()) {
             grow();
         }
         put({std::hash<std::string_view>()(key), m_size++});

@@ -13,6 +13,7 @@ FetchRequest serverRequest(const PrometheusOptions& options, const std::string& 
     constexpr std::size_t mostBytes = std::size_t{64} << 20;
     FetchRequest request;
     request.url = options.url + "/api/v1/query";
+    request.takesTurns = true;
     request.accept = "application/json";
     request.access = options.access;
     request.mostBytes = mostBytes;
