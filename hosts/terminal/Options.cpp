@@ -173,7 +173,7 @@ ParsedOptions parseOptions(int count, const char* const* arguments) {
         check(parsed.options);
         if (const common::FleetChoice& chosen = parsed.options.fleet; !chosen.isWall()) {
             parsed.options.node = {chosen.nodes.empty() ? std::string() : chosen.nodes.front(),
-                                   chosen.machine, chosen.every};
+                                   chosen.machine, chosen.every, chosen};
         }
         parsed.options.color = color.value_or(ColorChoice::automatic);
     } catch (const CLI::Success& wish) { // --help and --version

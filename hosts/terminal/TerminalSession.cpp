@@ -277,12 +277,6 @@ int runSession(const Options& options, const TerminalSignals& signals, const std
     return status;
 }
 
-WallColors wallColors(ColorDepth depth) {
-    return depth == ColorDepth::none                                    ? WallColors::none
-           : depth == ColorDepth::eight || depth == ColorDepth::sixteen ? WallColors::few
-                                                                        : WallColors::many;
-}
-
 } // namespace
 
 int runTerminal(const Options& options, const TerminalSignals& signals, common::RemoteNode* node) {
@@ -294,7 +288,7 @@ int runTerminal(const Options& options, const TerminalSignals& signals, common::
 
 int runTerminal(const Options& options, const TerminalSignals& signals, common::FleetHost& fleet) {
     return runSession(options, signals, fleet.name(), [&](ColorDepth depth, bool) {
-        return std::make_unique<WallPage>(fleet, options.fleet, wallColors(depth));
+        return std::make_unique<WallPage>(fleet, options.fleet, depth);
     });
 }
 

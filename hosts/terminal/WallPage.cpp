@@ -17,6 +17,12 @@ namespace {
 
 constexpr std::chrono::seconds second{1};
 
+WallColors colorsOf(ColorDepth depth) {
+    return depth == ColorDepth::none                                    ? WallColors::none
+           : depth == ColorDepth::eight || depth == ColorDepth::sixteen ? WallColors::few
+                                                                        : WallColors::many;
+}
+
 WallMove moveOf(CursorKey key) {
     constexpr std::array moves{WallMove::left,   WallMove::right,    WallMove::up,    WallMove::down,
                                WallMove::pageUp, WallMove::pageDown, WallMove::first, WallMove::last};
@@ -25,8 +31,8 @@ WallMove moveOf(CursorKey key) {
 
 } // namespace
 
-WallPage::WallPage(common::FleetHost& fleet, const common::FleetChoice& choice, WallColors colors)
-    : m_fleet(fleet), m_colors(colors), m_wall(fleet.name()) {
+WallPage::WallPage(common::FleetHost& fleet, const common::FleetChoice& choice, ColorDepth depth)
+    : m_fleet(fleet), m_colors(colorsOf(depth)), m_wall(fleet.name()) {
     const auto now = platform::RunLoop::main().now().time_since_epoch();
     m_wall.table().orderBy(fleet::orderNamed(choice.sort).value_or(fleet::FleetOrder::worst), now);
     m_wall.table().groupBy(choice.groupBy, now);

@@ -6,6 +6,7 @@
 #include "hosts/common/Pause.hpp"
 #include "hosts/terminal/Page.hpp"
 #include "hosts/terminal/WidgetPage.hpp"
+#include "hosts/terminal/screen/Capabilities.hpp"
 #include "hosts/terminal/wall/Wall.hpp"
 
 #include <memory>
@@ -17,7 +18,7 @@ namespace vantor::hosts::terminal {
 class WallPage final : public Page {
 public:
     /// Of a fleet that is open, which must outlive this. Asks it from now on.
-    WallPage(common::FleetHost& fleet, const common::FleetChoice& choice, WallColors colors);
+    WallPage(common::FleetHost& fleet, const common::FleetChoice& choice, ColorDepth depth);
     ~WallPage() override;
 
     void turn(platform::Instant now) override;
