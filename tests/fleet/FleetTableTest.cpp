@@ -186,6 +186,11 @@ TEST(FleetTable, ColoursByTheFigureThatIsSortedBy) {
     EXPECT_EQ(3U, table.counts().of(Band::neutral));
     EXPECT_EQ(FleetFigure::sent, table.rows().front().figure);
     EXPECT_EQ("a", table.worst()->machine->name) << "a rate has no level: the worst is that of the shares";
+    a.figures.at(4) = 30.0;
+    b.figures.at(3) = 30e3;
+    table.take(snapshotOf({a, b}), start);
+    table.orderBy(FleetOrder::network, start);
+    EXPECT_EQ("b a ", told(table)) << "thousands of bytes are more than hundreds";
 }
 
 TEST(FleetBands, AreThoseOfTheRings) {
