@@ -13,10 +13,14 @@ namespace vantor::hosts::qt {
 
 namespace {
 
-/// Whether a widget that is drawn later, beside this one or beside a parent of it, lies over the area.
+/// Whether a widget that is drawn later, beside this one or beside a parent of it, lies over the area, or a
+/// parent cuts it off, as one that scrolls does.
 bool isCovered(const QWidget& widget, QRect area) {
     for (const QWidget* at = &widget; !at->isWindow(); at = at->parentWidget()) {
         area.translate(at->pos());
+        if (!at->parentWidget()->rect().contains(area)) {
+            return true;
+        }
         const QObjectList& siblings = at->parentWidget()->children();
         const auto self = std::ranges::find(siblings, static_cast<const QObject*>(at));
         const bool covered = std::any_of(self, siblings.end(), [&](const QObject* object) {
@@ -36,7 +40,8 @@ bool paintNow(QWidget& widget, const QRect& area, const FrameDrawing& draw) {
     const QWidget* top = widget.window();
     QBackingStore* const store = widget.backingStore();
     QWindow* const handle = top->windowHandle();
-    if (store == nullptr || handle == nullptr || !handle->isExposed() || isCovered(widget, area)) {
+    if (store == nullptr || handle == nullptr || !handle->isExposed() || !widget.isVisible() ||
+        isCovered(widget, area)) {
         return false;
     }
     const QRect inWindow = area.translated(widget.mapTo(top, QPoint()));

@@ -14,8 +14,8 @@ using FrameDrawing = std::function<void(QImage& window, const QRect& area)>;
 
 /// Has `area` of a widget, in its coordinates, drawn into its window's memory and sends that to the screen at
 /// once, past the toolkit's bookkeeping of what is to be repainted. It is for the frames of a motion: the
-/// widget's own paintEvent must come to the same picture. False where that cannot be: off screen, covered by
-/// another widget, or painted elsewhere than in memory; then `update` is the way.
+/// widget's own paintEvent must come to the same picture. False where that cannot be: hidden, off screen, cut
+/// off or covered by another widget, or painted elsewhere than in memory; then `update` is the way.
 [[nodiscard]] bool paintNow(QWidget& widget, const QRect& area, const FrameDrawing& draw);
 
 } // namespace vantor::hosts::qt

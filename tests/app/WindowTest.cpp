@@ -4,6 +4,7 @@
 #include "hosts/app/AppWindow.hpp"
 #include "hosts/app/EndDialog.hpp"
 #include "hosts/app/StorageWords.hpp"
+#include "hosts/qt/PaintNow.hpp"
 
 #include <gtest/gtest.h>
 
@@ -116,6 +117,29 @@ TEST_F(Window, DeletesWhatWasListedAndSaysWhatItGave) {
     EXPECT_TRUE(eventually([&] { return pane.result().text() != before; }));
     EXPECT_NE(pane.result().text().indexOf(storageSize(3'100'000'000)), -1)
         << pane.result().text().toStdString();
+}
+
+/// The rings of other pages move along with those that are shown.
+TEST(PaintNow, LeavesAloneWhatCannotBeSeen) {
+    QWidget window;
+    window.resize(200, 200);
+    auto* const view = new QWidget(&window);
+    view->setGeometry(0, 0, 50, 50);
+    auto* const ring = new QWidget(view);
+    ring->setGeometry(10, 10, 20, 20);
+    window.show();
+    QApplication::processEvents();
+    int drawn = 0;
+    const auto paint = [&] {
+        return qt::paintNow(*ring, ring->rect(), [&drawn](QImage&, const QRect&) { ++drawn; });
+    };
+    ASSERT_TRUE(paint());
+    ring->move(40, 10); // scrolled half out
+    EXPECT_FALSE(paint());
+    ring->move(10, 10);
+    view->hide();
+    EXPECT_FALSE(paint());
+    EXPECT_EQ(drawn, 1);
 }
 
 } // namespace
