@@ -4,6 +4,7 @@
 #include "charts/ArcChartStyle.hpp"
 #include "hosts/app/EndDialog.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "hosts/qt/RingAccessible.hpp"
 
 #include <QHBoxLayout>
 #include <QPaintEvent>
@@ -94,6 +95,10 @@ AppContent::AppContent(bool demo)
         list->tree().setAction(qt::hostText("app_END"), [this](const UseRow& row) { endApplication(row); });
     }
     m_memory->list().tree().setUnfoldHandler([this] { refresh(); }); // a share waits for its interval
+    qt::installRingAccessibility();
+    m_memory->head().ring().view().setAccessibleName(qt::hostText("home_USEDRAM"));
+    m_storage->head().ring().view().setAccessibleName(qt::hostText("home_USEDSPACE"));
+    m_processor->head().ring().view().setAccessibleName(qt::hostText("home_USEDCPU"));
     m_lengths.emplace(*this);
     for (const PageKind page : {PageKind::memory, PageKind::storage, PageKind::processor}) {
         auto rings = pane(page)->findChildren<Ring*>() << m_sidebar->entry(page).ring();

@@ -200,8 +200,10 @@ void StoragePane::showSelection() {
                                      : qt::hostText("app_RELEASE", "size", storageSize(bytes).toStdString()));
     m_release->updateGeometry();
     if (!m_hasResult) {
-        m_result->display(filled("app_SELECTED", "n", numberText(static_cast<double>(items.size()), 0),
-                                 "total", numberText(static_cast<double>(m_ticks.size()), 0)));
+        const auto count = [](std::size_t number) { return numberText(static_cast<double>(number), 0); };
+        m_result->display(m_ticks.empty() ? QString()
+                                          : filled("app_SELECTED", "n", count(items.size()), "total",
+                                                   count(m_ticks.size())));
     }
 }
 

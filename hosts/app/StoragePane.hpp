@@ -30,6 +30,7 @@ public:
     /// Counts while it can be seen; a count that is not finished by then is given up.
     void follow(bool on);
     void display(const StoragePage& page);
+    [[nodiscard]] PageHead& head() { return *m_head; }
     [[nodiscard]] bool isCounted() const { return m_isCounted; }
 
     [[nodiscard]] PartsBar& bar() { return *m_bar; }

@@ -17,11 +17,11 @@ UseRow applicationRow(const platform::ApplicationUse& use, const Unfolded& behin
     row.kind = use.isService ? UseRowKind::rest : UseRowKind::application;
     row.key = applicationKey(use);
     row.name = QString::fromStdString(applicationWords(use));
-    row.detail = processesText(use.processes.size());
     row.icon = QString::fromStdString(use.icon);
     row.canEnd = !use.isService;
     if (!use.isService) {
         row.use = use;
+        row.detail = processesText(use.processes.size());
     }
     if (const auto found = behind.find(row.key); found != behind.end() && row.use) {
         row.use->processes.clear();

@@ -10,13 +10,25 @@ namespace vantor::hosts::qt {
 
 namespace {
 
+/// A ring with a caption says that; one that stands beside its words is told its name, or has none.
 QString spokenName(const RingView& ring) {
-    return valueText(ring.caption().toStdString(), ring.percentage().toStdString());
+    const QString name = ring.caption().isEmpty() ? ring.accessibleName() : ring.caption();
+    return name.isEmpty() ? QString() : valueText(name.toStdString(), ring.percentage().toStdString());
+}
+
+bool canBePressed(const RingView& ring) {
+    return ring.focusPolicy() != Qt::NoFocus;
+}
+
+QAccessible::Role roleOf(const RingView& ring) {
+    return canBePressed(ring)           ? QAccessible::Button
+           : spokenName(ring).isEmpty() ? QAccessible::Graphic
+                                        : QAccessible::ProgressBar;
 }
 
 class RingAccessible final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
-    explicit RingAccessible(RingView& ring) : QAccessibleWidget(&ring, QAccessible::Button), m_ring(ring) {}
+    explicit RingAccessible(RingView& ring) : QAccessibleWidget(&ring, roleOf(ring)), m_ring(ring) {}
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         switch (kind) {
@@ -36,7 +48,9 @@ public:
         }
         return QAccessibleWidget::interface_cast(type);
     }
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    [[nodiscard]] QStringList actionNames() const override {
+        return canBePressed(m_ring) ? QStringList{pressAction(), setFocusAction()} : QStringList();
+    }
     void doAction(const QString& name) override {
         if (name == pressAction()) {
             m_ring.animateClick();
