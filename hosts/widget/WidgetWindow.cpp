@@ -163,15 +163,19 @@ void WidgetWindow::showTrayRing() {
     seenChanged();
 }
 
-/// In the tray where there is one, where a press leads to the page; else on the card, beside the button that
-/// does.
+/// By the desktop, where a press leads to the page. Where nobody shows notices, in the tray if there is one,
+/// else on the card, beside the button that leads there.
 void WidgetWindow::warnOfMemory() {
-    const QString text = qt::hostText("host_MEMORYSHORT");
-    if (m_tray) {
-        m_tray->tell(text, [this] { card().openMemoryPage(); });
-    } else {
-        card().showMessage(text);
-    }
+    const auto openPage = [this] { card().openMemoryPage(); };
+    m_notice = std::make_unique<qt::Notice>(QDBusConnection::sessionBus(), openPage, [this, openPage] {
+        const QString text = qt::hostText("host_MEMORYSHORT");
+        if (m_tray) {
+            m_tray->tell(text, openPage);
+        } else {
+            card().showMessage(text);
+        }
+    });
+    m_notice->show(qt::hostText("host_MEMORYSHORT"), qt::hostText("host_SHOWRAM"));
 }
 
 void WidgetWindow::toggleShown() {

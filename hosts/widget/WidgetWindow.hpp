@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/qt/DesktopSettings.hpp"
+#include "hosts/qt/Notice.hpp"
 #include "hosts/qt/Presence.hpp"
 #include "hosts/qt/TrayWatch.hpp"
 #include "hosts/widget/MemoryWarning.hpp"
@@ -97,6 +98,7 @@ private:
     std::unique_ptr<qt::TrayWatch> m_trayWatch;
     std::unique_ptr<TrayRing> m_tray;
     std::unique_ptr<MemoryWarning> m_memoryWarning;
+    std::unique_ptr<qt::Notice> m_notice; ///< of short memory
     qt::Presence m_presence;
     std::optional<QPoint> m_position; ///< of its frame, where the window system tells
     platform::CGSize m_content;       ///< of the card, in points
