@@ -21,6 +21,7 @@ void FleetSources::open(const FleetChoice& choice) {
         return;
     }
     std::vector<remote::NodeTarget> named;
+    named.reserve(choice.nodes.size());
     for (const std::string& node : choice.nodes) {
         named.push_back({*remote::nodeAddress(node, problem)});
     }
