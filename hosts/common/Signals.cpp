@@ -22,7 +22,7 @@ extern "C" void noteSignal(int signal) {
 
 } // namespace
 
-Signals::Signals(std::initializer_list<int> signals, Again again) {
+Signals::Signals(std::initializer_list<int> numbers, Again again) {
     pending = 0;
     event = &m_event;
     struct sigaction noting {};
@@ -31,7 +31,7 @@ Signals::Signals(std::initializer_list<int> signals, Again again) {
     if (again == Again::actsByDefault) {
         noting.sa_flags |= static_cast<int>(SA_RESETHAND);
     }
-    for (const int signal : signals) {
+    for (const int signal : numbers) {
         Before before{signal, {}};
         ::sigaction(signal, nullptr, &before.action);
         if (before.action.sa_handler != SIG_IGN) {

@@ -20,7 +20,7 @@ public:
     enum class Again : std::uint8_t { taken, actsByDefault };
 
     /// Throws std::system_error where the process has no descriptor left.
-    Signals(std::initializer_list<int> signals, Again again);
+    Signals(std::initializer_list<int> numbers, Again again);
     ~Signals();
     Signals(const Signals&) = delete;
     Signals& operator=(const Signals&) = delete;

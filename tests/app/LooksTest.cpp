@@ -16,14 +16,14 @@ namespace {
 
 using platform::Appearance;
 
-struct Look {
+struct Shown {
     const char* picture; // in the documents, below app, without its ending
     PageKind page;
     const char* locale;
     Appearance appearance;
 };
 
-constexpr Look looks[] = {
+constexpr Shown looks[] = {
     {"ram_en_light", PageKind::memory, "en_US", Appearance::light},
     {"ram_en_dark", PageKind::memory, "en_US", Appearance::dark},
     {"ram_ar_light", PageKind::memory, "ar_EG", Appearance::light},
@@ -39,10 +39,10 @@ constexpr Look looks[] = {
     {"settings_ar_dark", PageKind::settings, "ar_EG", Appearance::dark},
 };
 
-class AppLooks : public ::testing::TestWithParam<Look> {};
+class AppLooks : public ::testing::TestWithParam<Shown> {};
 
 TEST_P(AppLooks, AreAsInTheDocuments) {
-    const Look& look = GetParam();
+    const Shown& look = GetParam();
     static const std::string first = look.locale; // fontconfig keeps what it was asked for first
     if (std::string_view(look.locale).starts_with("ar") && first != look.locale) {
         GTEST_SKIP() << "after " << first << " another font stands in for Arabic";
