@@ -81,6 +81,7 @@ TerminalHost::~TerminalHost() {
     m_controller->setReportHandler({});
     m_controller->view()->setChangeHandler({});
     m_controller->setExtensionContext(nullptr);
+    m_controller->endReports(); // the main loop may go on, with a wall
     if (m_ownTimer != nullptr) {
         m_ownTimer->invalidate();
     }

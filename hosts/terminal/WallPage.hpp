@@ -2,12 +2,12 @@
 #pragma once
 
 #include "hosts/common/FleetHost.hpp"
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/common/Pause.hpp"
 #include "hosts/terminal/Page.hpp"
 #include "hosts/terminal/WidgetPage.hpp"
 #include "hosts/terminal/screen/Capabilities.hpp"
 #include "hosts/terminal/wall/Wall.hpp"
+#include "platform/machine/Machine.hpp"
 
 #include <memory>
 #include <optional>
@@ -39,7 +39,9 @@ private:
     /// The machine that is opened, in place while this lives.
     struct Opened {
         std::unique_ptr<common::RemoteNode> node;
-        std::optional<common::HostMachine> machine; ///< once it is ready
+        /// Once it is ready. It outlives this, and so does the viewer: workers may still ask both for the
+        /// page that went.
+        std::optional<platform::Current<platform::Machine>> machine;
         std::unique_ptr<WidgetPage> page;
     };
 
