@@ -97,6 +97,7 @@ TEST_F(FleetFormats, JsonTellsWhatIsKnownAndNothingElse) {
         states.push_back(one["state"]);
     }
     EXPECT_EQ(states, (std::vector<std::string>{"down", "up", "unknown", "stale", "stale"}));
+    EXPECT_TRUE(object["machines"][0]["ram"].is_null()) << "who is down has no figure of now";
 }
 
 TEST_F(FleetFormats, WaybarShowsTheWorst) {

@@ -72,9 +72,9 @@ Json machineOf(const FleetReport& report, const FleetRow& row) {
                 {"ageSeconds", secondsOrNull(row.age)},
                 {"labels", labelsOf(machine)}};
     for (const auto& [figure, key] : figureKeys) {
-        object[key] = orNull(machine.figure(figure));
+        object[key] = orNull(toldFigure(machine, figure));
     }
-    object["mountPoint"] = textOrNull(machine.volume);
+    object["mountPoint"] = machine.downSince ? Json(nullptr) : textOrNull(machine.volume);
     return object;
 }
 

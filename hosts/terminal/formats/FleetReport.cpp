@@ -17,6 +17,10 @@ MachineState stateOf(const FleetReport& report, const FleetRow& row) {
     return *row.age > report.originOf(*row.machine).staleAfter ? MachineState::stale : MachineState::up;
 }
 
+std::optional<double> toldFigure(const platform::FleetMachine& machine, platform::FleetFigure figure) {
+    return machine.downSince ? std::nullopt : machine.figure(figure);
+}
+
 std::string_view stateName(MachineState state) {
     switch (state) {
     case MachineState::up:

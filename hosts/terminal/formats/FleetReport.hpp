@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ struct FleetReport {
 /// nothing is known of it.
 enum class MachineState : std::uint8_t { up, stale, down, unknown };
 [[nodiscard]] MachineState stateOf(const FleetReport& report, const fleet::FleetRow& row);
+/// A figure as reports tell it: absent for a machine that is down too, whose last ones say nothing of now.
+[[nodiscard]] std::optional<double> toldFigure(const platform::FleetMachine& machine,
+                                               platform::FleetFigure figure);
 /// "up", "stale", "down", "unknown".
 [[nodiscard]] std::string_view stateName(MachineState state);
 

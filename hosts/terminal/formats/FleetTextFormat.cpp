@@ -29,11 +29,17 @@ std::string ageOf(const FleetRow& row) {
 
 Cells cellsOf(const FleetRow& row) {
     const auto figure = [&row](FleetFigure which) {
-        return fleet::figureText(which, row.machine->figure(which));
+        return fleet::figureText(which, toldFigure(*row.machine, which));
     };
-    return {fleet::bandSign(row.band),     row.machine->name,         figure(FleetFigure::memory),
-            figure(FleetFigure::storage),  row.machine->volume,       figure(FleetFigure::processor),
-            figure(FleetFigure::received), figure(FleetFigure::sent), ageOf(row)};
+    return {fleet::bandSign(row.band),
+            row.machine->name,
+            figure(FleetFigure::memory),
+            figure(FleetFigure::storage),
+            row.machine->downSince ? std::string() : row.machine->volume,
+            figure(FleetFigure::processor),
+            figure(FleetFigure::received),
+            figure(FleetFigure::sent),
+            ageOf(row)};
 }
 
 Cells captions() {
