@@ -80,11 +80,15 @@ bool FleetHost::open(const std::string& program) {
     Parts& parts = *m_parts;
     parts.sources.open(parts.choice);
     for (const std::string& complaint : parts.sources.complaints()) {
-        writeUnhurried(STDERR_FILENO, program + ": " + complaint + '\n');
+        std::string line = program;
+        line += ": ";
+        line += complaint;
+        writeUnhurried(STDERR_FILENO, line + '\n');
     }
     const std::vector<FleetSources::Opened>& opened = parts.sources.opened();
     if (opened.size() > 1) {
         std::vector<remote::FleetOf::Part> all;
+        all.reserve(opened.size());
         for (const FleetSources::Opened& one : opened) {
             all.push_back({one.source.get(), one.name});
         }

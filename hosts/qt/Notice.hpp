@@ -20,10 +20,9 @@ public:
     /// Replaces the one before. `action` is the button's text.
     void show(const QString& text, const QString& action);
 
-private slots:
-    void heed(uint id, const QString& action);
-
 private:
+    Q_SLOT void heed(uint id, const QString& action);
+
     QDBusConnection m_bus;
     std::function<void()> m_pressed;
     std::function<void()> m_refused;

@@ -91,7 +91,8 @@ void WallFoot::paintEvent(QPaintEvent* /*event*/) {
             continue;
         }
         const QRect place = fromStart(rect(), start, cap);
-        const QRectF pill(place.left() + 0.5, (height() - tall) / 2 + 0.5, cap - 1, tall - 1);
+        const int top = (height() - tall) / 2;
+        const QRectF pill(place.left() + 0.5, top + 0.5, cap - 1, tall - 1);
         painter.setPen(QPen(look.theme.edge, 1));
         painter.setBrush(look.isDark() ? look.theme.fill : look.theme.card);
         painter.drawRoundedRect(pill, 4 * look.theme.pointScale, 4 * look.theme.pointScale);

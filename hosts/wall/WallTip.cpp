@@ -55,8 +55,10 @@ void WallTip::tell(const fleet::FleetTable& table, std::size_t row, std::size_t 
     if (machine.labels != nullptr && !machine.labels->empty()) {
         QString labels;
         for (const auto& [name, value] : *machine.labels) {
-            labels +=
-                (labels.isEmpty() ? QString() : QStringLiteral(" \u00B7 ")) + isolated(name + "=" + value);
+            std::string label = name;
+            label += '=';
+            label += value;
+            labels += (labels.isEmpty() ? QString() : QStringLiteral(" \u00B7 ")) + isolated(label);
         }
         m_notes.push_back(labels);
     }
@@ -131,7 +133,8 @@ void WallTip::paintLine(QPainter& painter, const QRect& line, const Line& told) 
     if (told.share) {
         const QRect place = fromStart(line, nameRoom, bar);
         const int thick = m_look.pixels(6);
-        const QRectF track(place.left(), place.center().y() - thick / 2, bar, thick);
+        const int top = place.center().y() - thick / 2;
+        const QRectF track(place.left(), top, bar, thick);
         painter.setPen(Qt::NoPen);
         painter.setBrush(m_look.theme.separator);
         painter.drawRoundedRect(track, thick / 2.0, thick / 2.0);

@@ -98,7 +98,7 @@ QString momentText(const platform::FleetSnapshot& snapshot, const fleet::FleetRo
 }
 
 QString hintText(const fleet::FleetGroup& group, bool isWorst) {
-    const QString opens = qt::hostText("wall_ENTEROPENS");
+    QString opens = qt::hostText("wall_ENTEROPENS");
     if (!isWorst || group.size < 2 || group.name.empty()) {
         return opens;
     }

@@ -28,7 +28,8 @@ MachinePage::MachinePage(std::unique_ptr<common::RemoteNode> node, std::function
     : QWidget(parent), m_node(std::move(node)), m_word(this), m_back(this) {
     m_back.setText(QStringLiteral("\u2039 ") + qt::hostText("wall_BACK"));
     m_back.setFlat(true);
-    connect(&m_back, &QPushButton::clicked, this, back, Qt::QueuedConnection); // the page goes with it
+    connect(&m_back, &QPushButton::clicked, this, std::move(back),
+            Qt::QueuedConnection); // the page goes with it
     m_word.setAlignment(Qt::AlignCenter);
     m_word.setTextFormat(Qt::PlainText);
     m_word.setText(qt::hostText(m_node == nullptr ? "wall_GONE" : "wall_ASKING"));

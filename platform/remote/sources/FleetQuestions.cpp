@@ -85,8 +85,8 @@ private:
     std::string m_identity;
 };
 
-std::string ownOr(const std::string& own, std::string usual) {
-    return own.empty() ? std::move(usual) : own;
+std::string ownOr(const std::string& own, const std::string& usual) {
+    return own.empty() ? usual : own;
 }
 
 } // namespace
