@@ -80,12 +80,12 @@ TEST(WorkText, TakesWhatTheKernelWritesAndNothingElse) {
 class WorkloadTest : public testing::Test {
 protected:
     void process(int number, int parent, int session, const std::string& name, const std::string& program,
-                 int kibibytes) {
+                 int kibibytes, int flags = 0) {
         const std::string folder = "proc/" + std::to_string(number);
         m_tree.write(folder + "/stat", std::to_string(number) + " (" + name + ") S " +
                                            std::to_string(parent) + " 1 " + std::to_string(session) +
-                                           " 0 0 0 0 0 0 0 150 50 0 0 0 0 0 0" + " 4" +
-                                           std::to_string(number) + " 0\n");
+                                           " 0 0 " + std::to_string(flags) + " 0 0 0 0 150 50 0 0 0 0 0 0" +
+                                           " 4" + std::to_string(number) + " 0\n");
         m_tree.write(folder + "/status", "RssAnon:\t" + std::to_string(kibibytes) +
                                              " kB\nRssFile:\t 99999 kB\n"
                                              "RssShmem:\t 1 kB\nVmSwap:\t 2 kB\n");
@@ -194,7 +194,7 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     process(40, 1, 10, "bwrap", "/usr/bin/bwrap", 1);
     process(41, 40, 10, "app", "/app/bin/app", 50);
     m_tree.write("proc/41/root/.flatpak-info", "[Instance]\nname=wrong\n[Application]\nname=org.y.App\n");
-    process(50, 2, 0, "kworker", "", 0);
+    process(50, 2, 0, "kworker", "", 0, 0x00208040);
     const auto kib = [](int kibibytes) { return std::to_string(kibibytes * 1024); };
     const std::string expected = "Editor: " + kib(112) + '/' + kib(4) + "/2 4s\nFlat App: " + kib(53) + '/' +
                                  kib(4) + "/2 4s\nmake: " + kib(5) + '/' + kib(2) +
@@ -203,6 +203,16 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     EXPECT_EQ(applications(), expected) << "where nothing counts as local, a child reads the entries";
     m_tree.write("proc/self/mountinfo", "1 0 0:1 / / rw - tmpfs x rw\n");
     EXPECT_EQ(applications(), expected);
+}
+
+TEST_F(WorkloadTest, CountsAContainersProcessesWhoseSessionIsOutside) {
+    process(1, 0, 0, "init", "/bin/init", 1);
+    process(2, 1, 0, "server", "/bin/server", 10);
+    process(3, 2, 0, "worker", "/bin/worker", 20);
+    process(4, 1, 4, "cron", "/bin/cron", 5);
+    const auto kib = [](int kibibytes) { return std::to_string(kibibytes * 1024); };
+    EXPECT_EQ(applications(), "cron: " + kib(6) + '/' + kib(2) + "/1 2s\ninit: " + kib(2) + '/' + kib(2) +
+                                  "/1 2s\nserver: " + kib(32) + '/' + kib(4) + "/2 4s\n");
 }
 
 TEST_F(WorkloadTest, CountsSharedPagesByPartsWhereSomebodyGoesOnAsking) {

@@ -77,7 +77,7 @@ std::map<int, ProcessStat> ProcessReader::read() {
             entry = m_entries.try_emplace(process).first;
         }
         const bool isThere = update(entry->second, process, folder.number());
-        if (isThere && entry->second.stat.session != 0) { // a kernel thread is in none
+        if (isThere && !entry->second.stat.isKernelThread) {
             processes.emplace_hint(processes.end(), process, entry->second.stat);
         }
     }
@@ -152,7 +152,8 @@ int applicationLeader(const std::map<int, ProcessStat>& processes, int process) 
     auto leader = processes.find(process);
     for (std::size_t steps = 0; leader != processes.end() && steps < processes.size(); ++steps) {
         const auto parent = processes.find(leader->second.parent);
-        if (parent == processes.end() || parent->second.session == parent->first) {
+        // The first process of a container leads a session that cannot be seen from inside.
+        if (parent == processes.end() || parent->first == 1 || parent->second.session == parent->first) {
             return leader->first;
         }
         leader = parent;

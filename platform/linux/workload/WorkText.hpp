@@ -32,7 +32,8 @@ namespace vantor::platform::linux {
 struct ProcessStat {
     std::string name;
     int parent = 0;
-    int session = 0;         ///< the number of its session's leader
+    int session = 0; ///< the number of its session's leader; 0 where that is outside of this container
+    bool isKernelThread = false;
     std::uint64_t ticks = 0; ///< of processor time, by itself and in the kernel
     std::uint64_t start = 0;
     std::uint64_t faults = 0;   ///< of pages, since it started
