@@ -148,22 +148,32 @@ std::string averageText(const platform::FleetSnapshot& snapshot, std::chrono::na
             interval = std::max(interval, source.interval);
         }
     }
-    if (!oldest) {
-        return {};
-    }
+    return oldest ? averageText(interval, now - *oldest) : std::string();
+}
+
+std::string averageText(std::chrono::duration<double> interval, std::chrono::duration<double> age) {
     std::string line;
     if (interval.count() > 0) {
         const auto seconds = static_cast<std::uint64_t>(std::llround(std::max(interval.count(), 1.0)));
         add(line, withNumber("fleet_AVERAGE", seconds));
     }
-    add(line, ageText(now - *oldest));
+    add(line, ageText(age));
     return line;
+}
+
+std::string downText(const std::optional<std::chrono::system_clock::time_point>& since,
+                     const std::string& reason) {
+    if (!since) {
+        return {};
+    }
+    const std::string text =
+        textWithValue(NSLocalizedString("fleet_DOWNSINCE"), "time", platform::clockText(*since));
+    return reason.empty() ? text : text + ": " + reason;
 }
 
 std::string noteText(const FleetRow& row) {
     if (row.machine->downSince) {
-        return textWithValue(NSLocalizedString("fleet_DOWNSINCE"), "time",
-                             platform::clockText(*row.machine->downSince));
+        return downText(row.machine->downSince);
     }
     return row.band == Band::stale && row.age ? ageText(*row.age) : std::string();
 }

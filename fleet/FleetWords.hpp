@@ -39,6 +39,12 @@ namespace vantor::fleet {
 /// "15 s average · 9 s old": the longest interval and the longest silence of the sources that answer; empty
 /// before any has. `now` is on the steady clock.
 [[nodiscard]] std::string averageText(const platform::FleetSnapshot& snapshot, std::chrono::nanoseconds now);
+/// The same of one machine; without an average where the interval is 0.
+[[nodiscard]] std::string averageText(std::chrono::duration<double> interval,
+                                      std::chrono::duration<double> age);
+/// "down since 14:03: connection refused", without a reason "down since 14:03"; empty for what is not down.
+[[nodiscard]] std::string downText(const std::optional<std::chrono::system_clock::time_point>& since,
+                                   const std::string& reason = {});
 /// What keeps a machine's figures from being those of now: "down since 14:03", "4 min old"; else empty.
 [[nodiscard]] std::string noteText(const FleetRow& row);
 /// "prod: connection refused" for each source with a problem. The reasons are English.

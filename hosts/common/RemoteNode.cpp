@@ -1,45 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/RemoteNode.hpp"
 
+#include "fleet/FleetWords.hpp"
 #include "hosts/common/FleetHost.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
 #include "hosts/common/NodeAdvice.hpp"
 #include "hosts/common/RemotePlace.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
-#include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/remote/MachineWatch.hpp"
 #include "platform/remote/fetch/NodeAddress.hpp"
 
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
-#include <ctime>
 #include <limits>
 #include <utility>
 
 namespace vantor::hosts::common {
 
-using platform::NSLocalizedString;
-using platform::textWithValue;
 namespace remote = platform::remote;
-
-namespace {
-
-std::string clockTime(std::chrono::system_clock::time_point time) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-    std::tm parts{};
-    ::localtime_r(&seconds, &parts);
-    char text[16];
-    return {text, std::strftime(text, sizeof text, "%H:%M", &parts)};
-}
-
-std::string wholeSeconds(std::chrono::duration<double> time) {
-    return std::to_string(std::lround(time.count()));
-}
-
-} // namespace
 
 struct RemoteNode::Parts {
     std::unique_ptr<FleetHost> fleet; ///< where it is looked for; null where it was found before
@@ -212,15 +192,9 @@ NodeMoment RemoteNode::moment() const {
 
 std::string RemoteNode::heading() const {
     const NodeMoment now = moment();
-    std::string told;
-    if (now.downSince) {
-        told = textWithValue(NSLocalizedString("host_DOWNSINCE"), "time", clockTime(*now.downSince));
-        told = textWithValue(told, "reason", now.problem);
-    } else {
-        told = textWithValue(NSLocalizedString("host_AVERAGEAGE"), "interval", wholeSeconds(now.interval));
-        told = textWithValue(told, "age", wholeSeconds(now.age));
-    }
-    return name() + " \u00B7 " + told;
+    return name() + " \u00B7 " +
+           (now.downSince ? fleet::downText(now.downSince, now.problem)
+                          : fleet::averageText(now.interval, now.age));
 }
 
 void RemoteNode::setHandler(std::function<void()> handler) {

@@ -20,9 +20,8 @@ constexpr std::array<bool, columns> isRightAligned{false, false, true, true, fal
 using Cells = std::array<std::string, columns>;
 
 std::string ageOf(const FleetRow& row) {
-    const std::string note = fleet::noteText(row);
     if (row.machine->downSince) {
-        return row.machine->problem.empty() ? note : note + ": " + row.machine->problem;
+        return fleet::downText(row.machine->downSince, row.machine->problem);
     }
     return row.age ? fleet::ageText(*row.age) : std::string();
 }

@@ -2,6 +2,7 @@
 #include "hosts/terminal/wall/WallWords.hpp"
 
 #include "charts/ArcChartStyle.hpp"
+#include "fleet/FleetWords.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/foundation/DateText.hpp"
 #include "platform/foundation/NSByteCountFormatter.hpp"
@@ -19,15 +20,6 @@ using platform::FleetMachine;
 using platform::NSByteCountFormatter;
 using platform::NSLocalizedString;
 using platform::textWithValue;
-
-namespace {
-
-/// By the user's clock; a dash where that is not known.
-std::string timeOf(const FleetMachine& machine) {
-    return machine.downSince ? platform::clockText(*machine.downSince) : "-";
-}
-
-} // namespace
 
 std::string inGlyphs(std::string text, const Look& look) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 7> plain{{{"\u00D7", "x"},
@@ -75,12 +67,13 @@ std::string rateText(const FleetMachine& machine, FleetFigure which, const Look&
 }
 
 std::string downWords(const FleetMachine& machine, const Look& look) {
-    const std::string words = textWithValue(NSLocalizedString("host_DOWNSINCE"), "time", timeOf(machine));
-    return inGlyphs(textWithValue(words, "reason", machine.problem), look);
+    return inGlyphs(fleet::downText(machine.downSince, machine.problem), look);
 }
 
 std::string downBriefly(const FleetMachine& machine) {
-    return textWithValue(NSLocalizedString("wall_DOWN"), "time", timeOf(machine));
+    return machine.downSince ? textWithValue(NSLocalizedString("wall_DOWN"), "time",
+                                             platform::clockText(*machine.downSince))
+                             : std::string();
 }
 
 std::vector<std::string> wrapped(std::string_view text, int width, int rows) {
