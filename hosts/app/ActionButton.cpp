@@ -12,7 +12,7 @@ ActionButton::ActionButton(ButtonSize size, ButtonRole role, QWidget* parent)
 }
 
 double ActionButton::textSize() const {
-    return m_size == ButtonSize::large ? TextSize::row : TextSize::label;
+    return m_size == ButtonSize::large ? TextSize::body : TextSize::label;
 }
 
 void ActionButton::setRole(ButtonRole role) {

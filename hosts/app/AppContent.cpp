@@ -209,7 +209,7 @@ void AppContent::display(const Sample& sample) {
 
 void AppContent::setLook(const Look& look) {
     m_look = look;
-    setFont(look.theme.font(TextSize::row));
+    setFont(look.theme.font(TextSize::body));
     m_lengths->scale(look.theme);
     m_sidebar->setFixedWidth(std::max(look.pixels(Grid::sidebar), m_sidebar->layout()->sizeHint().width()));
     fitColumn();

@@ -140,7 +140,7 @@ void Field::setRefused(bool refused) {
 
 void Field::setLook(const Look& look) {
     m_look = look;
-    setFont(look.theme.font(TextSize::row));
+    setFont(look.theme.font(TextSize::body));
     setFixedSize(look.pixels(fieldWidth), look.pixels(fieldHeight));
     const int margin = look.pixels(Grid::unit);
     setTextMargins(margin, 0, margin, 0);

@@ -9,15 +9,7 @@ class QWidget;
 
 namespace vantor::hosts::app {
 
-/// The sizes of the app's type scale, in points.
-namespace TextSize {
-inline constexpr double figure = 28;  ///< the one figure that a page is about
-inline constexpr double heading = 20; ///< within the large ring too
-inline constexpr double whole = 17;   ///< what the figure is a part of
-inline constexpr double row = 15;
-inline constexpr double label = 13;
-inline constexpr double caption = 12;
-} // namespace TextSize
+namespace TextSize = qt::TextSize;
 
 /// Lengths of the app's grid, in points.
 namespace Grid {

@@ -17,7 +17,7 @@ struct RingSize {
     double track = 0;
     double text = 0; ///< of the percentage in its middle; 0: none
 };
-inline constexpr RingSize largeRing{96, 11, 2, TextSize::heading}, smallRing{32, 4.5, 1.5, 0};
+inline constexpr RingSize largeRing{96, 11, 2, TextSize::title}, smallRing{32, 4.5, 1.5, 0};
 
 /// A ring as a value: 270 degrees from the lower left.
 struct RingContent {

@@ -122,7 +122,7 @@ QBoxLayout* SettingsPane::row(const Setting& setting, QBoxLayout& card, Text*& c
     texts->setContentsMargins(0, 10, 0, 10);
     texts->setSpacing(1);
     const Words& said = wordsFor(setting);
-    auto* const title = new Text(TextSize::row);
+    auto* const title = new Text(TextSize::body);
     title->setText(qt::hostText(said.title));
     caption = (new Text(TextSize::caption, Ink::secondary))->wrapped();
     caption->setText(qt::hostText(said.sentence));

@@ -11,8 +11,8 @@ namespace vantor::hosts::app {
 
 Sheet::Sheet(QWidget* parent)
     : QDialog(parent),
-      m_title(new Text(TextSize::heading)),
-      m_sentence((new Text(TextSize::row, Ink::secondary))->wrapped()),
+      m_title(new Text(TextSize::title)),
+      m_sentence((new Text(TextSize::body, Ink::secondary))->wrapped()),
       m_list(new QPlainTextEdit),
       m_cancel(new ActionButton(ButtonSize::small)),
       m_action(new ActionButton(ButtonSize::small, ButtonRole::destructive)) {

@@ -90,7 +90,7 @@ void SidebarEntry::setLook(const Look& look) {
 }
 
 QSize SidebarEntry::sizeHint() const {
-    const int name = QFontMetrics(m_look.theme.font(TextSize::row, QFont::Bold)).horizontalAdvance(text());
+    const int name = QFontMetrics(m_look.theme.font(TextSize::body, QFont::Bold)).horizontalAdvance(text());
     const int figure =
         m_ring == nullptr
             ? 0
@@ -165,7 +165,7 @@ void SidebarEntry::paintEvent(QPaintEvent* /*event*/) {
     const auto side = [mirrored](bool atStart) {
         return Qt::AlignAbsolute | Qt::AlignVCenter | (atStart != mirrored ? Qt::AlignLeft : Qt::AlignRight);
     };
-    painter.setFont(theme.font(TextSize::row, isChecked() ? QFont::Bold : QFont::Normal));
+    painter.setFont(theme.font(TextSize::body, isChecked() ? QFont::Bold : QFont::Normal));
     painter.setPen(theme.text);
     painter.drawText(placed(start, width() - start - end), int(side(true)), text());
     painter.setFont(theme.font(TextSize::label));

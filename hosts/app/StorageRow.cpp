@@ -10,7 +10,7 @@ namespace vantor::hosts::app {
 StorageRow::StorageRow(const QString& name, const QString& detail, const QString& size, bool isQuiet)
     : m_name(name), m_line(new QHBoxLayout(this)), m_start(new QHBoxLayout), m_end(new QHBoxLayout) {
     const Ink ink = isQuiet ? Ink::secondary : Ink::text;
-    auto* const title = (new Text(TextSize::row, ink))->wrapped();
+    auto* const title = (new Text(TextSize::body, ink))->wrapped();
     title->setText(name);
     auto* const texts = new QVBoxLayout;
     texts->setSpacing(0);
@@ -22,7 +22,7 @@ StorageRow::StorageRow(const QString& name, const QString& detail, const QString
         texts->addWidget(below);
     }
     texts->addStretch();
-    auto* const figure = (new Text(TextSize::row, ink))->atEnd();
+    auto* const figure = (new Text(TextSize::body, ink))->atEnd();
     figure->setText(size);
     m_line->addLayout(m_start);
     m_line->addLayout(texts, 1);

@@ -69,7 +69,7 @@ void UseTree::setAction(const QString& text, std::function<void(const UseRow&)> 
 
 void UseTree::setLook(const Look& look) {
     m_look = look;
-    setFont(look.theme.font(TextSize::row));
+    setFont(look.theme.font(TextSize::body));
     doItemsLayout();
     fitHeight();
 }

@@ -65,7 +65,7 @@ void UseTree::paintName(QPainter& painter, const QRect& row, const UseRow& use, 
     painter.drawPixmap(iconX, row.top() + (row.height() - side) / 2,
                        m_icons.icon(use.icon, use.name, side, devicePixelRatioF()));
     const QRect text = placed(row, m_look.pixels(nameStart), columnEnd(1) + m_look.pixels(figureRoom));
-    const QFont nameFont = m_look.theme.font(TextSize::row);
+    const QFont nameFont = m_look.theme.font(TextSize::body);
     const int middle = text.top() + text.height() * 52 / 100;
     painter.setFont(nameFont);
     painter.setPen(m_look.theme.text);
@@ -120,7 +120,7 @@ void UseTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, con
     paintTile(*painter, row, isCurrent);
     if (isApplication) {
         paintName(*painter, row, *use, isExpanded(index));
-        painter->setFont(m_look.theme.font(TextSize::row));
+        painter->setFont(m_look.theme.font(TextSize::body));
         painter->setPen(m_look.theme.text);
     } else {
         const QFont font = m_look.theme.font(TextSize::label);

@@ -9,13 +9,23 @@
 
 namespace vantor::hosts::qt {
 
-/// The sizes of the one type scale, in points.
+/// The sizes of the type scale of a card, in points.
 namespace TypeSize {
 inline constexpr double number = 17;  ///< the percentage within a ring
 inline constexpr double body = 13;    ///< captions, figures, buttons
 inline constexpr double heading = 12; ///< of a section; bold
 inline constexpr double small = 11;   ///< ring captions, what stands beside a heading, messages
 } // namespace TypeSize
+
+/// The same of a large window, which is read from further away.
+namespace TextSize {
+inline constexpr double figure = 28; ///< the one figure that a page is about
+inline constexpr double title = 20;  ///< within a large ring too
+inline constexpr double whole = 17;  ///< what the figure is a part of
+inline constexpr double body = 15;
+inline constexpr double label = 13;
+inline constexpr double caption = 12;
+} // namespace TextSize
 
 /// How a window of ours is painted: colours for light or dark, the desktop's accent, and how many logical
 /// pixels a point has (1, or more where the desktop asks for larger text).

@@ -32,13 +32,13 @@ void WallHead::tell(const fleet::FleetTable& table, std::chrono::nanoseconds now
     const fleet::FleetCounts& counts = table.counts();
     std::vector<Piece> pieces{{m_name, TextSize::title, true, false, std::nullopt, 0, 0}};
     if (counts.machines > 0) {
-        pieces.push_back({QString::fromStdString(fleet::answeringText(counts)), TextSize::heading, false,
-                          true, std::nullopt, 12, 3});
+        pieces.push_back({QString::fromStdString(fleet::answeringText(counts)), TextSize::body, false, true,
+                          std::nullopt, 12, 3});
     }
     int gap = 32;
     for (const Band band : {Band::down, Band::red, Band::orange, Band::stale, Band::unknown}) {
         if (const std::size_t count = counts.of(band); count > 0) {
-            pieces.push_back({QString::fromStdString(fleet::bandCountText(band, count)), TextSize::heading,
+            pieces.push_back({QString::fromStdString(fleet::bandCountText(band, count)), TextSize::body,
                               false, false, band, gap,
                               band >= Band::stale    ? 6
                               : band == Band::orange ? 2
@@ -47,9 +47,9 @@ void WallHead::tell(const fleet::FleetTable& table, std::chrono::nanoseconds now
         }
     }
     if (table.worst()) {
-        pieces.push_back({QString::fromStdString(fleet::worstWord()), TextSize::heading, false, true,
-                          std::nullopt, 32, 7});
-        pieces.push_back({QString::fromStdString(fleet::machineText(*table.worst())), TextSize::heading, true,
+        pieces.push_back(
+            {QString::fromStdString(fleet::worstWord()), TextSize::body, false, true, std::nullopt, 32, 7});
+        pieces.push_back({QString::fromStdString(fleet::machineText(*table.worst())), TextSize::body, true,
                           false, std::nullopt, 8, 4});
     }
     QString moment;

@@ -22,13 +22,7 @@ enum class Density : std::uint8_t {
 };
 inline constexpr std::size_t densityCount = 5;
 
-/// The sizes of the wall's type scale, in points.
-namespace TextSize {
-inline constexpr double title = 20;
-inline constexpr double heading = 15;
-inline constexpr double label = 13;
-inline constexpr double caption = 12;
-} // namespace TextSize
+namespace TextSize = qt::TextSize;
 
 /// Lengths of the wall, in points.
 namespace Grid {

@@ -147,7 +147,7 @@ void WallPainter::paintCard(QPainter& painter, const QRect& cell, const Face& fa
     Face titled = face;
     titled.note.clear();
     paintName(painter, {words.left(), words.top(), words.width(), height}, titled,
-              m_look.theme.font(TextSize::heading, QFont::DemiBold));
+              m_look.theme.font(TextSize::body, QFont::DemiBold));
     const QFont small = m_look.theme.font(TextSize::caption);
     painter.setPen(m_look.theme.secondaryText);
     m_texts.draw(painter, {words.left(), words.top() + height + m_look.pixels(2), words.width(), height},

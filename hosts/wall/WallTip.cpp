@@ -170,7 +170,7 @@ void WallTip::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(m_look.theme.secondaryText);
     const int age = QFontMetrics(painter.font()).horizontalAdvance(m_age);
     painter.drawText(line, int(Qt::AlignTrailing | Qt::AlignVCenter), m_age);
-    painter.setFont(m_look.theme.font(TextSize::heading, QFont::Bold));
+    painter.setFont(m_look.theme.font(TextSize::body, QFont::Bold));
     painter.setPen(m_look.theme.text);
     const int room = line.width() - age - m_look.pixels(10);
     painter.drawText(fromStart(line, 0, room), int(Qt::AlignLeading | Qt::AlignVCenter),

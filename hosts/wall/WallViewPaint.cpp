@@ -25,7 +25,7 @@ void WallView::paintNothing(QPainter& painter) {
     const char* const why = m_table.snapshot() == nullptr ? "wall_ASKING"
                             : m_table.known() > 0         ? "wall_NOMATCH"
                                                           : "wall_EMPTY";
-    painter.setFont(look.theme.font(TextSize::heading));
+    painter.setFont(look.theme.font(TextSize::body));
     painter.setPen(look.theme.secondaryText);
     painter.drawText(viewport()->rect(), int(Qt::AlignCenter), qt::hostText(why));
 }
@@ -70,7 +70,7 @@ void WallView::paintHeading(QPainter& painter, std::size_t group, const QRect& l
     painter.setPen(look.theme.text);
     const QString name = shown.name.empty() ? QStringLiteral("\u2013") : QString::fromStdString(shown.name);
     const int wide = m_painter.texts().draw(painter, fromStart(text, start, text.width() / 2), name,
-                                            look.theme.font(TextSize::heading, QFont::Bold));
+                                            look.theme.font(TextSize::body, QFont::Bold));
     painter.setPen(look.theme.secondaryText);
     const int after = start + wide + look.pixels(12);
     m_painter.texts().draw(painter, fromStart(text, after, text.width() - after), m_headings.at(group),

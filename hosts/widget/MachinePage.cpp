@@ -88,7 +88,7 @@ double MachinePage::tallest() const {
 
 void MachinePage::setLook(const wall::WallLook& look) {
     m_look = look;
-    m_word.setFont(look.theme.font(wall::TextSize::heading));
+    m_word.setFont(look.theme.font(wall::TextSize::body));
     m_back.setFont(look.theme.font(wall::TextSize::label));
     QPalette palette = look.theme.palette();
     palette.setColor(QPalette::Window, look.theme.backdrop);
