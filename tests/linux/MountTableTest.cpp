@@ -48,6 +48,9 @@ TEST_F(Mounts, AreLocalByTheirTypeUpToTheTop) {
         EXPECT_FALSE(local(no)) << no;
     }
     EXPECT_TRUE(MountTable(text).isLocal("/"));
+    EXPECT_TRUE(MountTable("1 0 8:1 / / rw - ext4 a rw\n2 1 0:5 / /dev rw - devtmpfs b rw\n"
+                           "3 2 0:23 / /dev/shm rw - tmpfs c rw\n")
+                    .isLocal("/dev/shm/u"));
     const MountTable nested("1 0 8:1 / / rw - ext4 a rw\n2 1 8:2 / /home\\040of rw - ext4 b rw\n");
     EXPECT_EQ(nested.pointOf("/home of/u/Documents"), "/home of");
     EXPECT_EQ(nested.pointOf("/home off"), "/");

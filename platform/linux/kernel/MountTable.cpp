@@ -18,10 +18,11 @@ namespace {
 
 constexpr int mostLinks = 40; // as the kernel has it
 
-constexpr std::array<std::string_view, 26> localTypes{
-    "bcachefs", "btrfs",    "erofs", "exfat", "ext2",   "ext3",  "ext4",    "f2fs",  "hfsplus",
-    "iso9660",  "jffs2",    "jfs",   "minix", "nilfs2", "ntfs3", "overlay", "ramfs", "reiserfs",
-    "rootfs",   "squashfs", "tmpfs", "ubifs", "udf",    "vfat",  "xfs",     "zfs"};
+/// Of a local disk or of memory. devtmpfs is among them for what is below it: /dev/shm.
+constexpr std::array<std::string_view, 27> localTypes{
+    "bcachefs", "btrfs",   "devtmpfs", "erofs", "exfat", "ext2",   "ext3",  "ext4",    "f2fs",
+    "hfsplus",  "iso9660", "jffs2",    "jfs",   "minix", "nilfs2", "ntfs3", "overlay", "ramfs",
+    "reiserfs", "rootfs",  "squashfs", "tmpfs", "ubifs", "udf",    "vfat",  "xfs",     "zfs"};
 
 bool isLocalType(std::string_view type) {
     return std::ranges::find(localTypes, type) != localTypes.end();
