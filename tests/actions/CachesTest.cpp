@@ -5,6 +5,7 @@
 #include "actions/ReleaseCaches.hpp"
 #include "platform/linux/removal/LinuxDisposal.hpp"
 #include "platform/linux/removal/PathPattern.hpp"
+#include "platform/linux/removal/ReleasableCount.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -236,8 +237,10 @@ TEST_F(Caches, AreNoneWhereTheCacheFolderHoldsTheHome) {
     for (const fs::path& folder : {home(), m_tree.root(), fs::path("/")}) {
         auto folders = homeBelow(m_tree.root());
         folders.cache = folder.string();
-        LinuxDisposal disposal({KernelTree(m_tree.root().string()), folders, home().string()});
-        EXPECT_TRUE(disposal.releasableParts([left = 1000]() mutable { return --left >= 0; }).caches.empty())
+        const KernelTree kernel(m_tree.root().string());
+        LocalPaths paths(kernel);
+        const auto some = [left = 1000]() mutable { return --left >= 0; };
+        EXPECT_TRUE(countReleasable({kernel, folders, home().string()}, paths, some).caches.empty())
             << folder;
     }
     EXPECT_TRUE(holds("torch/own-work"));

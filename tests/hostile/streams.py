@@ -143,7 +143,7 @@ def keeps(what, command, path, old=b"old"):
         file.write(old)
     with open(path + ".output", "wb") as output:
         done = subprocess.run(command, stdout=output if what == "page" else subprocess.DEVNULL, stderr=subprocess.PIPE, timeout=PATIENCE, check=False,
-                              env={"QT_QPA_PLATFORM": "offscreen", "HOME": "/", "VANTOR_SUITE_FILE": path},
+                              env={"QT_QPA_PLATFORM": "offscreen", "HOME": folder, "XDG_RUNTIME_DIR": folder, "VANTOR_SUITE_FILE": path},
                               preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (10, 10)))
     with open(path, "rb") as file:
         if file.read() != old or done.returncode not in (1, 2, 3) or b"File too large" not in done.stderr:

@@ -8,6 +8,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 
 source, *programs = sys.argv[1:]
 packaging = pathlib.Path(source) / "packaging"
@@ -82,8 +83,10 @@ def check(program):
             compare(f"{files[shell].name}, {what}", words.get(f"{what} ", set()) & names, names)
 
 
-for each in programs:
-    check(each)
+with tempfile.TemporaryDirectory() as home:  # where shells keep what was typed
+    os.environ.update({"HOME": home, "XDG_DATA_HOME": home, "XDG_CONFIG_HOME": home, "LC_ALL": "C"})
+    for each in programs:
+        check(each)
 if not programs:
     wrong.append("no programs")
 print(*wrong, sep="\n")

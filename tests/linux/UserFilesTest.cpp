@@ -111,6 +111,7 @@ TEST(UserFolders, AreAbsoluteOrNotThere) {
         EXPECT_EQ(folders.state, folders.home.empty() ? "" : folders.home + "/.local/state");
     }
     ::unsetenv("XDG_STATE_HOME");
+    ::unsetenv("XDG_CONFIG_HOME");
     ::setenv("HOME", "/\xff h", 1); // bytes, in no encoding
     EXPECT_EQ(platform::posix::UserFolders::fromEnvironment().config, "/\xff h/.config");
     ::setenv("HOME", before.c_str(), 1);

@@ -49,7 +49,7 @@ def card_has_a_line(port):
         for node in ([], ["--node", f"127.0.0.1:{port}"]):
             picture = pathlib.Path(folder) / f"{len(node)}.png"
             result = subprocess.run([sys.argv[3], "--compact", "--snapshot", picture, *node], capture_output=True, text=True,
-                                    timeout=PATIENCE, env={**os.environ, "HOME": folder, "VANTOR_SUITE_FILE": "/nonexistent"})
+                                    timeout=PATIENCE, env={**os.environ, "HOME": folder, "XDG_RUNTIME_DIR": folder, "VANTOR_SUITE_FILE": "/nonexistent"})
             check(f"a picture with {node}: {result.stderr}", result.returncode == 0)
             heights.append(struct.unpack(">I", picture.read_bytes()[20:24])[0])
     check(f"a card's height without and with a machine's line: {heights}", heights[1] == heights[0] + 24)

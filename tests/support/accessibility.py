@@ -4,6 +4,7 @@ import os
 import shutil
 import subprocess
 import sys
+import tempfile
 import time
 
 SKIP = 77
@@ -19,8 +20,11 @@ if os.environ.get("VANTOR_OWN_BUS") != "1":
     if not all(map(shutil.which, ("dbus-run-session", "Xvfb"))) or not any(map(os.path.exists, LAUNCHERS)):
         print("skipped: dbus-run-session, Xvfb or at-spi2-core is not installed")
         sys.exit(SKIP)
-    environment = dict(os.environ, VANTOR_OWN_BUS="1", LC_ALL="C")
-    sys.exit(subprocess.call(["dbus-run-session", "--", sys.executable, *sys.argv], env=environment))
+    with tempfile.TemporaryDirectory() as home:  # the desktop's helpers keep files there too
+        own = ("HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR")
+        environment = {**os.environ, "VANTOR_OWN_BUS": "1", "LC_ALL": "C", **dict.fromkeys(own, home)}
+        status = subprocess.call(["dbus-run-session", "--", sys.executable, *sys.argv], env=environment)
+    sys.exit(status)
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 PROPERTIES = "org.freedesktop.DBus.Properties"

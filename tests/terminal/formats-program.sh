@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Runs vantor-term as scripts do: formats-program.sh PROGRAM SCHEMA. Prints what is wrong and fails.
 set -uo pipefail
+umask 022 # which decides who may read what is written
 program=$1
 schema=$2
 folder=$(mktemp -d)

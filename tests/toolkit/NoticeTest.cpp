@@ -2,6 +2,7 @@
 #include "hosts/qt/Notice.hpp"
 
 #include "Eventually.hpp"
+#include "TestTree.hpp"
 
 #include <gtest/gtest.h>
 
@@ -38,9 +39,10 @@ namespace {
 class NoticeTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        m_daemon.start(
-            QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+        const std::string address = "--address=unix:path=" + (m_folder.root() / "bus").string();
+        m_daemon.start(QStringLiteral("dbus-daemon"),
+                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                        QStringLiteral("--print-address"), QString::fromStdString(address)});
         if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead()) {
             GTEST_SKIP() << "dbus-daemon is not installed";
         }
@@ -56,6 +58,7 @@ protected:
     [[nodiscard]] QDBusConnection bus(const char* name) const {
         return QDBusConnection::connectToBus(m_address, QString::fromLatin1(name));
     }
+    const tests::TestTree m_folder;
     QProcess m_daemon;
     QString m_address;
 };

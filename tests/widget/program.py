@@ -11,7 +11,8 @@ import time
 program = sys.argv[1]
 home = tempfile.TemporaryDirectory(prefix="vantor-test-")  # gone with this program
 folder = home.name
-environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=folder, XDG_CONFIG_HOME=folder, LC_ALL="C")
+environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=folder, LC_ALL="C")
+environment |= {f"XDG_{name}": folder for name in ("CONFIG_HOME", "STATE_HOME", "CACHE_HOME", "DATA_HOME", "RUNTIME_DIR")}
 environment.pop("DISPLAY", None)
 environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
 
