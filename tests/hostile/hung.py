@@ -3,7 +3,8 @@
 
 Under the documents, the cache or the home, from the start or later: reports go on without what is there, name it once
 and end; nothing of a program stays behind in the kernel but a child that nobody waits for. What cannot be done without
-it ends with its name."""
+it ends with its name. Most of the time is the programs' own waiting, so several cases are under way at once."""
+import concurrent.futures
 import json
 import os
 import pty
@@ -114,12 +115,17 @@ def opened(process):
     return links
 
 
-def rests(process, seen=[]):
-    """Whether it has done nothing for a while, and would not either on a machine with time for it."""
-    fields = [text.split() for text in tell(process, "stat")]
-    seen.append([[field[0] == "S" or time.monotonic(), *field[11:13]] for field in fields])
-    del seen[:-10]
-    return len(seen) == 10 and all(one == seen[0] for one in seen)
+def until_rests(process, what, case):
+    """Until it has done nothing for a while, and would not either on a machine with time for it."""
+    seen = []
+
+    def rests():
+        fields = [text.split() for text in tell(process, "stat")]
+        seen.append([[field[0] == "S" or time.monotonic(), *field[11:13]] for field in fields])
+        del seen[:-10]
+        return len(fields) > 1 and len(seen) == 10 and all(one == seen[0] for one in seen)
+
+    until(rests, what, case)
 
 
 def has_figures(section):
@@ -135,31 +141,30 @@ def until(done, what, case):
     check(came, case.name, what)
 
 
-def reports():
-    for place, failing in (("documents", {"storage"}), ("cache", set()), ("home", {"storage", "preferences"})):
-        with Case(place, place) as case:
-            report, errors = case.report("--once")
-            if report:
-                check(set(report["failed"]) == failing, place, f"failed: {report['failed']}")
-                check({line.split(": ")[1] for line in errors.splitlines()} == failing, place, errors)
-                for section in ("ram", "cpu", "network", *({"storage"} - failing)):
-                    check(has_figures(report[section]), place, f"{section}: {report[section]}")
+def reports(place, failing):
+    with Case(place, place) as case:
+        report, errors = case.report("--once")
+        if report:
+            check(set(report["failed"]) == failing, place, f"failed: {report['failed']}")
+            check({line.split(": ")[1] for line in errors.splitlines()} == failing, place, errors)
+            for section in ("ram", "cpu", "network", *({"storage"} - failing)):
+                check(has_figures(report[section]), place, f"{section}: {report[section]}")
+
+
+def answered():
     with Case("documents that answer", "documents", silent=False) as case:
         report, _ = case.report("--once")
         check(report.get("storage", {}).get("total") in (4096 * 1000, 4096 * 900), case.name, report.get("storage"))
 
 
-def commands():
+def commands(words, status):
     """Figures without what is in the home, else a refusal that names what does not answer."""
-    for words, status in ((["ram"], 3), (["cpu"], 0), (["settings", "list"], 3), (["settings", "set", "refreshSeconds", "3"], 3),
-                          (["settings", "watch"], 3), (["clean", "trash", "--dry-run"], 3), (["storage"], 3),
-                          (["clean", "caches", "--dry-run"], 3)):
-        with Case("home under vantor", "home") as case:
-            ended, text, errors = case.run(command, *words)
-            check(ended == status, case.name, f"{words}: {ended}")
-            said = ("does not answer", "did not answer", "left alone")
-            check(("/home" in errors and any(phrase in errors for phrase in said)) == (status == 3), case.name, f"{words}: {errors}")
-            check(bool(text) == (words[-1] in ("ram", "cpu", "list")), case.name, f"{words}: {text}")
+    with Case("home under vantor", "home") as case:
+        ended, text, errors = case.run(command, *words.split())
+        check(ended == status, case.name, f"{words}: {ended}")
+        said = ("does not answer", "did not answer", "left alone")
+        check(("/home" in errors and any(phrase in errors for phrase in said)) == (status == 3), case.name, f"{words}: {errors}")
+        check(bool(text) == (words in ("ram", "cpu", "settings list")), case.name, f"{words}: {text}")
 
 
 def watch():
@@ -188,7 +193,7 @@ def interactive():
         screen = b""
         while b"Free" not in screen:
             screen += os.read(own, 65536)
-        until(lambda: rests(running.pid), "no rest", case)
+        until_rests(running.pid, "no rest", case)
         case.silent = True
         case.hang()
         screen = b""
@@ -199,29 +204,35 @@ def interactive():
         os.close(own)
 
 
-def windows():
-    for program, place in ((window[0], "documents"), *((each, "home") for each in window)):
-        with Case(f"{place} under {os.path.basename(program)}", place, silent=None) as case:
-            running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            until(lambda: len(threads(running.pid)) > 1 and rests(running.pid), "no window", case)
-            case.silent = True
-            case.hang()
-            until(lambda: "".join(tell(running.pid, "children")), "nobody asks", case)
-            case.ends(running)
-    for place, status, named in (("documents", 1, "storage"), ("cache", 0, ""), ("home", 1, "home: its file system does not answer")):
-        with Case(f"{place} in the picture", place) as case:
-            picture = case.folder + "/p.png"
-            ended, _, errors = case.run(window[0], "--snapshot", picture)
-            check(ended == status and named in errors and bool(errors) == bool(named), case.name, f"{ended}: {errors}")
-            check(os.path.exists(picture) == (place != "home"), case.name, "the picture")
-    for program in window:
-        with Case(f"home before {os.path.basename(program)}", "home") as case:
-            ended, _, errors = case.run(program)
-            check(ended == 1 and "home: its file system does not answer" in errors, case.name, f"{ended}: {errors}")
-        with Case(f"cache before {os.path.basename(program)}", "cache") as case:
-            running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            until(lambda: any(name.startswith("socket:") for name in opened(running.pid)), "no window", case)
-            case.ends(running)
+def later(program, place):
+    with Case(f"{place} under {os.path.basename(program)}", place, silent=None) as case:
+        running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        until_rests(running.pid, "no window", case)
+        case.silent = True
+        case.hang()
+        until(lambda: "".join(tell(running.pid, "children")), "nobody asks", case)
+        case.ends(running)
+
+
+def pictures(place, status, named):
+    with Case(f"{place} in the picture", place) as case:
+        picture = case.folder + "/p.png"
+        ended, _, errors = case.run(window[0], "--snapshot", picture)
+        check(ended == status and named in errors and bool(errors) == bool(named), case.name, f"{ended}: {errors}")
+        check(os.path.exists(picture) == (place != "home"), case.name, "the picture")
+
+
+def home_before(program):
+    with Case(f"home before {os.path.basename(program)}", "home") as case:
+        ended, _, errors = case.run(program)
+        check(ended == 1 and "home: its file system does not answer" in errors, case.name, f"{ended}: {errors}")
+
+
+def cache_before(program):
+    with Case(f"cache before {os.path.basename(program)}", "cache") as case:
+        running = case.start(program, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        until(lambda: any(name.startswith("socket:") for name in opened(running.pid)), "no window", case)
+        case.ends(running)
 
 
 if not os.path.exists("/dev/fuse"):
@@ -234,11 +245,17 @@ try:
 except OSError as error:
     print(f"skipped: mounting is not allowed here: {error}")
     sys.exit(77)
-reports()
-commands()
-watch()
-interactive()
+jobs = [(job, program) for program in window for job in (home_before, cache_before)]
+jobs += [(later, program, place) for program, place in zip([*window[:1], *window], ("documents", "home", "home"))]
 if window:
-    windows()
+    jobs += [(pictures, "home", 1, "home: its file system does not answer"), (pictures, "cache", 0, ""),
+             (pictures, "documents", 1, "storage")]
+jobs += [(commands, words, 3) for words in ("ram", "settings list", "settings set refreshSeconds 3", "settings watch", "storage",
+                                            "clean trash --dry-run", "clean caches --dry-run")]
+jobs += [(commands, "cpu", 0), (watch,), (interactive,), (answered,), (reports, "home", {"storage", "preferences"}),
+         (reports, "documents", {"storage"}), (reports, "cache", set())]
+with concurrent.futures.ThreadPoolExecutor(6) as pool:
+    for job in [pool.submit(*job) for job in jobs]:
+        job.result()
 print(*problems, sep="\n")
 sys.exit(1 if problems else 0)
