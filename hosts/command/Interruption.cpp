@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <initializer_list>
 
 namespace vantor::hosts::command {
 
