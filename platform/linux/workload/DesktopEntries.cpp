@@ -124,11 +124,16 @@ std::optional<DesktopEntry> DesktopEntries::find(const std::string& id) {
     return known->second;
 }
 
-void DesktopEntries::note(const std::string& id) {
+/// The folders are gone through in their order: those before this one have no such entry, or it is known.
+void DesktopEntries::note(const std::string& folder, const std::string& id) {
     if (m_known.size() >= mostEntries) {
         return;
     }
-    if (const std::optional<DesktopEntry> entry = find(id); entry && !entry->program.empty()) {
+    std::optional<DesktopEntry>& entry = m_known[id];
+    if (!entry) {
+        entry = read(folder, id);
+    }
+    if (entry && !entry->program.empty()) {
         m_programs.try_emplace(entry->program, id);
     }
 }
@@ -138,11 +143,11 @@ void DesktopEntries::readAll() {
         if (m_paths.isLocal(path)) {
             Folder folder(path);
             for (std::string id = nextId(folder); !id.empty(); id = nextId(folder)) {
-                note(id);
+                note(path, id);
             }
         } else {
             for (const auto& [id, entry] : distant(path)) {
-                note(id);
+                note(path, id);
             }
         }
     }

@@ -34,7 +34,7 @@ private:
     using Entries = std::map<std::string, DesktopEntry>;
     [[nodiscard]] std::optional<DesktopEntry> read(const std::string& folder, const std::string& id);
     const Entries& distant(const std::string& folder);
-    void note(const std::string& id);
+    void note(const std::string& folder, const std::string& id);
     void readAll();
 
     std::vector<std::string> m_folders;
