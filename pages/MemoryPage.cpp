@@ -42,7 +42,7 @@ void takeApplications(MemoryPage& page, std::vector<ApplicationUse> applications
 
 } // namespace
 
-std::optional<MemoryPage> memoryPage() {
+std::optional<MemoryPage> memoryPage(platform::ListedFor purpose) {
     const std::optional<platform::vm_statistics64> record = getVMStatistics64();
     if (!record) {
         return std::nullopt;
@@ -59,7 +59,7 @@ std::optional<MemoryPage> memoryPage() {
     platform::Workload& workload = platform::currentWorkload();
     page.swap = workload.swapSpace();
     page.pressure = workload.memoryPressure();
-    takeApplications(page, workload.applications());
+    takeApplications(page, workload.applications(purpose));
     return page;
 }
 

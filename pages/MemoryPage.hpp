@@ -40,7 +40,8 @@ struct MemoryPage {
 };
 
 /// Asks the current machine by the widget's own sampler, and the current workload. Absent where the machine
-/// does not tell. Takes as long as the list of processes asks for: some milliseconds. Any thread.
-[[nodiscard]] std::optional<MemoryPage> memoryPage();
+/// does not tell. Takes as long as the list of processes asks for: some milliseconds, fewer with
+/// `memoryOnce`. Any thread.
+[[nodiscard]] std::optional<MemoryPage> memoryPage(platform::ListedFor purpose = platform::ListedFor::memory);
 
 } // namespace vantor

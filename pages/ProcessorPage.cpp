@@ -44,7 +44,7 @@ ProcessorPageSampler::ProcessorPageSampler(Clock clock) : m_clock(std::move(cloc
 
 ProcessorPageSampler::Sample ProcessorPageSampler::take() const {
     platform::Workload& workload = platform::currentWorkload();
-    return {workload.applications(), workload.processorState(), m_clock()};
+    return {workload.applications(platform::ListedFor::processorTime), workload.processorState(), m_clock()};
 }
 
 ProcessorPage ProcessorPageSampler::page() {

@@ -35,7 +35,7 @@ bool complainAbout(platform::Source source) {
 }
 
 int ram(bool asJson) {
-    const std::optional<MemoryPage> page = memoryPage();
+    const std::optional<MemoryPage> page = memoryPage(platform::ListedFor::memoryOnce);
     const bool isSound = complainAbout(platform::Source::memory);
     if (!page) {
         return refused;

@@ -80,6 +80,13 @@ struct ProcessorState {
     std::optional<double> celsius = {};              ///< the hottest sensor of a processor
 };
 
+/// What a list of applications is for. What that does not need may be left out, and then stays 0.
+enum class ListedFor : std::uint8_t {
+    memory,        ///< memory and swap, again and again
+    memoryOnce,    ///< memory and swap in a single look; processes may lack their starts
+    processorTime, ///< processor time, again and again
+};
+
 /// What runs on a machine for its user. Everything is read afresh and may be absent. Any thread.
 class Workload {
 public:
@@ -91,7 +98,7 @@ public:
     virtual ProcessorState processorState() = 0;
     virtual std::optional<SwapSpace> swapSpace() = 0;
     /// This user's applications, in no order.
-    virtual std::vector<ApplicationUse> applications() = 0;
+    virtual std::vector<ApplicationUse> applications(ListedFor purpose) = 0;
     /// What is behind a listed one; processes that have ended meanwhile are left out.
     virtual ApplicationDetail detail(const ApplicationUse& application) = 0;
 };

@@ -63,7 +63,7 @@ std::optional<SwapSpace> SimulatedWork::swapSpace() {
     return answer(WorkQuery::level, [](SimulatedWorkState& state) { return state.swap; });
 }
 
-std::vector<ApplicationUse> SimulatedWork::applications() {
+std::vector<ApplicationUse> SimulatedWork::applications(ListedFor /*purpose*/) {
     return answer(WorkQuery::applications, [](SimulatedWorkState& state) { return state.applications; });
 }
 

@@ -50,7 +50,7 @@ public:
     std::optional<Pressure> processorPressure() override;
     ProcessorState processorState() override;
     std::optional<SwapSpace> swapSpace() override;
-    std::vector<ApplicationUse> applications() override;
+    std::vector<ApplicationUse> applications(ListedFor purpose) override;
     /// Its processes that still run, with equal parts of what it holds.
     ApplicationDetail detail(const ApplicationUse& application) override;
 

@@ -14,7 +14,9 @@ public:
     std::optional<platform::Pressure> processorPressure() override { return {}; }
     platform::ProcessorState processorState() override { return state; }
     std::optional<platform::SwapSpace> swapSpace() override { return {}; }
-    std::vector<platform::ApplicationUse> applications() override { return uses; }
+    std::vector<platform::ApplicationUse> applications(platform::ListedFor /*purpose*/) override {
+        return uses;
+    }
     platform::ApplicationDetail detail(const platform::ApplicationUse& /*application*/) override {
         return {};
     }

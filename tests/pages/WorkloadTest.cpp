@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <regex>
 
 namespace vantor::tests {
 namespace {
@@ -17,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace platform::linux;
 using platform::ApplicationUse;
+using platform::ListedFor;
 
 TEST(ApplicationId, IsInTheNamesThatDesktopsGiveTheirGroups) {
     const auto id = [](std::string_view path) { return applicationIdOf(path).value_or("-"); };
@@ -77,6 +79,26 @@ TEST(WorkText, TakesWhatTheKernelWritesAndNothingElse) {
     EXPECT_EQ(parseSwapSpace("SwapTotal: 8 kB\nSwapFree: 2 kB\n"), (platform::SwapSpace{8192, 2048}));
 }
 
+TEST(WorkText, TellsAProcessByItsStatusAlone) {
+    const auto all = [](const std::string& text) {
+        const auto status = parseProcessStatus(text);
+        return !status
+                   ? "-"
+                   : status->stat.name + '|' + std::to_string(status->stat.parent) + '|' +
+                         std::to_string(status->stat.session) + (status->stat.isKernelThread ? "|k|" : "|") +
+                         std::to_string(status->memory.memory) + '|' + std::to_string(status->memory.swap);
+    };
+    const std::string place = "State:\tS (sleeping)\nPPid:\t7\nNSpid:\t9\t1\nNSsid:\t8\t1\n";
+    const std::string memory =
+        "VmRSS:\t 9 kB\nRssAnon:\t 2 kB\nRssFile:\t 9 kB\nRssShmem:\t 1 kB\nVmSwap:\t 4 kB\n";
+    EXPECT_EQ(all("Name:\t a\\\\n\\nb: \n" + place + "Kthread:\t0\n" + memory), " a\\n\nb: |7|8|3072|4096");
+    EXPECT_EQ(all("Name:\ta\n" + place + "Kthread:\t1\n"), "a|7|8|k|0|0");
+    EXPECT_EQ(all("Name:\ta\n" + place), "a|7|8|k|0|0") << "an older kernel's";
+    EXPECT_EQ(all("Name:\ta\nState:\tZ (zombie)\nPPid:\t7\nNSsid:\t8\n"), "a|7|8|0|0") << "an ended one";
+    EXPECT_EQ(all("Name:\ta\nState:\tS (sleeping)\nPPid:\t7\n" + memory), "-") << "without namespaces";
+    EXPECT_EQ(all("Name:\ta\nNSsid:\t8"), "-") << "cut short";
+}
+
 class WorkloadTest : public testing::Test {
 protected:
     void process(int number, int parent, int session, const std::string& name, const std::string& program,
@@ -86,9 +108,11 @@ protected:
                                            std::to_string(parent) + " 1 " + std::to_string(session) +
                                            " 0 0 " + std::to_string(flags) + " 0 0 0 0 150 50 0 0 0 0 0 0" +
                                            " 4" + std::to_string(number) + " 0\n");
-        m_tree.write(folder + "/status", "RssAnon:\t" + std::to_string(kibibytes) +
-                                             " kB\nRssFile:\t 99999 kB\n"
-                                             "RssShmem:\t 1 kB\nVmSwap:\t 2 kB\n");
+        const std::string place = "Name:\t" + name + "\nState:\tS (sleeping)\nPPid:\t" +
+                                  std::to_string(parent) + "\nNSsid:\t" + std::to_string(session) + "\n";
+        const std::string memory = "RssAnon:\t" + std::to_string(kibibytes) +
+                                   " kB\nRssFile:\t 99999 kB\nRssShmem:\t 1 kB\nVmSwap:\t 2 kB\n";
+        m_tree.write(folder + "/status", flags == 0 ? place + memory : place); // the kernel's own have none
         if (!program.empty()) {
             fs::create_symlink(program, m_tree.root() / folder / "exe");
         }
@@ -108,8 +132,8 @@ protected:
                      "[Desktop Entry]\nName=" + name + "\nExec=" + program + " %U\nIcon=" + id + "\n");
     }
     /// name: memory/swap/processes and seconds of processor time, in the order of their names.
-    std::string applications() {
-        std::vector<ApplicationUse> uses = m_workload.applications();
+    std::string applications(ListedFor purpose = ListedFor::memory) {
+        std::vector<ApplicationUse> uses = m_workload.applications(purpose);
         std::ranges::sort(uses, {}, &ApplicationUse::name);
         std::string text;
         for (const ApplicationUse& use : uses) {
@@ -120,10 +144,11 @@ protected:
         return text;
     }
     const TestTree m_tree;
-    LinuxWorkload m_workload{{.tree = KernelTree(m_tree.root().string()),
-                              .user = ::getuid(),
-                              .ticksPerSecond = 100,
-                              .entryFolders = {(m_tree.root() / "entries").string()}}};
+    LinuxWorkload m_workload{
+        {.tree = KernelTree(m_tree.root().string()),
+         .user = ::getuid(),
+         .ticksPerSecond = 100,
+         .entryFolders = {(m_tree.root() / "entries").string(), (m_tree.root() / "later").string()}}};
 };
 
 TEST_F(WorkloadTest, CountsByGroupWhereEachApplicationHasOne) {
@@ -185,6 +210,7 @@ TEST_F(WorkloadTest, TellsFrequencyAndTemperatureWhereTheKernelDoes) {
 TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     entry("editor-entry", "Editor", "/opt/edit/bin/editor");
     entry("org.y.App", "Flat App", "flatpak run org.y.App");
+    m_tree.write("later/editor-entry.desktop", "[Desktop Entry]\nName=Hidden by the first\nExec=term\n");
     process(10, 1, 10, "session", "/usr/bin/session", 1); // leads the session
     process(20, 10, 10, "editor", "/opt/edit/bin/editor (deleted)", 100);
     process(21, 20, 10, "helper", "/usr/lib/helper", 10); // of the editor
@@ -203,6 +229,16 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     EXPECT_EQ(applications(), expected) << "where nothing counts as local, a child reads the entries";
     m_tree.write("proc/self/mountinfo", "1 0 0:1 / / rw - tmpfs x rw\n");
     EXPECT_EQ(applications(), expected);
+
+    const std::string untimed = std::regex_replace(expected, std::regex(" [0-9]+s"), " 0s");
+    EXPECT_EQ(applications(ListedFor::memoryOnce), untimed) << "of one file for each process";
+    EXPECT_EQ(applications(), expected) << "after the single look";
+    EXPECT_EQ(applications(ListedFor::processorTime),
+              std::regex_replace(expected, std::regex(": [0-9]+/[0-9]+/"), ": 0/0/"));
+    m_tree.write("proc/32/status", "RssAnon:\t4 kB\nRssShmem:\t 1 kB\nVmSwap:\t 2 kB\n");
+    EXPECT_NE(applications(ListedFor::memoryOnce).find("make: " + kib(5) + '/' + kib(2) + "/1 2s"),
+              std::string::npos)
+        << "a status that tells no session";
 }
 
 TEST_F(WorkloadTest, CountsAContainersProcessesWhoseSessionIsOutside) {
@@ -231,6 +267,8 @@ TEST_F(WorkloadTest, CountsSharedPagesByPartsWhereSomebodyGoesOnAsking) {
     fs::remove_all(m_tree.root() / "proc/10");
     const long whole = 7 * 1000 + 20 + 21 + 22 + 23 + 24 + 25 + 26 + 7;
     EXPECT_EQ(kilobytes(), whole);
+    (void)applications(ListedFor::memoryOnce);
+    (void)applications(ListedFor::processorTime);
     EXPECT_EQ(queue.waiting(), 0U); // a single look costs nothing more
     EXPECT_EQ(kilobytes(), whole);
     queue.drain();

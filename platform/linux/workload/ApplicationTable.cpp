@@ -40,7 +40,8 @@ ApplicationUse& ApplicationTable::application(const std::string& id, const std::
     return use;
 }
 
-void ApplicationTable::addGroup(const GroupUse& group, const std::map<int, ProcessStat>& processes) {
+/// Takes its processes out of those that are given.
+void ApplicationTable::addGroup(const GroupUse& group, std::map<int, ProcessStat>& processes) {
     const std::string id = applicationIdOf(group.path).value_or("");
     const bool isService = id.empty() && !group.path.starts_with("app.slice/");
     ApplicationUse& use = application(id, unitName(group.path), isService);
@@ -49,10 +50,19 @@ void ApplicationTable::addGroup(const GroupUse& group, const std::map<int, Proce
     use.swap += group.swap;
     use.processorTime += group.processorTime;
     for (const int number : group.processes) {
-        if (const auto process = processes.find(number); process != processes.end()) {
-            use.processes.push_back({number, process->second.start, process->second.name});
+        if (auto process = processes.extract(number); !process.empty()) {
+            use.processes.push_back({number, process.mapped().start, std::move(process.mapped().name)});
         }
     }
+}
+
+/// By parts only where somebody goes on asking: a single look would count nothing.
+ProcessMemory ApplicationTable::memoryOf(int process, std::uint64_t start) {
+    if (m_purpose == ListedFor::processorTime) {
+        return {};
+    }
+    const ProcessMemory whole = m_processes.memory(process);
+    return m_purpose == ListedFor::memory ? m_memory.of(process, start, whole) : whole;
 }
 
 /// The processes that share a group with others, such as a login session's.
@@ -69,26 +79,24 @@ void ApplicationTable::addLoose(const std::map<int, ProcessStat>& loose) {
         }
         ApplicationUse& use = application(id.empty() ? m_entries.idStarting(program) : id, program, false);
         for (const int number : members) {
-            const ProcessMemory memory =
-                m_memory.of(number, loose.at(number).start, m_processes.memory(number));
+            const ProcessStat& stat = loose.at(number);
+            const ProcessMemory memory = memoryOf(number, stat.start);
             use.memory += memory.memory;
             use.swap += memory.swap;
-            use.processorTime += loose.at(number).ticks * 1'000'000 / m_ticksPerSecond;
-            use.processes.push_back({number, loose.at(number).start, loose.at(number).name});
+            use.processorTime += stat.ticks * 1'000'000 / m_ticksPerSecond;
+            use.processes.push_back({number, stat.start, stat.name});
         }
     }
 }
 
 std::vector<ApplicationUse> ApplicationTable::make(const std::vector<GroupUse>& groups) {
-    const std::map<int, ProcessStat> processes = m_processes.read();
-    std::map<int, ProcessStat> loose = processes;
+    // Where there are groups, most processes' memory is not asked for.
+    const bool isOnce = m_purpose == ListedFor::memoryOnce && groups.empty();
+    std::map<int, ProcessStat> processes = isOnce ? m_processes.readOnce() : m_processes.read();
     for (const GroupUse& group : groups) {
         addGroup(group, processes);
-        for (const int number : group.processes) {
-            loose.erase(number);
-        }
     }
-    addLoose(loose);
+    addLoose(processes);
     std::vector<ApplicationUse> uses;
     uses.reserve(m_table.size());
     for (auto& [key, use] : m_table) {

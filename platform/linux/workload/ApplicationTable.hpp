@@ -18,17 +18,19 @@ namespace vantor::platform::linux {
 class ApplicationTable {
 public:
     ApplicationTable(const KernelTree& tree, DesktopEntries& entries, ProcessReader& processes,
-                     ProportionalMemory& memory, std::uint64_t ticksPerSecond)
+                     ProportionalMemory& memory, std::uint64_t ticksPerSecond, ListedFor purpose)
         : m_tree(tree),
           m_entries(entries),
           m_processes(processes),
           m_memory(memory),
-          m_ticksPerSecond(ticksPerSecond) {}
+          m_ticksPerSecond(ticksPerSecond),
+          m_purpose(purpose) {}
 
     [[nodiscard]] std::vector<ApplicationUse> make(const std::vector<GroupUse>& groups);
 
 private:
-    void addGroup(const GroupUse& group, const std::map<int, ProcessStat>& processes);
+    void addGroup(const GroupUse& group, std::map<int, ProcessStat>& processes);
+    [[nodiscard]] ProcessMemory memoryOf(int process, std::uint64_t start);
     void addLoose(const std::map<int, ProcessStat>& loose);
     ApplicationUse& application(const std::string& id, const std::string& otherName, bool isService);
 
@@ -37,6 +39,7 @@ private:
     ProcessReader& m_processes;
     ProportionalMemory& m_memory;
     std::uint64_t m_ticksPerSecond;
+    ListedFor m_purpose;
     std::map<std::string, ApplicationUse> m_table; ///< by id or name
 };
 

@@ -23,9 +23,9 @@ std::optional<GroupUse> GroupReader::groupAt(const std::string& path) {
     const std::string folder = m_tree.path(managerFolder(m_user) + '/' + path);
     Files& files = m_files[path];
     files.round = m_round;
-    const bool mayStay = m_files.size() <= mostKept;
+    const bool mayStay = m_isLive && m_files.size() <= mostKept;
     const auto read = [&](KeptFile& file, const char* name) {
-        return file.read(folder + name, m_buffer, mayStay);
+        return file.read(AT_FDCWD, folder + name, m_buffer, mayStay);
     };
     GroupUse group;
     group.path = path;
@@ -77,6 +77,7 @@ std::vector<GroupUse> GroupReader::read() {
     ++m_round;
     m_groups.clear();
     if (m_tree.exists("sys/fs/cgroup/cgroup.controllers")) {
+        m_isLive = isMadeByTheKernel(m_tree.path(managerFolder(m_user)));
         visit("", 0);
     }
     std::erase_if(m_files, [this](const auto& each) { return each.second.round != m_round; });

@@ -64,6 +64,7 @@ private:
     std::vector<GroupUse> m_groups;       ///< that were found so far
     std::vector<char> m_buffer;
     std::uint64_t m_round = 0;
+    bool m_isLive = false; ///< made by the kernel: files may stay open
 };
 
 } // namespace vantor::platform::linux

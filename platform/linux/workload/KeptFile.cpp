@@ -10,15 +10,11 @@
 
 namespace vantor::platform::linux {
 
-namespace {
-
-bool madeByTheKernel(int descriptor) {
+bool isMadeByTheKernel(const std::string& folder) {
     struct statfs about {};
-    return ::fstatfs(descriptor, &about) == 0 &&
+    return ::statfs(folder.c_str(), &about) == 0 &&
            (about.f_type == PROC_SUPER_MAGIC || about.f_type == CGROUP2_SUPER_MAGIC);
 }
-
-} // namespace
 
 /// The kernel hands out as many records as fit into a page: a call that brings much less was the last one.
 std::string_view KeptFile::fill(std::vector<char>& buffer) const {
@@ -43,21 +39,21 @@ std::string_view KeptFile::fill(std::vector<char>& buffer) const {
     return {buffer.data(), length};
 }
 
-std::string_view KeptFile::read(const std::string& path, std::vector<char>& buffer, bool mayStay) {
+std::string_view KeptFile::read(int folder, const std::string& path, std::vector<char>& buffer,
+                                bool mayStay) {
     if (m_descriptor.isOpen()) {
         if (const std::string_view text = fill(buffer); !text.empty()) {
             return text;
         }
     }
     const int number = posix::uninterrupted(
-        [&path] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+        [&] { return ::openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
     m_descriptor = posix::Descriptor(number);
     if (number < 0) {
         return {};
     }
-    m_isMadeByTheKernel = madeByTheKernel(number);
     const std::string_view text = fill(buffer);
-    if (text.empty() || !mayStay || !m_isMadeByTheKernel) {
+    if (text.empty() || !mayStay) {
         m_descriptor.reset();
     }
     return text;

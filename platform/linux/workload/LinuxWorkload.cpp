@@ -30,13 +30,15 @@ std::optional<SwapSpace> LinuxWorkload::swapSpace() {
     return parseSwapSpace(m_options.tree.read("proc/meminfo").text);
 }
 
-std::vector<ApplicationUse> LinuxWorkload::applications() {
+std::vector<ApplicationUse> LinuxWorkload::applications(ListedFor purpose) {
     const std::lock_guard lock(m_mutex);
-    m_memory->beginRound();
+    if (purpose == ListedFor::memory) {
+        m_memory->beginRound();
+    }
     std::vector<ApplicationUse> uses =
-        ApplicationTable(m_options.tree, m_entries, m_processes, *m_memory, m_options.ticksPerSecond)
+        ApplicationTable(m_options.tree, m_entries, m_processes, *m_memory, m_options.ticksPerSecond, purpose)
             .make(m_groups.read());
-    if (m_memory->wantsCount()) {
+    if (purpose == ListedFor::memory && m_memory->wantsCount()) {
         dispatch_async(dispatch_get_global_queue(QOS_CLASS_DEFAULT),
                        [memory = m_memory] { memory->countFew(); });
     }

@@ -47,7 +47,7 @@ public:
     std::optional<Pressure> processorPressure() override;
     ProcessorState processorState() override;
     std::optional<SwapSpace> swapSpace() override;
-    std::vector<ApplicationUse> applications() override;
+    std::vector<ApplicationUse> applications(ListedFor purpose) override;
     ApplicationDetail detail(const ApplicationUse& application) override;
 
 private:

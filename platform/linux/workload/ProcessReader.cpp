@@ -16,14 +16,26 @@ namespace vantor::platform::linux {
 namespace {
 
 std::string under(int process, std::string_view file) {
-    return "proc/" + std::to_string(process) + std::string(file);
+    return std::to_string(process).append(file); // short enough to need no memory of its own
+}
+
+std::string programIn(int folder, const std::string& link, const ProcessStat& stat) {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = ::readlinkat(folder, link.c_str(), target.data(), target.size());
+    std::string_view path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+    constexpr std::string_view replaced = " (deleted)"; // by a newer version, say
+    if (path.ends_with(replaced)) {
+        path.remove_suffix(replaced.size());
+    }
+    path = path.substr(path.rfind('/') + 1);
+    return path.empty() ? stat.name : std::string(path);
 }
 
 } // namespace
 
-bool ProcessReader::isOurs(int process, int folder) const {
+bool ProcessReader::isOurs(int process) const {
     struct stat about {};
-    return ::fstatat(folder, std::to_string(process).c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return ::fstatat(m_folder.number(), std::to_string(process).c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0 &&
            about.st_uid == m_user;
 }
 
@@ -34,11 +46,11 @@ bool ProcessReader::isKnownAsForeign(int process) const {
 }
 
 /// Whether it still is one of the user's: one that runs another program by now may belong to somebody else.
-bool ProcessReader::update(Entry& entry, int process, int folder) {
+bool ProcessReader::update(Entry& entry, int process) {
     constexpr std::size_t mostKept = 500; // a program may usually have 1024
     const bool wasOpen = entry.file.isOpen();
-    const std::string_view text =
-        entry.file.read(m_tree.path(under(process, "/stat")), m_buffer, wasOpen || m_kept < mostKept);
+    const std::string_view text = entry.file.read(m_folder.number(), under(process, "/stat"), m_buffer,
+                                                  m_isLive && (wasOpen || m_kept < mostKept));
     m_kept += entry.file.isOpen() && !wasOpen ? std::size_t{1} : std::size_t{0};
     m_kept -= wasOpen && !entry.file.isOpen() ? std::size_t{1} : std::size_t{0};
     std::optional<ProcessStat> stat = parseProcessStat(text);
@@ -46,7 +58,7 @@ bool ProcessReader::update(Entry& entry, int process, int folder) {
         return false;
     }
     const bool isSame = stat->start == entry.stat.start && stat->name == entry.stat.name;
-    if (entry.round != 0 && !(wasOpen && isSame) && !isOurs(process, folder)) {
+    if (entry.round != 0 && !(wasOpen && isSame) && !isOurs(process)) {
         return false;
     }
     if (!isSame) {
@@ -58,10 +70,27 @@ bool ProcessReader::update(Entry& entry, int process, int folder) {
     return true;
 }
 
-std::map<int, ProcessStat> ProcessReader::read() {
+bool ProcessReader::fillOnce(Entry& entry, int process) {
+    KeptFile file;
+    std::optional<ProcessStatus> status =
+        parseProcessStatus(file.read(m_folder.number(), under(process, "/status"), m_buffer, false));
+    if (!status) {
+        return update(entry, process);
+    }
+    entry.stat = entry.statThen = std::move(status->stat);
+    entry.memory = status->memory;
+    entry.hasMemory = true;
+    entry.round = m_round;
+    return true;
+}
+
+std::map<int, ProcessStat> ProcessReader::look(bool once) {
     ++m_round;
     std::map<int, ProcessStat> processes;
-    Folder folder(m_tree.path("proc"));
+    const std::string path = m_tree.path("proc");
+    Folder folder(path);
+    m_folder = posix::Descriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    m_isLive = isMadeByTheKernel(path);
     while (const char* const name = folder.next()) {
         const std::optional<std::uint64_t> number = numberFrom(name);
         if (!number || *number > INT_MAX) {
@@ -70,13 +99,13 @@ std::map<int, ProcessStat> ProcessReader::read() {
         const int process = static_cast<int>(*number);
         auto entry = m_entries.find(process);
         if (entry == m_entries.end()) {
-            if (isKnownAsForeign(process) || !isOurs(process, folder.number())) {
+            if (isKnownAsForeign(process) || !isOurs(process)) {
                 m_foreign[process] = m_round;
                 continue;
             }
             entry = m_entries.try_emplace(process).first;
         }
-        const bool isThere = update(entry->second, process, folder.number());
+        const bool isThere = once ? fillOnce(entry->second, process) : update(entry->second, process);
         if (isThere && !entry->second.stat.isKernelThread) {
             processes.emplace_hint(processes.end(), process, entry->second.stat);
         }
@@ -88,6 +117,16 @@ std::map<int, ProcessStat> ProcessReader::read() {
         return isGone;
     });
     return processes;
+}
+
+std::map<int, ProcessStat> ProcessReader::read() {
+    return look(false);
+}
+
+std::map<int, ProcessStat> ProcessReader::readOnce() {
+    m_entries.clear();
+    m_kept = 0;
+    return look(true);
 }
 
 /// Each page that a process gets comes by a fault, and what goes to swap is not resident any more.
@@ -102,9 +141,9 @@ ProcessMemory ProcessReader::memory(int process) {
     if (!isSame) {
         KeptFile status;
         entry.memory =
-            parseProcessMemory(status.read(m_tree.path(under(process, "/status")), m_buffer, false));
+            parseProcessMemory(status.read(m_folder.number(), under(process, "/status"), m_buffer, false));
         entry.statThen = entry.stat;
-        entry.hasMemory = entry.file.isMadeByTheKernel();
+        entry.hasMemory = m_isLive;
     }
     return entry.memory;
 }
@@ -112,30 +151,21 @@ ProcessMemory ProcessReader::memory(int process) {
 const std::string& ProcessReader::program(int process) {
     Entry& entry = m_entries[process];
     if (entry.program.empty()) {
-        entry.program = programOf(m_tree, process, entry.stat);
+        entry.program = programIn(m_folder.number(), under(process, "/exe"), entry.stat);
     }
     return entry.program;
 }
 
 ProcessMemory readProcessMemory(const KernelTree& tree, int process) {
-    return parseProcessMemory(tree.read(under(process, "/status")).text);
+    return parseProcessMemory(tree.read("proc/" + under(process, "/status")).text);
 }
 
 std::string programOf(const KernelTree& tree, int process, const ProcessStat& stat) {
-    std::array<char, PATH_MAX> target{};
-    const ssize_t length =
-        ::readlink(tree.path(under(process, "/exe")).c_str(), target.data(), target.size());
-    std::string_view path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-    constexpr std::string_view replaced = " (deleted)"; // by a newer version, say
-    if (path.ends_with(replaced)) {
-        path.remove_suffix(replaced.size());
-    }
-    path = path.substr(path.rfind('/') + 1);
-    return path.empty() ? stat.name : std::string(path);
+    return programIn(AT_FDCWD, tree.path("proc/" + under(process, "/exe")), stat);
 }
 
 std::string flatpakOf(const KernelTree& tree, int process) {
-    const std::string info = tree.read(under(process, "/root/.flatpak-info")).text;
+    const std::string info = tree.read("proc/" + under(process, "/root/.flatpak-info")).text;
     std::string_view rest = info;
     bool isInside = false;
     while (const std::optional<Line> line = takeLine(rest)) {

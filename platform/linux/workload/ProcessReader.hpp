@@ -25,6 +25,9 @@ public:
     /// Those that run, by number, without kernel threads. One that was another user's under its number is
     /// found after eight calls at most.
     [[nodiscard]] std::map<int, ProcessStat> read();
+    /// The same with their memory, for who asks once: of one file each, /proc/PID/status, so that names,
+    /// parents and sessions are all that is told of them; and nothing stays open.
+    [[nodiscard]] std::map<int, ProcessStat> readOnce();
     /// The memory of one of those.
     [[nodiscard]] ProcessMemory memory(int process);
     /// The name of the file that one of those runs, as below.
@@ -39,12 +42,16 @@ private:
         std::string program;
         std::uint64_t round = 0;
     };
-    [[nodiscard]] bool isOurs(int process, int folder) const;
+    [[nodiscard]] bool isOurs(int process) const;
     [[nodiscard]] bool isKnownAsForeign(int process) const;
-    [[nodiscard]] bool update(Entry& entry, int process, int folder);
+    [[nodiscard]] bool update(Entry& entry, int process);
+    [[nodiscard]] bool fillOnce(Entry& entry, int process);
+    [[nodiscard]] std::map<int, ProcessStat> look(bool once);
 
     const KernelTree m_tree;
     const uid_t m_user;
+    posix::Descriptor m_folder; ///< /proc
+    bool m_isLive = false;      ///< made by the kernel: files may stay open
     std::map<int, Entry> m_entries;
     std::map<int, std::uint64_t> m_foreign; ///< other users' processes, and the look that saw them last
     std::vector<char> m_buffer;

@@ -23,11 +23,27 @@ std::optional<double> shareNamed(std::string_view word, std::string_view name) {
     return word.starts_with(name) ? decimal(word.substr(name.size()), 100) : std::nullopt;
 }
 
-/// The kernel writes KiB: "VmSwap:	     128 kB". In bytes.
-std::optional<std::uint64_t> kibibytes(std::string_view text, std::string_view name) {
-    const std::optional<std::uint64_t> value = statNumber(text, name);
+/// In bytes.
+std::optional<std::uint64_t> fromKibibytes(std::optional<std::uint64_t> value) {
     return value && *value < std::numeric_limits<std::uint64_t>::max() / 1024 ? std::optional(*value * 1024)
                                                                               : std::nullopt;
+}
+
+/// The kernel writes KiB: "VmSwap:	     128 kB". In bytes.
+std::optional<std::uint64_t> kibibytes(std::string_view text, std::string_view name) {
+    return fromKibibytes(statNumber(text, name));
+}
+
+/// A process's name as /proc/PID/status has it: a line feed is "\\n", a backslash is doubled.
+std::string unescapedName(std::string_view text) {
+    text.remove_prefix(text.starts_with('\t') ? 1 : 0);
+    std::string name;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isEscape = text[i] == '\\' && i + 1 < text.size();
+        i += isEscape ? 1 : 0;
+        name.push_back(isEscape && text[i] == 'n' ? '\n' : text[i]);
+    }
+    return name;
 }
 
 std::optional<int> processNumber(std::string_view word) {
@@ -134,6 +150,38 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
 ProcessMemory parseProcessMemory(std::string_view status) {
     return {kibibytes(status, "RssAnon:").value_or(0) + kibibytes(status, "RssShmem:").value_or(0),
             kibibytes(status, "VmSwap:").value_or(0)};
+}
+
+/// Lines are in the kernel's order: after VmSwap nothing follows that is asked for, and few texts end before.
+std::optional<ProcessStatus> parseProcessStatus(std::string_view status) {
+    ProcessStatus all;
+    bool hasSession = false, hasMemory = false, isEnded = false;
+    std::optional<bool> isKernelThread; // newer kernels say it
+    while (const std::optional<Line> line = takeLine(status)) {
+        std::string_view rest = line->text;
+        const std::string_view name = takeWord(rest);
+        if (name == "Name:") {
+            all.stat.name = unescapedName(rest);
+        } else if (name == "State:") {
+            const std::string_view state = takeWord(rest);
+            isEnded = state == "Z" || state == "X";
+        } else if (name == "PPid:") {
+            all.stat.parent = processNumber(takeWord(rest)).value_or(0);
+        } else if (name == "NSsid:") {
+            all.stat.session = processNumber(takeWord(rest)).value_or(0);
+            hasSession = line->ended;
+        } else if (name == "Kthread:") {
+            isKernelThread = takeNumber(rest) == 1U;
+        } else if (name == "RssAnon:" || name == "RssShmem:") {
+            all.memory.memory += fromKibibytes(takeNumber(rest)).value_or(0);
+        } else if (name == "VmSwap:") {
+            all.memory.swap = fromKibibytes(takeNumber(rest)).value_or(0);
+            hasMemory = true;
+            break;
+        }
+    }
+    all.stat.isKernelThread = isKernelThread.value_or(!hasMemory && !isEnded);
+    return hasSession ? std::optional(std::move(all)) : std::nullopt;
 }
 
 std::optional<ProcessMemory> parseProportionalMemory(std::string_view rollup) {

@@ -49,6 +49,15 @@ struct ProcessMemory {
 /// A kernel thread has none of these lines, and no memory.
 [[nodiscard]] ProcessMemory parseProcessMemory(std::string_view status);
 
+/// What the text of /proc/PID/status tells of a process's place and memory: of `stat` the name, the parent,
+/// the session and whether it is the kernel's.
+struct ProcessStatus {
+    ProcessStat stat;
+    ProcessMemory memory;
+};
+/// Absent without the line NSsid, as in kernels that were built without namespaces of processes.
+[[nodiscard]] std::optional<ProcessStatus> parseProcessStatus(std::string_view status);
+
 /// The lines Pss_Anon, Pss_Shmem and SwapPss of /proc/PID/smaps_rollup; absent without the first, as before
 /// Linux 5.4.
 [[nodiscard]] std::optional<ProcessMemory> parseProportionalMemory(std::string_view rollup);
