@@ -88,6 +88,9 @@ TEST(Questions, TheLastTwoMomentsOfAMachineBecomeReadings) {
 
     moments = machineMoments({all[0], series("up", {{115, 1}, {145, 0}, {160, 0}})});
     EXPECT_EQ(moments.downSince, 145);
+    AnswerSeries other = series("up", {{145, 0}}); // of another job at the same address
+    other.labels.push_back({"job", "cadvisor"});
+    EXPECT_FALSE(machineMoments({all[0], other, all[4]}).downSince);
     EXPECT_FALSE(machineMoments({all[1]}).after->memory) << "no total, no memory";
     EXPECT_TRUE(machineMoments({}).isEmpty());
 }

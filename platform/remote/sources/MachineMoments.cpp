@@ -56,13 +56,25 @@ std::optional<double> downSince(const AnswerSeries& up) {
     return since;
 }
 
+/// Since when the exporter's own job asks in vain: other jobs may measure something else at the same address.
+/// Where no reading is left that tells which job that is, one in vain is meant.
+std::optional<double> downSince(const std::vector<AnswerSeries>& all) {
+    const auto told = std::ranges::find_if_not(all, isUp);
+    for (const AnswerSeries& series : all) {
+        if (isUp(series) && (told == all.end() || series.label("job") == told->label("job"))) {
+            if (const std::optional<double> since = downSince(series)) {
+                return since;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 MachineMoments machineMoments(const std::vector<AnswerSeries>& series) {
     MachineMoments moments;
-    if (const auto up = std::ranges::find_if(series, isUp); up != series.end()) {
-        moments.downSince = downSince(*up);
-    }
+    moments.downSince = downSince(series);
     constexpr double end = 1e300;
     const std::optional<double> after = newestBefore(series, end);
     const std::optional<double> before = after ? newestBefore(series, *after) : std::nullopt;
