@@ -243,6 +243,11 @@ TEST_F(Prometheus, OfASilentServerTheLastFiguresStay) {
     EXPECT_FALSE(origin().isSilent);
     EXPECT_EQ(origin().problem, "");
     EXPECT_EQ(figure(0, FleetFigure::memory), 0.1);
+    rows["up"] = row(R"("host":"db")", "1");
+    untilAsked();
+    replyRows(rows["up"]);
+    hasWords(origin().problem, "not the labels that tell them apart");
+    EXPECT_TRUE(origin().isSilent);
 }
 
 TEST_F(Prometheus, AsksAsOftenAsTheServerCanBear) {

@@ -110,8 +110,9 @@ void FleetRefresh::take(const FetchAnswer& answer) {
         fallSilent(told.problem);
         return;
     }
-    if (question == FleetQuestion::up && rows.all == 0) {
-        fallSilent("it knows no machine with a node_exporter that is meant here");
+    if (question == FleetQuestion::up && rows.all == rows.unknown) {
+        fallSilent(rows.all == 0 ? "it knows no machine with a node_exporter that is meant here"
+                                 : "its machines have not the labels that tell them apart");
         return;
     }
     if (told.outcome == ServerTold::Outcome::refused) {

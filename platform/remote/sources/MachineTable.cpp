@@ -17,21 +17,13 @@ constexpr std::string_view usualPort = ":9100";
 
 using Labels = std::vector<std::pair<std::string, std::string>>;
 
+/// By FleetFigure: the questions for figures come last and in the figures' order.
 std::optional<std::size_t> placeOf(FleetQuestion question) {
-    switch (question) {
-    case FleetQuestion::memory:
-        return static_cast<std::size_t>(FleetFigure::memory);
-    case FleetQuestion::storage:
-        return static_cast<std::size_t>(FleetFigure::storage);
-    case FleetQuestion::processor:
-        return static_cast<std::size_t>(FleetFigure::processor);
-    case FleetQuestion::received:
-        return static_cast<std::size_t>(FleetFigure::received);
-    case FleetQuestion::sent:
-        return static_cast<std::size_t>(FleetFigure::sent);
-    default:
-        return std::nullopt;
-    }
+    constexpr auto first = static_cast<std::size_t>(FleetQuestion::memory);
+    static_assert(static_cast<std::size_t>(FleetQuestion::sent) - first ==
+                  static_cast<std::size_t>(FleetFigure::sent));
+    const auto place = static_cast<std::size_t>(question);
+    return place >= first ? std::optional(place - first) : std::nullopt;
 }
 
 std::size_t hashOf(const std::vector<AnswerSeries::Label>& labels) {
@@ -131,6 +123,10 @@ void MachineTable::take(FleetQuestion question, const AnswerSeries& row, Rows& r
 }
 
 void MachineTable::takeUp(const AnswerSeries& row, Rows& rows) {
+    if (m_key.find_first_not_of(separator) == std::string::npos) {
+        ++rows.unknown;
+        return;
+    }
     Entry* known = entryOfKey();
     if (known == nullptr) {
         known = &m_entries.emplace_back();

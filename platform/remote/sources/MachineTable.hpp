@@ -24,8 +24,9 @@ public:
     /// What an answer held.
     struct Rows {
         std::size_t all = 0;
-        std::size_t again = 0;   ///< of a machine that had one already: the first counts
-        std::size_t unknown = 0; ///< of no machine that `up` named
+        std::size_t again = 0; ///< of a machine that had one already: the first counts
+        std::size_t unknown =
+            0; ///< of no machine that `up` named, or without a label that tells machines apart
     };
 
     explicit MachineTable(std::vector<std::string> identity);
