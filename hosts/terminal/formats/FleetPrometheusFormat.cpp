@@ -2,6 +2,7 @@
 #include "hosts/terminal/formats/Exposition.hpp"
 #include "hosts/terminal/formats/FleetReport.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -27,11 +28,17 @@ constexpr std::array<Family, 5> families{
      {FleetFigure::sent, "vantor_fleet_network_transmit_bytes_per_second",
       "What a machine's network sends."}}};
 
+/// The identity's values as one text for people: no control sign stands between them.
+std::string identityText(std::string key) {
+    std::ranges::replace(key, '\x1F', ' ');
+    return Exposition::labelled(key);
+}
+
 /// Two machines may have one name, so what tells them apart is a label too.
 std::string labelsOf(const FleetReport& report, const FleetRow& row, bool withVolume) {
     std::string labels = "{machine=\"" + Exposition::labelled(row.machine->name) + "\",source=\"" +
                          Exposition::labelled(report.originOf(*row.machine).name) + "\",key=\"" +
-                         Exposition::labelled(row.machine->key) + "\"";
+                         identityText(row.machine->key) + "\"";
     if (withVolume && !row.machine->volume.empty()) {
         labels += ",mountpoint=\"" + Exposition::labelled(row.machine->volume) + "\"";
     }
