@@ -3,6 +3,7 @@
 
 #include "platform/core/FatalStop.hpp"
 #include "platform/linux/records/PageCounts.hpp"
+#include "platform/remote/readings/VolumeChoice.hpp"
 #include "platform/time/DispatchQueue.hpp"
 
 #include <algorithm>
@@ -25,10 +26,11 @@ std::int64_t bytes(std::uint64_t value) {
 }
 
 VolumeCapacities capacitiesOf(const NodeVolume& volume) {
-    const std::int64_t total = bytes(*volume.size);
+    const std::uint64_t usable = usableSize(volume);
+    const std::int64_t total = bytes(usable);
     const std::int64_t available = std::min(bytes(*volume.available), total);
     const std::int64_t important = std::clamp(bytes(volume.purgeable.value_or(0)), available, total);
-    return {total, available, important};
+    return {total, available, important, bytes(*volume.size - usable)};
 }
 
 SourceFailure missing(Source source, const NodeFigures& figures) {

@@ -35,7 +35,8 @@ TEST(Readings, TwoScrapesOfARealNodeGiveItsFigures) {
     ASSERT_TRUE(figures.memory && figures.storage && figures.processor && figures.network);
     EXPECT_EQ(figures.memory->total, 25276502016u);
     EXPECT_EQ(figures.storage->mountPoint, "/");
-    EXPECT_NEAR(usedShare(*figures.storage), 1 - 8.1932201984e10 / 2.70553174016e11, 1e-9);
+    EXPECT_EQ(usableSize(*figures.storage), 102745280512u);
+    EXPECT_NEAR(usedShare(*figures.storage), 1 - 8.1932201984e10 / 102745280512, 1e-9);
     EXPECT_EQ(*figures.processor, (ProcessorTimes{.user = 384, .system = 1169, .idle = 1441, .nice = 3}));
     EXPECT_EQ(figures.network->received, 0);
     EXPECT_EQ(figures.traffic->receivedBytes, 655588252u);
@@ -117,6 +118,23 @@ TEST(Readings, TheFullestRealVolumeIsTold) {
     EXPECT_EQ(fullest({"/System/Volumes/Data apfs 5", "/ apfs 5"}), "/") << "two mounts of one device";
     EXPECT_EQ(fullest({"/ overlay 50", "/etc/hosts tmpfs 1"}), "/") << "a container";
     EXPECT_EQ(fullest({}), "none");
+}
+
+TEST(Readings, WhatIsKeptBackForRootIsNeitherUsedNorFree) {
+    const auto told = [](const std::string& mount, const std::string& available, const std::string& free) {
+        const std::string labels = "_bytes{mountpoint=\"" + mount + "\",fstype=\"ufs\"} ";
+        return "node_filesystem_size" + labels + "100\nnode_filesystem_avail" + labels + available + "\n" +
+               (free.empty() ? "" : "node_filesystem_free" + labels + free + "\n");
+    };
+    const Reading some = reading(told("/", "40", "60") + told("/srv", "45", "45") + told("/home", "50", ""));
+    ASSERT_NE(fullestVolume(some), nullptr);
+    EXPECT_EQ(fullestVolume(some)->mountPoint, "/srv");
+    EXPECT_DOUBLE_EQ(usedShare(*fullestVolume(some)), 0.55);
+    EXPECT_EQ(usableSize(some.volumes.front()), 80u);
+    const Reading full = reading(told("/", "-3", "5")); // root writes into it
+    ASSERT_NE(fullestVolume(full), nullptr);
+    EXPECT_EQ(usedShare(*fullestVolume(full)), 1);
+    EXPECT_EQ(fullestVolume(reading(told("/", "0", "100"))), nullptr) << "nothing of it is for anybody";
 }
 
 const std::string cpu = "node_cpu_seconds_total{cpu=\"";

@@ -28,6 +28,8 @@ def figures_agree(port):
         check(f"ram.{name}: {ram[name]} here, {other[name]} there", abs(ram[name] - other[name]) < 0.15 * ram["total"])
     disk = os.statvfs(there["storage"]["mountPoint"])
     check("free storage", abs(disk.f_bavail * disk.f_frsize - there["storage"]["free"]) < 0.05 * disk.f_blocks * disk.f_frsize)
+    usable = (disk.f_blocks - disk.f_bfree + disk.f_bavail) * disk.f_frsize
+    check(f"the size of what can be used: {usable}, {there['storage']}", abs(usable - there["storage"]["total"]) < 0.01 * usable)
     check("shares add up", abs(sum(there["cpu"].values()) - 100) < 0.01)
     check("traffic is the node's own", abs(here["network"]["lanReceived"] - there["network"]["lanReceived"]) < 1 << 30)
     check("rates are there", there["network"]["receivedPerSecond"] is not None)

@@ -26,13 +26,15 @@ def killed(server, lasting, dying):
     with Watch(TERM, "--prometheus", server.address, "--every", INTERVAL, "--watch", "0.2") as watch:
         before = watch.until(lambda report: machine(report, dying)["state"] == "up" and machine(report, dying)["receivedPerSecond"] is not None, "up")
         check(f"figures: {before}", all(machine(before, one)[name] is not None for one in (lasting, dying) for name in ("ram", "cpu", "storage")))
+        disk = os.statvfs(machine(before, lasting)["mountPoint"])  # as this machine tells of its own
+        used = 1 - disk.f_bavail / (disk.f_blocks - disk.f_bfree + disk.f_bavail)
+        check(f"storage: {used} here, {machine(before, lasting)['storage']} there", abs(used - machine(before, lasting)["storage"]) < 0.05)
         dying.kill()
         at = time.monotonic()
         after = watch.until(lambda report: machine(report, dying)["state"] == "down", "down")
         took = time.monotonic() - at
         # One interval until the server asks, one until we do; what is over is for a machine that is at work.
         check(f"down after {took:.1f} s", took < 2 * INTERVAL + 1)
-        gone = machine(after, dying)
         gone = machine(after, dying)
         later = machine(watch.until(lambda report: report["time"] > after["time"] and machine(report, lasting)["sampled"] > machine(after, lasting)["sampled"],
                                     "something newer"), dying)

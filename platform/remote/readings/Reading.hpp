@@ -29,6 +29,7 @@ struct NodeVolume {
     std::string type;
     std::optional<std::uint64_t> size = {};
     std::optional<std::uint64_t> available = {}; ///< what a user can write: without what is reserved for root
+    std::optional<std::uint64_t> free = {};      ///< and with it
     std::optional<std::uint64_t> purgeable =
         {}; ///< and what could be released at once, both together; macOS only
     bool isReadOnly = false;

@@ -137,8 +137,10 @@ void ReadingBuilder::addVolume(std::string_view name, const Sample& sample) {
     }
     if (name == "size_bytes") {
         keepFirst(volume->size, bytesOf(sample.value));
-    } else if (name == "avail_bytes") {
-        keepFirst(volume->available, bytesOf(sample.value));
+    } else if (name == "avail_bytes") { // on the BSDs below zero where root writes into what is reserved
+        keepFirst(volume->available, bytesOf(std::max(0.0, sample.value)));
+    } else if (name == "free_bytes") {
+        keepFirst(volume->free, bytesOf(sample.value));
     } else if (name == "purgeable_bytes") {
         keepFirst(volume->purgeable, bytesOf(sample.value));
     } else if (name == "readonly") {

@@ -10,7 +10,7 @@ namespace vantor::platform::remote {
 namespace {
 
 bool hasFigures(const NodeVolume& volume) {
-    return !volume.hasFailed && volume.size.value_or(0) > 0 && volume.available;
+    return !volume.hasFailed && volume.size && volume.available && usableSize(volume) > 0;
 }
 
 bool isBelow(std::string_view path, std::string_view folder) {
@@ -31,8 +31,15 @@ bool isReal(const NodeVolume& volume) {
 
 } // namespace
 
+std::uint64_t usableSize(const NodeVolume& volume) {
+    const std::uint64_t available = *volume.available;
+    const std::uint64_t free = volume.free.value_or(available);
+    const std::uint64_t reserved = free > available ? free - available : 0;
+    return *volume.size > reserved ? *volume.size - reserved : 0;
+}
+
 double usedShare(const NodeVolume& volume) {
-    const auto size = static_cast<double>(*volume.size);
+    const auto size = static_cast<double>(usableSize(volume));
     return std::max(0.0, size - static_cast<double>(*volume.available)) / size;
 }
 

@@ -11,7 +11,12 @@ namespace vantor::platform::remote {
 /// either. Points into the reading. Pure.
 [[nodiscard]] const NodeVolume* fullestVolume(const Reading& reading);
 
-/// How much of it cannot be written by a user, 0 to 1. The volume has a size and something available.
+/// What is used and what is available, in bytes, as of a volume of this machine: what is kept back for root
+/// is in neither. The whole size where the node does not tell what is free. The volume has a size and
+/// something available. Pure.
+[[nodiscard]] std::uint64_t usableSize(const NodeVolume& volume);
+
+/// How much of the usable size is used, 0 to 1: `df`'s Use%. Pure.
 [[nodiscard]] double usedShare(const NodeVolume& volume);
 
 } // namespace vantor::platform::remote

@@ -19,7 +19,7 @@ constexpr std::string_view machineNames =
     R"x(memory_(MemTotal|MemFree|MemAvailable|Active_anon|Inactive_anon|Active_file|Inactive_file|Unevictable|)x"
     R"x(SwapFree|Zswap|Dirty|Writeback|SReclaimable|SUnreclaim|KernelStack|PageTables|SecPageTables|Percpu|Hugetlb|)x"
     R"x(total|size|free|active|inactive|wired|cache|compressed|internal|purgeable)_bytes|)x"
-    R"x(filesystem_(size|avail|purgeable)_bytes|filesystem_(readonly|device_error)|)x"
+    R"x(filesystem_(size|avail|free|purgeable)_bytes|filesystem_(readonly|device_error)|)x"
     R"x(network_(receive|transmit)_bytes_total|network_(protocol_type|address_assign_type|iface_id|iface_link))")x";
 
 class Writer {
@@ -56,11 +56,13 @@ public:
                of("node_memory_MemTotal_bytes") + ") or max" + by() + '(' + mac + ") or max" + by() + '(' +
                bsd + ')';
     }
-    /// The fullest volume that can be written to.
+    /// The fullest volume that can be written to: used / (used + available), as VolumeChoice.hpp has it, in
+    /// the form that matches series twice. One match more for each would double what it costs a server.
     [[nodiscard]] std::string storage() const {
-        return "topk" + by() + "(1, (1 - " + of("node_filesystem_avail_bytes", volumes) + " / " +
-               of("node_filesystem_size_bytes", volumes) + ") unless on (" + m_identity +
-               ", device, mountpoint) (" + of("node_filesystem_readonly", volumes) + " == 1))";
+        return "topk" + by() + "(1, 1 / (1 + " + of("node_filesystem_avail_bytes", volumes) + " / (" +
+               of("node_filesystem_size_bytes", volumes) + " - " + of("node_filesystem_free_bytes", volumes) +
+               ")) unless on (" + m_identity + ", device, mountpoint) (" +
+               of("node_filesystem_readonly", volumes) + " == 1))";
     }
     /// Before the average over the processors, the two idle modes of one are added.
     [[nodiscard]] std::string processor() const {
