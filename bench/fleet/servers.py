@@ -86,6 +86,20 @@ def exporters(count):
     return Servers([answer(number) for number in range(count)])
 
 
+def exporters_at_once(count):
+    """All at one address, each with a path and a name of its own, as groups of a list of targets: thousands of them
+    need a file descriptor or two each otherwise."""
+    texts = [exposition(number) for number in range(count)]
+
+    def answer(head, body):
+        return "text/plain; version=0.0.4; charset=utf-8", gzip.compress(texts[int(head.split(" ", 2)[1][1:])]().encode(), 1)
+
+    server = Servers([answer])
+    server.groups = [{"targets": server.addresses, "labels": {"__metrics_path__": f"/{number}", "instance": f"made-up-{number:05}:9100", "dc": label("dc", number)}}
+                     for number in range(count)]
+    return server
+
+
 def prometheus(count):
     """The answers to a wall's questions. A twentieth of the figures moves from one refresh to the next."""
     identities = [{"instance": f"{label('role', number)}{number:05}:9100", "job": "node"} for number in range(count)]
