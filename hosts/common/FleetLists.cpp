@@ -2,6 +2,7 @@
 #include "hosts/common/FleetFile.hpp"
 #include "hosts/common/FleetSources.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "hosts/common/ShutSource.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/posix/RegularFile.hpp"
 #include "platform/posix/UserFolders.hpp"
@@ -57,7 +58,7 @@ void FleetSources::openPrometheus(remote::PrometheusOptions options) {
         problem = problem.empty() ? remote::problemWith(options) : problem;
     }
     if (!problem.empty()) {
-        m_complaints.push_back(options.name + ": " + problem);
+        m_shut.push_back({options.name, platform::printableText(problem, 4096)});
     } else if (hasFetcher()) {
         auto source = std::make_unique<remote::PrometheusSource>(options, *m_fetcher);
         const remote::PrometheusSource& server = *source;
@@ -90,6 +91,16 @@ void FleetSources::openList(const FleetChoice& choice) {
     for (const FleetListed* const source : all) {
         openListed(*source, choice, folder, name);
     }
+    // Beside others one that cannot be opened is silent; alone it is no wall at all.
+    const bool isPart = !m_opened.empty() && choice.machine.empty();
+    for (const Shut& shut : std::exchange(m_shut, {})) {
+        if (isPart) {
+            m_opened.push_back({shut.name, std::make_unique<ShutSource>(shut.name, shut.problem),
+                                [](std::string_view /*key*/) { return nullptr; }});
+        } else {
+            m_complaints.push_back(name + shut.name + ": " + shut.problem);
+        }
+    }
     if (all.empty()) {
         m_complaints.push_back(
             name + "has no " +
@@ -106,7 +117,7 @@ void FleetSources::openListed(const FleetListed& listed, const FleetChoice& choi
         m_complaints.push_back(path + note);
     }
     if (!access) {
-        m_complaints.push_back(path + platform::printableText(problem, 4096));
+        m_shut.push_back({listed.name, platform::printableText(problem, 4096)});
         return;
     }
     const std::optional<double> every = choice.every ? choice.every : listed.every;

@@ -51,8 +51,14 @@ private:
     void openListed(const FleetListed& listed, const FleetChoice& choice, const std::string& folder,
                     const std::string& path);
 
+    struct Shut { ///< a source of the list that cannot be opened, and why; both printable
+        std::string name;
+        std::string problem;
+    };
+
     std::unique_ptr<platform::remote::Fetcher> m_fetcher; ///< outlives the sources
     std::vector<Opened> m_opened;
+    std::vector<Shut> m_shut;
     std::vector<std::string> m_complaints;
 };
 

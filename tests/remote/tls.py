@@ -80,6 +80,20 @@ def with_a_token(folder):
         fails(folder, f"https://{plain.address}", config, "no TLS there")
 
 
+def with_a_part_missing(folder):
+    """Of two sources one has a secret that cannot be used: the other is told, and that a part is missing."""
+    (folder / "token").chmod(0o644)
+    with Real("prometheus-node-exporter") as plain:
+        (folder / ".config/vantor/fleet.json").write_text(json.dumps({"sources": [
+            {"name": "locked", "prometheus": plain.address, "http_config": {"authorization": {"credentials_file": "../../token"}}},
+            {"name": "plain", "nodes": [plain.address]}]}))
+        result = run(TERM, "--fleet", "--once", "--format", "json", home=str(folder))
+        told = json.loads(result.stdout)
+        check(f"a part is missing: {result.returncode} {result.stderr}", result.returncode == 1 and "locked: " in result.stderr and "others" in result.stderr)
+        check(f"a part is missing: {told}", {source["source"]: source["isSilent"] for source in told["sources"]} == {"plain": False, "locked": True}
+              and [machine["state"] for machine in told["machines"]] == ["up"] and "others" in told["sources"][1]["problem"])
+
+
 need("prometheus-node-exporter", "openssl")
 with tempfile.TemporaryDirectory() as name:
     folder = pathlib.Path(name)
@@ -91,4 +105,5 @@ with tempfile.TemporaryDirectory() as name:
         (folder / file).chmod(0o600)
     with_an_exporter(folder)
     with_a_token(folder)
+    with_a_part_missing(folder)
 finish()
