@@ -56,6 +56,9 @@ public:
     remote::Access access(const Json& config) {
         remote::Access access;
         noteUnknown(config, {"basic_auth", "authorization", "tls_config", "http_headers"}, m_notes);
+        if (config.contains("basic_auth") && config.contains("authorization")) {
+            throw ListMistake("http_config has basic_auth and authorization: one of them can be sent");
+        }
         if (const Json* const basic = objectMember(config, "basic_auth")) {
             noteUnknown(*basic, {"username", "password", "password_file"}, m_notes);
             refuse(*basic, "password");

@@ -110,6 +110,7 @@ TEST_F(FleetFile, WhatIsNoListIsNamed) {
     EXPECT_FALSE(with(R"("http_headers":{"A":{"values":["x\r\nB: 1"]}})"));
     EXPECT_FALSE(with(R"("http_headers":{"A":{"values":1}})"));
     EXPECT_FALSE(with(R"("basic_auth":{"username":7})"));
+    EXPECT_FALSE(with(R"("basic_auth":{"username":"me"},"authorization":{})")) << "one would go unsaid";
 }
 
 } // namespace

@@ -77,6 +77,8 @@ TEST_F(Fetch, AccessGoesWithTheQuestion) {
     EXPECT_NE(head.find("Authorization: Basic bWU6c2VjcmV0\r\n"), std::string::npos);
     EXPECT_NE(head.find("X-Scope-OrgID: ops\r\n"), std::string::npos);
     EXPECT_NE(head.find("Accept: text/plain\r\n"), std::string::npos);
+    (void)ask({.url = server.url("/"), .access = std::make_shared<Access>(Access{.password = "secret"})});
+    EXPECT_NE(head.find("Authorization: Basic OnNlY3JldA==\r\n"), std::string::npos) << "no name is one too";
     (void)ask({.url = server.url("/"), .access = std::make_shared<Access>(Access{.bearer = "token"})});
     EXPECT_NE(head.find("Authorization: Bearer token\r\n"), std::string::npos);
     (void)ask({.url = server.url("/")});

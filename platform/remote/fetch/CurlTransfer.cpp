@@ -73,9 +73,9 @@ void CurlTransfer::setUpAccess(const Access& access) {
             set(option, text.c_str());
         }
     };
-    if (!access.user.empty()) {
+    if (!access.user.empty() || !access.password.empty()) {
         set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
-        setText(CURLOPT_USERNAME, access.user);
+        set(CURLOPT_USERNAME, access.user.c_str());
         setText(CURLOPT_PASSWORD, access.password);
     } else if (!access.bearer.empty()) {
         set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BEARER));

@@ -94,7 +94,7 @@ std::optional<NodeAddress> addressOf(std::string_view text, std::string_view usu
         return refused("only http:// and https:// are known");
     }
     if (parts.place.find('@') != std::string_view::npos) {
-        return refused("names and passwords do not belong on a command line");
+        return refused("names and passwords do not belong into an address");
     }
     const std::optional<Place> place = placeFrom(parts.place);
     if (!place) {
