@@ -47,6 +47,7 @@ FreeUpRow::~FreeUpRow() {
 }
 
 void FreeUpRow::stop() {
+    m_isWanted = false;
     *m_stopped = true;
 }
 
@@ -73,11 +74,17 @@ void FreeUpRow::lookOnce() {
     setBusy(true, "app_LOOKING");
     onWorker(
         m_alive, [stopped = m_stopped, pace = m_pace] { return lookAgain(stopped, pace); },
-        [this](const Outcome& outcome) { settle(outcome.action, outcome.sentence); });
+        [this](const Outcome& outcome) {
+            settle(outcome.action, outcome.sentence);
+            if (m_isWanted) {
+                run();
+            }
+        });
 }
 
 /// Looks afresh, since who is idle may have changed, and does what that finds.
 void FreeUpRow::run() {
+    m_isWanted = false;
     setBusy(true, "app_FREEING");
     onWorker(
         m_alive,
@@ -90,6 +97,7 @@ void FreeUpRow::run() {
         },
         [this](const Outcome& outcome) {
             settle(outcome.action, outcome.sentence);
+            m_isWanted = false; // it was done
             m_changed();
         });
 }
@@ -98,10 +106,12 @@ void FreeUpRow::runByLink() {
     onWorker(
         m_alive, [] { return common::mayFreeUpByLink(); },
         [this](bool may) {
-            if (may && !m_isBusy) {
-                run();
-            } else if (!may) {
+            if (!may) {
                 m_sentence->display(qt::hostText("app_LINKAGAIN"));
+            } else if (m_isBusy) {
+                m_isWanted = true; // a window that the link opened is having its first look
+            } else {
+                run();
             }
         });
 }

@@ -48,6 +48,7 @@ private:
     std::shared_ptr<std::atomic<bool>> m_stopped;
     std::shared_ptr<const FreeUpMemory> m_action;
     bool m_isBusy = false;
+    bool m_isWanted = false; ///< by a link, as soon as the look is over
 };
 
 } // namespace vantor::hosts::app

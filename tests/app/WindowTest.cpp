@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "AppStage.hpp"
 #include "Eventually.hpp"
+#include "TestTree.hpp"
 #include "hosts/app/AppWindow.hpp"
 #include "hosts/app/EndDialog.hpp"
+#include "hosts/app/FreeUpRow.hpp"
 #include "hosts/app/StorageWords.hpp"
 #include "hosts/qt/PaintNow.hpp"
+#include "platform/time/DispatchQueue.hpp"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <atomic>
 #include <set>
 
 namespace vantor::hosts::app {
@@ -101,6 +105,34 @@ TEST_F(Window, EndsAnApplicationOnlyWhenThatIsConfirmed) {
         const UseRow* const row = pane.list().model().rowAt(pane.list().model().index(0, 0));
         return row != nullptr && row->key != key;
     }));
+}
+
+/// The window that a link opens has its first look, which takes seconds, when the link is heeded.
+TEST(FreeUpRow, DoesWhatALinkWantsOnceItHasLooked) {
+    tests::putWholeDemoInPlace();
+    const tests::TestTree state;
+    qputenv("XDG_STATE_HOME", state.root().c_str());
+    const auto isHeld = std::make_shared<std::atomic<bool>>(true);
+    const auto now = std::make_shared<std::atomic<int>>(0);
+    const Pace pace{[now] { return Pace::Moment(std::chrono::seconds(now->load())); },
+                    [now, isHeld](std::chrono::milliseconds) {
+                        platform::dispatch_will_wait(); // as after a tenth of a second
+                        *now += *isHeld ? 0 : 1;
+                    }};
+    int freed = 0;
+    FreeUpRow row([&freed] { ++freed; }, pace);
+    row.lookOnce();
+    row.runByLink();
+    EXPECT_TRUE(tests::turnUntil([&] { return exists(state.root() / "vantor/freed-by-link"); }));
+    (void)tests::turnUntil([turns = 0]() mutable { return ++turns > 3; });
+    EXPECT_EQ(freed, 0);
+    *isHeld = false;
+    EXPECT_TRUE(tests::turnUntil([&] { return freed == 1 && row.isSettled(); }));
+    row.runByLink(); // again within the minute
+    const QString before = row.sentence().text();
+    EXPECT_TRUE(tests::turnUntil([&] { return row.sentence().text() != before; }));
+    EXPECT_EQ(freed, 1);
+    qunsetenv("XDG_STATE_HOME");
 }
 
 /// The list that is shown is the list that goes.
