@@ -27,14 +27,16 @@ std::int64_t wholePercent(double value) {
 
 } // namespace
 
-ArcChartViewModel::ArcChartViewModel()
-    : m_innerRingColor(storedChartColor().value_or(platform::UIColor::systemGreenColor())) {}
+ArcChartViewModel::ArcChartViewModel() : ArcChartViewModel(storedChartColor) {}
+
+ArcChartViewModel::ArcChartViewModel(OwnColor ownColor)
+    : m_ownColor(ownColor), m_innerRingColor(ownColor().value_or(platform::UIColor::systemGreenColor())) {}
 
 void ArcChartViewModel::setProgress(double value) {
     announce();
     m_progress = std::abs(value);
     m_animation.retarget(m_progress, platform::RunLoop::main().now(), animationSeconds);
-    if (const std::optional<platform::UIColor> own = storedChartColor()) {
+    if (const std::optional<platform::UIColor> own = m_ownColor()) {
         setInnerRingColor(*own);
     } else if (!std::isnan(value)) {
         setInnerRingColor(levelColor(wholePercent(value)));

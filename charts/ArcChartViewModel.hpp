@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vantor {
@@ -14,8 +15,13 @@ namespace vantor {
 /// only.
 class ArcChartViewModel {
 public:
-    /// Fraction 0, in the user's own ring colour or else system green.
+    /// Tells the user's own ring colour, and is asked at each change.
+    using OwnColor = std::optional<platform::UIColor> (*)();
+
+    /// Fraction 0, in the user's own ring colour or else system green. Without an argument that colour is the
+    /// stored one, of which an archive of anything else is fatal.
     ArcChartViewModel();
+    explicit ArcChartViewModel(OwnColor ownColor);
     ArcChartViewModel(const ArcChartViewModel&) = delete;
     ArcChartViewModel& operator=(const ArcChartViewModel&) = delete;
 
@@ -37,6 +43,7 @@ private:
     void announce();
     void setInnerRingColor(const platform::UIColor& color);
 
+    OwnColor m_ownColor;
     double m_progress = 0;
     platform::LinearAnimation m_animation;
     platform::UIColor m_innerRingColor;

@@ -49,4 +49,9 @@ std::optional<platform::UIColor> storedChartColor() {
     return record.color;
 }
 
+std::optional<platform::UIColor> usableChartColor() {
+    const std::optional<platform::NSUserDefaults> store = openSharedStore();
+    return store ? chartColorIn(*store).color : std::nullopt;
+}
+
 } // namespace vantor

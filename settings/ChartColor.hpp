@@ -26,4 +26,7 @@ struct ChartColorRecord {
 /// Looks without the consequences.
 [[nodiscard]] ChartColorRecord chartColorIn(const platform::NSUserDefaults& store);
 
+/// The same colour, and none where the archive holds anything else: for the program that sets it right.
+[[nodiscard]] std::optional<platform::UIColor> usableChartColor();
+
 } // namespace vantor

@@ -5,6 +5,7 @@
 #include "hosts/app/EndDialog.hpp"
 #include "hosts/qt/HostText.hpp"
 #include "hosts/qt/RingAccessible.hpp"
+#include "settings/ChartColor.hpp"
 
 #include <QHBoxLayout>
 #include <QPaintEvent>
@@ -61,7 +62,7 @@ AppContent::AppContent(bool demo)
       m_scroll(new QScrollArea),
       m_column(new QWidget) {
     for (std::size_t i = 0; i + 1 < pageCount; ++i) {
-        m_models.at(i) = std::make_shared<ArcChartViewModel>();
+        m_models.at(i) = std::make_shared<ArcChartViewModel>(usableChartColor);
     }
     m_sidebar = new Sidebar(m_models, [this](PageKind page) { setPage(page); });
     m_memory = new MemoryPane(

@@ -232,11 +232,23 @@ void SettingsPane::showState(const SettingState& state) {
     }
 }
 
+/// What is wrong with a stored value, in the command's words; usually what the preference does.
+void SettingsPane::showCaption(const SettingState& state) {
+    if (state.setting->kind == SettingKind::seconds && m_seconds->isRefused()) {
+        return; // that tells the range
+    }
+    m_captions.at(state.setting->key)
+        ->display(state.problem.empty()
+                      ? qt::hostText(wordsFor(*state.setting).sentence)
+                      : QString::fromStdString(std::string(state.setting->key) + ": " + state.problem));
+}
+
 void SettingsPane::display(const SettingsFound& found) {
     const bool differs = found.states != m_states;
     m_states = found.states;
     for (const SettingState& state : m_states) {
         showState(state);
+        showCaption(state);
     }
     m_path->display(shortPath(found.path));
     QString trouble;

@@ -48,6 +48,7 @@ private:
     void chooseColor();
     [[nodiscard]] std::optional<QColor> askForColor(const QColor& now);
     void showState(const SettingState& state);
+    void showCaption(const SettingState& state);
 
     std::function<void()> m_changed;
     std::function<std::optional<QColor>(const QColor&)> m_ask;

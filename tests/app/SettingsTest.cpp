@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AppStage.hpp"
+#include "ColourArchives.hpp"
 #include "TestTree.hpp"
+#include "hosts/app/AppContent.hpp"
 #include "hosts/common/HostViewer.hpp"
 
 #include <gtest/gtest.h>
@@ -93,6 +95,24 @@ TEST_F(SettingsPage, NeverOverwritesABrokenFileButSetsItAsideWhenAsked) {
         kept += std::string(std::istreambuf_iterator<char>(file), {}) == broken ? 1 : 0;
     }
     EXPECT_EQ(kept, 1);
+}
+
+/// What ends every widget is to be set right here.
+TEST_F(SettingsPage, LivesWithAnArchiveOfAnotherClassAndSaysSo) {
+    m_tree.write("store.plist", R"(<?xml version="1.0"?><plist version="1.0"><dict><key>chartcolor</key>
+<data>)" + tests::archiveNamed("root-string") +
+                                    "</data></dict></plist>");
+    AppContent content(false);
+    content.settings().follow(true);
+    Text* said = nullptr;
+    EXPECT_TRUE(tests::turnUntil([&] {
+        for (Text* const text : content.settings().findChildren<Text*>()) {
+            said = text->text().startsWith(QStringLiteral("chartcolor: ")) ? text : said;
+        }
+        return said != nullptr;
+    }));
+    content.settings().automatic().click();
+    EXPECT_TRUE(tests::turnUntil([&] { return !holds("chartcolor") && said->text().at(0) != 'c'; }));
 }
 
 TEST_F(SettingsPage, FollowsWhatOthersWrite) {

@@ -59,6 +59,7 @@ TEST_F(SharedStore, ChartColorIsAColourOrNothing) {
                 ::testing::EndsWith("] ERRORE in funzione fromData() di Config\n"));
     hold(storedArchive("root-string"));
     EXPECT_DEATH((void)storedChartColor(), "holds no colour");
+    EXPECT_FALSE(usableChartColor().has_value());
 }
 
 } // namespace
