@@ -35,7 +35,9 @@ int printInstead(const DeepLink::Target& target) {
 int open(const std::string& link) {
     const DeepLink::Target target = DeepLink::targetOf(link);
     if (canShowWindow()) {
-        complain(becomeWindow(appProgram(), target.isKnown ? link : std::string()));
+        // A window that is open already shows some page: what is no link of ours asks for the first one.
+        const bool isFirstPage = !link.empty() && !target.isKnown;
+        complain(becomeWindow(appProgram(), isFirstPage ? std::string(DeepLink::showRam) : link));
     }
     return printInstead(target);
 }
