@@ -18,6 +18,8 @@ namespace vantor::hosts::command {
 
 namespace {
 
+constexpr int anyNumber = -1; // of names
+
 /// The arguments of one command, kept while its action waits to be run.
 struct Arguments {
     std::vector<std::string> keys;
@@ -197,13 +199,13 @@ void addSettingsCommands(CLI::App& app, Action& action) {
         ->required();
     withSetAside(command);
     command = add(settings, action, given, "reset", "Go back to the usual value", reset);
-    withKey(command)->expected(0, static_cast<int>(allSettings.size()));
+    withKey(command)->expected(0, anyNumber);
     command->add_flag("--all", given->all, "All of them");
     withSetAside(command);
     command = add(settings, action, given, "describe", "Tell what a preference does and takes", describe);
     withKey(command)->expected(0, 1);
     command = add(settings, action, given, "watch", "Print a line for each change until interrupted", watch);
-    withKey(command)->expected(0, static_cast<int>(allSettings.size()));
+    withKey(command)->expected(0, anyNumber);
     withJson(command);
     add(settings, action, given, "path", "Print where the preference file is", path);
 }
