@@ -54,8 +54,7 @@ std::string cachesText(const StoragePage& page) {
             smaller += bytes;
             continue;
         }
-        std::string name = cacheName(cache.item);
-        name += ": " + cacheSentence(cache.item) + (cache.isSuggested ? " *" : "");
+        const std::string name = cacheName(cache.item) + ": " + cacheSentence(cache.item);
         text += row(bytes, dayText(cache.item.newest), name);
     }
     return smaller > 0 ? text + row(smaller, "", words("storage_SMALLER")) : text;
