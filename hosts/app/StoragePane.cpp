@@ -227,6 +227,9 @@ void StoragePane::ask(const QString& title, const Listing& listing) {
     m_sheet->setSentence(lines.isEmpty() ? qt::hostText("app_NOTHINGTHERE")
                                          : qt::hostText("app_FORGOOD", "size", size.toStdString()));
     m_sheet->setAction(lines.isEmpty() ? QString() : qt::hostText("app_DELETE"));
+    if (lines.isEmpty()) {
+        m_sheet->setCancel(qt::hostText("app_CLOSE"));
+    }
     applyLook(*m_sheet, m_look);
     connect(&m_sheet->action(), &QAbstractButton::clicked, this, [this, listing] { runListed(listing); });
     m_sheet->open();
