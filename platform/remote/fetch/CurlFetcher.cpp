@@ -11,10 +11,12 @@ namespace vantor::platform::remote {
 
 namespace {
 
-constexpr std::size_t mostConnections = 32;
+using std::chrono::milliseconds;
+
 constexpr std::size_t mostDoubtful = mostConnections / 2;
 constexpr long mostToOneHost = 2;
-constexpr int idleMilliseconds = 60000; // it is woken for each question
+constexpr milliseconds idle{60000}; // it is woken for questions
+constexpr std::chrono::seconds namesHold{60};
 
 } // namespace
 
@@ -52,11 +54,15 @@ CurlFetcher::~CurlFetcher() {
 }
 
 void CurlFetcher::fetch(FetchRequest request, Done done) {
+    bool isFirst = false;
     {
         const std::lock_guard lock(m_mutex);
+        isFirst = m_questions.empty();
         m_questions.push_back({std::move(request), std::move(done)});
     }
-    m_library.multiWakeup(m_multi);
+    if (isFirst) { // else the thread has been woken, and has not looked yet
+        m_library.multiWakeup(m_multi);
+    }
 }
 
 /// False where it is time to end.
@@ -116,10 +122,24 @@ CURL* CurlFetcher::freeHandle() {
     return easy;
 }
 
+/// Before a transfer libcurl looks through all addresses of names that it keeps, for those that are too old:
+/// of a thousand servers, all thousand of them for each. Once a minute is enough. -1: it does not look.
+long CurlFetcher::nameSeconds() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_namesLooked < namesHold) {
+        return -1;
+    }
+    m_namesLooked = now;
+    return static_cast<long>(namesHold.count());
+}
+
 void CurlFetcher::begin(Question question) {
     CURL* const easy = freeHandle();
     auto transfer = std::make_unique<CurlTransfer>(m_library, easy, std::move(question.request),
                                                    std::move(question.done));
+    if (easy != nullptr) {
+        m_library.easySetopt(easy, CURLOPT_DNS_CACHE_TIMEOUT, nameSeconds());
+    }
     if (easy == nullptr || m_library.multiAddHandle(m_multi, easy) != CURLM_OK) {
         transfer->fail("no memory is left");
         transfer.reset();
@@ -160,7 +180,8 @@ void CurlFetcher::run() {
         const bool hasRoom = m_transfers.size() < mostConnections;
         const bool isWaiting =
             !m_waiting.empty() || (!m_waitingDoubtful.empty() && m_doubtful < mostDoubtful);
-        m_library.multiPoll(m_multi, nullptr, 0, hasRoom && isWaiting ? 0 : idleMilliseconds, nullptr);
+        m_library.multiPoll(m_multi, nullptr, 0, hasRoom && isWaiting ? 0 : static_cast<int>(idle.count()),
+                            nullptr);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/remote/fetch/CurlTransfer.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <memory>
@@ -37,6 +38,7 @@ private:
     void beginWaiting();
     void begin(Question question);
     [[nodiscard]] CURL* freeHandle();
+    [[nodiscard]] long nameSeconds();
     [[nodiscard]] bool isItsTurn(const FetchRequest& request) const;
     void endTurn(const FetchRequest& request);
     void finishEnded();
@@ -53,7 +55,8 @@ private:
     std::deque<Question> m_held;  ///< for the end of another to their origin
     std::set<std::string> m_busy; ///< origins that are asked one question at a time, and are
     std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers;
-    std::size_t m_doubtful = 0;  ///< of them
+    std::size_t m_doubtful = 0;                          ///< of them
+    std::chrono::steady_clock::time_point m_namesLooked; ///< through, for old ones
     std::vector<CURL*> m_unused; ///< handles: making one takes longer than a short exchange on loopback
     std::thread m_thread;
 };

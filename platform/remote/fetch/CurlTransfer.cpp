@@ -52,6 +52,7 @@ void CurlTransfer::setUp() {
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
     set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    set(CURLOPT_FORBID_REUSE, m_request.isLastForNow ? 1L : 0L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     if (m_request.access != nullptr) {
         setUpAccess(*m_request.access);
@@ -99,6 +100,10 @@ std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t co
     if (length > self.m_request.mostBytes - self.m_answer.body.size()) {
         self.m_isTooLarge = true;
         return 0; // anything but the length ends the exchange
+    }
+    if (self.m_answer.body.empty()) { // it doubles from here: no copy is made when it is nearly at its bound
+        constexpr std::size_t first = 16384;
+        self.m_answer.body.reserve(first);
     }
     self.m_answer.body.append(bytes, length);
     return length;

@@ -20,8 +20,13 @@ struct FetchRequest {
     std::shared_ptr<const Access> access = {};    ///< null: whoever asks is nobody
     std::size_t mostBytes = std::size_t{8} << 20; ///< of the body, unpacked
     std::chrono::milliseconds patience{5000};     ///< for the exchange, from the moment it begins
-    bool isDoubtful = false; ///< nothing came the last time: it is not to keep others waiting
+    bool isDoubtful = false;   ///< nothing came the last time: it is not to keep others waiting
+    bool isLastForNow = false; ///< no other question to the server is near: its connection need not be kept
 };
+
+/// Open at a time, between questions as well. Of more servers that are asked in turn none finds its own
+/// again.
+inline constexpr std::size_t mostConnections = 32;
 
 /// The problem where nobody listens.
 inline constexpr const char* refusal = "connection refused";

@@ -150,6 +150,7 @@ void NodesSource::ask(const std::shared_ptr<WatchedNode>& node) {
     m_inbox->expect();
     const bool isFiltered = node->progress().isFiltered();
     FetchRequest question = nodeQuestion(node->target().address, node->target().access, isFiltered);
+    question.isLastForNow = m_nodes.size() > mostConnections;
     question.isDoubtful = !node->progress().state().problem.empty();
     m_fetcher.fetch(std::move(question),
                     [self = m_self, inbox = m_inbox, node, isFiltered](const FetchAnswer& answer) {
