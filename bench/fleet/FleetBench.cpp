@@ -4,6 +4,7 @@
 #include "fleet/FleetTable.hpp"
 #include "fleet/WallGrid.hpp"
 #include "platform/remote/answers/QueryAnswer.hpp"
+#include "platform/remote/sources/FleetRefresh.hpp"
 #include "platform/simulated/SimulatedFleet.hpp"
 
 #include <benchmark/benchmark.h>
@@ -106,7 +107,7 @@ void grid(benchmark::State& state) {
 BENCHMARK(grid)->Unit(benchmark::kMicrosecond);
 
 /// One answer of a Prometheus: a share for each machine, 1 MB.
-void parse(benchmark::State& state) {
+std::string answer() {
     std::string json = R"({"status":"success","data":{"resultType":"vector","result":[)";
     for (std::size_t number = 0; number < machines; ++number) {
         json += number == 0 ? "" : ",";
@@ -114,7 +115,11 @@ void parse(benchmark::State& state) {
                 R"(:9100","job":"node"},"value":[1700000000.123,"0.)" + std::to_string(number * 7919) +
                 R"("]})";
     }
-    json += "]}}";
+    return json + "]}}";
+}
+
+void parse(benchmark::State& state) {
+    const std::string json = answer();
     for (auto _ : state) {
         double sum = 0;
         benchmark::DoNotOptimize(
@@ -126,6 +131,22 @@ void parse(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<std::int64_t>(json.size()) * state.iterations());
 }
 BENCHMARK(parse)->Unit(benchmark::kMillisecond);
+
+/// All answers of a refresh parsed and merged.
+void merge(benchmark::State& state) {
+    platform::remote::FetchAnswer one;
+    one.status = 200;
+    one.body = answer();
+    platform::remote::FleetRefresh refresh({});
+    for (auto _ : state) {
+        refresh.begin(now());
+        while (!refresh.isDone()) {
+            refresh.take(one);
+        }
+        benchmark::DoNotOptimize(refresh.snapshot().get());
+    }
+}
+BENCHMARK(merge)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
