@@ -85,6 +85,7 @@ TEST_F(Nodes, EachTellsItsFiguresAndItsLastOnesWhenItFallsSilent) {
     answerAll();
     pass(100ms);
     EXPECT_TRUE(source.isSettled());
+    EXPECT_EQ(source.snapshot()->sources.front().staleAfter, 15s);
     EXPECT_DOUBLE_EQ(*machine().figure(FleetFigure::storage), 0.95);
     EXPECT_EQ(machine().volume, "/srv");
     EXPECT_DOUBLE_EQ(*machine().figure(FleetFigure::processor), 1);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "platform/remote/NodeQuestion.hpp"
 #include "platform/remote/sources/FleetQuestions.hpp"
 #include "platform/remote/sources/MachineMoments.hpp"
 #include "platform/remote/sources/QuestionText.hpp"
+#include "platform/remote/sources/ServerRequest.hpp"
 
 #include <gtest/gtest.h>
 
@@ -56,6 +58,11 @@ TEST(Questions, EachHasTheSelectorAndTheIdentityOrIsTheUsersOwn) {
     EXPECT_EQ(problemWith(options), "");
     options.identity = {"instance)"};
     EXPECT_NE(problemWith(options), "");
+}
+
+TEST(Questions, AnAnswerIsBounded) {
+    EXPECT_EQ(serverRequest({}, "up", std::nullopt, 5).mostBytes, std::size_t{64} << 20);
+    EXPECT_EQ(nodeQuestion({}, nullptr, true).mostBytes, std::size_t{8} << 20) << "of one machine";
 }
 
 TEST(Questions, AFormHasNoSignThatEndsAField) {

@@ -172,6 +172,7 @@ TEST(Figures, CountersThatFallGoOrComeCountAsNothing) {
 TEST(Figures, NoRateHoldsAcrossARestartOrWithoutTime) {
     const std::string user = cpu + "0\",mode=\"user\"} ", boot = "node_boot_time_seconds ";
     EXPECT_TRUE(between(boot + "100\n" + user + "1\n", boot + "101\n" + user + "2\n").processor);
+    EXPECT_FALSE(between(boot + "100\n" + user + "1\n", boot + "103\n" + user + "2\n").processor);
     const NodeFigures restarted = between(boot + "100\n" + user + "1\n", boot + "900\n" + user + "2\n");
     EXPECT_TRUE(restarted.hasRestarted);
     EXPECT_FALSE(restarted.processor);
