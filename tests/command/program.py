@@ -191,6 +191,14 @@ with tempfile.TemporaryDirectory() as folder:
           f"caches: {kinds}")
     text = run("storage", locale="C").stdout
     check(text.startswith("Storage: ") and "  pip: Comes back" in text and "  spotify: Kept" in text, f"storage: {text}")
+    made = [home / f".cache/made-{number}" for number in range(20)]
+    for folder in made:
+        folder.mkdir()
+        (folder / "f").write_bytes(bytes(40000))
+    text = run("storage", locale="C").stdout
+    check(text.count("  made-") == 15 and "  smaller ones that are kept" in text, f"many kept caches: {text}")
+    for folder in made:
+        shutil.rmtree(folder)
     run("clean", "caches", status=2)
     check("spotify" in run("clean", "caches", "spotify", "--yes", status=2).stderr, "a kept cache was not refused")
     run("clean", "caches", "yarn", "--yes", status=1)
