@@ -63,11 +63,19 @@ std::string figureText(FleetFigure figure, const std::optional<double>& value) {
     if (figure != FleetFigure::received && figure != FleetFigure::sent) {
         return percentText(*value);
     }
+    return bytesText(*value) + "/s";
+}
+
+std::string bytesText(double bytes) {
     constexpr double most = 9e18; // inside 64 bits
-    const auto bytes = static_cast<std::int64_t>(std::clamp(*value, 0.0, most));
-    return platform::NSByteCountFormatter::stringFromByteCount(
-               bytes, platform::NSByteCountFormatterCountStyle::decimal) +
-           "/s";
+    const auto whole = static_cast<std::int64_t>(std::llround(std::clamp(bytes, 0.0, most)));
+    std::string text = platform::NSByteCountFormatter::stringFromByteCount(
+        whole, platform::NSByteCountFormatterCountStyle::decimal);
+    if (whole == 0) { // "Zero KB": a word in a column of digits
+        const std::size_t blank = text.find_first_of(" \xC2\xE2");
+        text.replace(0, std::min(blank, text.size()), countText(0));
+    }
+    return text;
 }
 
 std::string answeringText(const FleetCounts& counts) {

@@ -17,6 +17,8 @@ namespace vantor::fleet {
 [[nodiscard]] std::string figureName(platform::FleetFigure figure);
 /// "97%" or "1.2 MB/s"; "–" for what was not told.
 [[nodiscard]] std::string figureText(platform::FleetFigure figure, const std::optional<double>& value);
+/// "1.2 MB", "0 KB": the bytes of a rate, without "/s".
+[[nodiscard]] std::string bytesText(double bytes);
 
 /// "39 of 41": how many answer.
 [[nodiscard]] std::string answeringText(const FleetCounts& counts);

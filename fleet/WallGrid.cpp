@@ -15,7 +15,8 @@ WallGrid::WallGrid(std::span<const FleetGroup> groups, const WallStep& step, int
         stretch.size = group.size;
         stretch.isFolded = group.isFolded && hasHeadings;
         stretch.heading = m_height;
-        stretch.top = m_height + (hasHeadings ? step.heading : 0);
+        const int heading = stretch.isFolded && step.folded > 0 ? step.folded : step.heading;
+        stretch.top = m_height + (hasHeadings ? heading : 0);
         stretch.line = m_lines;
         m_lines += lines(stretch);
         m_height = stretch.top + (stretch.isFolded ? 0 : static_cast<int>(lines(stretch)) * step.height);

@@ -15,6 +15,7 @@ struct WallStep {
     int width = 0; ///< of a machine, with the gap after it
     int height = 0;
     int heading = 0; ///< a group's line, with the gaps around it
+    int folded = 0;  ///< the same of a folded group; 0: as much
 };
 
 /// The arrow keys, and a page at a time.

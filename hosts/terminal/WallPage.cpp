@@ -20,6 +20,7 @@ constexpr std::chrono::seconds second{1};
 WallColors colorsOf(ColorDepth depth) {
     return depth == ColorDepth::none                                    ? WallColors::none
            : depth == ColorDepth::eight || depth == ColorDepth::sixteen ? WallColors::few
+           : depth == ColorDepth::palette                               ? WallColors::palette
                                                                         : WallColors::many;
 }
 

@@ -55,11 +55,15 @@ TEST_F(FleetWords, TellCountsAndTheWorst) {
     EXPECT_EQ("110 s old", noteText(stale));
     EXPECT_TRUE(noteText(table.rows()[*table.rowOf(0, "c")]).starts_with("down since "));
     EXPECT_EQ("", noteText(table.rows()[*table.rowOf(0, "a")]));
+    EXPECT_EQ("4 min old", averageText(0s, 240s)) << "no average is known";
+    EXPECT_EQ("", downText(std::nullopt, "connection refused"));
+    EXPECT_TRUE(downText(std::chrono::system_clock::now(), "refused").ends_with(": refused"));
 }
 
 TEST_F(FleetWords, TellFiguresAndAges) {
     EXPECT_EQ("\u2013", figureText(FleetFigure::memory, std::nullopt));
     EXPECT_EQ("1.2 MB/s", figureText(FleetFigure::sent, 1.2e6));
+    EXPECT_EQ("0 KB/s", figureText(FleetFigure::received, 0.3)) << "not Zero KB";
     EXPECT_EQ("4 min old", ageText(299s));
     EXPECT_EQ("3 h old", ageText(3h));
 }

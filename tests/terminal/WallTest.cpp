@@ -121,6 +121,9 @@ std::string drawnAs(const std::string& heading) {
             stage.look.look.isRightToLeft = true;
         } else if (word == "digest") {
             isDigest = true;
+        } else if (word == "folded") { // all but the last
+            stage.wall.table().fold("db", true);
+            stage.wall.table().fold("nas", true);
         } else {
             stage.draw(size);
             stage.keys(std::u32string(word.begin(), word.end()));
@@ -190,6 +193,12 @@ TEST(Wall, ColourFollowsTheFigureThatIsSortedBy) {
     const WallInks few({{}, WallColors::few});
     EXPECT_EQ(few.band(Band::green), few.band(Band::yellow));
     EXPECT_NE(few.band(Band::orange), few.band(Band::yellow));
+    Look dark;
+    dark.appearance = platform::Appearance::dark;
+    const WallInks palette({dark, WallColors::palette});
+    EXPECT_NE(nearestColor(palette.band(Band::green).rgb, ColorDepth::palette),
+              nearestColor(WallInks({dark, WallColors::many}).band(Band::green).rgb, ColorDepth::palette))
+        << "which is a grey";
 }
 
 TEST(Wall, OnlyWhatChangedIsWritten) {

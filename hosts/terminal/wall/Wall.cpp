@@ -73,7 +73,7 @@ void Wall::showCursor() {
 
 void Wall::layOut() {
     WallLayout layout;
-    layout.hasHeader = m_size.height >= 4;
+    layout.hasHeader = m_size.height >= 2;
     layout.hasKeys = m_size.height >= 6;
     layout.hasDetail = m_size.height >= 5;
     layout.top = layout.hasHeader ? 1 : 0;

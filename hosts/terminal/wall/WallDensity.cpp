@@ -11,7 +11,7 @@ constexpr fleet::WallStep ringsStep{24, 6 * halves, halves};
 constexpr fleet::WallStep lineStep{60, halves, halves};
 constexpr fleet::WallStep cellStep{16, 2 * halves, halves};
 // A line below which squares may begin in the middle of a cell: then no group has to fill its last row.
-constexpr fleet::WallStep halfStep{1, 1, halves + 1};
+constexpr fleet::WallStep halfStep{1, 1, halves + 1, halves};
 constexpr fleet::WallStep signStep{1, halves, halves};
 
 /// As wide as its share of the screen is.

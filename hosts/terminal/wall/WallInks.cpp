@@ -56,6 +56,10 @@ WallInks::WallInks(const WallLook& look) : m_quiet(captionInk(look.look)) {
         } else {
             ink = inkOf(fleet::bandColor(band, isDark), 1, look.look, Contrast::stroke);
         }
+        if (look.colors == WallColors::palette && band == Band::green && isDark) {
+            constexpr std::uint32_t darkGreen = 0x005F00; // number 22
+            ink.rgb = darkGreen;
+        }
     }
     constexpr double trackOpacity = 0.3; // as of the rings
     m_track = inkOf(platform::UIColor::secondaryLabelColor(), trackOpacity, look.look, Contrast::stroke);

@@ -12,7 +12,8 @@ namespace vantor::hosts::terminal {
 /// How many colours there are to tell bands apart by.
 enum class WallColors : std::uint8_t {
     none,
-    few, ///< eight or sixteen, of which no two are a full and a pale one: yellow is as green
+    few,     ///< eight or sixteen, of which no two are a full and a pale one: yellow is as green
+    palette, ///< xterm's 256, where the nearest to a dark green is a grey
     many
 };
 

@@ -23,7 +23,7 @@ namespace {
 struct Piece {
     std::string text;
     Ink ink;
-    int rank = 0;          ///< the greatest goes first
+    int rank = 0;          ///< the greatest goes first, of equals the last
     char32_t key = 0;      ///< that a click on it is as good as
     std::string mark = {}; ///< stands before it, in an ink of its own
     Ink markInk = {};
@@ -46,8 +46,8 @@ int widthOf(const std::vector<Piece>& pieces) {
 
 void fitInto(std::vector<Piece>& pieces, int width) {
     while (pieces.size() > 1 && widthOf(pieces) > width) {
-        const auto last = std::ranges::max_element(pieces, {}, &Piece::rank);
-        pieces.erase(last);
+        const auto last = std::ranges::max_element(pieces.rbegin(), pieces.rend(), {}, &Piece::rank);
+        pieces.erase(last.base() - 1); // of equals the last
     }
 }
 
@@ -127,11 +127,12 @@ void drawHeader(const WallTiles& tiles, const Wall& wall, std::chrono::nanosecon
             {fleet::machineText(*table.worst()), strongInk(), 4, 0, fleet::worstWord(), tiles.inks.quiet()});
     }
     const int width = tiles.sheet.size().width - 2;
-    std::string age = inGlyphs(tellingOf(table, now), tiles.look.look);
+    std::string age = tellingOf(table, now);
     if (const std::size_t cut = age.rfind(" \u00B7 ");
         cut != std::string::npos && widthOf(pieces) + gap + displayWidth(age) > width) {
         age.erase(0, cut + std::string_view(" \u00B7 ").size()); // the age itself matters most
     }
+    age = inGlyphs(std::move(age), tiles.look.look);
     const int ageWidth = std::min(displayWidth(age), width / 2);
     const bool hasAge = ageWidth > 0 && width >= 40;
     fitInto(pieces, width - (hasAge ? ageWidth + gap : 0));
@@ -172,7 +173,13 @@ void drawDetail(const WallTiles& tiles, const Wall& wall, int row) {
         pieces.push_back({downWords(machine, look), {}, 0});
     }
     constexpr std::array shares{FleetFigure::memory, FleetFigure::storage, FleetFigure::processor};
+    const auto isTold = [&](FleetFigure figure) { // or worth a dash
+        return chosen.band != Band::down || machine.figure(figure).has_value();
+    };
     for (const FleetFigure figure : shares) {
+        if (!isTold(figure)) {
+            continue;
+        }
         std::string text = shareText(machine.figure(figure), look);
         if (figure == FleetFigure::storage && !machine.volume.empty()) {
             text += " " + machine.volume;
@@ -181,6 +188,9 @@ void drawDetail(const WallTiles& tiles, const Wall& wall, int row) {
         pieces.push_back({std::move(text), ink, 1, 0, fleet::figureName(figure), tiles.inks.quiet()});
     }
     for (const FleetFigure figure : {FleetFigure::received, FleetFigure::sent}) {
+        if (!isTold(figure)) {
+            continue;
+        }
         pieces.push_back(
             {inGlyphs(fleet::figureName(figure) + fleet::figureText(figure, machine.figure(figure)), look),
              tiles.inks.quiet(), 3});

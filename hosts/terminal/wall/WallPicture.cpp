@@ -108,6 +108,18 @@ void drawEmptiness(const WallTiles& tiles, const Wall& wall) {
                      tiles.inks.quiet());
 }
 
+/// All of a screen of one line, or of a terminal that only prints: its first machines without a name would
+/// say less than the header does.
+void drawOneLine(const WallTiles& tiles, const Wall& wall, std::chrono::nanoseconds now) {
+    if (wall.isTyping() || !wall.notice().empty()) {
+        static_cast<void>(drawWallKeys(tiles, wall, 0));
+    } else if (wall.table().rows().empty()) {
+        drawEmptiness(tiles, wall);
+    } else {
+        drawHeader(tiles, wall, now);
+    }
+}
+
 } // namespace
 
 WallPicture drawWall(const Wall& wall, Size size, const WallLook& look, std::chrono::nanoseconds now) {
@@ -119,12 +131,17 @@ WallPicture drawWall(const Wall& wall, Size size, const WallLook& look, std::chr
     }
     Sheet sheet(picture, look.look);
     const WallTiles tiles(sheet, look, wall.table().order());
+    const WallLayout& layout = wall.layout();
+    if (size.height == 1) {
+        drawOneLine(tiles, wall, now);
+        whole.grid = std::move(picture.grid);
+        return whole;
+    }
     if (wall.table().rows().empty()) {
         drawEmptiness(tiles, wall);
     } else {
         Body(tiles, wall).draw();
     }
-    const WallLayout& layout = wall.layout();
     if (layout.hasHeader) {
         drawHeader(tiles, wall, now);
     }

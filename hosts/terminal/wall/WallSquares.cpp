@@ -16,7 +16,8 @@ bool hasSign(const FleetRow* row) {
     return row != nullptr && *fleet::bandSign(row->band) != '\0';
 }
 
-/// What stands for a band where there are no two colours in a cell: the fuller the worse.
+} // namespace
+
 char32_t bandGlyph(Band band, Glyphs glyphs) {
     const bool isAscii = glyphs == Glyphs::ascii;
     switch (band) {
@@ -30,8 +31,6 @@ char32_t bandGlyph(Band band, Glyphs glyphs) {
         return isAscii ? U'.' : U'\u2591';
     }
 }
-
-} // namespace
 
 /// The chosen one is in the terminal's own foreground. A sign takes the whole cell, on the other's colour.
 void WallTiles::pair(const FleetRow* upper, const FleetRow* lower, int column, int row,

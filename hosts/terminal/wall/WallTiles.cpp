@@ -97,6 +97,13 @@ void WallTiles::line(const FleetRow& row, const Box& box, bool isChosen) const {
     }
 }
 
+/// The level where the terminal has a glyph for it; digits would run into the percentages.
+char32_t WallTiles::levelOrBand(double share, Band band) const {
+    const Glyphs glyphs = look.look.glyphs;
+    return glyphs == Glyphs::ascii || glyphs == Glyphs::block ? bandGlyph(band, glyphs)
+                                                              : levelGlyph(share, look.look);
+}
+
 /// The figures' last column is the gap, which the next machine's sign, a line higher, does not touch.
 void WallTiles::cell(const FleetRow& row, const Box& box, bool isChosen) const {
     constexpr int signWidth = 1;
@@ -109,8 +116,8 @@ void WallTiles::cell(const FleetRow& row, const Box& box, bool isChosen) const {
     }
     for (const FleetFigure figure : shares) {
         const std::optional<double>& share = row.machine->figure(figure);
-        sheet.put(place, 0, share ? levelGlyph(*share, look.look) : U' ',
-                  inks.band(figureBand(row, figure, order)));
+        const Band band = figureBand(row, figure, order);
+        sheet.put(place, 0, share ? levelOrBand(*share, band) : U' ', inks.band(band));
         ++place.column;
     }
     place.width = percentWidth;

@@ -6,6 +6,9 @@
 
 namespace vantor::hosts::terminal {
 
+/// What stands for a band where there are no two colours in a cell: the fuller the worse.
+[[nodiscard]] char32_t bandGlyph(fleet::Band band, Glyphs glyphs);
+
 /// What the machines of one picture have in common.
 struct WallTiles {
     WallTiles(Sheet& target, const WallLook& wallLook, fleet::FleetOrder wallOrder)
@@ -28,6 +31,7 @@ struct WallTiles {
     void sign(const fleet::FleetRow& row, int column, int atRow, bool isChosen) const;
 
 private:
+    [[nodiscard]] char32_t levelOrBand(double share, fleet::Band band) const;
     void name(const fleet::FleetRow& row, const Box& box, int signWidth, bool isChosen) const;
     void ring(const fleet::FleetRow& row, platform::FleetFigure figure, const Box& box) const;
     void bar(const fleet::FleetRow& row, platform::FleetFigure figure, const Box& box) const;

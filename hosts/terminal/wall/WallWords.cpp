@@ -5,7 +5,6 @@
 #include "fleet/FleetWords.hpp"
 #include "hosts/terminal/text/DisplayText.hpp"
 #include "platform/foundation/DateText.hpp"
-#include "platform/foundation/NSByteCountFormatter.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 #include <array>
@@ -17,7 +16,6 @@ namespace vantor::hosts::terminal {
 using fleet::Band;
 using platform::FleetFigure;
 using platform::FleetMachine;
-using platform::NSByteCountFormatter;
 using platform::NSLocalizedString;
 using platform::textWithValue;
 
@@ -58,12 +56,8 @@ std::string shareText(const std::optional<double>& share, const Look& look, bool
 
 std::string rateText(const FleetMachine& machine, FleetFigure which, const Look& look) {
     const std::string arrow = inGlyphs(which == FleetFigure::received ? "\u2193" : "\u2191", look);
-    constexpr double most = 1e18; // bytes: more than any network takes, and within the type
     const std::optional<double>& rate = machine.figure(which);
-    return arrow + (rate && *rate < most
-                        ? NSByteCountFormatter::stringFromByteCount(
-                              std::llround(*rate), platform::NSByteCountFormatterCountStyle::decimal)
-                        : inGlyphs("\u2013", look));
+    return arrow + (rate && std::isfinite(*rate) ? fleet::bytesText(*rate) : inGlyphs("\u2013", look));
 }
 
 std::string downWords(const FleetMachine& machine, const Look& look) {
