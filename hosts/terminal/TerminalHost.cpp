@@ -111,6 +111,7 @@ const Scene& TerminalHost::sceneAt(Instant now) {
     m_scene.isPale = isSilent;
     m_heading = m_node != nullptr ? m_node->heading() : m_name;
     m_scene.host = m_heading;
+    m_scene.isElsewhere = m_node != nullptr;
     if (!m_context->offersExpanded()) {
         std::erase_if(m_scene.keys,
                       [](const Scene::Key& key) { return key.action == Action(HostAction::changeMode); });

@@ -108,6 +108,17 @@ TEST(Pictures, EverySizeHasOne) {
     EXPECT_EQ(huge.grid.size(), (Size{500, 200}));
 }
 
+TEST(Pictures, OfAnotherMachineTheyAlwaysSayWhose) {
+    SceneFixture fixture;
+    fixture.scene.isElsewhere = true;
+    for (int width = 40; width <= 130; width += 5) {
+        for (int height = 8; height <= 60; ++height) {
+            const Picture picture = drawPicture(fixture.scene, {width, height}, {}, fixture.rest());
+            EXPECT_THAT(picture.grid.lines()[0], testing::HasSubstr("demo")) << width << "x" << height;
+        }
+    }
+}
+
 TEST(Pictures, ASectionThatCannotBeReadLooksLikeNoneThatIsSound) {
     SceneFixture fixture;
     Scene::Section& failed = fixture.scene.sections[1];

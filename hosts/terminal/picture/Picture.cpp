@@ -54,7 +54,13 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
         now = Instant::max(); // nothing moves any more
     }
     Sheet sheet(picture, look, &before);
-    const Layout layout = layoutFor(scene, size, scene.isExpanded);
+    Layout layout = layoutFor(scene, size, scene.isExpanded);
+    bool hasHost = false; // in a row that is kept for it
+    if (scene.isElsewhere) {
+        const Layout lower = layoutFor(scene, {size.width, size.height - 1}, scene.isExpanded);
+        hasHost = lower.hasKeys;
+        layout = hasHost ? lower : layout;
+    }
     const std::vector<Scene::Key> keys = keysFor(scene, size, layout);
     // A second row of keys where there is room for it and for a warning; on less than a whole screen only
     // with a blank line above.
@@ -64,7 +70,7 @@ Picture drawPicture(const Scene& scene, Size size, const Look& look, Instant now
                            : Box{0, size.height, 0, 0};
     // Below the machine's name, unless the last row is wanted for a warning.
     const int lowest = bottom.row - layout.height;
-    const int top = std::max(lowest > 0 && scene.warning.empty() ? 1 : 0, lowest / 2);
+    const int top = std::max(lowest > 0 && (hasHost || scene.warning.empty()) ? 1 : 0, lowest / 2);
     switch (layout.arrangement) {
     case Arrangement::bars:
     case Arrangement::listed:

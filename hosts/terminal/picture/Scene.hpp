@@ -46,6 +46,7 @@ struct Scene {
     };
 
     std::string host;              ///< whose figures these are
+    bool isElsewhere = false;      ///< not this machine's: then that goes before larger rings
     std::vector<Section> sections; ///< those with a ring, one column each
     std::vector<Section> lines;    ///< those without, one line each
     std::vector<Key> keys;         ///< the one that is needed most first, the one to leave last
