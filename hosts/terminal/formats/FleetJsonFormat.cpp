@@ -131,7 +131,7 @@ std::string fleetJson(const FleetReport& report) {
                       {"counts", countsOf(report.table.counts())},
                       {"worst", worstOf(report)},
                       {"machines", std::move(machines)}};
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+    return object.dump(-1, ' ', true, Json::error_handler_t::replace) + '\n';
 }
 
 } // namespace vantor::hosts::terminal

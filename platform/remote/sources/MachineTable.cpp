@@ -222,9 +222,9 @@ void MachineTable::settle(Entry& entry, std::chrono::nanoseconds asked) const {
 std::string MachineTable::joinedIdentity(const Entry& entry) {
     std::string all;
     for (const std::string& value : identityIn(entry.machine.key)) {
-        all += (all.empty() ? "" : " ") + printableText(value);
+        all += (all.empty() || value.empty() ? "" : " ") + printableText(value);
     }
-    return all;
+    return all.empty() ? "\u2013" : all; // a question of the user's own may name none
 }
 
 /// What a machine calls itself where no other does, else its address, else all that tells it apart.
