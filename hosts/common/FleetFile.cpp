@@ -2,6 +2,7 @@
 #include "hosts/common/FleetFile.hpp"
 
 #include "hosts/common/HttpConfig.hpp"
+#include "hosts/common/JsonDepth.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <algorithm>
@@ -126,6 +127,10 @@ const remote::NodeAddress* FleetListed::node(std::string_view called) const {
 
 std::optional<std::vector<FleetListed>> fleetSources(std::string_view text, const std::string& folder,
                                                      std::string& problem, std::vector<std::string>& notes) {
+    if (nestsTooDeep(text)) {
+        problem = "nests its lists too deep";
+        return std::nullopt;
+    }
     const Json file = Json::parse(text, nullptr, false);
     const auto sources = file.is_object() ? file.find("sources") : file.end();
     if (!file.is_object() || sources == file.end() || !sources->is_array() || sources->empty() ||

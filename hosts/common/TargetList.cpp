@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/TargetList.hpp"
 
+#include "hosts/common/JsonDepth.hpp"
 #include "platform/core/PrintableText.hpp"
 
 #include <nlohmann/json.hpp>
@@ -111,6 +112,9 @@ std::optional<std::vector<remote::NodeTarget>> targetsFrom(std::string_view text
         problem = why;
         return std::nullopt;
     };
+    if (nestsTooDeep(text)) {
+        return refused("nests its lists too deep");
+    }
     const Json list = Json::parse(text, nullptr, false);
     if (!list.is_array()) {
         return refused("is no JSON list of groups of \"targets\"");
