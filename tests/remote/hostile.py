@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 """Servers on loopback that do what they can against whoever asks them: hostile.py VANTOR-TERM MEBIBYTES.
 
-Each alone and all beside machines that are well: no run takes longer than its patience or more memory than its bounds,
-each is named with its reason, nothing it says reaches the terminal as it is, and the others' figures are there."""
+Each alone and all beside machines that are well, asked as a node and as a Prometheus: no run takes longer than its
+patience or more memory than its bounds, each is named with its reason, nothing it says reaches the terminal as it is,
+and the others' figures are there."""
 import json, resource, sys, time, zlib
 
 from support import *
@@ -82,12 +83,40 @@ ALIVE = {  # these are machines all the same
 }
 
 
+JSON = "application/json"
+NO_FIGURES = "a page in place of figures"
+AS_SERVER = {  # of those above what is told otherwise, and what only a Prometheus can do
+    **{what: (answer, told) for what, (answer, told) in SILENT.items()},
+    **{what: (SILENT[what][0], NO_FIGURES) for what in ("asks for a login", "has other metrics", "is torn")},
+    "is no server": (page(exposition), NO_FIGURES),
+    "breaks off": (page('{"status":"success","data":{"resultType":"vector","result":[{"metric":{"job":"no', kind=JSON), "ends early"),
+    "nests": (page('{"status":"success","data":' + "[" * 1000000, kind=JSON), "nested too deep"),
+    "answers another question": (page('{"status":"success","data":["up"]}', kind=JSON), ""),
+    "complains": (page('{"status":"error","errorType":"x","error":"\\u001b[2J\\u202e' + LONG + '"}', "400 Bad Request", JSON), ""),
+    "has no end": (has_no_end(b"Content-Type: application/json\r\n\r\n" + b'{"status":"success","data":{"resultType":"vector","result":[',
+                              b'{"metric":{},"value":[1,"1"]},'), "too large"),
+    "knows nothing": (page('{"status":"success","data":{"resultType":"vector","result":[]}}', kind=JSON), "no machine with a node_exporter"),
+}
+
+
+def figures(value):
+    """A server that gives two machines this value to whatever is asked, the second one of a hostile name, with others that are none."""
+    names = [{"job": "node", "instance": "good:9100"}, {"job": "node", "instance": ESCAPES, "nodename": ESCAPES + LONG, "mountpoint": ESCAPES}]
+    odd = [{}, {"job": "\0"}, {"instance": "", "job": ""}]
+
+    def answer(connection, head, server):
+        result = [{"metric": name, "value": [time.time(), value]} for name in names + odd + names]
+        page(json.dumps({"status": "success", "warnings": [ESCAPES], "data": {"resultType": "vector", "result": result}}), kind=JSON)(connection, head, server)
+
+    return answer
+
+
 def bounded(what, *arguments, home="/nonexistent"):
-    """A run that keeps within ten seconds, and what it says."""
+    """A run that keeps within the patience with a node, or with a server, and what it says."""
     before = time.monotonic()
     result = run(TERM, *arguments, home=home)
     took = time.monotonic() - before
-    check(f"{what}: took {took:.1f} s", took < 10)
+    check(f"{what}: took {took:.1f} s", took < (20 if "--prometheus" in arguments else 10))
     check(f"{what}: long lines", max(map(len, result.stderr.splitlines() or [""])) < 500)
     check(f"{what}: ended with {result.returncode}", result.returncode in (0, 1))
     bad = unprintable(result.stdout + result.stderr)
@@ -112,14 +141,6 @@ def alive(what, answer):
               and 0.3e6 < report["network"]["receivedPerSecond"] < 3e6 and len(report["storage"]["mountPoint"]) <= 4096)
 
 
-def threads(jobs):
-    started = [threading.Thread(target=job, args=arguments) for job, *arguments in jobs]
-    for thread in started:
-        thread.start()
-    for thread in started:
-        thread.join()
-
-
 def all_at_once():
     """The wall tells of each, and the machines among them are as they are alone."""
     silent = {what: (Server(answer), told) for what, (answer, told) in SILENT.items()}
@@ -141,9 +162,38 @@ def all_at_once():
         bounded(f"a wall as {form}", *nodes, "--once", "--format", form)
 
 
+def server_alone(what, answer, told):
+    """Beside a machine that is well and that tells its figures all the same."""
+    with Server(answer) as server, Server(page(exposition)) as well:
+        result = bounded(what, "--prometheus", server.address, "--node", well.address, "--once", "--format", "json")
+        check(f"{what} as a server: ended with {result.returncode}", result.returncode == 1)
+        report = json.loads(result.stdout)
+        silent = next(source for source in report["sources"] if source["source"] == server.address)
+        check(f"{what} as a server: {silent}", silent["isSilent"] and told in silent["problem"])
+        check(f"{what} as a server is not named: {result.stderr}", f"{server.address}: {silent['problem']}\n" in result.stderr)
+        check(f"{what} as a server: {report['machines']}", [machine["ram"] for machine in report["machines"]] == [0.25])
+
+
+def server_of_odd_figures(value):
+    with Server(figures(value)) as server:
+        for form in ("text", "json", "waybar", "prometheus"):
+            result = bounded(f"a server that says {value} as {form}", "--prometheus", server.address, "--once", "--format", form)
+            if form == "json":
+                machines = json.loads(result.stdout)["machines"]
+                check(f"a server that says {value}: {machines}", any("good" in machine["name"] for machine in machines)
+                      and all(share is None or 0 <= share <= 1 for machine in machines for share in (machine["ram"], machine["cpu"], machine["storage"])))
+
+
+def most_memory(what, mebibytes):
+    most = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+    check(f"a run with {what} took {most} KiB", most < mebibytes << 10)
+
+
 threads([(alone, what, *how) for what, how in SILENT.items()] + [(alive, what, how) for what, how in ALIVE.items()])
 all_at_once()
+most_memory("nodes", int(sys.argv[2]))
+threads([(server_alone, what, *how) for what, how in AS_SERVER.items()]
+        + [(server_of_odd_figures, value) for value in ("0.5", "NaN", "+Inf", "-1e308", "1e400", "\x1b[2J")])
+most_memory("servers", int(sys.argv[2]) + 128)  # an answer about ten thousand machines takes its room
 check(f"another origin was asked: {elsewhere.heads}", not elsewhere.heads)
-most = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
-check(f"a run took {most} KiB", most < int(sys.argv[2]) << 10)
 finish()

@@ -73,6 +73,22 @@ def free_port():
         return probe.getsockname()[1]
 
 
+def threads(jobs):
+    """Functions with their arguments, all at once."""
+
+    def work(job, *arguments):
+        try:
+            job(*arguments)
+        except (Exception, SystemExit) as failure:  # it would end the thread alone
+            wrong.append(f"{job.__name__}{arguments[:1]}: {failure!r}")
+
+    started = [threading.Thread(target=work, args=job) for job in jobs]
+    for thread in started:
+        thread.start()
+    for thread in started:
+        thread.join()
+
+
 def until(asked, what, patience=PATIENCE):
     """Asks again and again; gives the first answer that is something."""
     end = time.monotonic() + patience
