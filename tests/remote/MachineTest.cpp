@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "HandTurnedQueue.hpp"
 #include "ScriptedFetcher.hpp"
 #include "platform/remote/NodeWatch.hpp"
 #include "platform/remote/RemoteMachine.hpp"
@@ -89,23 +90,16 @@ TEST(RemoteMachine, WhatIsMissingKeepsItsLastFiguresAndIsNamed) {
 /// A watch of a made-up node, on a loop that the test turns.
 class Watch : public testing::Test {
 protected:
-    void SetUp() override {
-        RunLoop::main().setClock([this] { return now; });
-    }
-    void TearDown() override {
-        RunLoop::main().clear();
-        RunLoop::main().setClock({});
-    }
     /// Lets the answer come in.
-    void turn() { RunLoop::main().turn(now); }
+    void turn() { clock.turn(); }
     /// Goes on to the next question; how long that takes, in seconds.
     double untilAsked() {
-        const Instant begin = now;
+        const Instant begin = clock.now();
         while (!fetcher.isAsked()) {
-            now = std::max(now, RunLoop::main().nextDeadline().value());
+            clock.passTo(RunLoop::main().nextDeadline().value());
             turn();
         }
-        return std::chrono::duration<double>(now - begin).count();
+        return std::chrono::duration<double>(clock.now() - begin).count();
     }
     static std::string scrape(int userSeconds) {
         return "node_memory_MemTotal_bytes 100\nnode_memory_MemAvailable_bytes 40\n"
@@ -113,7 +107,7 @@ protected:
                std::to_string(userSeconds) + "\n";
     }
 
-    Instant now{1h};
+    HandTurnedClock clock;
     ScriptedFetcher fetcher;
     std::string problem;
     NodeWatch watch{*nodeAddress("web01", problem), fetcher};

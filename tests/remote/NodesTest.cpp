@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "HandTurnedQueue.hpp"
 #include "ScriptedFetcher.hpp"
 #include "platform/remote/sources/FleetOf.hpp"
 #include "platform/remote/sources/NodesSource.hpp"
@@ -24,23 +25,18 @@ using platform::RunLoop;
 class Nodes : public testing::Test {
 protected:
     void SetUp() override {
-        RunLoop::main().setClock([this] { return now; });
         source.setHandler([this] { ++changes; });
     }
-    void TearDown() override {
-        source.pause();
-        RunLoop::main().clear();
-        RunLoop::main().setClock({});
-    }
+    void TearDown() override { source.pause(); }
     static NodeTarget target(const std::string& name) {
         std::string problem;
         return {*nodeAddress(name, problem)};
     }
     /// Lets time pass, a deadline after the other.
     void pass(std::chrono::milliseconds time) {
-        const Instant end = now + time;
-        for (RunLoop::main().turn(now); now < end; RunLoop::main().turn(now)) {
-            now = std::min(end, std::max(now, RunLoop::main().nextDeadline().value_or(end)));
+        const Instant end = clock.now() + time;
+        for (clock.turn(); clock.now() < end; clock.turn()) {
+            clock.passTo(std::min(end, RunLoop::main().nextDeadline().value_or(end)));
         }
     }
     std::string scrape(int seconds, const std::string& name = "n") const {
@@ -56,14 +52,15 @@ protected:
     /// Answers all that was asked, as machines that count seconds do.
     void answerAll() {
         while (fetcher.isAsked()) {
-            fetcher.answer(scrape(static_cast<int>(
-                               std::chrono::floor<std::chrono::seconds>(now.time_since_epoch()).count())),
-                           now.time_since_epoch());
+            fetcher.answer(
+                scrape(static_cast<int>(
+                    std::chrono::floor<std::chrono::seconds>(clock.now().time_since_epoch()).count())),
+                clock.now().time_since_epoch());
         }
     }
     const FleetMachine& machine(std::size_t index = 0) { return source.snapshot()->machines.at(index); }
 
-    Instant now{1h};
+    HandTurnedClock clock;
     ScriptedFetcher fetcher;
     NodesSource source{"lab", fetcher};
     int changes = 0;
@@ -175,7 +172,7 @@ TEST_F(Nodes, ANumberIsCalledByTheMachinesOwnNameWhereThatIsItsAlone) {
     pass(100ms);
     for (const char* const name : {"a", "a", "b", "c"}) {
         ASSERT_TRUE(fetcher.isAsked());
-        fetcher.answer(scrape(1, name), now.time_since_epoch());
+        fetcher.answer(scrape(1, name), clock.now().time_since_epoch());
     }
     pass(300ms);
     std::vector<std::string> names;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "HandTurnedQueue.hpp"
 #include "ScriptedFetcher.hpp"
 #include "platform/remote/sources/PrometheusSource.hpp"
 #include "platform/time/RunLoop.hpp"
@@ -26,14 +27,7 @@ std::string machine(const std::string& instance, const std::string& more = "") {
 /// A server in the test's hands, and a loop that the test turns.
 class Prometheus : public testing::Test {
 protected:
-    void SetUp() override {
-        RunLoop::main().setClock([this] { return now; });
-    }
-    void TearDown() override {
-        RunLoop::main().clear();
-        RunLoop::main().setClock({});
-    }
-    void turn() { RunLoop::main().turn(now); }
+    void turn() { clock.turn(); }
 
     /// Which of the questions is waiting, by what only it has in it.
     [[nodiscard]] std::string waiting() const {
@@ -77,12 +71,12 @@ protected:
     }
     /// Goes on to the next question; how long that takes, in seconds.
     double untilAsked() {
-        const Instant begin = now;
+        const Instant begin = clock.now();
         while (!fetcher.isAsked()) {
-            now = std::max(now, RunLoop::main().nextDeadline().value());
+            clock.passTo(RunLoop::main().nextDeadline().value());
             turn();
         }
-        return std::chrono::duration<double>(now - begin).count();
+        return std::chrono::duration<double>(clock.now() - begin).count();
     }
     [[nodiscard]] const FleetOrigin& origin() const { return source.snapshot()->sources.at(0); }
     [[nodiscard]] const FleetMachine& at(std::size_t place) const {
@@ -92,10 +86,11 @@ protected:
         return at(place).figure(which);
     }
     [[nodiscard]] double age(std::size_t place) const {
-        return std::chrono::duration<double>(now.time_since_epoch() - at(place).taken.value()).count();
+        return std::chrono::duration<double>(clock.now().time_since_epoch() - at(place).taken.value())
+            .count();
     }
 
-    Instant now{1h};
+    HandTurnedClock clock;
     ScriptedFetcher fetcher;
     PrometheusOptions options{.name = "prod", .url = "http://prom:9090"};
     PrometheusSource source{options, fetcher};
@@ -266,11 +261,11 @@ TEST_F(Prometheus, AsksAsOftenAsTheServerCanBear) {
     EXPECT_EQ(waiting(), "up");
     refresh();
     source.pause();
-    now += 20s;
+    clock.pass(20);
     turn();
     source.start();
     EXPECT_NEAR(untilAsked(), 40, 0.1) << "looking again is no reason to ask again";
-    now += 50s; // a server that takes its time
+    clock.pass(50); // a server that takes its time
     refresh();
     EXPECT_NEAR(untilAsked(), 50, 0.1);
 }
@@ -298,7 +293,7 @@ TEST_F(Prometheus, OneMachineIsFollowedByItsOwnMoments) {
     EXPECT_EQ(watch->state().figures->memory->free, 40u);
     EXPECT_EQ(watch->state().figures->processor->user, 600u);
     EXPECT_EQ(watch->state().figures->interval, 15s);
-    EXPECT_EQ(now.time_since_epoch() - watch->state().taken, 15s);
+    EXPECT_EQ(clock.now().time_since_epoch() - watch->state().taken, 15s);
     source.pause();
     EXPECT_NEAR(untilAsked(), 15, 0.1);
     tell(R"([[145,"0"],[160,"0"]])");

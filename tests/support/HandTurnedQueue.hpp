@@ -4,6 +4,7 @@
 #include "platform/time/DispatchQueue.hpp"
 #include "platform/time/RunLoop.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <deque>
 #include <utility>
@@ -53,6 +54,9 @@ public:
         m_now +=
             std::chrono::duration_cast<platform::Instant::duration>(std::chrono::duration<double>(seconds));
     }
+    /// The same until an instant; nothing where that has been.
+    void passTo(platform::Instant time) { m_now = std::max(m_now, time); }
+    void turn() const { platform::RunLoop::main().turn(m_now); }
     [[nodiscard]] platform::Instant now() const { return m_now; }
 
 private:
