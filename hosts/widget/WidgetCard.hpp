@@ -113,8 +113,8 @@ private:
     std::vector<platform::SourceFailure> m_failures;
     std::function<void()> m_toggle;
     bool m_expanded = true;
-    bool m_appIsThere = true;
-    bool m_asksNobody = false; ///< the figures are another machine's
+    bool m_appIsThere = true;   ///< which a press opens; until it is known
+    bool m_isElsewhere = false; ///< the figures are another machine's: a press opens nothing
 };
 
 } // namespace vantor::hosts::widget

@@ -44,7 +44,7 @@ std::vector<qt::Button*> WidgetCard::targets() const {
 }
 
 void WidgetCard::setAppIsThere(bool isThere) {
-    if (isThere == std::exchange(m_appIsThere, isThere)) {
+    if (m_isElsewhere || isThere == std::exchange(m_appIsThere, isThere)) {
         return;
     }
     for (qt::RingView* ring : m_binding.rings()) {
@@ -57,15 +57,16 @@ void WidgetCard::setAppIsThere(bool isThere) {
 }
 
 void WidgetCard::leaveTargetsAlone() {
-    m_asksNobody = true;
     setAppIsThere(false);
+    m_isElsewhere = true;
+    tellTargets();
 }
 
 /// The tooltips say what a press does: a pill says so itself.
 void WidgetCard::tellTargets() {
     for (qt::Button* target : targets()) {
         const QString name = target == m_form->cleanRam ? QString() : target->text();
-        setTip(*target, m_asksNobody ? QString() : m_appIsThere ? name : qt::hostText("host_NOAPP"));
+        setTip(*target, m_isElsewhere ? QString() : m_appIsThere ? name : qt::hostText("host_NOAPP"));
     }
 }
 
@@ -125,7 +126,7 @@ void WidgetCard::showRingTip(qt::RingView& ring) {
     } else if (&ring == m_form->progressCPUView && !m_form->lowPriorityShare->text().isEmpty()) {
         lines << m_form->lowPriorityShare->text();
     }
-    if (!m_asksNobody) {
+    if (!m_isElsewhere) {
         lines << (m_appIsThere ? ring.text() : qt::hostText("host_NOAPP"));
     }
     setTip(ring, lines.join(QLatin1Char('\n')));
