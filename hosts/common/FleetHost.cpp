@@ -129,7 +129,7 @@ bool FleetHost::tellSilent(const std::string& program, Silent which) {
     std::set<std::string> silent;
     std::string lines;
     bool isAnySilent = false;
-    bool wasRefused = false;
+    std::string advice; // of the first who needs one
     const auto tell = [&](std::string key, const std::string& line) {
         if (!m_parts->silent.contains(key)) {
             lines += program + ": " + line + '\n';
@@ -148,11 +148,11 @@ bool FleetHost::tellSilent(const std::string& program, Silent which) {
         if (!reason.empty()) {
             tell(std::to_string(machine.source) + '\n' + machine.key, machine.name + ": " + reason);
             isAnySilent = true;
-            wasRefused = wasRefused || reason == remote::refusal;
+            advice = advice.empty() ? adviceFor(reason) : advice;
         }
     }
-    if (wasRefused && !std::exchange(m_parts->isAdvised, true)) {
-        lines += howToReach;
+    if (!advice.empty() && !std::exchange(m_parts->isAdvised, true)) {
+        lines += advice;
     }
     m_parts->silent = std::move(silent);
     writeUnhurried(STDERR_FILENO, lines);

@@ -99,8 +99,8 @@ void RemoteNode::tell(const std::string& program) {
     if (std::exchange(m_parts->told, state.problem) == state.problem || state.problem.empty()) {
         return;
     }
-    writeUnhurried(STDERR_FILENO, program + ": " + name() + ": " + state.problem + '\n' +
-                                      (state.wasRefused ? howToReach : ""));
+    writeUnhurried(STDERR_FILENO,
+                   program + ": " + name() + ": " + state.problem + '\n' + adviceFor(state.problem));
 }
 
 /// The machine that is wanted, under the name that it goes by or that the user gave it.

@@ -15,7 +15,6 @@ struct NodeState {
     std::optional<NodeFigures> figures; ///< of the last two readings; absent before there were two
     std::chrono::nanoseconds taken{};   ///< when the last reading came, on the steady clock
     std::string problem;                ///< why the last question brought none; empty while it is up
-    bool wasRefused = false;            ///< nobody listens there
     std::optional<std::chrono::system_clock::time_point>
         downSince; ///< the first question in vain of this row
 };

@@ -16,7 +16,6 @@ std::chrono::duration<double> NodeProgress::take(NodeTold told) {
         return takeReading(*std::move(told.reading));
     }
     m_state.problem = std::move(told.problem);
-    m_state.wasRefused = told.wasRefused;
     if (!m_state.downSince) {
         m_state.downSince = std::chrono::system_clock::now();
     }
@@ -27,7 +26,6 @@ std::chrono::duration<double> NodeProgress::takeReading(Reading reading) {
     constexpr std::chrono::milliseconds clocksApart{100};
     m_backOff.reset();
     m_state.problem.clear();
-    m_state.wasRefused = false;
     m_state.downSince.reset();
     const std::chrono::nanoseconds slept = posix::sleptTime();
     const bool hasRates = m_last && slept - m_slept < clocksApart;

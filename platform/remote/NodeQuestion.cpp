@@ -44,7 +44,6 @@ NodeTold nodeTold(const FetchAnswer& answer, bool wasFiltered) {
     NodeTold told;
     if (!answer.problem.empty()) {
         told.problem = answer.problem;
-        told.wasRefused = answer.wasRefused;
         return told;
     }
     if (answer.status != fine) {

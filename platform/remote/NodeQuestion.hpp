@@ -15,7 +15,6 @@ namespace vantor::platform::remote {
 struct NodeTold {
     std::optional<Reading> reading; ///< with memory figures
     std::string problem;            ///< why there is none; English, printable
-    bool wasRefused = false;        ///< nobody listens there
     bool isFilterUnknown = false;   ///< a collector is switched off there: ask again for everything
 };
 

@@ -150,7 +150,7 @@ std::string CurlTransfer::endedEarly() const {
 std::string CurlTransfer::problemOf(CURLcode code) const {
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
-        return "the name cannot be resolved";
+        return unknownName;
     case CURLE_COULDNT_CONNECT:
         return systemError() == ECONNREFUSED ? refusal : "cannot be reached";
     case CURLE_OPERATION_TIMEDOUT:
@@ -195,7 +195,6 @@ bool CurlTransfer::redirect() {
 bool CurlTransfer::ended(CURLcode code) {
     if (code != CURLE_OK) {
         // A header's end is a WRITE_ERROR as well, or an error of its own in newer versions.
-        m_answer.wasRefused = code == CURLE_COULDNT_CONNECT && systemError() == ECONNREFUSED;
         fail(m_isTooLarge ? problemOf(CURLE_WRITE_ERROR) : problemOf(code));
         return false;
     }
@@ -215,7 +214,6 @@ bool CurlTransfer::ended(CURLcode code) {
 
 void CurlTransfer::fail(std::string problem) {
     FetchAnswer answer;
-    answer.wasRefused = m_answer.wasRefused;
     answer.problem = std::move(problem);
     answer.taken = std::chrono::steady_clock::now().time_since_epoch();
     m_done(std::move(answer));

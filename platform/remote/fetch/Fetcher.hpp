@@ -28,8 +28,9 @@ struct FetchRequest {
 /// again.
 inline constexpr std::size_t mostConnections = 32;
 
-/// The problem where nobody listens.
+/// The problems where nobody listens, and where nobody knows the name.
 inline constexpr const char* refusal = "connection refused";
+inline constexpr const char* unknownName = "the name cannot be resolved";
 
 /// What came of it.
 struct FetchAnswer {
@@ -37,7 +38,6 @@ struct FetchAnswer {
     std::string contentType; ///< as the server says, unchecked; empty where it does not
     std::string body;
     std::string problem; ///< why there is no whole answer, in English and printable; empty where there is one
-    bool wasRefused = false;          ///< nobody listens there
     std::chrono::nanoseconds taken{}; ///< when the answer was whole, on the steady clock
 };
 
