@@ -2,6 +2,7 @@
 #include "hosts/wall/Wall.hpp"
 
 #include "hosts/qt/HostText.hpp"
+#include "platform/core/WorkItem.hpp"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -48,7 +49,8 @@ Wall::Wall(platform::FleetSource& source, const std::string& name, Clock clock)
         tell();
     });
     m_view.setChangeHandler([this] { tell(); });
-    m_source.setHandler([this] { take(); });
+    // Answers come from threads on which no viewer is in place: here it is this one's that is told.
+    m_source.setHandler(platform::WorkItem([this] { take(); }));
     m_time.setTimerType(Qt::CoarseTimer);
     m_time.setInterval(agesGrow);
     m_time.callOnTimeout(this, [this] { passTime(); });
