@@ -5,6 +5,7 @@
 #include "hosts/wall/WallWords.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vantor::hosts::wall {
 
@@ -14,9 +15,10 @@ namespace {
 
 constexpr std::array shares{FleetFigure::memory, FleetFigure::storage, FleetFigure::processor};
 
-/// Whole percents that it has reached, as a ring and its colour have it.
+/// Rounded as every other percentage is (percentText); only its colour goes by what has been reached.
 std::optional<int> percentOf(const std::optional<double>& share) {
-    return share ? std::optional(static_cast<int>(std::clamp(*share, 0.0, 9.99) * 100)) : std::nullopt;
+    return share ? std::optional(static_cast<int>(std::nearbyint(std::clamp(*share, 0.0, 9.99) * 100)))
+                 : std::nullopt;
 }
 
 /// That of the colour; where a rate gives it, the fullest share.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "MadeUpFleet.hpp"
+#include "fleet/FleetWords.hpp"
+#include "hosts/wall/WallFace.hpp"
 
 #include <QScrollBar>
 
@@ -7,6 +9,7 @@ namespace vantor::hosts::wall {
 
 namespace {
 
+using platform::FleetFigure;
 using tests::ShownWall;
 
 TEST(Wall, TellsAsMuchAsTheRoomAllows) {
@@ -22,6 +25,23 @@ TEST(Wall, TellsAsMuchAsTheRoomAllows) {
     EXPECT_EQ(wide.view().density(), Density::ring); // which it keeps, whatever the room
     wide.wall->resize(800, 600);
     EXPECT_EQ(wide.view().density(), Density::ring);
+}
+
+/// One rule for one figure: a ring's number is the head's, and its colour goes by what has been reached.
+TEST(Wall, TellsAFigureTheSameEverywhere) {
+    platform::FleetMachine machine;
+    machine.figures = {0.746, 0.5, 0.8351, {}, {}};
+    fleet::FleetRow row;
+    row.machine = &machine;
+    row.band = fleet::Band::orange;
+    const Face face = faceOf(row, Density::rings);
+    for (const auto figure : {FleetFigure::memory, FleetFigure::storage, FleetFigure::processor}) {
+        const int percent = face.percents.at(static_cast<std::size_t>(figure)).value_or(-1);
+        EXPECT_EQ(std::to_string(percent) + "%", fleet::figureText(figure, machine.figure(figure)));
+    }
+    EXPECT_EQ(face.percents.back(), 84);
+    EXPECT_EQ(fleet::figureText(FleetFigure::sent, 0.2), "0 KB/s"); // not in words, as in the widget
+    EXPECT_EQ(face.bands.back(), fleet::Band::orange);
 }
 
 /// Only machines that look otherwise are painted again.
