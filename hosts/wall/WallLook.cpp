@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/wall/WallLook.hpp"
 
+#include <algorithm>
+
 namespace vantor::hosts::wall {
 
 namespace {
@@ -11,6 +13,7 @@ struct Room {
     double gapX, gapY;
     double heading;
 };
+constexpr double closeGap = 4, closeHeading = 27;
 constexpr std::array<Room, densityCount> rooms{
     {{391, 102, 9, 8, 34}, {120, 68, 9, 8, 34}, {36, 36, 4, 4, 32}, {14, 14, 2, 2, 30}, {10, 10, 2, 2, 30}}};
 
@@ -42,14 +45,12 @@ QColor WallLook::inkOn(const QColor& ground) {
     return qt::contrast(Qt::white, ground) >= qt::contrast(Qt::black, ground) ? Qt::white : Qt::black;
 }
 
-std::array<fleet::WallStep, densityCount> WallLook::steps() const {
-    std::array<fleet::WallStep, densityCount> steps;
-    for (std::size_t i = 0; i < densityCount; ++i) {
-        const Room& room = rooms.at(i);
-        steps.at(i) = {pixels(room.width) + pixels(room.gapX), pixels(room.height) + pixels(room.gapY),
-                       pixels(room.heading)};
-    }
-    return steps;
+fleet::WallStep WallLook::step(Density density, Spacing spacing) const {
+    const Room& room = rooms.at(static_cast<std::size_t>(density));
+    const bool isClose = spacing == Spacing::close;
+    return {pixels(room.width) + pixels(room.gapX),
+            pixels(room.height) + pixels(isClose ? std::min(room.gapY, closeGap) : room.gapY),
+            pixels(isClose ? closeHeading : room.heading)};
 }
 
 QSize WallLook::cell(Density density) const {

@@ -22,6 +22,9 @@ enum class Density : std::uint8_t {
 };
 inline constexpr std::size_t densityCount = 5;
 
+/// How much room is left between machines and between groups.
+enum class Spacing : std::uint8_t { usual, close };
+
 namespace TextSize = qt::TextSize;
 
 /// Lengths of the wall, in points.
@@ -48,8 +51,8 @@ struct WallLook {
     /// Black or white, whichever is readable on a colour.
     [[nodiscard]] static QColor inkOn(const QColor& ground);
 
-    /// The room that each density gives a machine, in logical pixels.
-    [[nodiscard]] std::array<fleet::WallStep, densityCount> steps() const;
+    /// The room that a density gives a machine, in logical pixels.
+    [[nodiscard]] fleet::WallStep step(Density density, Spacing spacing = Spacing::usual) const;
     /// What of it the machine's picture takes, without the gaps.
     [[nodiscard]] QSize cell(Density density) const;
 };

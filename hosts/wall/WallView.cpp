@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <chrono>
+#include <tuple>
 #include <utility>
 
 namespace vantor::hosts::wall {
@@ -16,8 +17,8 @@ using fleet::FleetGroup;
 namespace {
 
 constexpr std::chrono::milliseconds tipAfter{350};
-constexpr double topGap = 2, bottomGap = 16; // points above and below the machines
-constexpr int mostRects = 400;               // a region of more costs more than it saves
+constexpr double topGap = 2, bottomGap = 16, closeBottomGap = 8; // points above and below the machines
+constexpr int mostRects = 400;                                   // a region of more costs more than it saves
 
 } // namespace
 
@@ -42,7 +43,7 @@ void WallView::setLook(const WallLook& look) {
     m_painter.setLook(look, devicePixelRatioF());
     m_tip.setLook(look);
     setPalette(look.theme.palette());
-    m_shape = Shape();
+    m_shape = WallShape();
     refresh();
 }
 
@@ -60,8 +61,8 @@ bool WallView::hasHeadings() const {
     return groups.size() > 1 || (!groups.empty() && !groups.front().name.empty());
 }
 
-WallView::Shape WallView::shape() const {
-    Shape shape;
+WallShape WallView::shape() const {
+    WallShape shape;
     for (const FleetGroup& group : m_table.groups()) {
         shape.groups.emplace_back(group.size, group.isFolded);
     }
@@ -71,45 +72,50 @@ WallView::Shape WallView::shape() const {
     return shape;
 }
 
-/// How wide a grid may be: the gap after the last column is in the margin.
-int WallView::gridWidth(int width, Density density) const {
-    const fleet::WallStep step = m_painter.look().steps().at(static_cast<std::size_t>(density));
-    return width - 2 * margin() + step.width - m_painter.look().cell(density).width();
+/// In a width, where the gap after the last column is in the margin.
+fleet::WallGrid WallView::grid(int width, Density density, Spacing spacing) const {
+    const WallLook& look = m_painter.look();
+    const fleet::WallStep step = look.step(density, spacing);
+    return {m_table.groups(), step, width - 2 * margin() + step.width - look.cell(density).width()};
+}
+
+int WallView::heightOf(const fleet::WallGrid& grid, Spacing spacing) const {
+    return top() + grid.height() +
+           m_painter.look().pixels(spacing == Spacing::close ? closeBottomGap : bottomGap);
 }
 
 /// The richest density with which all fit into the room that there is without a scroll bar, so that the bar
-/// does not change it; else the last.
-Density WallView::fittingDensity() const {
+/// does not change it, be it close together; else the last.
+std::pair<Density, Spacing> WallView::fitting() const {
     const QSize room = maximumViewportSize();
-    const auto steps = m_painter.look().steps();
-    for (std::size_t i = 0; i + 1 < densityCount; ++i) {
+    for (std::size_t i = 0; i < densityCount; ++i) {
         const auto density = static_cast<Density>(i);
-        const fleet::WallGrid grid(m_table.groups(), steps.at(i), gridWidth(room.width(), density));
-        if (top() + grid.height() + m_painter.look().pixels(bottomGap) <= room.height()) {
-            return density;
+        for (const Spacing spacing : {Spacing::usual, Spacing::close}) {
+            if (heightOf(grid(room.width(), density, spacing), spacing) <= room.height()) {
+                return {density, spacing};
+            }
         }
     }
-    return Density::smallSquares;
+    return {Density::smallSquares, Spacing::usual};
 }
 
 void WallView::layOut() {
-    m_density = m_chosen.value_or(fittingDensity());
-    const fleet::WallStep step = m_painter.look().steps().at(static_cast<std::size_t>(m_density));
+    std::tie(m_density, m_spacing) = m_chosen ? std::pair(*m_chosen, Spacing::usual) : fitting();
     // Without a scroll bar first: one that is there must not be the reason that it is needed.
     const QSize room = maximumViewportSize();
-    m_grid = fleet::WallGrid(m_table.groups(), step, gridWidth(room.width(), m_density));
+    m_grid = grid(room.width(), m_density, m_spacing);
     const bool fits = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff || wholeHeight() <= room.height();
     if (!fits) {
-        m_grid = fleet::WallGrid(m_table.groups(), step, gridWidth(viewport()->width(), m_density));
+        m_grid = grid(viewport()->width(), m_density, m_spacing);
     }
     verticalScrollBar()->setRange(0, fits ? 0 : std::max(0, wholeHeight() - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
-    verticalScrollBar()->setSingleStep(step.height);
+    verticalScrollBar()->setSingleStep(step().height);
     m_shape = shape();
 }
 
 int WallView::wholeHeight() const {
-    return top() + m_grid.height() + m_painter.look().pixels(bottomGap);
+    return heightOf(m_grid, m_spacing);
 }
 
 fleet::WallGrid::Range WallView::visibleRows() const {
@@ -220,7 +226,7 @@ QRect WallView::headingRect(std::size_t group) const {
     if (!at) {
         return {};
     }
-    const int height = m_painter.look().steps().at(static_cast<std::size_t>(m_density)).heading;
+    const int height = step().heading;
     return {margin(), top() + *at - verticalScrollBar()->value(), viewport()->width() - 2 * margin(), height};
 }
 
@@ -260,7 +266,7 @@ void WallView::scrollTo(const QRect& cell) {
         return;
     }
     QScrollBar& bar = *verticalScrollBar();
-    const int over = m_painter.look().steps().at(static_cast<std::size_t>(m_density)).heading;
+    const int over = step().heading;
     if (cell.top() < over) {
         bar.setValue(bar.value() + cell.top() - over);
     } else if (cell.bottom() + top() > viewport()->height()) {

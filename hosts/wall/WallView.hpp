@@ -4,6 +4,7 @@
 #include "fleet/FleetTable.hpp"
 #include "fleet/WallGrid.hpp"
 #include "hosts/wall/WallPainter.hpp"
+#include "hosts/wall/WallShape.hpp"
 #include "hosts/wall/WallTip.hpp"
 
 #include <QAbstractScrollArea>
@@ -12,6 +13,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantor::hosts::wall {
@@ -65,19 +67,12 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    /// What a layout depends on.
-    struct Shape {
-        std::vector<std::pair<std::size_t, bool>> groups; ///< sizes, and which are folded
-        bool hasHeadings = false;
-        int width = 0;
-        Density density = Density::cards;
-        bool operator==(const Shape&) const = default;
-    };
-
     void layOut();
-    [[nodiscard]] int gridWidth(int width, Density density) const;
-    [[nodiscard]] Density fittingDensity() const;
-    [[nodiscard]] Shape shape() const;
+    [[nodiscard]] fleet::WallGrid grid(int width, Density density, Spacing spacing) const;
+    [[nodiscard]] int heightOf(const fleet::WallGrid& grid, Spacing spacing) const;
+    [[nodiscard]] std::pair<Density, Spacing> fitting() const;
+    [[nodiscard]] fleet::WallStep step() const { return m_painter.look().step(m_density, m_spacing); }
+    [[nodiscard]] WallShape shape() const;
     void makeFaces();
     [[nodiscard]] QRegion changedRegion();
     void paintPart(QPainter& painter, const QRect& part);
@@ -103,9 +98,10 @@ private:
     WallTip m_tip;
     QTimer m_tipDelay;
     fleet::WallGrid m_grid;
-    Shape m_shape;
+    WallShape m_shape;
     std::optional<Density> m_chosen;
     Density m_density = Density::cards;
+    Spacing m_spacing = Spacing::usual;
     std::optional<std::pair<std::size_t, std::string>> m_cursor; ///< a machine's source and key
     std::optional<std::size_t> m_cursorRow;                      ///< where it was drawn
     std::size_t m_firstFace = 0;

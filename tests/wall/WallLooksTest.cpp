@@ -26,7 +26,7 @@ struct Look {
 
 constexpr Look looks[] = {
     {"light", "C", AppearanceChoice::light, 41, "dc"},
-    {"dark", "C", AppearanceChoice::dark, 41, "dc"},
+    {"dark", "C", AppearanceChoice::dark, 41, "role"}, // closer together, or they would have no names
     {"de", "de_DE", AppearanceChoice::light, 2000, "role"},
     {"ar", "ar_EG", AppearanceChoice::dark, 41, "dc"},
     {"squares", "C", AppearanceChoice::light, 10'000, "role"},
