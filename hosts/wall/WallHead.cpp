@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vantor::hosts::wall {
@@ -104,7 +105,11 @@ std::vector<WallHead::Piece> WallHead::fitting(int room) const {
         }
     }
     while (pieces.size() > 1 && isTooWide()) {
-        pieces.erase(std::ranges::max_element(pieces, {}, &Piece::rank));
+        const auto least = std::ranges::max_element(pieces, {}, &Piece::rank);
+        if (const auto next = std::next(least); next != pieces.end()) {
+            next->gap = std::max(next->gap, least->gap); // as far from what is then before it
+        }
+        pieces.erase(least);
     }
     return pieces;
 }
