@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/FleetSources.hpp"
 
+#include "hosts/common/DemoWatch.hpp"
 #include "hosts/common/ListedNodes.hpp"
 #include "platform/core/PrintableText.hpp"
 #include "platform/remote/fetch/NodeAddress.hpp"
@@ -62,8 +63,10 @@ bool FleetSources::hasFetcher() {
 }
 
 void FleetSources::openDemo(std::size_t count) {
-    m_opened.push_back({"demo", std::make_unique<platform::SimulatedFleet>(count),
-                        [](std::string_view /*key*/) { return nullptr; }});
+    auto source = std::make_unique<platform::SimulatedFleet>(count);
+    const platform::SimulatedFleet& fleet = *source;
+    m_opened.push_back({"demo", std::move(source),
+                        [&fleet](std::string_view key) { return std::make_unique<DemoWatch>(fleet, key); }});
 }
 
 void FleetSources::openNodes(const std::string& name, std::vector<remote::NodeTarget> fixed,

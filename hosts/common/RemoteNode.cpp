@@ -8,6 +8,7 @@
 #include "hosts/common/RemotePlace.hpp"
 #include "hosts/common/StandardStreams.hpp"
 #include "platform/core/PrintableText.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 #include "platform/remote/MachineWatch.hpp"
 #include "platform/remote/fetch/NodeAddress.hpp"
 
@@ -192,9 +193,11 @@ NodeMoment RemoteNode::moment() const {
 
 std::string RemoteNode::heading() const {
     const NodeMoment now = moment();
+    const bool hasTold = m_parts->watch->state().figures.has_value();
     return name() + " \u00B7 " +
            (now.downSince ? fleet::downText(now.downSince, now.problem)
-                          : fleet::averageText(now.interval, now.age));
+            : hasTold     ? fleet::averageText(now.interval, now.age)
+                          : platform::NSLocalizedString("wall_ASKING"));
 }
 
 void RemoteNode::setHandler(std::function<void()> handler) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/MachinePage.hpp"
 
-#include "hosts/common/HostMachine.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "platform/machine/Machine.hpp"
 
 #include <QPainter>
 #include <algorithm>
@@ -16,9 +16,12 @@ namespace {
 
 constexpr double backWidth = 112, backHeight = 32, edge = 16; // points
 
-/// Never undone: workers may be sampling. The machines of a fleet are the same one in turn.
+/// Never undone: workers may be sampling. The machines of a fleet are the same one in turn. The viewer is
+/// the one that the program has put in place for all of its life.
 void putInPlace(platform::Machine& machine) {
-    [[maybe_unused]] static const auto& place = *new common::HostMachine(machine);
+    if (platform::Current<platform::Machine>::get() != &machine) {
+        [[maybe_unused]] const auto& place = *new platform::Current<platform::Machine>(machine);
+    }
 }
 
 } // namespace

@@ -124,32 +124,47 @@ void SimulatedFleet::pause() {
     }
 }
 
+/// Few of many are down, stale or unknown, yet some of few: the first of each kind comes early.
+void SimulatedFleet::tell(FleetMachine& machine, std::uint64_t number, std::uint64_t tick) const {
+    constexpr std::chrono::minutes longAgo{4};
+    const bool isDown = number % 331 == 5;
+    const bool isStale = number % 397 == 17;
+    const bool isUnknown = number % 499 == 29;
+    if (!isUnknown) {
+        const std::chrono::nanoseconds now = RunLoop::main().now().time_since_epoch();
+        setFigures(machine, number, isDown || isStale ? 0 : tick);
+        machine.taken = isDown || isStale ? now - interval * static_cast<std::int64_t>(tick) - longAgo : now;
+    }
+    if (isDown) {
+        machine.downSince = m_started - longAgo;
+        machine.problem = "connection refused";
+    }
+}
+
 void SimulatedFleet::tick() {
-    const std::chrono::nanoseconds now = RunLoop::main().now().time_since_epoch();
     auto next = std::make_shared<FleetSnapshot>(*m_first);
-    next->sources = {{"demo", interval, 3 * interval, now, {}, false}};
+    next->sources = {{"demo", interval, 3 * interval, RunLoop::main().now().time_since_epoch(), {}, false}};
     for (std::uint64_t i = 0; i < next->machines.size(); i++) {
-        FleetMachine& machine = next->machines[i];
-        constexpr std::chrono::minutes longAgo{4};
-        // Few of many, yet some of few: the first of each kind comes early.
-        const bool isDown = i % 331 == 5;
-        const bool isStale = i % 397 == 17;
-        const bool isUnknown = i % 499 == 29;
-        if (!isUnknown) {
-            setFigures(machine, i, isDown || isStale ? 0 : m_ticks);
-            machine.taken =
-                isDown || isStale ? now - interval * static_cast<std::int64_t>(m_ticks) - longAgo : now;
-        }
-        if (isDown) {
-            machine.downSince = m_started - longAgo;
-            machine.problem = "connection refused";
-        }
+        tell(next->machines[i], i, m_ticks);
     }
     m_ticks++;
     m_snapshot = std::move(next);
     if (m_handler) {
         m_handler();
     }
+}
+
+std::optional<FleetMachine> SimulatedFleet::machineAt(std::string_view key, std::uint64_t tick) const {
+    if (m_first == nullptr) {
+        return std::nullopt;
+    }
+    const auto found = std::ranges::lower_bound(m_first->machines, key, {}, &FleetMachine::key);
+    if (found == m_first->machines.end() || found->key != key) {
+        return std::nullopt;
+    }
+    FleetMachine machine = *found;
+    tell(machine, static_cast<std::uint64_t>(found - m_first->machines.begin()), tick);
+    return machine;
 }
 
 } // namespace vantor::platform

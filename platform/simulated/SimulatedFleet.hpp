@@ -7,6 +7,10 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
 
 namespace vantor::platform {
 
@@ -27,8 +31,15 @@ public:
     [[nodiscard]] bool isSettled() const override { return m_snapshot != nullptr; }
     void setHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
 
+    /// How often it was asked so far.
+    [[nodiscard]] std::uint64_t ticks() const { return m_ticks; }
+    /// What a machine tells when it is asked for that time, whether or not the fleet is. Absent where there
+    /// is none of that key, or before the start.
+    [[nodiscard]] std::optional<FleetMachine> machineAt(std::string_view key, std::uint64_t tick) const;
+
 private:
     void tick();
+    void tell(FleetMachine& machine, std::uint64_t number, std::uint64_t tick) const;
 
     std::size_t m_count;
     std::uint64_t m_ticks = 0;
