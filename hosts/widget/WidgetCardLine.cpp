@@ -4,8 +4,32 @@
 
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
+#include <QPainter>
+#include <functional>
+#include <utility>
 
 namespace vantor::hosts::widget {
+
+namespace {
+
+/// Pale on the card's ground. The toolkit paints nothing below labels, which are opaque, so that what stood
+/// there before would shine through.
+class PaleEffect final : public QGraphicsOpacityEffect {
+public:
+    PaleEffect(std::function<QColor()> ground, QObject* parent)
+        : QGraphicsOpacityEffect(parent), m_ground(std::move(ground)) {}
+
+protected:
+    void draw(QPainter* painter) override {
+        painter->fillRect(sourceBoundingRect(), m_ground());
+        QGraphicsOpacityEffect::draw(painter);
+    }
+
+private:
+    std::function<QColor()> m_ground;
+};
+
+} // namespace
 
 void WidgetCard::showLine(const QString& text) {
     if (m_line == nullptr) {
@@ -34,7 +58,7 @@ void WidgetCard::setPale(bool pale) {
         if (pale) {
             constexpr double paleness = 0.45;
             m_animator.settle(); // a ring in motion is drawn past the effect
-            effect = new QGraphicsOpacityEffect(part);
+            effect = new PaleEffect([this] { return m_theme.card; }, part);
             effect->setOpacity(paleness);
         }
         part->setGraphicsEffect(effect); // deletes the one before
