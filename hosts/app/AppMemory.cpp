@@ -2,10 +2,8 @@
 #include "hosts/app/AppMemory.hpp"
 
 #include "hosts/common/UserFile.hpp"
+#include "hosts/qt/WindowSize.hpp"
 #include "platform/posix/UserFolders.hpp"
-
-#include <array>
-#include <charconv>
 
 namespace vantor::hosts::app {
 
@@ -18,25 +16,14 @@ std::string statePath() {
 } // namespace
 
 std::string stateText(const AppState& state) {
-    return std::to_string(state.size.width()) + ' ' + std::to_string(state.size.height()) + ' ' +
-           std::to_string(static_cast<int>(state.page)) + '\n';
+    return qt::sizeText(state.size) + ' ' + std::to_string(static_cast<int>(state.page)) + '\n';
 }
 
 std::optional<AppState> parseState(std::string_view text) {
-    constexpr int greatest = 32'767; // pixels that a window of X11 may have
-    std::array<int, 3> numbers{};
-    for (int& number : numbers) {
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-        if (error != std::errc()) {
-            return std::nullopt;
-        }
-        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-        text.remove_prefix(text.empty() ? 0 : 1);
-    }
-    const auto [width, height, page] = numbers;
-    const bool isSize = width > 0 && height > 0 && width <= greatest && height <= greatest;
-    return isSize && page >= 0 && page < static_cast<int>(pageCount)
-               ? std::optional(AppState{QSize(width, height), static_cast<PageKind>(page)})
+    const std::optional<QSize> size = qt::takeSize(text);
+    const std::optional<int> page = qt::takeNumber(text);
+    return size && page && *page >= 0 && *page < static_cast<int>(pageCount)
+               ? std::optional(AppState{*size, static_cast<PageKind>(*page)})
                : std::nullopt;
 }
 

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/widget/WallWindow.hpp"
 
+#include "hosts/common/UserFile.hpp"
+#include "hosts/qt/WindowSize.hpp"
+#include "platform/posix/UserFolders.hpp"
+
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
 #include <algorithm>
 #include <chrono>
+#include <string_view>
 #include <utility>
 
 namespace vantor::hosts::widget {
@@ -14,6 +20,18 @@ namespace vantor::hosts::widget {
 namespace {
 
 constexpr QSize usualSize(1200, 760), leastSize(420, 240); // points
+constexpr std::chrono::seconds untilKept{1}; // a session often ends without a word to its programs
+
+/// Of this user's last wall, whichever it was: $XDG_STATE_HOME/vantor/wall-window.
+std::string statePath() {
+    return common::userFilePath(platform::posix::UserFolders::fromEnvironment().state, "vantor/wall-window");
+}
+
+std::optional<QSize> rememberedSize() {
+    const std::string text = common::readUserFile(statePath());
+    std::string_view left = text;
+    return qt::takeSize(left);
+}
 
 } // namespace
 
@@ -38,7 +56,10 @@ WallWindow::WallWindow(const Options& options, common::FleetHost& fleet)
             .boundedTo(screen()->availableSize());
     };
     setMinimumSize(sized(leastSize));
-    resize(sized(usualSize));
+    resize(rememberedSize().value_or(sized(usualSize)).boundedTo(screen()->availableSize()));
+    m_keeping.setSingleShot(true);
+    m_keeping.setInterval(untilKept);
+    m_keeping.callOnTimeout(this, [this] { keep(); });
     for (const auto& keys : {QKeySequence(QKeySequence::Quit), QKeySequence(QKeySequence::Close)}) {
         connect(new QShortcut(keys, this), &QShortcut::activated, this, [this] { close(); });
     }
@@ -125,6 +146,21 @@ void WallWindow::resizeEvent(QResizeEvent* event) {
     m_wall.resize(size());
     if (m_page != nullptr) {
         m_page->resize(size());
+    }
+    m_keeping.start();
+}
+
+void WallWindow::closeEvent(QCloseEvent* event) {
+    keep();
+    event->accept();
+}
+
+/// A failure is of no consequence.
+void WallWindow::keep() {
+    if (isVisible() && m_options.fleet.demo == 0) {
+        const bool isWhole = isMaximized() || isFullScreen();
+        (void)common::writeUserFile(statePath(),
+                                    qt::sizeText(isWhole ? normalGeometry().size() : size()) + '\n');
     }
 }
 

@@ -9,6 +9,7 @@
 #include "hosts/widget/MachinePage.hpp"
 #include "hosts/widget/Options.hpp"
 
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
@@ -32,6 +33,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
 
@@ -40,6 +42,7 @@ private:
     void seenChanged();
     void openMachine(const platform::FleetMachine& machine);
     void closeMachine();
+    void keep();
 
     Options m_options;
     const platform::Appearance m_toolkitAppearance;
@@ -48,6 +51,7 @@ private:
     wall::WallLook m_look;
     wall::Wall m_wall;
     std::unique_ptr<MachinePage> m_page;
+    QTimer m_keeping;
     qt::Presence m_presence;
     qt::LoopDriver m_loop;
 };
