@@ -83,7 +83,9 @@ void WidgetHost::setActive(bool active) {
 }
 
 void WidgetHost::turn(Instant now) {
-    if (m_pauses.isOver(now)) {
+    // Another machine tells of its last interval whenever it is asked, so nothing that fell due meanwhile
+    // would count a pause; and it is to be asked at once.
+    if (m_pauses.isOver(now) && m_node == nullptr) {
         common::resumeWidget(*m_controller, now);
     }
     RunLoop::main().turn(now);
