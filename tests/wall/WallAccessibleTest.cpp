@@ -34,6 +34,45 @@ TEST(WallKeys, LeadFromMachineToMachine) {
     EXPECT_GT(shown.view().density(), before);
 }
 
+TEST(WallKeys, FoldAndFilterAndSort) {
+    ShownWall shown(41);
+    shown.wall->groupBy("role");
+    shown.press(Qt::Key_Home);
+    shown.press(Qt::Key_End);
+    const std::size_t row = *shown.view().cursor();
+    shown.press(Qt::Key_Space);
+    EXPECT_TRUE(shown.view().cellOf(row).isEmpty());
+    EXPECT_EQ(shown.nameAtCursor(), "web00040");
+    shown.press(Qt::Key_Up); // past the folded ones, and back to their line
+    EXPECT_LT(*shown.view().cursor(), 20U);
+    shown.press(Qt::Key_End);
+    EXPECT_EQ(shown.nameAtCursor(), "web00020");
+    shown.press(Qt::Key_Space);
+    EXPECT_FALSE(shown.view().cellOf(row).isEmpty());
+
+    shown.press(Qt::Key_Slash);
+    QTest::keyClicks(&shown.wall->filter(), "WEB0003");
+    EXPECT_EQ(shown.wall->table().rows().size(), 10U);
+    shown.press(Qt::Key_Return); // to the machines that are left
+    EXPECT_TRUE(shown.view().hasFocus());
+    shown.press(Qt::Key_Escape);
+    EXPECT_EQ(shown.wall->table().rows().size(), 41U);
+    shown.press(Qt::Key_Slash);
+    QTest::keyClicks(&shown.wall->filter(), "nowhere");
+    shown.press(Qt::Key_Return);
+    shown.press(Qt::Key_Return); // nobody is left to open
+    shown.press(Qt::Key_Escape);
+
+    using fleet::FleetOrder;
+    for (const auto& [key, order] :
+         {std::pair(Qt::Key_R, FleetOrder::memory), std::pair(Qt::Key_C, FleetOrder::processor),
+          std::pair(Qt::Key_T, FleetOrder::network), std::pair(Qt::Key_W, FleetOrder::worst),
+          std::pair(Qt::Key_P, FleetOrder::processor)}) {
+        shown.press(key);
+        EXPECT_EQ(shown.wall->table().order(), order) << key;
+    }
+}
+
 /// The pointer: a click selects, a second one opens, a heading folds; the card tells all of a machine.
 TEST(WallPointer, SelectsOpensAndTells) {
     ShownWall shown(2000);
