@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Whether help, manual page and completions of each program name the same options and commands:
+"""Whether help, manual page, completions and documents name the same options and commands of each program:
 options.py SOURCE-FOLDER PROGRAM... What the help of a program and of each of its commands lists is what must be
 offered after it, by bash and fish themselves; the manual page and zsh's completion are read as texts."""
 import os
@@ -13,6 +13,7 @@ import tempfile
 source, *programs = sys.argv[1:]
 packaging = pathlib.Path(source) / "packaging"
 wrong = []
+known = {}  # the options of each program and of all of its commands
 
 # Both read lines to complete, which end where a word is asked for, and answer each with words and a line "=".
 BASH = """. "$1"; compopt() { :; }
@@ -52,6 +53,21 @@ def offered(shell, file, lines):
     return [{line.split("\t")[0].strip() for line in block.splitlines()} for block in re.split(r"^=\n", answer, flags=re.M)]
 
 
+def check_pages():
+    """What README and docs/ say of options: a word in code that follows a program's name belongs to it, one that stands
+    alone to one of them."""
+    everything = set().union(*known.values())
+    for page in sorted([*pathlib.Path(source).glob("*.md"), *pathlib.Path(source).glob("docs/*.md")]):
+        text = page.read_text(encoding="utf-8")
+        said = [(words, known[name]) for name, words in re.findall(r"(?<![\w./-])(vantor(?:-[a-z]+)?) ([^`|\n]*)", text)
+                if name in known]
+        if len(known) == len(list(packaging.rglob("*.1"))):  # no program was left out of the build
+            said += [(words, everything) for words in re.findall(r"`(--[^`\n]*)`", text)]
+        for words, options in said:
+            named = set(re.findall(r"(?<![\w-])--[a-z][a-z-]*(?![\w.])", words.partition("#")[0]))
+            wrong.extend(f"{page.name}: no option {word}: {words}" for word in sorted(named - options))
+
+
 def check(program):
     name = pathlib.Path(program).name
     os.environ["PATH"] = f"{pathlib.Path(program).parent}:{os.environ['PATH']}"  # completions may ask it
@@ -61,7 +77,7 @@ def check(program):
     if None in files.values():
         return
     tree = told(program, ())
-    options = set().union(*(own for own, _ in tree.values()))
+    options = known[name] = set().union(*(own for own, _ in tree.values()))
     takes_all = {path: tree[()][0] - own if printed(program, *path, "--version") else frozenset()
                  for path, (own, _) in tree.items()}
     for kind in ("manual", "zsh"):
@@ -87,6 +103,7 @@ with tempfile.TemporaryDirectory() as home:  # where shells keep what was typed
     os.environ.update({"HOME": home, "XDG_DATA_HOME": home, "XDG_CONFIG_HOME": home, "LC_ALL": "C"})
     for each in programs:
         check(each)
+check_pages()
 if not programs:
     wrong.append("no programs")
 print(*wrong, sep="\n")

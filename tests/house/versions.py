@@ -9,6 +9,7 @@ version, source, *programs = sys.argv[1:]
 PLACES = {  # where the newest release is named first
     "CHANGELOG.md": r"^## (\S+)",
     "debian/changelog": r"^vantor \((\S+)\)",
+    "packaging/app/vantor-app.metainfo.xml": r'<release version="([^"]+)"',
     "packaging/desktop/vantor-widget.metainfo.xml": r'<release version="([^"]+)"',
 }
 
