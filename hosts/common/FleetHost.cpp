@@ -123,8 +123,12 @@ std::unique_ptr<RemoteNode> FleetHost::openMachine(const platform::FleetMachine&
 
 bool FleetHost::tellSilent(const std::string& program, Silent which) {
     const auto snapshot = source().snapshot();
-    if (snapshot == nullptr) {
-        return false;
+    constexpr const char* nothingYet = "has told nothing yet";
+    if (snapshot == nullptr) { // the only source is still being asked
+        if (which == Silent::all && m_parts->silent.insert(m_parts->name).second) {
+            writeUnhurried(STDERR_FILENO, program + ": " + m_parts->name + ": " + nothingYet + '\n');
+        }
+        return which == Silent::all;
     }
     std::set<std::string> silent;
     std::string lines;
@@ -141,7 +145,12 @@ bool FleetHost::tellSilent(const std::string& program, Silent which) {
             tell(origin.name + '\n' + (origin.isSilent ? "" : origin.problem),
                  origin.name + ": " + origin.problem);
         }
-        isAnySilent = isAnySilent || origin.isSilent;
+        const bool isUnheard =
+            origin.problem.empty() && origin.staleAfter.count() == 0; // as FleetOf joins it
+        if (which == Silent::all && isUnheard) {
+            tell(origin.name + '\n' + nothingYet, origin.name + ": " + nothingYet);
+        }
+        isAnySilent = isAnySilent || origin.isSilent || isUnheard;
     }
     for (const platform::FleetMachine& machine : snapshot->machines) {
         const std::string reason = which == Silent::all ? silence(machine, *snapshot) : std::string();
