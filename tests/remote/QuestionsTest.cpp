@@ -61,7 +61,7 @@ TEST(Questions, EachHasTheSelectorAndTheIdentityOrIsTheUsersOwn) {
 }
 
 TEST(Questions, AnAnswerIsBounded) {
-    EXPECT_EQ(serverRequest({}, "up", std::nullopt, 5).mostBytes, std::size_t{64} << 20);
+    EXPECT_EQ(serverRequest({}, "up", std::nullopt, 5).mostBytes, std::size_t{32} << 20);
     EXPECT_EQ(nodeQuestion({}, nullptr, true).mostBytes, std::size_t{8} << 20) << "of one machine";
 }
 

@@ -29,6 +29,7 @@ TEST(Wall, TellsAsMuchAsTheRoomAllows) {
 
 /// One rule for one figure: a ring's number is the head's, and its colour goes by what has been reached.
 TEST(Wall, TellsAFigureTheSameEverywhere) {
+    tests::putDemoInPlace();
     platform::FleetMachine machine;
     machine.figures = {0.746, 0.5, 0.8351, {}, {}};
     fleet::FleetRow row;
