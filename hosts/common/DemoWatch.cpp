@@ -14,8 +14,8 @@ using platform::SimulatedFleet;
 namespace {
 
 constexpr double gibibyte = 1024.0 * 1024 * 1024;
-constexpr double memory = 32 * gibibyte, volume = 512e9;             // what each of them has, in bytes
-constexpr double ticks = 8 * 100 * SimulatedFleet::interval.count(); // of eight processors
+constexpr double memory = 32 * gibibyte, volume = 512e9; // what each of them has, in bytes
+constexpr double ticks = 800.0 * static_cast<double>(SimulatedFleet::interval.count()); // eight processors
 
 std::uint64_t part(double whole, double share) {
     return static_cast<std::uint64_t>(std::llround(whole * std::clamp(share, 0.0, 1.0)));
