@@ -6,7 +6,9 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace vantor::hosts::widget {
 
@@ -20,7 +22,8 @@ constexpr double backWidth = 112, backHeight = 32, edge = 16; // points
 /// the one that the program has put in place for all of its life.
 void putInPlace(platform::Machine& machine) {
     if (platform::Current<platform::Machine>::get() != &machine) {
-        [[maybe_unused]] const auto& place = *new platform::Current<platform::Machine>(machine);
+        static auto& places = *new std::vector<std::unique_ptr<platform::Current<platform::Machine>>>;
+        places.push_back(std::make_unique<platform::Current<platform::Machine>>(machine));
     }
 }
 

@@ -15,6 +15,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace vantor::hosts::widget {
 
@@ -36,7 +37,9 @@ protected:
             options.fleet.nodes.push_back(m_server.url("/web0" + std::to_string(i)));
         }
         options.fleet.every = every;
-        m_fleet = new common::FleetHost(options.fleet);
+        static auto& fleets = *new std::vector<std::unique_ptr<common::FleetHost>>;
+        fleets.push_back(std::make_unique<common::FleetHost>(options.fleet));
+        m_fleet = fleets.back().get();
         if (!m_fleet->open("test")) {
             GTEST_SKIP() << "libcurl is not installed";
         }
