@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/ApplicationProcesses.hpp"
 
+#include "pages/Shares.hpp"
+
 #include <algorithm>
 
 namespace vantor {
@@ -30,6 +32,23 @@ ProcessSampler::look(const std::vector<platform::ApplicationUse>& applications, 
     m_used = std::move(used);
     m_time = now;
     return looked;
+}
+
+void fitWithin(double shown, ApplicationProcesses& application) {
+    double sum = 0;
+    for (const ProcessRow& row : application.rows) {
+        sum += row.percent.value_or(0);
+    }
+    const double scale = scaleWithin(shown, sum);
+    std::vector<double> parts;
+    for (const ProcessRow& row : application.rows) {
+        parts.push_back(row.percent.value_or(0) * scale);
+    }
+    parts.push_back(std::max(shown - sum, 0.0)); // of processes that have ended
+    parts = tenthsOf(std::move(parts), shown);
+    for (std::size_t i = 0; i < application.rows.size(); ++i) {
+        application.rows[i].percent = application.rows[i].percent ? std::optional(parts[i]) : std::nullopt;
+    }
 }
 
 } // namespace vantor

@@ -44,4 +44,8 @@ private:
     std::map<Key, std::uint64_t> m_used; ///< microseconds at that time
 };
 
+/// Has the processes' percents be no more than their application's, which may be counted by another clock,
+/// and rounds them to tenths that say so too. `shown`: the application's percent in tenths.
+void fitWithin(double shown, ApplicationProcesses& application);
+
 } // namespace vantor

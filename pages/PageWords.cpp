@@ -76,6 +76,9 @@ std::string applicationWords(const platform::ApplicationUse& use) {
 }
 
 std::string decimalWords(double value, int digits) {
+    if (!std::isfinite(value)) {
+        return "\xE2\x80\x93"; // an en dash
+    }
     std::array<char, 64> text{};
     const auto result =
         std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, digits);

@@ -25,7 +25,8 @@ enum class WaitedFor : std::uint8_t { memory, processor };
 /// An application's name; services are named in the viewer's language.
 [[nodiscard]] std::string applicationWords(const platform::ApplicationUse& use);
 
-/// A number with so many digits behind the viewer's decimal sign.
+/// A number with so many digits behind the viewer's decimal sign; a dash where there is none, such as a share
+/// of a time in which no tick passed.
 [[nodiscard]] std::string decimalWords(double value, int digits);
 
 } // namespace vantor

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/ProcessorPage.hpp"
 
+#include "pages/Shares.hpp"
+
 #include <algorithm>
 #include <map>
 #include <string>
@@ -14,7 +16,7 @@ namespace {
 using platform::ApplicationUse;
 using platform::ProcessorTicks;
 
-std::vector<double> shares(const std::vector<ProcessorTicks>& before,
+std::vector<double> busyOf(const std::vector<ProcessorTicks>& before,
                            const std::vector<ProcessorTicks>& now) {
     std::vector<double> percents;
     for (std::size_t i = 0; i < now.size() && before.size() == now.size(); ++i) {
@@ -35,6 +37,29 @@ Key keyOf(const ApplicationUse& use) {
     return {use.isService, use.id, use.name};
 }
 
+/// Has the applications, the others and what is shown of them add up to the ring.
+void addUp(ProcessorPage& page) {
+    double listed = 0;
+    for (const ProcessorShare& share : page.applications) {
+        listed += share.percent;
+    }
+    const double scale = scaleWithin(page.busy(), listed);
+    std::vector<double> parts;
+    parts.reserve(page.applications.size() + 1);
+    for (ProcessorShare& share : page.applications) {
+        share.percent *= scale;
+        share.cores *= scale;
+        parts.push_back(share.percent);
+    }
+    page.others = std::max(page.busy() - listed, 0.0);
+    parts.push_back(page.others);
+    const std::vector<double> shown = tenthsOf(std::move(parts), page.busy());
+    for (std::size_t i = 0; i < page.applications.size(); ++i) {
+        page.applications[i].shown = shown[i];
+    }
+    page.othersShown = shown.back();
+}
+
 } // namespace
 
 ProcessorPageSampler::ProcessorPageSampler(Clock clock) : m_clock(std::move(clock)) {
@@ -51,7 +76,7 @@ ProcessorPage ProcessorPageSampler::page() {
     ProcessorPage page;
     Sample now = take();
     page.usage = CpuStatus::getCpuUsage();
-    page.processors = shares(m_last.state.processors, now.state.processors);
+    page.processors = busyOf(m_last.state.processors, now.state.processors);
     page.state = now.state;
     page.pressure = platform::currentWorkload().processorPressure();
 
@@ -61,21 +86,19 @@ ProcessorPage ProcessorPageSampler::page() {
     }
     const double elapsed = std::chrono::duration<double>(now.time - m_last.time).count();
     const double processors = static_cast<double>(std::max<std::size_t>(now.state.processors.size(), 1));
-    double listed = 0;
     for (const ApplicationUse& use : now.applications) {
         const auto known = before.find(keyOf(use));
         // A new application began within the interval; one that lost a process may have fallen.
         const std::uint64_t start = known != before.end() ? std::min(known->second, use.processorTime) : 0;
         const double seconds = static_cast<double>(use.processorTime - start) / 1e6;
         const double cores = elapsed > 0 ? std::min(seconds / elapsed, processors) : 0;
-        page.applications.push_back({use, cores / processors * 100, cores});
-        listed += page.applications.back().percent;
+        page.applications.push_back({use, cores / processors * 100, cores, 0});
     }
     std::ranges::sort(page.applications, [](const ProcessorShare& a, const ProcessorShare& b) {
         return std::tuple(a.use.isService, -a.percent, b.use.processorTime, a.use.name) <
                std::tuple(b.use.isService, -b.percent, a.use.processorTime, b.use.name);
     });
-    page.others = std::max(page.busy() - listed, 0.0);
+    addUp(page);
     m_last = std::move(now);
     return page;
 }

@@ -12,14 +12,18 @@
 
 namespace vantor {
 
-/// How much processor time an application took.
+/// How much processor time an application took of what the ring shows.
 struct ProcessorShare {
     platform::ApplicationUse use;
     double percent = 0; ///< of all processors together, within the interval
     double cores = 0;   ///< the same as processors kept busy: 1.3
+    double shown = 0;   ///< the percent in tenths, of a list that adds up as it is read
 };
 
-/// The processor page: what the widget's ring is made of. All processors together are 100 percent.
+/// The processor page: what the widget's ring is made of. All processors together are 100 percent. The
+/// applications and the others add up to the ring, as they are and as they are shown. The kernel counts both
+/// by different clocks: the ring by what runs at each tick, applications by the time that they ran. Where the
+/// applications' time is more than the ring, the ring is split among them by it.
 struct ProcessorPage {
     CpuUsage usage;                 ///< of the interval; the ring shows what is not idle
     std::vector<double> processors; ///< the busy percent of each that was online all the time
@@ -27,6 +31,7 @@ struct ProcessorPage {
     std::optional<platform::Pressure> pressure;
     std::vector<ProcessorShare> applications; ///< the busiest first, services last
     double others = 0;                        ///< percent that none of them took: the system and other users
+    double othersShown = 0;                   ///< the same in tenths
 
     [[nodiscard]] double busy() const { return 100 - usage.idle; }
 };

@@ -19,10 +19,10 @@ UseRow rowOf(const ProcessorShare& share, const Unfolded& behind) {
         return std::pair(process.percent ? shareOf(*process.percent, 1) : QStringLiteral("–"),
                          durationText(process.use.processorTime));
     });
-    row.first = shareOf(share.percent, 1);
+    row.first = shareOf(share.shown, 1);
     row.second = durationText(share.use.processorTime);
     row.tip = qt::hostText("app_CORES", "n", numberText(share.cores, 1).toStdString());
-    row.amount = share.percent;
+    row.amount = share.shown;
     return row;
 }
 
@@ -152,7 +152,7 @@ void ProcessorPane::displayApplications(const ProcessorPage& page, const Unfolde
         (share.use.isService ? rest : applications).push_back(rowOf(share, behind));
     }
     UseRow others = othersRow();
-    others.first = shareOf(page.others, 1);
+    others.first = shareOf(page.othersShown, 1);
     rest.push_back(std::move(others));
     m_list->display(std::move(applications), std::move(rest));
 }

@@ -85,20 +85,30 @@ void Sampler::Memory::lookBehind(Sample& sample, const std::set<std::string>& ke
     }
     std::vector<platform::ApplicationUse> asked;
     std::vector<std::string> askedKeys;
+    std::vector<double> shares;
     const auto ask = [&](const platform::ApplicationUse& use) {
         if (std::string key = applicationKey(use); keys.contains(key)) {
             asked.push_back(use);
             askedKeys.push_back(std::move(key));
+            return true;
         }
+        return false;
     };
     if (sample.memoryPage) {
         std::ranges::for_each(sample.memoryPage->applications, ask);
     } else if (sample.processorPage) {
-        std::ranges::for_each(sample.processorPage->applications, ask, &ProcessorShare::use);
+        for (const ProcessorShare& share : sample.processorPage->applications) {
+            if (ask(share.use)) {
+                shares.push_back(share.shown);
+            }
+        }
     }
     const std::size_t processors = sample.processorPage ? sample.processorPage->processors.size() : 1;
     std::vector<ApplicationProcesses> behind = processes.look(asked, processors);
     for (std::size_t i = 0; i < behind.size(); ++i) {
+        if (sample.processorPage) {
+            fitWithin(shares[i], behind[i]);
+        }
         sample.unfolded.emplace(std::move(askedKeys[i]), std::move(behind[i]));
     }
 }

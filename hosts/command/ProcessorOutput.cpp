@@ -3,6 +3,7 @@
 
 #include "hosts/command/PageText.hpp"
 #include "pages/PageWords.hpp"
+#include "pages/Shares.hpp"
 #include "platform/foundation/NSLocalizedString.hpp"
 
 namespace vantor::hosts::command {
@@ -75,29 +76,32 @@ std::string applicationsText(const ProcessorPage& page) {
     std::uint64_t moreTime = 0;
     for (const ProcessorShare& share : page.applications) {
         if (listed < most || share.use.isService) {
-            text += row(percent(share.percent), decimalWords(share.cores, 1),
+            text += row(percent(share.shown), decimalWords(share.cores, 1),
                         durationText(share.use.processorTime), applicationWords(share.use));
             listed += share.use.isService ? 0 : 1;
         } else {
-            more += share.percent;
+            more += share.shown;
             moreTime += share.use.processorTime;
         }
     }
     if (moreTime > 0) {
         text += row(percent(more), "", durationText(moreTime), words("page_CPUSMALLER"));
     }
-    return text + row(percent(page.others), "", "", words("page_CPUOTHERS"));
+    return text + row(percent(page.othersShown), "", "", words("page_CPUOTHERS"));
 }
 
 } // namespace
 
 std::string processorText(const ProcessorPage& page) {
+    const CpuUsage& usage = page.usage;
+    const std::vector<double> parts = tenthsOf({usage.user, usage.system, usage.nice}, page.busy());
+    const double idle = 100 - (parts[0] + parts[1] + parts[2]);
     return words("page_CPUHEAD", "share", percentText(page.busy(), 0)) + "\n\n" +
-           row(percent(page.usage.user), "", "", words("page_USER")) +
-           row(percent(page.usage.system), "", "", words("page_SYSTEM")) +
-           row(percent(page.usage.nice), "", "", words("page_NICE")) +
-           row(percent(page.usage.idle), "", "", words("page_IDLE")) + '\n' + processorsText(page) +
-           stateText(page) + '\n' + applicationsText(page);
+           row(percent(parts[0]), "", "", words("page_USER")) +
+           row(percent(parts[1]), "", "", words("page_SYSTEM")) +
+           row(percent(parts[2]), "", "", words("page_NICE")) +
+           row(percent(idle), "", "", words("page_IDLE")) + '\n' + processorsText(page) + stateText(page) +
+           '\n' + applicationsText(page);
 }
 
 std::string processorJson(const ProcessorPage& page) {

@@ -124,8 +124,12 @@ with tempfile.TemporaryDirectory() as folder:
 
     page = json.loads(run("cpu", "--json").stdout)
     listed = sum(use["percent"] for use in page["applications"]) + page["others"]
-    check(abs(page["busy"] + page["idle"] - 100) < 1e-6 and listed >= page["busy"] - 1e-6, f"CPU: {page}")
-    check(run("cpu", locale="C").stdout.startswith("CPU: the ring is at "), "the CPU page")
+    check(abs(page["busy"] + page["idle"] - 100) < 1e-6 and abs(listed - page["busy"]) < 1e-6, f"CPU: {page}")
+    text = run("cpu", locale="C").stdout
+    check(text.startswith("CPU: the ring is at "), "the CPU page")
+    parts, *_, applications = text.removesuffix("\n").split("\n\n")[1:]
+    parts, applications = ([round(float(line.split("%")[0]) * 10) for line in block.splitlines() if "%" in line] for block in (parts, applications))
+    check(sum(parts) == 1000 and sum(parts[:3]) == sum(applications), f"what is shown does not add up: {text}")
 
     # Without a display the page comes as text. Only the four links are understood, and nothing else reaches a page.
     cpu, ram, storage = "CPU: the ring is at ", "RAM: ", "Storage: "

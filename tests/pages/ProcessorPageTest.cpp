@@ -2,9 +2,13 @@
 #include "pages/ProcessorPage.hpp"
 
 #include "FixedWorkload.hpp"
+#include "pages/ApplicationProcesses.hpp"
+#include "pages/Shares.hpp"
 #include "platform/simulated/SimulatedMachine.hpp"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 using namespace vantor;
 using namespace vantor::tests;
@@ -54,8 +58,26 @@ TEST(ProcessorPage, SharesAddUpToTheRing) {
 
     now += std::chrono::seconds(1);
     pass(1, 99); // less than the applications say: their clocks differ
-    workload.uses.front().processorTime += 1'000'000;
-    EXPECT_EQ(sampler.page().others, 0);
+    workload.uses[0].processorTime += 300'000;
+    workload.uses[1].processorTime += 100'000;
+    const ProcessorPage idle = sampler.page();
+    EXPECT_EQ(idle.others, 0);
+    EXPECT_DOUBLE_EQ(idle.applications[0].percent, 0.75);
+    EXPECT_DOUBLE_EQ(idle.applications[0].cores, 0.03);
+    EXPECT_DOUBLE_EQ(idle.applications[1].percent, 0.25);
+}
+
+TEST(Shares, AddUpAsTheyAreShown) {
+    EXPECT_EQ(tenthsOf({1.28, 0.37, 0.24, 0.02, 0}, 1.91), (std::vector<double>{1.3, 0.4, 0.2, 0, 0}));
+    EXPECT_EQ(tenthsOf({0.04, 0.04, 0.04}, 0.12), (std::vector<double>{0.1, 0, 0}));
+    EXPECT_EQ(tenthsOf({1.26, 0.7}, std::nan("")), (std::vector<double>{1.26, 0.7})) << "no tick passed";
+    ApplicationProcesses application{.rows = {{{}, 0.35}, {{}, {}}, {{}, 0.35}}, .peak = {}};
+    fitWithin(0.5, application);
+    EXPECT_EQ(application.rows[0].percent, 0.3);
+    EXPECT_FALSE(application.rows[1].percent);
+    EXPECT_EQ(application.rows[2].percent, 0.2);
+    fitWithin(2, application); // the rest ran in processes that have ended
+    EXPECT_EQ(application.rows[0].percent, 0.3);
 }
 
 } // namespace
