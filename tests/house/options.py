@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Whether help, manual page, completions and documents name the same options and commands of each program:
 options.py SOURCE-FOLDER PROGRAM... What the help of a program and of each of its commands lists is what must be
-offered after it, by bash and fish themselves; the manual page and zsh's completion are read as texts."""
+offered after it, by bash and fish themselves; the manual page and zsh's completion are read as texts. The manual page
+also names every status that the program ends with and every variable of the environment that it reads, and no other."""
 import os
 import pathlib
 import re
@@ -14,6 +15,10 @@ source, *programs = sys.argv[1:]
 packaging = pathlib.Path(source) / "packaging"
 wrong = []
 known = {}  # the options of each program and of all of its commands
+trees = {}  # of each program, by command (a tuple, empty for the program itself): its options and its commands
+# Variables as they stand in a program: those that its page must name, and those that the C library reads for it.
+READ = rb"(VANTOR_[A-Z_]+|NO_COLOR|COLORTERM|COLORFGBG|LANGUAGE|XDG_(?:CONFIG|CACHE|DATA|STATE)_HOME)\0"
+LOCALE = {"LANG", "LC_ALL", "LC_CTYPE", "LC_MESSAGES"}
 
 # Both read lines to complete, which end where a word is asked for, and answer each with words and a line "=".
 BASH = """. "$1"; compopt() { :; }
@@ -43,7 +48,7 @@ def told(program, path):
 
 def compare(what, found, expected, allowed=frozenset()):
     for word in sorted((found ^ expected) - allowed):
-        wrong.append(f"{what}: {word} is {'not in the help' if word in found else 'missing'}")
+        wrong.append(f"{what}: {word} is {'not in the program' if word in found else 'missing'}")
 
 
 def offered(shell, file, lines):
@@ -53,12 +58,67 @@ def offered(shell, file, lines):
     return [{line.split("\t")[0].strip() for line in block.splitlines()} for block in re.split(r"^=\n", answer, flags=re.M)]
 
 
+def follow(name, text, page):
+    """The command that a text such as "clean ram" begins with; a word that goes on with one that is none is wrong."""
+    path = ()
+    for word in text.split():
+        if not trees[name][path][1] or not re.fullmatch("[a-z]+", word):
+            break
+        if word not in trees[name][path][1]:
+            wrong.append(f"{page}: no command {word}: {name} {text.strip()}")
+            break
+        path += (word,)
+    return path
+
+
+def check_command_lines(page, lines):
+    """Lines of code that begin with a program's name, or with one of its commands that has commands."""
+    for line in lines:
+        line = re.split(r" {2,}", line.strip())[0]  # words about it may stand in a column behind
+        first, _, rest = line.partition(" ")
+        for name, tree in trees.items():
+            if first == name:
+                follow(name, rest, page)
+            elif first in tree[()][1] and tree[(first,)][1]:
+                follow(name, line, page)
+
+
+def check_manual(name, program, page):
+    text = page.read_text(encoding="utf-8").replace("\\-", "-")
+    plain = re.sub(r"^\.[A-Z]+ |\\f.|\"", "", text, flags=re.MULTILINE)
+    section = {title: body for title, body in re.findall(r"^\.SH (.+)\n((?:(?!\.SH ).*\n)*)", text, re.MULTILINE)}
+    check_command_lines(page.name, plain.splitlines())
+    if "COMMANDS" in section:
+        heads = re.findall(r"^\.TP\n\.[A-Z]+ (.+)", section["COMMANDS"], re.MULTILINE)
+        named = {" ".join(follow(name, re.sub(r'["\],]|\\f.', " ", head), page.name)) for head in heads}
+        compare(page.name, named, {" ".join(path) for path, (_, names) in trees[name].items() if not names})
+
+    runs = [(["--help"], os.devnull), (["--help"], "/dev/full"), (["--made-up"], os.devnull)]
+    if "settings" in trees[name][()][1]:
+        runs.append((["settings", "get", "refreshSeconds", "--stored"], os.devnull))
+    ends = set()
+    for given, place in runs:
+        with open(place, "w", encoding="utf-8") as out:
+            end = subprocess.run([program, *given], stdout=out, stderr=subprocess.DEVNULL, timeout=60, check=False)
+        ends.add(str(end.returncode))
+    compare(f"{page.name}, exit status", set(re.findall(r"\b\d\b", section.get("EXIT STATUS", ""))), ends)
+
+    content = pathlib.Path(program).read_bytes()
+    heads = re.findall(r"^\.TP\n\.BR? (.+)", section.get("ENVIRONMENT", ""), re.MULTILINE)
+    said = set(re.findall(r"[A-Z_]{3,}", " ".join(heads)))
+    read = {each.decode() for each in re.findall(READ, content)}
+    read |= {each for each in said if each in LOCALE or f"{each}\0".encode() in content}
+    compare(f"{page.name}, environment", said, read)
+
+
 def check_pages():
     """What README and docs/ say of options: a word in code that follows a program's name belongs to it, one that stands
     alone to one of them."""
     everything = set().union(*known.values())
     for page in sorted([*pathlib.Path(source).glob("*.md"), *pathlib.Path(source).glob("docs/*.md")]):
         text = page.read_text(encoding="utf-8")
+        code = re.findall(r"`([^`\n]+)`", text) + re.findall(r"^(?: {4}|(?!```)(?=vantor))(.*)", text, re.MULTILINE)
+        check_command_lines(page.name, code)
         said = [(words, known[name]) for name, words in re.findall(r"(?<![\w./-])(vantor(?:-[a-z]+)?) ([^`|\n]*)", text)
                 if name in known]
         if len(known) == len(list(packaging.rglob("*.1"))):  # no program was left out of the build
@@ -76,10 +136,11 @@ def check(program):
     wrong.extend(f"{name}: no {kind}" for kind, file in files.items() if file is None)
     if None in files.values():
         return
-    tree = told(program, ())
+    tree = trees[name] = told(program, ())
     options = known[name] = set().union(*(own for own, _ in tree.values()))
     takes_all = {path: tree[()][0] - own if printed(program, *path, "--version") else frozenset()
                  for path, (own, _) in tree.items()}
+    check_manual(name, program, files["manual"])
     for kind in ("manual", "zsh"):
         text = files[kind].read_text(encoding="utf-8").replace("\\-", "-")
         compare(files[kind].name, set(re.findall(r"(?<![\w-])--[a-z][a-z-]*", text)), options)
