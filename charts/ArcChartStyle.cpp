@@ -17,16 +17,6 @@ constexpr double captionHeight = 15;
 constexpr double captionSize = 11;
 constexpr double captionMinimumScale = 0.6;
 
-platform::StrokeLayer stroke(platform::Path path, double width, const platform::UIColor& color) {
-    platform::StrokeLayer layer;
-    layer.path = std::move(path);
-    layer.lineWidth = width;
-    layer.lineCap = platform::LineCap::round;
-    layer.lineJoin = platform::LineJoin::round;
-    layer.color = color;
-    return layer;
-}
-
 } // namespace
 
 std::string percentText(double fraction) {
@@ -44,7 +34,7 @@ platform::Layers ArcChartStyle::body(const ProgressConfiguration& configuration,
     const double fraction = configuration.fractionCompleted.value_or(0);
     const platform::Path arc = Arc{startAngle, endAngle, clockwise}.path(square);
 
-    platform::StrokeLayer outerRing = stroke(arc, outerRingLineWidth, outerRingColor);
+    platform::StrokeLayer outerRing = roundStroke(arc, outerRingLineWidth, outerRingColor);
     outerRing.opacity = outerRingOpacity;
 
     platform::TextLayer percentage;
@@ -60,8 +50,8 @@ platform::Layers ArcChartStyle::body(const ProgressConfiguration& configuration,
     caption.frame = {{square.origin.x, top}, {square.size.width, captionHeight}};
 
     return {outerRing,
-            stroke(arc.trimmed(0, configuration.fractionShown.value_or(fraction)), innerRingLineWidth,
-                   innerRingColor),
+            roundStroke(arc.trimmed(0, configuration.fractionShown.value_or(fraction)), innerRingLineWidth,
+                        innerRingColor),
             percentage, caption};
 }
 

@@ -17,16 +17,6 @@ namespace {
 constexpr Angle lowerLeft{3 * std::numbers::pi / 4}, lowerRight{std::numbers::pi / 4};
 constexpr double trackOpacity = 0.3;
 
-platform::StrokeLayer stroke(platform::Path path, double width, const platform::UIColor& color) {
-    platform::StrokeLayer layer;
-    layer.path = std::move(path);
-    layer.lineWidth = width;
-    layer.lineCap = platform::LineCap::round;
-    layer.lineJoin = platform::LineJoin::round;
-    layer.color = color;
-    return layer;
-}
-
 } // namespace
 
 platform::Layers RingContent::body(const CGRect& rect, platform::Instant now) const {
@@ -34,10 +24,10 @@ platform::Layers RingContent::body(const CGRect& rect, platform::Instant now) co
     const CGRect line{{rect.origin.x + inset, rect.origin.y + inset},
                       {rect.size.width - 2 * inset, rect.size.height - 2 * inset}};
     const platform::Path arc = Arc{lowerLeft, lowerRight, false}.path(line);
-    platform::StrokeLayer track = stroke(arc, size.track, platform::UIColor::secondaryLabelColor());
+    platform::StrokeLayer track = roundStroke(arc, size.track, platform::UIColor::secondaryLabelColor());
     track.opacity = trackOpacity;
     platform::Layers layers{
-        track, stroke(arc.trimmed(0, animation().valueAt(now)), size.stroke, model->innerRingColor())};
+        track, roundStroke(arc.trimmed(0, animation().valueAt(now)), size.stroke, model->innerRingColor())};
     if (size.text > 0) {
         platform::TextLayer percentage;
         percentage.text = percentText(model->progress());

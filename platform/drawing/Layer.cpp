@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace vantor::platform {
 
@@ -55,6 +56,16 @@ Path Path::trimmed(double from, double to) const {
         before += here;
     }
     return result;
+}
+
+StrokeLayer roundStroke(Path path, double lineWidth, const UIColor& color) {
+    StrokeLayer layer;
+    layer.path = std::move(path);
+    layer.lineWidth = lineWidth;
+    layer.lineCap = LineCap::round;
+    layer.lineJoin = LineJoin::round;
+    layer.color = color;
+    return layer;
 }
 
 } // namespace vantor::platform

@@ -60,6 +60,9 @@ struct StrokeLayer {
     bool operator==(const StrokeLayer&) const = default;
 };
 
+/// A stroke with round ends and joins, `lineWidth` points wide.
+[[nodiscard]] StrokeLayer roundStroke(Path path, double lineWidth, const UIColor& color);
+
 /// One line of text, centred in `frame`. A text that is wider than the frame shrinks, to `minimumScaleFactor`
 /// of its size at the least; one that does not fit even then is cut and ends in an ellipsis.
 struct TextLayer {
