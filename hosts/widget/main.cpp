@@ -5,31 +5,21 @@
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostViewer.hpp"
 #include "hosts/common/RemoteNode.hpp"
-#include "hosts/common/Signals.hpp"
 #include "hosts/common/SilentFolders.hpp"
-#include "hosts/common/SmallMemory.hpp"
 #include "hosts/common/StandardStreams.hpp"
-#include "hosts/qt/AppIcon.hpp"
-#include "hosts/qt/SingleInstance.hpp"
 #include "hosts/qt/ToolkitSetup.hpp"
 #include "hosts/widget/Autostart.hpp"
 #include "hosts/widget/Options.hpp"
 #include "hosts/widget/Snapshot.hpp"
 #include "hosts/widget/WallWindow.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
-#include "platform/core/StandardOutput.hpp"
+#include "hosts/window/WindowProgram.hpp"
 
-#include <unistd.h>
-
-#include <QApplication>
-#include <QTimer>
-#include <clocale>
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 
 namespace {
 
@@ -62,25 +52,15 @@ std::string windowName(const Options& options) {
 template<class Window>
 int showWindow(const Options& options, const std::function<std::unique_ptr<Window>()>& make) {
     using hosts::qt::SingleInstance;
-    SingleInstance instance(windowName(options), windowWords(options));
-    if (instance.role() == SingleInstance::Role::unanswered) {
-        say("the one that runs already (process " + std::to_string(instance.other()) + ") does not answer");
-        return 1;
-    }
-    if (instance.role() == SingleInstance::Role::second) {
-        return 0;
-    }
-    const hosts::common::Signals ending({SIGTERM, SIGINT, SIGHUP},
-                                        hosts::common::Signals::Again::actsByDefault);
-    hosts::qt::quitWhenReadable(ending.number());
-    const std::unique_ptr<Window> window = make();
-    instance.setCallHandler([&window](const SingleInstance::Words& words) {
-        window->heed(optionsFromWords(words).value_or(Options{}));
-    });
-    window->start();
-    QTimer::singleShot(0, window.get(),
-                       [] { QApplication::setWindowIcon(hosts::qt::appIcon()); }); // after the first picture
-    return QApplication::exec();
+    return hosts::window::showWindow(
+        "vantor-widget", windowName(options), windowWords(options), [&make](SingleInstance& instance) {
+            std::unique_ptr<Window> window = make();
+            instance.setCallHandler([shown = window.get()](const SingleInstance::Words& words) {
+                shown->heed(optionsFromWords(words).value_or(Options{}));
+            });
+            window->start();
+            return window;
+        });
 }
 
 int showMachine(const Options& options, const hosts::common::RemoteNode* node) {
@@ -93,18 +73,6 @@ int showMachine(const Options& options, const hosts::common::RemoteNode* node) {
     });
 }
 
-/// The toolkit's application, and whether there is a font to write with.
-std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, bool& canWrite) {
-    QApplication::setStyle(QStringLiteral("fusion")); // the card paints itself: no theme's style is loaded
-    auto application = std::make_unique<QApplication>(argc, argv);
-    hosts::qt::nameApplication("vantor-widget");
-    canWrite = hosts::qt::hasFonts();
-    if (!canWrite) {
-        say("there is no font to write with: each letter is drawn as a box");
-    }
-    return application;
-}
-
 int runWall(const Options& options, int argc, char** argv) {
     [[maybe_unused]] static const auto& viewer = *new hosts::common::HostViewer(options.fleet.demo > 0);
     // Never destroyed: workers may be sampling an opened machine when the window closes.
@@ -112,13 +80,12 @@ int runWall(const Options& options, int argc, char** argv) {
     if (!fleet.open("vantor-widget")) {
         return 1;
     }
-    bool canWrite = false;
-    const auto application = makeApplication(argc, argv, canWrite);
+    const hosts::window::Application application("vantor-widget", argc, argv);
     if (!options.snapshot) {
         return showWindow<WallWindow>(options, [&] { return std::make_unique<WallWindow>(options, fleet); });
     }
     const int status = writeWall(options, fleet);
-    return canWrite ? status : 1;
+    return application.canWrite() ? status : 1;
 }
 
 int run(const Options& options, int argc, char** argv) {
@@ -144,25 +111,19 @@ int run(const Options& options, int argc, char** argv) {
                                                       : *new hosts::common::HostMachine(options.demo);
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
-    bool canWrite = false;
-    const auto application = makeApplication(argc, argv, canWrite);
+    const hosts::window::Application application("vantor-widget", argc, argv);
     if (!options.snapshot) {
         return showMachine(options, node);
     }
     const int status = writeSnapshot(options, node);
     complaints.tell(hosts::common::currentFailures());
-    return canWrite ? status : 1;
+    return application.canWrite() ? status : 1;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    hosts::common::holdClosedStreams();
-    hosts::common::letNobodyWaitForErrors();
-    hosts::common::letWritesFail();
-    hosts::common::keepMemorySmall();
-    platform::setStandardOutput(hosts::common::unhurriedStream(STDOUT_FILENO));
-    std::setlocale(LC_ALL, "");
+    hosts::window::settleProcess();
     const std::variant<Options, int> read = readOptions(argc, argv);
     if (const int* status = std::get_if<int>(&read)) {
         return *status;
@@ -176,8 +137,5 @@ int main(int argc, char** argv) {
         return 1;
     }
     hosts::qt::quietRemarks(say);
-    const int status = run(options, argc, argv);
-    std::fflush(nullptr);
-    // Not through the destructors of static objects, ours and the libraries': a worker may still be sampling.
-    std::_Exit(status);
+    hosts::window::endProcess(run(options, argc, argv));
 }
