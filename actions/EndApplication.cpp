@@ -4,6 +4,7 @@
 #include "platform/core/PrintableText.hpp"
 
 #include <algorithm>
+#include <array>
 
 namespace vantor {
 
@@ -35,12 +36,24 @@ bool isStartedByLogin(const RunningProcess& process) {
     return parent && !parent->isThisUsers;
 }
 
-/// The first process of a login's session, and the shell that it runs for a connection.
+/// A display or what starts one: with it all its programs end. The user's service manager starts programs
+/// too. In control groups of their own they are told by those.
+bool runsSession(const std::string& program) {
+    static constexpr std::array names = {"Hyprland",    "Xorg",         "Xwayland", "cage",   "dwl",
+                                         "gnome-shell", "kwin_wayland", "labwc",    "niri",   "river",
+                                         "sway",        "systemd",      "wayfire",  "weston", "xinit"};
+    return std::ranges::find(names, program) != names.end();
+}
+
+/// The first process of a login's session, and what a server of logins or GNOME's display manager puts below
+/// a first process of its own: the shell of a connection, the desktop. A window manager's children are none
+/// of these, though they may lead sessions.
 bool leadsLogin(const RunningProcess& process) {
     const std::optional<RunningProcess> parent =
         process.parent > 1 ? currentWorkloadControl().process(process.parent) : std::nullopt;
-    const bool leadsItsSession = process.session == process.identity.number;
-    return isStartedByLogin(process) || (parent && leadsItsSession && isStartedByLogin(*parent));
+    const bool isBelowFirst =
+        parent && (parent->program.starts_with("sshd") || parent->program.starts_with("gdm-"));
+    return isStartedByLogin(process) || (isBelowFirst && isStartedByLogin(*parent));
 }
 
 bool isOurProgram(const std::string& name) {
@@ -56,7 +69,7 @@ EndRefusal refusalFor(const RunningProcess& process) {
         return EndRefusal::isAnotherUsers;
     }
     const bool isApplications = group.starts_with("app.slice/") || group.starts_with("background.slice/");
-    if (group.empty() ? leadsLogin(process) : !isApplications) {
+    if (group.empty() ? leadsLogin(process) || runsSession(process.program) : !isApplications) {
         return EndRefusal::isSession;
     }
     const bool isOurs = isOurProgram(process.program) || holdsUs(process.identity.number);

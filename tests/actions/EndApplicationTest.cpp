@@ -34,6 +34,12 @@ protected:
         process(41, 40, "bash", "app.slice/app-term-1.scope");
         process(42, 41, "vantor", "app.slice/app-term-1.scope");
         process(50, 30, "vantor-widget", "app.slice/app-vantor-1.scope");
+        process(60, 5, "dwm", "", true, 60); // from a display manager
+        process(61, 60, "firefox", "", true, 61);
+        process(62, 5, "gdm-x-session", "", true, 62);
+        process(63, 62, "i3", "", true, 62);
+        process(64, 13, "xinit", "");
+        process(65, 1, "systemd", ""); // where it has no group of its own
         m_work.change([](SimulatedWorkState& state) {
             state.ownNumber = 42;
             state.level = platform::MemoryLevel{8000, 1000};
@@ -115,14 +121,14 @@ TEST_F(End, RefusesWhatTheSessionRestsOnOthersAndItself) {
     EXPECT_EQ(refusal({1}), EndRefusal::isSystem);
     EXPECT_EQ(refusal({5}), EndRefusal::isAnotherUsers);
     EXPECT_EQ(refusal({20, 5}), EndRefusal::isAnotherUsers);
-    for (const int session : {10, 11, 30, 31}) {
+    for (const int session : {10, 11, 30, 31, 60, 62, 63, 64, 65}) {
         EXPECT_EQ(refusal({session}), EndRefusal::isSession) << session;
     }
     for (const int ours : {40, 41, 42, 50}) {
         EXPECT_EQ(refusal({ours}), EndRefusal::isOurs) << ours;
     }
     EXPECT_EQ(refusal({77}), EndRefusal::isGone);
-    for (const int free : {12, 13, 20}) {
+    for (const int free : {12, 13, 20, 61}) {
         EXPECT_EQ(refusal({free}), EndRefusal::none) << free;
     }
     ApplicationUse services = application({20});

@@ -102,12 +102,13 @@ TEST(WorkText, TellsAProcessByItsStatusAlone) {
 class WorkloadTest : public testing::Test {
 protected:
     void process(int number, int parent, int session, const std::string& name, const std::string& program,
-                 int kibibytes, int flags = 0) {
+                 int kibibytes, int flags = 0, bool hasTerminal = false) {
         const std::string folder = "proc/" + std::to_string(number);
         m_tree.write(folder + "/stat", std::to_string(number) + " (" + name + ") S " +
                                            std::to_string(parent) + " 1 " + std::to_string(session) +
-                                           " 0 0 " + std::to_string(flags) + " 0 0 0 0 150 50 0 0 0 0 0 0" +
-                                           " 4" + std::to_string(number) + " 0\n");
+                                           (hasTerminal ? " 34816 0 " : " 0 0 ") + std::to_string(flags) +
+                                           " 0 0 0 0 150 50 0 0 0 0 0 0" + " 4" + std::to_string(number) +
+                                           " 0\n");
         const std::string place = "Name:\t" + name + "\nState:\tS (sleeping)\nPPid:\t" +
                                   std::to_string(parent) + "\nNSsid:\t" + std::to_string(session) + "\n";
         const std::string memory = "RssAnon:\t" + std::to_string(kibibytes) +
@@ -215,8 +216,8 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     process(20, 10, 10, "editor", "/opt/edit/bin/editor (deleted)", 100);
     process(21, 20, 10, "helper", "/usr/lib/helper", 10); // of the editor
     process(30, 10, 10, "term", "/usr/bin/term", 5);
-    process(31, 30, 31, "bash", "/bin/bash", 3);     // belongs to its terminal,
-    process(32, 31, 31, "make", "/usr/bin/make", 4); // what runs in it stands for itself
+    process(31, 30, 31, "bash", "/bin/bash", 3, 0, true); // belongs to its terminal,
+    process(32, 31, 31, "make", "/usr/bin/make", 4);      // what runs in it stands for itself
     process(40, 1, 10, "bwrap", "/usr/bin/bwrap", 1);
     process(41, 40, 10, "app", "/app/bin/app", 50);
     m_tree.write("proc/41/root/.flatpak-info", "[Instance]\nname=wrong\n[Application]\nname=org.y.App\n");
@@ -239,6 +240,53 @@ TEST_F(WorkloadTest, FallsBackToWhatStartedAProcess) {
     EXPECT_NE(applications(ListedFor::memoryOnce).find("make: " + kib(5) + '/' + kib(2) + "/1 2s"),
               std::string::npos)
         << "a status that tells no session";
+}
+
+TEST_F(WorkloadTest, TellsApartWhatAPlainWindowManagerStarts) {
+    const auto start = [this](int number, int parent, int session, const char* name, bool hasTerminal) {
+        process(number, parent, session, name, "", 1, 0, hasTerminal);
+    };
+    // By startx from the shell of a console, whose login is another user's.
+    start(100, 99, 100, "bash", true);
+    start(101, 100, 100, "startx", true);
+    start(102, 101, 100, "xinit", true);
+    start(103, 102, 103, "Xorg", false);
+    start(104, 102, 100, "dwm", true);
+    start(110, 104, 110, "firefox", false); // each in a session of its own
+    start(111, 110, 110, "Web Content", false);
+    start(112, 111, 112, "crashhelper", false);
+    start(120, 104, 120, "st", false);
+    start(121, 120, 121, "bash", true); // belongs to its terminal
+    start(122, 121, 121, "vim", true);
+    start(123, 122, 123, "clangd", false); // of the editor, though it leads a session
+    // By a display manager: the window manager leads, and its menu takes no session.
+    start(200, 98, 200, "fluxbox", false);
+    start(210, 200, 200, "gimp", false);
+    start(220, 200, 220, "xterm", false);
+    start(221, 220, 221, "fish", true);
+    // Over the net, and the user's service manager.
+    start(300, 97, 97, "sshd", false);
+    start(301, 300, 301, "sh", false);
+    start(302, 301, 301, "node", false);
+    start(400, 1, 400, "systemd", false);
+    start(401, 400, 401, "pipewire", false);
+    std::string names;
+    for (const ListedFor purpose : {ListedFor::memory, ListedFor::memoryOnce}) {
+        std::vector<ApplicationUse> uses = m_workload.applications(purpose);
+        std::ranges::sort(uses, {}, &ApplicationUse::name);
+        for (const ApplicationUse& use : uses) {
+            names += use.name + ':';
+            for (const platform::ProcessIdentity& each : use.processes) {
+                names += ' ' + std::to_string(each.number);
+            }
+            names += '\n';
+        }
+    }
+    const std::string once =
+        "Xorg: 103\nbash: 100\nfirefox: 110 111 112\nfluxbox: 200\ngimp: 210\nnode: 302\n"
+        "pipewire: 401\nsshd: 300 301\nst: 120 121\nstartx: 101 102 104\nsystemd: 400\n"
+        "vim: 122 123\nxterm: 220 221\n";
+    EXPECT_EQ(names, once + once);
 }
 
 TEST_F(WorkloadTest, CountsAContainersProcessesWhoseSessionIsOutside) {

@@ -3,6 +3,7 @@
 
 #include "platform/core/PrintableText.hpp"
 #include "platform/linux/workload/ApplicationId.hpp"
+#include "platform/linux/workload/ApplicationLeader.hpp"
 
 namespace vantor::platform::linux {
 

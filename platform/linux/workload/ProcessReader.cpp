@@ -77,6 +77,11 @@ bool ProcessReader::fillOnce(Entry& entry, int process) {
     if (!status) {
         return update(entry, process);
     }
+    if (status->stat.session == process) { // few lead one, and only the other file tells their terminal
+        const auto stat =
+            parseProcessStat(file.read(m_folder.number(), under(process, "/stat"), m_buffer, false));
+        status->stat.hasTerminal = stat && stat->hasTerminal;
+    }
     entry.stat = entry.statThen = std::move(status->stat);
     entry.memory = status->memory;
     entry.hasMemory = true;
@@ -176,19 +181,6 @@ std::string flatpakOf(const KernelTree& tree, int process) {
         }
     }
     return {};
-}
-
-int applicationLeader(const std::map<int, ProcessStat>& processes, int process) {
-    auto leader = processes.find(process);
-    for (std::size_t steps = 0; leader != processes.end() && steps < processes.size(); ++steps) {
-        const auto parent = processes.find(leader->second.parent);
-        // The first process of a container leads a session that cannot be seen from inside.
-        if (parent == processes.end() || parent->first == 1 || parent->second.session == parent->first) {
-            return leader->first;
-        }
-        leader = parent;
-    }
-    return process;
 }
 
 } // namespace vantor::platform::linux

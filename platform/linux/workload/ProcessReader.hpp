@@ -26,7 +26,8 @@ public:
     /// found after eight calls at most.
     [[nodiscard]] std::map<int, ProcessStat> read();
     /// The same with their memory, for who asks once: of one file each, /proc/PID/status, so that names,
-    /// parents and sessions are all that is told of them; and nothing stays open.
+    /// parents and sessions, and the terminals of those that lead one, are all that is told of them; and
+    /// nothing stays open.
     [[nodiscard]] std::map<int, ProcessStat> readOnce();
     /// The memory of one of those.
     [[nodiscard]] ProcessMemory memory(int process);
@@ -67,9 +68,5 @@ private:
 
 /// The id of the Flatpak application that a process belongs to; empty for any other.
 [[nodiscard]] std::string flatpakOf(const KernelTree& tree, int process);
-
-/// The process that stands for its application: the topmost ancestor among these processes below a session's
-/// leader. A shell in a terminal leads a session of its own, so that what runs in it stands for itself.
-[[nodiscard]] int applicationLeader(const std::map<int, ProcessStat>& processes, int process);
 
 } // namespace vantor::platform::linux

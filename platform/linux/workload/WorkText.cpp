@@ -122,13 +122,15 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
         rest = rest.substr(0, end);
     }
     // Fields as proc(5) counts them.
-    constexpr int first = 3, parent = 4, session = 6, flags = 9, minor = 10, major = 12, user = 14,
-                  system = 15, start = 22, resident = 24;
+    constexpr int first = 3, parent = 4, session = 6, terminal = 7, flags = 9, minor = 10, major = 12,
+                  user = 14, system = 15, start = 22, resident = 24;
     bool isWhole = false;
     for (int field = first; field <= resident; ++field) {
         const std::string_view word = takeWord(rest);
         if (field == parent || field == session) {
             (field == parent ? stat.parent : stat.session) = processNumber(word).value_or(0);
+        } else if (field == terminal) {
+            stat.hasTerminal = word != "0";
         } else if (field == flags) {
             constexpr std::uint64_t kernelThread = 0x00200000; // PF_KTHREAD of linux/sched.h
             stat.isKernelThread = (numberFrom(word).value_or(0) & kernelThread) != 0;

@@ -33,6 +33,7 @@ struct ProcessStat {
     std::string name;
     int parent = 0;
     int session = 0; ///< the number of its session's leader; 0 where that is outside of this container
+    bool hasTerminal = false; ///< its session's; /proc/PID/stat alone tells
     bool isKernelThread = false;
     std::uint64_t ticks = 0; ///< of processor time, by itself and in the kernel
     std::uint64_t start = 0;
