@@ -6,6 +6,7 @@
 #include "platform/posix/WriteWhole.hpp"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -35,10 +36,15 @@ int writeInto(const FilePlace& place, std::string_view content) {
 Descriptor openBeside(const FilePlace& place, mode_t mode, std::string& name) {
     constexpr int attempts = 64; // a program that ended in between leaves one behind
     for (int i = 0; i < attempts; ++i) {
-        name = ".vantor-" + std::to_string(::getpid()) + '-' + std::to_string(i);
+        name = std::string(unfinishedPrefix) + std::to_string(::getpid()) + '-' + std::to_string(i);
         Descriptor file(::openat(place.folder.number(), name.c_str(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-        if (file.isOpen() || errno != EEXIST) {
+        if (file.isOpen()) {
+            (void)::flock(file.number(),
+                          LOCK_EX | LOCK_NB); // where there are no locks, nobody clears away either
+            return file;
+        }
+        if (errno != EEXIST) {
             return file;
         }
     }
@@ -65,12 +71,11 @@ int replace(const FilePlace& place, std::string_view content, mode_t mode) {
         return errno; // a file that its owner protected is not to be replaced either
     }
     std::string fresh;
-    Descriptor file = openBeside(place, mode, fresh);
+    const Descriptor file = openBeside(place, mode, fresh);
     if (!file.isOpen()) {
         return errno;
     }
     int error = fill(file, place, content);
-    file.reset();
     if (error == 0 && ::renameat(folder, fresh.c_str(), folder, place.name.c_str()) != 0) {
         error = errno;
     }

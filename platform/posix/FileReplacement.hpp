@@ -9,6 +9,10 @@
 
 namespace vantor::platform::posix {
 
+/// How the name of a file begins that is still being written; its process and a number follow, as in
+/// ".vantor-12-0". Its writer holds it locked (flock).
+inline constexpr std::string_view unfinishedPrefix = ".vantor-";
+
 /// Writes a file as a whole or not at all: whoever reads meanwhile, or after a full disk or a crash, finds
 /// the old content or the new one. Absent when that worked, else the reason in English, beginning with the
 /// path.

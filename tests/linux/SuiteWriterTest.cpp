@@ -4,6 +4,7 @@
 #include "TestTree.hpp"
 #include "platform/linux/user/LinuxViewer.hpp"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -13,6 +14,8 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
+#include <iterator>
 
 namespace vantor::tests {
 namespace {
@@ -104,6 +107,42 @@ TEST(SuiteWriter, KilledAtAnyMomentLeavesTheOldFileOrTheNew) {
         finished += content.front() != 'A' ? 1 : 0;
     }
     EXPECT_EQ(finished, kills);
+    const auto change = [](const SuiteFile& /*current*/) { return SuiteEdit{.content = "last"}; };
+    EXPECT_TRUE(changeSuiteFile(file, change, patience).changed);
+    EXPECT_EQ(std::distance(fs::directory_iterator(tree.root()), {}), 1) << "something is left behind";
+}
+
+TEST(SuiteWriter, ClearsAwayOnlyWhatKilledWritersLeft) {
+    const TestTree tree(TestTree::inMemory());
+    const std::string file = tree.write("store", "old").string();
+    const pid_t ended = inProcess([] {});
+    ::waitpid(ended, nullptr, 0);
+    const std::string gone = ".vantor-" + std::to_string(ended);
+    const std::vector<std::string> kept = {gone + "-1x",           gone,          gone + "-",
+                                           gone + "-9.plist",      ".vantor-1-0", ".vantor-0-0",
+                                           ".vantor-99999999999-0"};
+    for (const std::string& name : kept) {
+        tree.write(name, "kept");
+    }
+    tree.write(gone + "-0", "half");
+    tree.write(".vantor-" + std::to_string(::getpid()) + "-7", "of one who had our number");
+    const int writing = ::open(tree.write(gone + "-2", "in another container").c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(writing, LOCK_EX), 0);
+    fs::create_symlink(file, tree.root() / (gone + "-3"));
+    fs::create_directory(tree.root() / (gone + "-4"));
+    ASSERT_EQ(::mkfifo((tree.root() / (gone + "-5")).c_str(), 0600), 0);
+    const auto change = [](const SuiteFile& /*current*/) { return SuiteEdit{.content = "new"}; };
+    const int folder = ::open(tree.root().c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+    EXPECT_TRUE(changeSuiteFile(file, change, std::chrono::milliseconds(1)).changed);
+    EXPECT_TRUE(fs::exists(tree.root() / (gone + "-0"))) << "without the lock";
+    ::close(folder);
+    EXPECT_TRUE(changeSuiteFile(file, change, patience).changed);
+    EXPECT_FALSE(fs::exists(tree.root() / (gone + "-0")));
+    const auto left = std::distance(fs::directory_iterator(tree.root()), {});
+    EXPECT_EQ(left, static_cast<std::ptrdiff_t>(kept.size()) + 4 + 1)
+        << "those, the locked, the others and the store";
+    ::close(writing);
 }
 
 TEST(SuiteWriter, SetsAFileAsideWithoutALossAndTellsWhatIsInTheWay) {

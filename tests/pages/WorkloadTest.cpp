@@ -262,7 +262,7 @@ TEST_F(WorkloadTest, TellsApartWhatAPlainWindowManagerStarts) {
     // By a display manager: the window manager leads, and its menu takes no session.
     start(200, 98, 200, "fluxbox", false);
     start(210, 200, 200, "gimp", false);
-    start(220, 200, 220, "xterm", false);
+    start(220, 200, 200, "xterm", false);
     start(221, 220, 221, "fish", true);
     // Over the net, and the user's service manager.
     start(300, 97, 97, "sshd", false);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/user/SuiteWriter.hpp"
 
+#include "platform/linux/user/LeftBehind.hpp"
 #include "platform/linux/user/SuiteReader.hpp"
 #include "platform/posix/Descriptor.hpp"
 #include "platform/posix/FileReplacement.hpp"
@@ -38,15 +39,17 @@ std::string fileBehind(const std::string& path) {
     return (error ? absolute : target).string();
 }
 
-/// Held until the descriptor goes, by a crash too.
-void lock(const posix::Descriptor& folder, std::chrono::milliseconds patience) {
+/// Held until the descriptor goes, by a crash too. False where it could not be had.
+bool lock(const posix::Descriptor& folder, std::chrono::milliseconds patience) {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::milliseconds pause{2};
     const Clock::time_point end = Clock::now() + patience;
-    while (::flock(folder.number(), LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR) &&
-           Clock::now() < end) {
+    int failed = ::flock(folder.number(), LOCK_EX | LOCK_NB);
+    while (failed != 0 && (errno == EWOULDBLOCK || errno == EINTR) && Clock::now() < end) {
         std::this_thread::sleep_for(pause);
+        failed = ::flock(folder.number(), LOCK_EX | LOCK_NB);
     }
+    return failed == 0;
 }
 
 /// The day in universal time, "2024-05-01".
@@ -109,7 +112,7 @@ SuiteChange changeSuiteFile(const std::string& path, const SuiteEditor& edit,
     if (!folder.isOpen()) {
         return failed(folderPath + ": " + posix::errorText(errno));
     }
-    lock(folder, patience);
+    const bool isLocked = lock(folder, patience);
     SuiteEdit made = edit(readSuiteFile(named.c_str()));
     if (!made.content) {
         return nothing(std::move(made));
@@ -122,6 +125,9 @@ SuiteChange changeSuiteFile(const std::string& path, const SuiteEditor& edit,
             return failed(std::move(problem));
         }
         change.setAside = *kept;
+    }
+    if (isLocked) {
+        removeLeftBehind(folder.number());
     }
     // By the name that was given: whose link stands there is looked at again.
     change.failure = posix::replaceFile(named, *made.content);
