@@ -22,10 +22,16 @@ WidgetHost::WidgetHost(Programs programs, qt::LoopDriver::Clock clock)
     m_controller->view();
     m_card = std::make_unique<WidgetCard>(m_controller);
     m_controller->setPreferredContentSizeHandler([this](platform::CGSize) { fit(); });
+    m_controller->setReportHandler([this](platform::Source source) {
+        if (source == platform::Source::memory) {
+            m_card->nameActions(); // a preference may have changed what its button does
+        }
+    });
 }
 
 WidgetHost::~WidgetHost() {
     m_loop.stop();
+    m_controller->setReportHandler({});
     m_controller->setPreferredContentSizeHandler({});
     m_controller->setExtensionContext(nullptr);
     m_controller->endReports();
@@ -72,8 +78,7 @@ void WidgetHost::setActive(bool active) {
         m_pauses.begin();
         return;
     }
-    m_card->nameActions(); // a preference may have changed, and the app have been installed
-    if (m_node == nullptr) {
+    if (m_node == nullptr) { // the app may have been installed meanwhile
         m_context->askForProgram([this](bool isThere) { m_card->setAppIsThere(isThere); });
     }
     if (!std::exchange(m_started, true)) {

@@ -102,6 +102,18 @@ TEST_F(WidgetHosting, ComesBackFromAPauseWithOneReportAndNoRate) {
     }
 }
 
+TEST_F(WidgetHosting, NamesItsButtonByThePreferenceOfTheLastReport) {
+    const auto* const pill = m_host->card().findChild<QAbstractButton*>(QStringLiteral("cleanRam"));
+    m_host->setActive(true);
+    play();
+    ASSERT_EQ(pill->text(), "Free Up RAM");
+    m_viewer.change([](platform::SimulatedViewerState& state) {
+        state.suite = tests::storeHolding(tests::storedFlag("preventCleanRAMFromWidget"));
+    });
+    pass(std::chrono::seconds(2));
+    EXPECT_EQ(pill->text(), "Show RAM");
+}
+
 TEST_F(WidgetHosting, SaysWhenNoProgramOpensALinkAndIsGoneInPeace) {
     m_host->card().setAttribute(Qt::WA_DontShowOnScreen);
     m_host->card().show();
