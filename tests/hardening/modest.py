@@ -14,8 +14,10 @@ import subprocess
 import sys
 import tempfile
 import time
+from concurrent.futures import ThreadPoolExecutor
 
 NOBODY = 65534
+LOWERED = {"user": NOBODY, "group": NOBODY, "extra_groups": []} if os.geteuid() == 0 else {}
 SCREEN = "screen"
 FOLDERS = {"run", ".cache", ".cache/vantor", ".cache/fontconfig", ".local", ".local/state", ".local/state/vantor"}
 SOCKETS = r'sun_path=(@?"/tmp/\.X11-unix/|"/var/run/nscd/socket")'  # whom a window on a screen talks to
@@ -26,14 +28,6 @@ RUNS = {  # what each is started with; None: a window, until it has refreshed it
     "vantor-sysinfo": [[]],
     "vantor": [["settings", "set", "refreshSeconds", "3"], ["settings", "list"], ["ram"], ["cpu"]],
 }
-
-
-def lower():
-    """In the child, before it runs."""
-    if os.geteuid() == 0:
-        os.setgroups([])
-        os.setresgid(NOBODY, NOBODY, NOBODY)
-        os.setresuid(NOBODY, NOBODY, NOBODY)
 
 
 def immodest(program, trace, home, sockets, screen):
@@ -82,7 +76,7 @@ def run(program, arguments, home, display):
                    "XDG_RUNTIME_DIR": home + "/run", "DISPLAY": display}
     words = [word.replace("HOME", home) for word in arguments] if isinstance(arguments, list) else []
     process = subprocess.Popen(["strace", "-f", "-y", "-o", home + "/trace", copy, *words], env=environment, cwd="/",
-                               preexec_fn=lower, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+                               **LOWERED, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
     try:
         if not isinstance(arguments, list):
             refreshes = f' statfs("{home}"'  # the documents' volume: asked once a refresh, and once for what it is
@@ -105,33 +99,29 @@ def trace_of(home):
         return ""
 
 
-bad = []
-programs = [(program, words) for program in sys.argv[1:] if program != "--screen" for words in RUNS[os.path.basename(program)]]
-if "--screen" in sys.argv:
-    programs = [(program, SCREEN) for program, words in programs if words is None]
-    if not shutil.which("Xvfb"):
-        print("skipped: there is no Xvfb")
-        sys.exit(77)
-for program, arguments in programs:
+class Skipped(Exception):
+    pass
+
+
+def faults(program, arguments):
+    bad = []
     with tempfile.TemporaryDirectory() as home:
         os.chmod(home, 0o777)
         os.mkdir(home + "/run", 0o700)
         if os.geteuid() == 0:
             os.chown(home + "/run", NOBODY, NOBODY)
         # On a display of its own no other start's window is met.
-        server, display = own_screen() if arguments is SCREEN else (None, f":test-{os.getpid()}")
+        server, display = own_screen() if arguments is SCREEN else (None, ":" + os.path.basename(home))
         try:
             status, errors = run(program, arguments, home, display)
-        except FileNotFoundError:
-            print("skipped: there is no strace")
-            sys.exit(77)
+        except FileNotFoundError as problem:
+            raise Skipped("there is no strace") from problem
         finally:
             if server:
                 server.terminate()
                 server.wait()
         if "ptrace" in errors.lower():
-            print("skipped: tracing is not allowed here")
-            sys.exit(77)
+            raise Skipped("tracing is not allowed here")
         if status != 0:
             bad.append(f"{program} ended with {status}: {errors[-500:]}")
         window = not isinstance(arguments, list)
@@ -139,5 +129,20 @@ for program, arguments in programs:
         made = {os.path.relpath(os.path.join(at, name), home) for at, names, _ in os.walk(home) for name in names}
         if window and not made <= FOLDERS:
             bad.append(f"{program} makes the folders {made - FOLDERS}")
+    return bad
+
+
+programs = [(program, words) for program in sys.argv[1:] if program != "--screen" for words in RUNS[os.path.basename(program)]]
+if "--screen" in sys.argv:
+    programs = [(program, SCREEN) for program, words in programs if words is None]
+    if not shutil.which("Xvfb"):
+        print("skipped: there is no Xvfb")
+        sys.exit(77)
+try:
+    with ThreadPoolExecutor() as at_once:  # a window spends its time waiting for its next refresh
+        bad = sum(at_once.map(lambda each: faults(*each), programs), [])
+except Skipped as why:
+    print(f"skipped: {why}")
+    sys.exit(77)
 print(*bad, sep="\n")
 sys.exit(1 if bad else 0)
