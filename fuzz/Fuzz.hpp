@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/core/PrintableText.hpp"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 /// The entry point that each target defines: called with one input after another.
@@ -20,6 +23,11 @@ inline void require(bool holds) {
     if (!holds) {
         std::abort();
     }
+}
+
+/// Whether a text may be shown as it is.
+inline bool isPrintable(const std::string& text) {
+    return platform::printableText(text, text.size() + 1) == text;
 }
 
 } // namespace vantor::fuzz

@@ -2,18 +2,10 @@
 #include "hosts/common/FleetFile.hpp"
 
 #include "Fuzz.hpp"
-#include "platform/core/PrintableText.hpp"
 
 using namespace vantor;
+using fuzz::isPrintable;
 using fuzz::require;
-
-namespace {
-
-bool isPrintable(const std::string& text) {
-    return platform::printableText(text, text.size() + 1) == text;
-}
-
-} // namespace
 
 /// Every source that comes out can be asked; what is wrong is told, and no file of a secret is opened that
 /// stands nowhere.

@@ -2,19 +2,11 @@
 #include "hosts/common/TargetList.hpp"
 
 #include "Fuzz.hpp"
-#include "platform/core/PrintableText.hpp"
 #include "platform/remote/fetch/NodeAddress.hpp"
 
 using namespace vantor;
+using fuzz::isPrintable;
 using fuzz::require;
-
-namespace {
-
-bool isPrintable(const std::string& text) {
-    return platform::printableText(text, text.size() + 1) == text;
-}
-
-} // namespace
 
 /// Whatever is in the file, only whole addresses come out, and only printable words.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
