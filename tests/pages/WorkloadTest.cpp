@@ -99,6 +99,28 @@ TEST(WorkText, TellsAProcessByItsStatusAlone) {
     EXPECT_EQ(all("Name:\ta\nNSsid:\t8"), "-") << "cut short";
 }
 
+/// By a flag in the one and by a line, or those of its memory, in the other.
+TEST(WorkText, TellsTheKernelsOwnAlikeByEitherText) {
+    const auto read = [](const std::string& process, const char* name) {
+        return KernelTree("/").read("proc/" + process + name).text;
+    };
+    std::size_t compared = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
+        const std::string process = entry.path().filename();
+        const std::string text = read(process, "/stat"), statusText = read(process, "/status");
+        const auto stat = parseProcessStat(text), again = parseProcessStat(read(process, "/stat"));
+        const auto status = parseProcessStatus(statusText);
+        // One may start another program, or end, between two looks.
+        if (stat && status && again && again->name == stat->name && again->faults == stat->faults) {
+            ++compared;
+            EXPECT_EQ(status->stat.isKernelThread, stat->isKernelThread) << text << statusText;
+            const std::string older = std::regex_replace(statusText, std::regex("Kthread:.*\n"), "");
+            EXPECT_EQ(parseProcessStatus(older)->stat.isKernelThread, stat->isKernelThread) << older;
+        }
+    }
+    EXPECT_GT(compared, 0U) << "this process at the least";
+}
+
 class WorkloadTest : public testing::Test {
 protected:
     void process(int number, int parent, int session, const std::string& name, const std::string& program,

@@ -11,6 +11,12 @@ Folder::Folder(posix::Descriptor descriptor) : m_folder(::fdopendir(descriptor.n
     }
 }
 
+void Folder::rewind() {
+    if (m_folder) {
+        ::rewinddir(m_folder.get());
+    }
+}
+
 const char* Folder::next() {
     // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder belongs to this object
     while (const dirent* const entry = m_folder ? ::readdir(m_folder.get()) : nullptr) {

@@ -20,6 +20,8 @@ public:
     /// The next entry's name, in the file system's order and without "." and ".."; null at the end. Valid
     /// until the next call.
     [[nodiscard]] const char* next();
+    /// From the start again, with what has come and gone meanwhile.
+    void rewind();
     /// Whether the last entry may be a folder; without asking about it, so that some that are not may be,
     /// too.
     [[nodiscard]] bool mayBeFolder() const { return m_type == DT_DIR || m_type == DT_UNKNOWN; }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/workload/ProcessReader.hpp"
 
-#include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/TextScan.hpp"
 
 #include <fcntl.h>
@@ -35,7 +34,7 @@ std::string programIn(int folder, const std::string& link, const ProcessStat& st
 
 bool ProcessReader::isOurs(int process) const {
     struct stat about {};
-    return ::fstatat(m_folder.number(), std::to_string(process).c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return ::fstatat(m_folder->number(), std::to_string(process).c_str(), &about, AT_SYMLINK_NOFOLLOW) == 0 &&
            about.st_uid == m_user;
 }
 
@@ -45,15 +44,41 @@ bool ProcessReader::isKnownAsForeign(int process) const {
     return m_foreign.contains(process) && (m_round + static_cast<std::uint64_t>(process)) % rounds != 0;
 }
 
-/// Whether it still is one of the user's: one that runs another program by now may belong to somebody else.
-bool ProcessReader::update(Entry& entry, int process) {
+std::optional<ProcessStat> ProcessReader::readStat(KeptFile& file, int process) {
     constexpr std::size_t mostKept = 500; // a program may usually have 1024
+    const bool wasOpen = file.isOpen();
+    const std::string_view text = file.read(m_folder->number(), under(process, "/stat"), m_buffer,
+                                            m_isLive && (wasOpen || m_kept < mostKept));
+    m_kept += file.isOpen() && !wasOpen ? std::size_t{1} : std::size_t{0};
+    m_kept -= wasOpen && !file.isOpen() ? std::size_t{1} : std::size_t{0};
+    return parseProcessStat(text);
+}
+
+std::optional<ProcessStatus> ProcessReader::readStatus(int process) {
+    KeptFile file;
+    std::optional<ProcessStatus> status =
+        parseProcessStatus(file.read(m_folder->number(), under(process, "/status"), m_buffer, false));
+    if (status &&
+        status->stat.session == process) { // few lead one, and only the other file tells their terminal
+        KeptFile other;
+        const auto stat =
+            parseProcessStat(other.read(m_folder->number(), under(process, "/stat"), m_buffer, false));
+        status->stat.hasTerminal = stat && stat->hasTerminal;
+    }
+    return status;
+}
+
+void ProcessReader::Entry::setMemory(const ProcessMemory& bytes, bool stays) {
+    memory = bytes;
+    statThen = stat;
+    hasMemory = stays;
+}
+
+/// Whether it still is one of the user's: one that runs another program by now may belong to somebody else.
+bool ProcessReader::update(Entry& entry, int process, bool once) {
     const bool wasOpen = entry.file.isOpen();
-    const std::string_view text = entry.file.read(m_folder.number(), under(process, "/stat"), m_buffer,
-                                                  m_isLive && (wasOpen || m_kept < mostKept));
-    m_kept += entry.file.isOpen() && !wasOpen ? std::size_t{1} : std::size_t{0};
-    m_kept -= wasOpen && !entry.file.isOpen() ? std::size_t{1} : std::size_t{0};
-    std::optional<ProcessStat> stat = parseProcessStat(text);
+    std::optional<ProcessStatus> status = once ? readStatus(process) : std::nullopt;
+    std::optional<ProcessStat> stat = status ? std::move(status->stat) : readStat(entry.file, process);
     if (!stat) {
         return false;
     }
@@ -67,25 +92,9 @@ bool ProcessReader::update(Entry& entry, int process) {
     }
     entry.stat = *std::move(stat);
     entry.round = m_round;
-    return true;
-}
-
-bool ProcessReader::fillOnce(Entry& entry, int process) {
-    KeptFile file;
-    std::optional<ProcessStatus> status =
-        parseProcessStatus(file.read(m_folder.number(), under(process, "/status"), m_buffer, false));
-    if (!status) {
-        return update(entry, process);
+    if (status) {
+        entry.setMemory(status->memory, true);
     }
-    if (status->stat.session == process) { // few lead one, and only the other file tells their terminal
-        const auto stat =
-            parseProcessStat(file.read(m_folder.number(), under(process, "/stat"), m_buffer, false));
-        status->stat.hasTerminal = stat && stat->hasTerminal;
-    }
-    entry.stat = entry.statThen = std::move(status->stat);
-    entry.memory = status->memory;
-    entry.hasMemory = true;
-    entry.round = m_round;
     return true;
 }
 
@@ -93,10 +102,13 @@ std::map<int, ProcessStat> ProcessReader::look(bool once) {
     ++m_round;
     std::map<int, ProcessStat> processes;
     const std::string path = m_tree.path("proc");
-    Folder folder(path);
-    m_folder = posix::Descriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    m_isLive = isMadeByTheKernel(path);
-    while (const char* const name = folder.next()) {
+    if (m_isLive) {
+        m_folder->rewind();
+    } else {
+        m_folder.emplace(path);
+        m_isLive = isMadeByTheKernel(path);
+    }
+    while (const char* const name = m_folder->next()) {
         const std::optional<std::uint64_t> number = numberFrom(name);
         if (!number || *number > INT_MAX) {
             continue;
@@ -110,8 +122,7 @@ std::map<int, ProcessStat> ProcessReader::look(bool once) {
             }
             entry = m_entries.try_emplace(process).first;
         }
-        const bool isThere = once ? fillOnce(entry->second, process) : update(entry->second, process);
-        if (isThere && !entry->second.stat.isKernelThread) {
+        if (update(entry->second, process, once) && !entry->second.stat.isKernelThread) {
             processes.emplace_hint(processes.end(), process, entry->second.stat);
         }
     }
@@ -145,10 +156,9 @@ ProcessMemory ProcessReader::memory(int process) {
                         entry.stat.resident == entry.statThen.resident;
     if (!isSame) {
         KeptFile status;
-        entry.memory =
-            parseProcessMemory(status.read(m_folder.number(), under(process, "/status"), m_buffer, false));
-        entry.statThen = entry.stat;
-        entry.hasMemory = m_isLive;
+        entry.setMemory(
+            parseProcessMemory(status.read(m_folder->number(), under(process, "/status"), m_buffer, false)),
+            m_isLive);
     }
     return entry.memory;
 }
@@ -156,7 +166,7 @@ ProcessMemory ProcessReader::memory(int process) {
 const std::string& ProcessReader::program(int process) {
     Entry& entry = m_entries[process];
     if (entry.program.empty()) {
-        entry.program = programIn(m_folder.number(), under(process, "/exe"), entry.stat);
+        entry.program = programIn(m_folder->number(), under(process, "/exe"), entry.stat);
     }
     return entry.program;
 }

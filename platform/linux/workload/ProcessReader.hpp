@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/kernel/Folder.hpp"
 #include "platform/linux/kernel/KernelTree.hpp"
 #include "platform/linux/workload/KeptFile.hpp"
 #include "platform/linux/workload/WorkText.hpp"
@@ -9,6 +10,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -42,17 +44,19 @@ private:
         bool hasMemory = false;
         std::string program;
         std::uint64_t round = 0;
+        void setMemory(const ProcessMemory& bytes, bool stays);
     };
     [[nodiscard]] bool isOurs(int process) const;
     [[nodiscard]] bool isKnownAsForeign(int process) const;
-    [[nodiscard]] bool update(Entry& entry, int process);
-    [[nodiscard]] bool fillOnce(Entry& entry, int process);
+    [[nodiscard]] std::optional<ProcessStat> readStat(KeptFile& file, int process);
+    [[nodiscard]] std::optional<ProcessStatus> readStatus(int process);
+    [[nodiscard]] bool update(Entry& entry, int process, bool once);
     [[nodiscard]] std::map<int, ProcessStat> look(bool once);
 
     const KernelTree m_tree;
     const uid_t m_user;
-    posix::Descriptor m_folder; ///< /proc
-    bool m_isLive = false;      ///< made by the kernel: files may stay open
+    std::optional<Folder> m_folder; ///< /proc
+    bool m_isLive = false;          ///< made by the kernel: files may stay open
     std::map<int, Entry> m_entries;
     std::map<int, std::uint64_t> m_foreign; ///< other users' processes, and the look that saw them last
     std::vector<char> m_buffer;
