@@ -4,6 +4,7 @@
 // ends. scripts/soak watches it from outside.
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/HostMachine.hpp"
+#include "platform/core/MakeForEver.hpp"
 #include "platform/time/RunLoop.hpp"
 
 #include <algorithm>
@@ -102,8 +103,7 @@ int main(int count, char** words) {
         return 2;
     }
     std::setlocale(LC_ALL, "");
-    [[maybe_unused]] static const auto& host =
-        *new vantor::hosts::common::HostMachine(machine == "simulated"); // workers may outlive main
+    vantor::platform::makeForEver<vantor::hosts::common::HostMachine>(machine == "simulated");
     const auto controller = vantor::ReportInterface::instantiate();
     soak(*controller, speed, seconds);
     return 0;

@@ -11,6 +11,7 @@
 #include "hosts/common/StandardStreams.hpp"
 #include "hosts/qt/ToolkitSetup.hpp"
 #include "hosts/window/WindowProgram.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <memory>
 #include <optional>
@@ -46,10 +47,10 @@ int run(const Options& options, int argc, char** argv) {
         return 1;
     }
     hosts::qt::setEnvironment(options.snapshot.has_value());
-    // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
-    [[maybe_unused]] static const auto& machine = *new hosts::common::HostMachine(options.demo);
-    [[maybe_unused]] static const auto& workload = *new hosts::common::HostWorkload(options.demo);
-    [[maybe_unused]] static const auto& disposal = *new hosts::common::HostDisposal(options.demo);
+    // Workers may be sampling when the window closes.
+    platform::makeForEver<hosts::common::HostMachine>(options.demo);
+    platform::makeForEver<hosts::common::HostWorkload>(options.demo);
+    platform::makeForEver<hosts::common::HostDisposal>(options.demo);
     hosts::common::Complaints complaints("vantor-app");
     complaints.tellStore();
     const hosts::window::Application application("vantor-app", argc, argv);

@@ -10,6 +10,7 @@
 #include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostMachine.hpp"
 #include "hosts/common/HostWorkload.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -64,10 +65,10 @@ int storage(bool asJson) {
     return isSound ? done : refused;
 }
 
-/// In place from here on. Never destroyed: workers may be asking while the program ends.
+/// In place from here on: workers may be asking while the program ends.
 void putMachineInPlace() {
-    [[maybe_unused]] static const auto& machine = *new common::HostMachine(false);
-    [[maybe_unused]] static const auto& workload = *new common::HostWorkload();
+    platform::makeForEver<common::HostMachine>(false);
+    platform::makeForEver<common::HostWorkload>();
 }
 
 void addPage(CLI::App& app, Action& action, const char* name, const char* help, int (*print)(bool asJson)) {

@@ -8,6 +8,7 @@
 #include "hosts/terminal/Options.hpp"
 #include "hosts/terminal/PrintSession.hpp"
 #include "hosts/terminal/TerminalSession.hpp"
+#include "platform/core/MakeForEver.hpp"
 #include "platform/core/StandardOutput.hpp"
 
 #include <malloc.h>
@@ -45,17 +46,17 @@ bool redirectLog(const std::string& file, bool hasPicture) {
 
 /// A wall stands before its machines are known, so nothing is waited for.
 int runFleet(const hosts::terminal::Options& options, bool hasPicture) {
-    // Never destroyed: workers may be asking an opened machine while the program ends.
-    auto* const fleet = new hosts::common::FleetHost(options.fleet);
-    if (!fleet->open("vantor-term")) {
+    // Workers may be asking an opened machine while the program ends.
+    auto& fleet = platform::makeForEver<hosts::common::FleetHost>(options.fleet);
+    if (!fleet.open("vantor-term")) {
         return 1;
     }
-    [[maybe_unused]] static const hosts::common::HostMachine machine(false, usesLocale(options));
+    platform::makeForEver<hosts::common::HostMachine>(false, usesLocale(options));
     if (!hasPicture) {
-        return hosts::terminal::printFleet(options, options.fleet, *fleet);
+        return hosts::terminal::printFleet(options, options.fleet, fleet);
     }
     const hosts::terminal::TerminalSignals signals;
-    return hosts::terminal::runTerminal(options, signals, *fleet);
+    return hosts::terminal::runTerminal(options, signals, fleet);
 }
 
 int run(const hosts::terminal::Options& options) {
@@ -67,18 +68,20 @@ int run(const hosts::terminal::Options& options) {
     if (options.fleet.isWall()) {
         return runFleet(options, hasPicture);
     }
-    // Never destroyed: workers may be asking it while the program ends.
+    // Workers may be asking it while the program ends.
     hosts::common::RemoteNode* node = nullptr;
     if (options.node.isOther()) {
-        node = new hosts::common::RemoteNode(options.node);
+        node = &platform::makeForEver<hosts::common::RemoteNode>(options.node);
         // What watches may be started before the network is there.
         if (!node->await("vantor-term", options.watch)) {
             return 1;
         }
     }
-    [[maybe_unused]] static const auto& machine =
-        node != nullptr ? *new hosts::common::HostMachine(node->machine(), usesLocale(options))
-                        : *new hosts::common::HostMachine(options.demo, usesLocale(options));
+    if (node != nullptr) {
+        platform::makeForEver<hosts::common::HostMachine>(node->machine(), usesLocale(options));
+    } else {
+        platform::makeForEver<hosts::common::HostMachine>(options.demo, usesLocale(options));
+    }
     if (!hasPicture) {
         return hosts::terminal::printReadings(options, node);
     }

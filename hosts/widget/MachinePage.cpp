@@ -2,13 +2,13 @@
 #include "hosts/widget/MachinePage.hpp"
 
 #include "hosts/qt/HostText.hpp"
+#include "platform/core/MakeForEver.hpp"
 #include "platform/machine/Machine.hpp"
 
 #include <QPainter>
 #include <algorithm>
 #include <memory>
 #include <utility>
-#include <vector>
 
 namespace vantor::hosts::widget {
 
@@ -22,8 +22,7 @@ constexpr double backWidth = 112, backHeight = 32, edge = 16; // points
 /// the one that the program has put in place for all of its life.
 void putInPlace(platform::Machine& machine) {
     if (platform::Current<platform::Machine>::get() != &machine) {
-        static auto& places = *new std::vector<std::unique_ptr<platform::Current<platform::Machine>>>;
-        places.push_back(std::make_unique<platform::Current<platform::Machine>>(machine));
+        platform::makeForEver<platform::Current<platform::Machine>>(machine);
     }
 }
 

@@ -14,6 +14,7 @@
 #include "hosts/widget/WallWindow.hpp"
 #include "hosts/widget/WidgetWindow.hpp"
 #include "hosts/window/WindowProgram.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <functional>
 #include <memory>
@@ -74,9 +75,9 @@ int showMachine(const Options& options, const hosts::common::RemoteNode* node) {
 }
 
 int runWall(const Options& options, int argc, char** argv) {
-    [[maybe_unused]] static const auto& viewer = *new hosts::common::HostViewer(options.fleet.demo > 0);
-    // Never destroyed: workers may be sampling an opened machine when the window closes.
-    static auto& fleet = *new hosts::common::FleetHost(options.fleet);
+    // Workers may be sampling an opened machine when the window closes.
+    platform::makeForEver<hosts::common::HostViewer>(options.fleet.demo > 0);
+    auto& fleet = platform::makeForEver<hosts::common::FleetHost>(options.fleet);
     if (!fleet.open("vantor-widget")) {
         return 1;
     }
@@ -97,18 +98,20 @@ int run(const Options& options, int argc, char** argv) {
     if (options.fleet.isWall()) {
         return runWall(options, argc, argv);
     }
-    // Never destroyed, not even with the static objects: workers may be sampling when the window closes.
+    // Workers may be sampling when the window closes.
     hosts::common::RemoteNode* node = nullptr;
     if (options.node.isOther()) {
-        node = new hosts::common::RemoteNode(options.node);
+        node = &platform::makeForEver<hosts::common::RemoteNode>(options.node);
         // A window may be started before the network is there.
         if (!node->await("vantor-widget", !options.snapshot)) {
             return 1;
         }
     }
-    [[maybe_unused]] static const auto& machine = node != nullptr
-                                                      ? *new hosts::common::HostMachine(node->machine())
-                                                      : *new hosts::common::HostMachine(options.demo);
+    if (node != nullptr) {
+        platform::makeForEver<hosts::common::HostMachine>(node->machine());
+    } else {
+        platform::makeForEver<hosts::common::HostMachine>(options.demo);
+    }
     hosts::common::Complaints complaints("vantor-widget");
     complaints.tellStore();
     const hosts::window::Application application("vantor-widget", argc, argv);

@@ -8,6 +8,7 @@
 #include "hosts/common/HostDisposal.hpp"
 #include "hosts/common/HostWorkload.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <QApplication>
 #include <chrono>
@@ -17,8 +18,8 @@ namespace vantor::tests {
 
 void putWholeDemoInPlace() {
     putDemoInPlace();
-    putForEver<hosts::common::HostWorkload>(true);
-    putForEver<hosts::common::HostDisposal>(true);
+    platform::makeForEver<hosts::common::HostWorkload>(true);
+    platform::makeForEver<hosts::common::HostDisposal>(true);
 }
 
 bool setLanguage(const char* locale) {

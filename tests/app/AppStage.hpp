@@ -5,16 +5,8 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 namespace vantor::tests {
-
-/// Puts an object in place for ever: workers may be asking it when the test ends.
-template<typename Kept>
-Kept& putForEver(bool demo) {
-    static auto& all = *new std::vector<std::unique_ptr<Kept>>;
-    return *all.emplace_back(std::make_unique<Kept>(demo));
-}
 
 /// Puts a demonstration in place: machine, workload and disposal, in the environment's language.
 void putWholeDemoInPlace();

@@ -4,6 +4,7 @@
 #include "TestTree.hpp"
 #include "hosts/app/AppContent.hpp"
 #include "hosts/common/HostViewer.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,7 @@ protected:
     void SetUp() override {
         tests::putWholeDemoInPlace();
         qputenv("VANTOR_SUITE_FILE", m_file.c_str());
-        m_viewer = &tests::putForEver<common::HostViewer>(false);
+        m_viewer = &platform::makeForEver<common::HostViewer>(false);
     }
     void TearDown() override {
         m_pane.reset();

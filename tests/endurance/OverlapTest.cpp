@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controller/ReportInterface.hpp"
 #include "hosts/common/HeadlessLoop.hpp"
+#include "platform/core/MakeForEver.hpp"
 #include "platform/linux/LinuxMachine.hpp"
 #include "platform/linux/user/LinuxViewer.hpp"
 
@@ -14,9 +15,9 @@ namespace {
 
 // The real machine, the real workers: reports that overtake each other. Above all for the thread sanitizer.
 TEST(Overlap, RefreshesOnTopOfEachOtherLeaveWholeFigures) {
-    // Not destroyed: the timers' last reports may still be under way when the test ends.
-    static platform::linux::LinuxViewer& viewer = *new platform::linux::LinuxViewer;
-    static platform::linux::LinuxMachine& machine = *new platform::linux::LinuxMachine;
+    // The timers' last reports may still be under way when the test ends.
+    auto& viewer = platform::makeForEver<platform::linux::LinuxViewer>();
+    auto& machine = platform::makeForEver<platform::linux::LinuxMachine>();
     const platform::Current<platform::Machine> currentMachine(machine);
     const platform::Current<platform::Viewer> currentViewer(viewer);
     const auto controller = ReportInterface::instantiate();

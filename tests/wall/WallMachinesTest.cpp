@@ -3,6 +3,7 @@
 #include "DemoInPlace.hpp"
 #include "Eventually.hpp"
 #include "hosts/widget/WallWindow.hpp"
+#include "platform/core/MakeForEver.hpp"
 #include "platform/time/RunLoop.hpp"
 #include "platform/viewer/Viewer.hpp"
 
@@ -15,7 +16,6 @@
 #include <chrono>
 #include <map>
 #include <memory>
-#include <vector>
 
 namespace vantor::hosts::widget {
 
@@ -29,7 +29,7 @@ class WallOfExporters : public ::testing::Test {
 protected:
     static constexpr int machines = 3;
 
-    /// Never destroyed, as in the program: workers may still ask what was opened.
+    /// Workers may still ask what was opened.
     void open(double every) {
         tests::putDemoInPlace();
         Options options;
@@ -37,9 +37,7 @@ protected:
             options.fleet.nodes.push_back(m_server.url("/web0" + std::to_string(i)));
         }
         options.fleet.every = every;
-        static auto& fleets = *new std::vector<std::unique_ptr<common::FleetHost>>;
-        fleets.push_back(std::make_unique<common::FleetHost>(options.fleet));
-        m_fleet = fleets.back().get();
+        m_fleet = &platform::makeForEver<common::FleetHost>(options.fleet);
         if (!m_fleet->open("test")) {
             GTEST_SKIP() << "libcurl is not installed";
         }

@@ -2,6 +2,7 @@
 #include "hosts/widget/WallWindow.hpp"
 
 #include "DemoInPlace.hpp"
+#include "platform/core/MakeForEver.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,8 @@ TEST(WallWindow, GivesItsPlaceToAMachineAndTakesItBack) {
     tests::putDemoInPlace();
     Options options;
     options.fleet.demo = 41;
-    static auto& fleet = *new common::FleetHost(options.fleet); // as in the program: workers may still ask
+    auto& fleet =
+        platform::makeForEver<common::FleetHost>(options.fleet); // as in the program: workers may still ask
     ASSERT_TRUE(fleet.open("test"));
     WallWindow window(options, fleet);
     window.start();
