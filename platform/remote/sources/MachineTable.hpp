@@ -4,15 +4,16 @@
 #include "platform/fleet/FleetSnapshot.hpp"
 #include "platform/remote/answers/QueryAnswer.hpp"
 #include "platform/remote/sources/FleetQuestions.hpp"
-#include "platform/remote/sources/KeyIndex.hpp"
 
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <deque>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vantor::platform::remote {
@@ -30,6 +31,8 @@ public:
     };
 
     explicit MachineTable(std::vector<std::string> identity);
+    MachineTable(const MachineTable&) = delete; // its entries know each other by address
+    MachineTable& operator=(const MachineTable&) = delete;
 
     /// Forgets what the last refresh told, not what it made known.
     void begin();
@@ -66,9 +69,11 @@ private:
         double age = untold; ///< seconds
         std::array<double, 5> told{untold, untold, untold, untold, untold};
         std::string volume;
+        Entry* next = nullptr; ///< whose row came behind this one's the last time
     };
     void makeKey(const AnswerSeries& row);
     [[nodiscard]] Entry* entryOfKey();
+    Entry* follow(Entry* entry);
     void takeUp(const AnswerSeries& row, Rows& rows);
     void describe(Entry& entry, const AnswerSeries& row);
     void dropUnseen();
@@ -77,9 +82,10 @@ private:
     [[nodiscard]] static std::string joinedIdentity(const Entry& entry);
 
     std::vector<std::string> m_identity;
-    std::vector<Entry> m_entries; ///< ordered by key after `finish`
-    KeyIndex m_places;
-    std::string m_key; ///< the row's
+    std::deque<Entry> m_entries;                            ///< ordered by key after `finish`
+    std::unordered_map<std::string_view, Entry*> m_entryOf; ///< by key
+    Entry* m_last = nullptr;                                ///< whose row was the last one
+    std::string m_key;                                      ///< the row's
     bool m_hasAges = false;
     bool m_isListNew = false;
     bool m_areNamesNew = false;
