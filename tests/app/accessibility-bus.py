@@ -7,7 +7,7 @@ sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../
 from accessibility import main, patiently, program, ring_says  # noqa: E402
 
 WANTED = (("radio button", "RAM, "), ("radio button", "Processor, "), ("radio button", "Settings"), ("label", "Available"),
-          ("filler", "Applications, "), ("push button", "Free Up RAM"), ("tree", "Applications"),
+          ("filler", "Applications, "), ("push button", "Free Up Memory"), ("tree", "Applications"),
           ("column header", "Swap"), ("tree item", "Web Browser, 14 processes"), ("tree item", "2.42 GB"))
 
 

@@ -114,7 +114,7 @@ TEST_F(Host, WithoutTheAppItsKeysAreQuiet) {
         state.suite = tests::storeHolding(tests::storedFlag("preventCleanRAMFromWidget"));
     });
     m_host.emplace("box", std::nullopt, true, common::LinkOpener::Programs{"/bin/true", {}});
-    EXPECT_EQ(scene().keys[1].text, "Show RAM");
+    EXPECT_EQ(scene().keys[1].text, "Show Memory");
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!scene().keys[1].isQuiet && std::chrono::steady_clock::now() < end) {
         m_loop.play();

@@ -37,7 +37,7 @@ struct SceneFixture {
         scene.lines = {section("Network", std::nullopt,
                                {{"Received", "1.2 MB/s", "\u2193", "v"}, {"Sent", "86 KB/s", "\u2191", "^"}},
                                network)};
-        scene.keys = {{'r', "Refresh", network},      {'c', "Free Up RAM", memory},
+        scene.keys = {{'r', "Refresh", network},      {'c', "Free Up Memory", memory},
                       {'s', "Show Storage", storage}, {'p', "CPU Chart", processor},
                       {'m', "Show Less", changeMode}, {'q', "Quit", quit}};
     }

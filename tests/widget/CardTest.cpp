@@ -212,7 +212,7 @@ TEST_F(Card, TellsWhatNoRowTells) {
     EXPECT_EQ(text("lowPriorityShare"), "5.00 % at low priority");
     QHelpEvent asked(QEvent::ToolTip, {}, {});
     QApplication::sendEvent(&widget("progressRAMView"), &asked);
-    EXPECT_EQ(widget("progressRAMView").toolTip(), "Used RAM, 75%\n3 GB · of 4 GB\nFree Up RAM");
+    EXPECT_EQ(widget("progressRAMView").toolTip(), "Used RAM, 75%\n3 GB · of 4 GB\nFree Up Memory");
 }
 
 TEST_F(Card, SpeaksToScreenReaders) {
@@ -220,7 +220,7 @@ TEST_F(Card, SpeaksToScreenReaders) {
     ASSERT_NE(ring, nullptr);
     EXPECT_EQ(ring->role(), QAccessible::Button);
     EXPECT_EQ(ring->text(QAccessible::Name), "Used RAM, 75%");
-    EXPECT_EQ(ring->text(QAccessible::Description), "Free Up RAM");
+    EXPECT_EQ(ring->text(QAccessible::Description), "Free Up Memory");
     EXPECT_EQ(ring->valueInterface()->currentValue().toDouble(), 75);
     ring->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     for (const char* name : {"manualInfoRefresh", "displayModeButton"}) {

@@ -20,7 +20,7 @@ def walk_the_widget():
     role = application.children()[0].role()
     if role != "frame":  # screen readers pass over anything else
         problems.append(f"the window is a {role}")
-    for wanted in ("Free Up RAM", "Show Storage", "CPU Chart", "Refresh", "Show Less"):
+    for wanted in ("Free Up Memory", "Show Storage", "CPU Chart", "Refresh", "Show Less"):
         if wanted not in names:
             problems.append(f"no button says {wanted!r}")
     for caption in ("Free RAM, ", "Total storage, ", "Idle, ", "Sent, "):

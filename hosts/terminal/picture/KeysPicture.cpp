@@ -8,7 +8,7 @@ namespace vantor::hosts::terminal {
 
 namespace {
 
-constexpr int gap = 3;
+constexpr int usualGap = 3, narrowGap = 2;
 
 using Keys = std::vector<const Scene::Key*>;
 
@@ -17,7 +17,7 @@ int widthOf(const Scene::Key& key) {
 }
 
 /// The keys in rows, one after the other.
-std::vector<Keys> rowsOf(const Keys& keys, int width) {
+std::vector<Keys> rowsOf(const Keys& keys, int width, int gap) {
     std::vector<Keys> rows;
     int column = width; // nothing fits behind it
     for (const Scene::Key* const key : keys) {
@@ -31,6 +31,19 @@ std::vector<Keys> rowsOf(const Keys& keys, int width) {
     return rows;
 }
 
+/// Keys in rows, and how far they stand apart.
+struct KeyRows {
+    std::vector<Keys> rows;
+    int gap = usualGap;
+};
+
+/// Closer together where that spares a row.
+KeyRows rowsOf(const Keys& keys, int width) {
+    KeyRows usual{rowsOf(keys, width, usualGap), usualGap};
+    KeyRows narrow{rowsOf(keys, width, narrowGap), narrowGap};
+    return narrow.rows.size() < usual.rows.size() ? narrow : usual;
+}
+
 /// Pages can be opened without a key, so theirs go first, the last one before the others; then the mode's.
 Keys::const_iterator leastNeeded(const Keys& keys) {
     for (auto key = keys.end() - 1; key != keys.begin(); --key) {
@@ -42,20 +55,20 @@ Keys::const_iterator leastNeeded(const Keys& keys) {
 }
 
 /// The keys that fit, in their order; the one to leave and the one to refresh stay longest.
-std::vector<Keys> fitting(const std::vector<Scene::Key>& all, int width, int most) {
+KeyRows fitting(const std::vector<Scene::Key>& all, int width, int most) {
     Keys keys;
     for (const Scene::Key& key : all) {
         keys.push_back(&key);
     }
-    std::vector<Keys> rows = rowsOf(keys, width);
-    while (keys.size() > 1 && static_cast<int>(rows.size()) > most) {
+    KeyRows rows = rowsOf(keys, width);
+    while (keys.size() > 1 && static_cast<int>(rows.rows.size()) > most) {
         keys.erase(leastNeeded(keys));
         rows = rowsOf(keys, width);
     }
     return rows;
 }
 
-void drawRow(Sheet& sheet, const Keys& keys, const Box& box) {
+void drawRow(Sheet& sheet, const Keys& keys, int gap, const Box& box) {
     int width = -gap;
     for (const Scene::Key* const key : keys) {
         width += gap + widthOf(*key);
@@ -75,7 +88,7 @@ void drawRow(Sheet& sheet, const Keys& keys, const Box& box) {
 } // namespace
 
 int keyRows(const std::vector<Scene::Key>& keys, int width, int most) {
-    return static_cast<int>(fitting(keys, width, most).size());
+    return static_cast<int>(fitting(keys, width, most).rows.size());
 }
 
 void drawKeys(Sheet& sheet, const std::vector<Scene::Key>& keys, const std::string& notice, const Box& box) {
@@ -84,8 +97,9 @@ void drawKeys(Sheet& sheet, const std::vector<Scene::Key>& keys, const std::stri
         return;
     }
     int row = box.row;
-    for (const Keys& keysOfRow : fitting(keys, box.width, box.height)) {
-        drawRow(sheet, keysOfRow, {box.column, row++, box.width});
+    const KeyRows shown = fitting(keys, box.width, box.height);
+    for (const Keys& keysOfRow : shown.rows) {
+        drawRow(sheet, keysOfRow, shown.gap, {box.column, row++, box.width});
     }
 }
 
