@@ -118,7 +118,7 @@ Sheet* askToEnd(QWidget* parent, const Look& look, const platform::ApplicationUs
     auto* const sheet = new Sheet(parent);
     sheet->setTitle(qt::hostText("app_ENDTITLE", "name", application.name));
     sheet->setSentence(qt::hostText("app_LOOKING"));
-    sheet->setAction(qt::hostText("app_END"));
+    sheet->setAction(qt::hostText("app_ENDNOW"));
     applyLook(*sheet, look);
     new Ending(*sheet, application, changed);
     sheet->open();
