@@ -4,6 +4,7 @@
 #include "actions/ActionWords.hpp"
 #include "hosts/common/FreeUpByLink.hpp"
 #include "hosts/qt/HostText.hpp"
+#include "platform/core/PrintableText.hpp"
 
 #include <QHBoxLayout>
 #include <utility>
@@ -64,7 +65,8 @@ void FreeUpRow::settle(const std::shared_ptr<const FreeUpMemory>& action, const 
     m_action = action;
     m_button->setText(qt::hostText("host_CLEANRAM"));
     m_button->setEnabled(action->refusal() == FreeUpRefusal::none);
-    m_sentence->display(QString::fromStdString(sentence));
+    const QString refusal = std::exchange(m_refusal, QString());
+    m_sentence->display(refusal.isEmpty() ? QString::fromStdString(sentence) : refusal);
 }
 
 void FreeUpRow::lookOnce() {
@@ -103,17 +105,29 @@ void FreeUpRow::run() {
 }
 
 void FreeUpRow::runByLink() {
+    using Answer = common::LinkLeave::Answer;
     onWorker(
         m_alive, [] { return common::mayFreeUpByLink(); },
-        [this](bool may) {
-            if (!may) {
-                m_sentence->display(qt::hostText("app_LINKAGAIN"));
+        [this](const common::LinkLeave& leave) {
+            if (leave.answer == Answer::tooSoon) {
+                refuseLink(qt::hostText("app_LINKAGAIN"));
+            } else if (leave.answer == Answer::notKept) {
+                refuseLink(
+                    qt::hostText("app_LINKNOTKEPT", "reason", platform::printableText(leave.problem, 4096)));
             } else if (m_isBusy) {
                 m_isWanted = true; // a window that the link opened is having its first look
             } else {
                 run();
             }
         });
+}
+
+/// What a look that is under way comes to would take its place, so it waits for that.
+void FreeUpRow::refuseLink(const QString& sentence) {
+    m_refusal = m_isBusy ? sentence : QString();
+    if (!m_isBusy) {
+        m_sentence->display(sentence);
+    }
 }
 
 } // namespace vantor::hosts::app

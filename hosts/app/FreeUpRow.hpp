@@ -38,6 +38,7 @@ public:
 private:
     void run();
     void settle(const std::shared_ptr<const FreeUpMemory>& action, const std::string& sentence);
+    void refuseLink(const QString& sentence);
     void setBusy(bool busy, const char* sentence);
 
     std::function<void()> m_changed;
@@ -49,6 +50,7 @@ private:
     std::shared_ptr<const FreeUpMemory> m_action;
     bool m_isBusy = false;
     bool m_isWanted = false; ///< by a link, as soon as the look is over
+    QString m_refusal;       ///< of a link that came during a look
 };
 
 } // namespace vantor::hosts::app

@@ -25,9 +25,15 @@ int printInstead(const DeepLink::Target& target) {
         return status;
     }
     print("\n");
-    if (!common::mayFreeUpByLink()) {
+    const common::LinkLeave leave = common::mayFreeUpByLink();
+    if (leave.answer == common::LinkLeave::Answer::tooSoon) {
         complain("a link may free memory once a minute; it was less than that ago.");
         return nothingThere;
+    }
+    if (leave.answer == common::LinkLeave::Answer::notKept) {
+        complain("no memory was freed: a link may do that once a minute, and the time cannot be kept. " +
+                 leave.problem + ". \"vantor clean ram\" frees it.");
+        return refused;
     }
     return std::max(status, cleanMemory(false));
 }

@@ -99,6 +99,7 @@ TEST_F(Window, EndsAnApplicationOnlyWhenThatIsConfirmed) {
     auto* const sheet = m_window->findChild<Sheet*>();
     ASSERT_NE(sheet, nullptr);
     ASSERT_TRUE(eventually([&] { return sheet->action().isEnabled(); }));
+    EXPECT_EQ(sheet->action().text(), QStringLiteral("End")); // no other question comes
     EXPECT_EQ(pane.list().model().rowAt(pane.list().model().index(0, 0))->key, key);
     sheet->action().click();
     EXPECT_TRUE(eventually([&] {
@@ -131,6 +132,11 @@ TEST(FreeUpRow, DoesWhatALinkWantsOnceItHasLooked) {
     row.runByLink(); // again within the minute
     const QString before = row.sentence().text();
     EXPECT_TRUE(tests::turnUntil([&] { return row.sentence().text() != before; }));
+    EXPECT_EQ(freed, 1);
+    qputenv("XDG_STATE_HOME", "/dev/null"); // where the time of the last one cannot be kept
+    row.runByLink();
+    EXPECT_TRUE(
+        tests::turnUntil([&] { return row.sentence().text().contains(QStringLiteral("/dev/null")); }));
     EXPECT_EQ(freed, 1);
     qunsetenv("XDG_STATE_HOME");
 }
