@@ -78,9 +78,9 @@ void FleetTable::groupBy(std::string label, std::chrono::nanoseconds now) {
 
 void FleetTable::fold(std::string_view group, bool isFolded) {
     if (isFolded) {
-        m_folded.emplace(group);
-    } else if (const auto found = m_folded.find(group); found != m_folded.end()) {
-        m_folded.erase(found);
+        folded().emplace(group);
+    } else if (const auto found = folded().find(group); found != folded().end()) {
+        folded().erase(found);
     }
     if (const auto found = std::ranges::find(m_groups, group, &FleetGroup::name); found != m_groups.end()) {
         found->isFolded = isFolded;
@@ -90,6 +90,7 @@ void FleetTable::fold(std::string_view group, bool isFolded) {
 void FleetTable::filter(std::string text, std::chrono::nanoseconds now) {
     m_filter = std::move(text);
     m_smallFilter = smallLetters(m_filter);
+    m_foldedAmongFound.clear();
     arrangeAnew(now);
 }
 

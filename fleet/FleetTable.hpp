@@ -66,6 +66,8 @@ public:
     [[nodiscard]] FleetOrder order() const { return m_order; }
     /// A label's name; empty: no groups.
     void groupBy(std::string label, std::chrono::nanoseconds now);
+    /// While a filter is set, all groups are open until they are folded again: what was looked for is seen.
+    /// Without it they are as they were.
     void fold(std::string_view group, bool isFolded);
     /// Only machines whose name, or the value of one of whose labels, contains the text, whatever the case of
     /// ASCII letters; empty: all.
@@ -99,6 +101,7 @@ private:
     [[nodiscard]] std::vector<Index> groupPlaces(std::span<const Candidate> candidates,
                                                  std::span<const std::string_view> names, bool isHeld) const;
     void count(FleetGroup& group, const FleetRow& row);
+    [[nodiscard]] auto& folded() { return m_filter.empty() ? m_folded : m_foldedAmongFound; }
 
     std::shared_ptr<const platform::FleetSnapshot> m_snapshot;
     std::chrono::nanoseconds m_now{};
@@ -108,8 +111,9 @@ private:
     std::string m_filter;
     std::string m_smallFilter;
     std::set<std::string, std::less<>> m_folded;
-    std::vector<Index> m_nameRanks; ///< by machine of the snapshot
-    std::vector<Index> m_rowOf;     ///< by machine of the snapshot
+    std::set<std::string, std::less<>> m_foldedAmongFound; ///< under this filter
+    std::vector<Index> m_nameRanks;                        ///< by machine of the snapshot
+    std::vector<Index> m_rowOf;                            ///< by machine of the snapshot
     std::vector<FleetRow> m_rows;
     std::vector<FleetGroup> m_groups;
     FleetCounts m_counts;

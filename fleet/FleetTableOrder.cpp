@@ -172,7 +172,7 @@ bool FleetTable::arrange(std::span<const Index> held) {
             last = candidate.group;
             FleetGroup group;
             group.name = names[last];
-            group.isFolded = m_folded.contains(names[last]);
+            group.isFolded = folded().contains(names[last]);
             group.first = rows.size();
             m_groups.push_back(std::move(group));
         }

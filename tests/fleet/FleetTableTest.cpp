@@ -143,6 +143,17 @@ TEST(FleetTable, GroupsByALabelWorstFirst) {
     EXPECT_TRUE(table.groups().at(1).isFolded);
     table.passTime(start + 10s);
     EXPECT_EQ("cache: c | db: d1 | web: w1 ", told(table));
+    // What is looked for is seen, also behind a fold, which is there again afterwards.
+    const auto isFolded = [&table] { return table.groups().front().isFolded; };
+    table.filter("d1", start + 10s);
+    EXPECT_FALSE(isFolded());
+    table.fold("db", true);
+    table.passTime(start + 11s);
+    EXPECT_TRUE(isFolded()) << "asked for among what was found";
+    table.filter("d", start + 12s);
+    EXPECT_FALSE(isFolded());
+    table.filter("", start + 13s);
+    EXPECT_TRUE(table.groups().at(1).isFolded);
     table.fold("db", false);
     EXPECT_FALSE(table.groups().at(1).isFolded);
 }
