@@ -171,7 +171,7 @@ TEST_F(Prometheus, WhatIsDoubtfulIsTold) {
     refresh();
     EXPECT_EQ(figure(0, FleetFigure::memory), 0.5) << "the first counts";
     for (const char* const told :
-         {"memory: 1 answers more", "sent: its answers have not the labels", "several in one"}) {
+         {"memory: 1 answer more", "sent: its answers have not the labels", "1 machine is several in one"}) {
         EXPECT_NE(origin().problem.find(told), std::string::npos) << origin().problem;
     }
     EXPECT_FALSE(origin().isSilent);
@@ -207,6 +207,10 @@ TEST_F(Prometheus, OfASilentServerTheLastFiguresStay) {
             replyRows(rows[waiting()]);
         }
         reply(body, status, type);
+        if (isLate) { // one question in vain may be that question's fault
+            EXPECT_EQ(waiting(), "processor");
+            reply(body, status, type);
+        }
         EXPECT_FALSE(fetcher.isAsked());
         EXPECT_TRUE(origin().isSilent);
         EXPECT_EQ(source.snapshot()->machines.size(), 2u);
@@ -243,6 +247,31 @@ TEST_F(Prometheus, OfASilentServerTheLastFiguresStay) {
     replyRows(rows["up"]);
     hasWords(origin().problem, "not the labels that tell them apart");
     EXPECT_TRUE(origin().isSilent);
+}
+
+TEST_F(Prometheus, OneQuestionInVainCostsItsFigureAlone) {
+    source.start();
+    refresh();
+    untilAsked();
+    rows["memory"] = row(machine("db:9100"), "0.1");
+    while (fetcher.isAsked()) {
+        if (waiting() == "storage" || waiting() == "sent") {
+            fetcher.fail("it does not answer within 8 s");
+            turn();
+        } else {
+            replyRows(rows[waiting()]);
+        }
+    }
+    EXPECT_FALSE(origin().isSilent);
+    EXPECT_EQ(origin().problem,
+              "storage: it does not answer within 8 s; sent: it does not answer within 8 s");
+    EXPECT_EQ(figure(0, FleetFigure::memory), 0.1);
+    EXPECT_EQ(figure(0, FleetFigure::processor), 0);
+    EXPECT_FALSE(figure(0, FleetFigure::storage)) << "not the one of before";
+    untilAsked();
+    refresh();
+    EXPECT_EQ(origin().problem, "");
+    EXPECT_EQ(figure(0, FleetFigure::storage), 0.95);
 }
 
 TEST_F(Prometheus, AsksAsOftenAsTheServerCanBear) {

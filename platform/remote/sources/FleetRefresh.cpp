@@ -31,8 +31,8 @@ std::optional<double> spacingOf(const std::vector<AnswerSeries::Point>& points) 
     return *middle > 0 ? std::optional(*middle) : std::nullopt;
 }
 
-std::string counted(std::size_t count, const char* what) {
-    return std::to_string(count) + ' ' + what;
+std::string counted(std::size_t count, const char* one, const char* several) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : several);
 }
 
 } // namespace
@@ -56,6 +56,7 @@ void FleetRefresh::begin(std::chrono::nanoseconds now) {
     m_time.reset();
     m_isPartial = false;
     m_doubts.clear();
+    m_lacksAnswer = false;
 }
 
 /// Behind `up`, which told the machines and the moment.
@@ -105,8 +106,11 @@ void FleetRefresh::take(const FetchAnswer& answer) {
         }
     });
     m_isPartial = m_isPartial || told.hasWarnings;
-    if (told.outcome == ServerTold::Outcome::silent ||
-        (question == FleetQuestion::up && told.outcome == ServerTold::Outcome::refused)) {
+    // One question may be too much for a server that answers the others; a second in a row is not waited for.
+    const bool isAnswered = told.outcome == ServerTold::Outcome::answered;
+    const bool wasSilent =
+        std::exchange(m_lacksAnswer, told.outcome == ServerTold::Outcome::silent) && m_lacksAnswer;
+    if (!isAnswered && (question == FleetQuestion::up || wasSilent)) {
         fallSilent(told.problem);
         return;
     }
@@ -115,10 +119,10 @@ void FleetRefresh::take(const FetchAnswer& answer) {
                                  : "its machines have not the labels that tell them apart");
         return;
     }
-    if (told.outcome == ServerTold::Outcome::refused) {
-        doubt(std::string(questionName(question)) + ": " + told.problem);
-    } else {
+    if (isAnswered) {
         takeRows(question, rows);
+    } else {
+        doubt(std::string(questionName(question)) + ": " + told.problem);
     }
     if (question == FleetQuestion::up) {
         plan();
@@ -136,7 +140,9 @@ void FleetRefresh::takeRows(FleetQuestion question, const MachineTable::Rows& ro
     } else if (question == FleetQuestion::names) {
         m_table.noteNamesAsked();
     } else if (rows.again > 0) {
-        doubt(name + ": " + counted(rows.again, "answers more than one for a machine, the first counts"));
+        doubt(name + ": " +
+              counted(rows.again, "answer more than one for a machine, the first counts",
+                      "answers more than one for a machine, the first counts"));
     }
     if (rows.all > 0 && rows.unknown == rows.all && question != FleetQuestion::ambiguous) {
         doubt(name + ": its answers have not the labels that tell machines apart");
@@ -186,10 +192,12 @@ void FleetRefresh::finish() {
         m_doubts.insert(m_doubts.begin(), "it warns that a part of the figures is missing");
     }
     if (m_ambiguous > 0) {
-        doubt(counted(m_ambiguous, "machines are several in one: the identity needs one more label"));
+        doubt(counted(m_ambiguous, "machine is several in one: the identity needs one more label",
+                      "machines are several in one: the identity needs one more label"));
     }
     if (m_table.askedTwice() > 0) {
-        doubt(counted(m_table.askedTwice(), "entries share an address: several jobs ask the same machine"));
+        doubt(std::to_string(m_table.askedTwice()) +
+              " entries share an address: several jobs ask the same machine");
     }
     auto snapshot = std::make_shared<FleetSnapshot>();
     snapshot->sources.push_back(origin());

@@ -55,6 +55,7 @@ private:
     std::optional<double> m_delay;      ///< seconds that the youngest reading of all has been old, at least
     std::size_t m_ambiguous = 0;        ///< identities that several machines share
     bool m_isPartial = false;
+    bool m_lacksAnswer = false; ///< to the last question
     bool m_isSilent = false;
     std::vector<std::string> m_doubts;
     std::shared_ptr<const FleetSnapshot> m_snapshot;
