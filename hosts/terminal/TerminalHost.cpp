@@ -94,7 +94,9 @@ void TerminalHost::follow(common::RemoteNode& node) {
 
 void TerminalHost::turn(Instant now) {
     if (m_pauses.isOver(now)) {
-        common::resumeWidget(*m_controller, now);
+        if (m_node == nullptr) { // another machine's figures count no pause, and it is to be asked at once
+            common::resumeWidget(*m_controller, now);
+        }
         m_changed = true;
     }
     platform::RunLoop::main().turn(now);

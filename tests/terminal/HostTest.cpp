@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "WidgetStage.hpp"
+#include "hosts/common/RemoteNode.hpp"
 #include "hosts/terminal/TerminalHost.hpp"
+#include "platform/remote/MachineWatch.hpp"
 
 #include <gmock/gmock.h>
 
@@ -139,6 +141,27 @@ TEST_F(Host, AFailedSourceIsNamedUntilItIsBack) {
     m_loop.advance(2);
     EXPECT_EQ(scene().warning, "");
     EXPECT_TRUE(scene().sections[1].isKnown);
+}
+
+/// One that has told nothing yet.
+struct SilentWatch final : platform::remote::MachineWatch {
+    void start() override {}
+    [[nodiscard]] const platform::remote::NodeState& state() const override { return told; }
+    void setHandler(std::function<void()> /*handler*/) override {}
+    platform::remote::NodeState told;
+};
+
+TEST_F(Host, AnotherMachineIsAskedAtOnceAfterAPause) {
+    common::RemoteNode node(std::make_unique<SilentWatch>(), "web01", nullptr);
+    m_host->follow(node);
+    int asked = 0;
+    const auto timer = platform::NSTimer::scheduledTimerWithTimeInterval(
+        5, [&asked] { ++asked; }, false);
+    m_host->pause();
+    m_host->turn(m_loop.clock.now() + std::chrono::minutes(1));
+    EXPECT_EQ(asked, 1) << "what is due for it";
+    timer->invalidate();
+    m_host.reset(); // before what it follows
 }
 
 /// Behind a stopped job, in a terminal that took no bytes, and with one that nobody announced.
