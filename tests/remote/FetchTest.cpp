@@ -193,6 +193,23 @@ TEST_F(Fetch, SilentServersKeepNobodyElseWaiting) {
     fetcher.reset();
 }
 
+/// Of which nobody knows yet that they are, and from which no whole line comes.
+TEST_F(Fetch, ServersThatAreSilentAtTheStartGiveUpTheirPlaces) {
+    std::vector<std::unique_ptr<LoopbackServer>> silent;
+    std::atomic<int> ended = 0;
+    for (int i = 0; i < 50; ++i) {
+        silent.push_back(std::make_unique<LoopbackServer>([](const std::string&) {
+            return LoopbackServer::Answer{"HTTP/1.1 200 ", 0, true};
+        }));
+        fetcher->fetch({.url = silent.back()->url("/")}, [&ended](const FetchAnswer&) { ++ended; });
+    }
+    const LoopbackServer good(
+        [](const std::string&) { return LoopbackServer::Answer{httpAnswer("200 OK", "", "up 1\n")}; });
+    EXPECT_EQ(ask(good).body, "up 1\n");
+    EXPECT_EQ(ended, 0) << "it has waited for one of them";
+    fetcher.reset();
+}
+
 TEST_F(Fetch, WhoGoesWithQuestionsUnderWayDropsThem) {
     const LoopbackServer server([](const std::string&) {
         return LoopbackServer::Answer{httpAnswer("200 OK", "", ""), 0, true};

@@ -14,6 +14,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr std::size_t mostDoubtful = mostConnections / 2;
+constexpr std::size_t mostWithSlow = 4 * mostConnections;
 constexpr long mostToOneHost = 2;
 constexpr milliseconds idle{60000}; // it is woken for questions
 constexpr std::chrono::seconds namesHold{60};
@@ -21,7 +22,7 @@ constexpr std::chrono::seconds namesHold{60};
 } // namespace
 
 CurlFetcher::CurlFetcher(const CurlLibrary& library) : m_library(library), m_multi(m_library.multiInit()) {
-    m_library.multiSetopt(m_multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, static_cast<long>(mostConnections));
+    m_library.multiSetopt(m_multi, CURLMOPT_MAX_TOTAL_CONNECTIONS, static_cast<long>(mostWithSlow));
     m_library.multiSetopt(m_multi, CURLMOPT_MAXCONNECTS, static_cast<long>(mostConnections));
     m_library.multiSetopt(m_multi, CURLMOPT_MAX_HOST_CONNECTIONS, mostToOneHost);
     // Signals are the main thread's: a new thread takes over what is blocked where it is made.
@@ -95,6 +96,37 @@ void CurlFetcher::endTurn(const FetchRequest& request) {
     }
 }
 
+bool CurlFetcher::hasRoom() const {
+    return m_transfers.size() < mostWithSlow && m_transfers.size() - m_slow < mostConnections;
+}
+
+bool CurlFetcher::hasRoomForDoubtful() const {
+    return hasRoom() && m_doubtful < mostDoubtful;
+}
+
+/// Who has sent nothing for a while may still answer, but keeps nobody waiting any longer: of a hundred
+/// servers of which eighty are silent, the others would be heard only after several times the whole patience.
+/// The time until the next one may have to make room.
+milliseconds CurlFetcher::giveUpPlaces() {
+    if (m_waiting.empty() || m_transfers.size() >= mostWithSlow) {
+        return idle;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    milliseconds least = idle;
+    for (const auto& [easy, transfer] : m_transfers) {
+        constexpr milliseconds lookAgain{100}; // while a name is being looked up
+        const auto from = transfer->slowFrom();
+        if (from && *from > now) {
+            least = std::min(least, std::chrono::ceil<milliseconds>(*from - now));
+        } else if (from && transfer->becomeSlow()) {
+            ++m_slow;
+        } else if (from) {
+            least = std::min(least, lookAgain);
+        }
+    }
+    return least;
+}
+
 void CurlFetcher::beginWaiting() {
     const auto beginFirst = [this](std::deque<Question>& waiting) {
         Question question = std::move(waiting.front());
@@ -105,10 +137,10 @@ void CurlFetcher::beginWaiting() {
             m_held.push_back(std::move(question));
         }
     };
-    while (m_transfers.size() < mostConnections && !m_waiting.empty()) {
+    while (hasRoom() && !m_waiting.empty()) {
         beginFirst(m_waiting);
     }
-    while (m_transfers.size() < mostConnections && m_doubtful < mostDoubtful && !m_waitingDoubtful.empty()) {
+    while (hasRoomForDoubtful() && !m_waitingDoubtful.empty()) {
         beginFirst(m_waitingDoubtful);
     }
 }
@@ -164,6 +196,7 @@ void CurlFetcher::finishEnded() {
             continue;
         }
         m_doubtful -= transfer->second->isDoubtful() ? 1 : 0;
+        m_slow -= transfer->second->isSlow() ? 1 : 0;
         endTurn(transfer->second->request());
         m_transfers.erase(transfer);
         m_unused.push_back(easy);
@@ -177,11 +210,11 @@ void CurlFetcher::run() {
         int running = 0;
         m_library.multiPerform(m_multi, &running);
         finishEnded();
-        const bool hasRoom = m_transfers.size() < mostConnections;
-        const bool isWaiting =
-            !m_waiting.empty() || (!m_waitingDoubtful.empty() && m_doubtful < mostDoubtful);
-        m_library.multiPoll(m_multi, nullptr, 0, hasRoom && isWaiting ? 0 : static_cast<int>(idle.count()),
-                            nullptr);
+        const milliseconds untilRoom = giveUpPlaces();
+        const bool canBegin =
+            (hasRoom() && !m_waiting.empty()) || (hasRoomForDoubtful() && !m_waitingDoubtful.empty());
+        const milliseconds wait = canBegin ? milliseconds(0) : untilRoom;
+        m_library.multiPoll(m_multi, nullptr, 0, static_cast<int>(wait.count()), nullptr);
     }
 }
 

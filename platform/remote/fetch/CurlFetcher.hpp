@@ -17,8 +17,10 @@
 namespace vantor::platform::remote {
 
 /// Asks with libcurl: one thread, one multi handle, connections kept open between questions; at most 32 of
-/// them, two to one host, and half of them for servers that were silent the last time. Other questions wait
-/// here, not in libcurl, which would count their time and look at each of them again and again.
+/// them, two to one host, and half of them for servers that were silent the last time. While others wait, a
+/// server that has sent nothing for a fifth of its patience counts no longer, up to 128 connections in all.
+/// Other questions wait here, not in libcurl, which would count their time and look at each of them again and
+/// again.
 class CurlFetcher final : public Fetcher {
 public:
     /// The library must have been opened.
@@ -42,6 +44,9 @@ private:
     [[nodiscard]] bool isItsTurn(const FetchRequest& request) const;
     void endTurn(const FetchRequest& request);
     void finishEnded();
+    [[nodiscard]] bool hasRoom() const;
+    [[nodiscard]] bool hasRoomForDoubtful() const;
+    [[nodiscard]] std::chrono::milliseconds giveUpPlaces();
     [[nodiscard]] bool takeQuestions(std::vector<Question>& questions);
 
     CurlLibrary m_library;
@@ -56,6 +61,7 @@ private:
     std::set<std::string> m_busy; ///< origins that are asked one question at a time, and are
     std::unordered_map<CURL*, std::unique_ptr<CurlTransfer>> m_transfers;
     std::size_t m_doubtful = 0;                          ///< of them
+    std::size_t m_slow = 0;                              ///< of them; they have given up their places
     std::chrono::steady_clock::time_point m_namesLooked; ///< through, for old ones
     std::vector<CURL*> m_unused; ///< handles: making one takes longer than a short exchange on loopback
     std::thread m_thread;

@@ -94,6 +94,19 @@ void CurlTransfer::setUpAccess(const Access& access) {
     }
 }
 
+std::optional<std::chrono::steady_clock::time_point> CurlTransfer::slowFrom() const {
+    constexpr int part = 5;
+    const bool isQuiet = !m_isSlow && m_headerBytes == 0;
+    return isQuiet ? std::optional(m_begun + m_request.patience / part) : std::nullopt;
+}
+
+bool CurlTransfer::becomeSlow() {
+    curl_off_t lookup = 0; // microseconds; 0 until the name is resolved
+    m_library.easyGetinfo(m_easy, CURLINFO_NAMELOOKUP_TIME_T, &lookup);
+    m_isSlow = lookup > 0;
+    return m_isSlow;
+}
+
 std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer) {
     auto& self = *static_cast<CurlTransfer*>(transfer);
     const std::size_t length = size * count;

@@ -4,6 +4,8 @@
 #include "platform/remote/fetch/CurlLibrary.hpp"
 #include "platform/remote/fetch/Fetcher.hpp"
 
+#include <chrono>
+#include <optional>
 #include <string>
 
 namespace vantor::platform::remote {
@@ -19,6 +21,13 @@ public:
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
     [[nodiscard]] bool isDoubtful() const { return m_request.isDoubtful; }
+    /// When it counts as slow, a fifth of its patience after it began; absent where it has answered or counts
+    /// so already.
+    [[nodiscard]] std::optional<std::chrono::steady_clock::time_point> slowFrom() const;
+    /// From then on it counts as slow. False where it does not: its name is still being looked up, which
+    /// takes a thread of its own.
+    [[nodiscard]] bool becomeSlow();
+    [[nodiscard]] bool isSlow() const { return m_isSlow; }
     [[nodiscard]] const FetchRequest& request() const { return m_request; }
 
     /// Takes up how the handle ended. True where it is to be added once more: the server pointed elsewhere on
@@ -43,10 +52,12 @@ private:
     Fetcher::Done m_done;
     FetchAnswer m_answer;
     CURL* m_easy;
+    std::chrono::steady_clock::time_point m_begun = std::chrono::steady_clock::now();
     curl_slist* m_headers = nullptr;
     char m_details[CURL_ERROR_SIZE] = {}; ///< libcurl's own words about a failure
     std::size_t m_headerBytes = 0;
     bool m_isTooLarge = false;
+    bool m_isSlow = false;
     int m_redirects = 0;
 };
 
