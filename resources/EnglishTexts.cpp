@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/foundation/NSLocalizedString.hpp"
+#include "resources/WallTexts.hpp"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@ namespace vantor::platform {
 namespace {
 
 // Sorted by key. The catalogues beside this file, under po, translate exactly these; a test compares them.
-constexpr auto texts = std::to_array<EnglishText>({
+constexpr auto windowTexts = std::to_array<EnglishText>({
     EnglishText{"action_AVAILABLE", "Available RAM: {before} before, {after} now."},
     EnglishText{"action_ENDED", "{name} has ended."},
     EnglishText{"action_ENDGONE", "{name} does not run any more."},
@@ -264,33 +264,13 @@ constexpr auto texts = std::to_array<EnglishText>({
     EnglishText{"storage_REST", "Counted earlier, not looked at now"},
     EnglishText{"storage_SMALLER", "smaller ones that are kept"},
     EnglishText{"storage_TRASH", "Trash"},
-    EnglishText{"wall_ALL", "all machines"},
-    EnglishText{"wall_ASKING", "Asking the machines"},
-    EnglishText{"wall_BACK", "back"},
-    EnglishText{"wall_COLOR", "colour: {figure}"},
-    EnglishText{"wall_DENSITY", "density"},
-    EnglishText{"wall_DOWN", "down {time}"},
-    EnglishText{"wall_EMPTY", "No machines"},
-    EnglishText{"wall_ENTEROPENS", "Enter opens it"},
-    EnglishText{"wall_FILTER", "filter"},
-    EnglishText{"wall_FOLD", "fold"},
-    EnglishText{"wall_GONE", "That machine is gone"},
-    EnglishText{"wall_MACHINES", "Machines"},
-    EnglishText{"wall_NAME", "name"},
-    EnglishText{"wall_NOMATCH", "No machine matches"},
-    EnglishText{"wall_OPEN", "open"},
-    EnglishText{"wall_RINGS", "rings: {figures}"},
-    EnglishText{"wall_SORTBY", "sort by"},
-    EnglishText{"wall_STATE", "state"},
-    EnglishText{"wall_STATEGREEN", "green"},
-    EnglishText{"wall_STATEORANGE", "orange"},
-    EnglishText{"wall_STATERED", "red"},
-    EnglishText{"wall_STATEUNKNOWN", "unknown"},
-    EnglishText{"wall_STATEYELLOW", "yellow"},
-    EnglishText{"wall_WORST", "worst"},
-    EnglishText{"wall_WORSTFIGURE", "worst figure"},
-    EnglishText{"wall_WORSTOF", "Worst of {n} in {group}"},
 });
+
+constexpr auto texts = [] {
+    std::array<EnglishText, windowTexts.size() + wallTexts.size()> all{};
+    std::ranges::copy(wallTexts, std::ranges::copy(windowTexts, all.begin()).out);
+    return all;
+}();
 static_assert(std::ranges::is_sorted(texts, {}, &EnglishText::key));
 
 } // namespace
