@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "actions/Release.hpp"
 
+#include "platform/foundation/NSLocalizedString.hpp"
+
 #include <chrono>
 #include <map>
 #include <set>
@@ -40,7 +42,7 @@ Released release(const std::vector<Deletion>& deletions, const platform::Disposa
     const auto before = available(deletions);
     for (const Deletion& deletion : deletions) {
         if (!keepGoing()) {
-            result.problems.emplace_back("The work was stopped; what is left is still there.");
+            result.problems.emplace_back(platform::NSLocalizedString("action_STOPPED"));
             break;
         }
         const platform::Removal removal = deletion.run();

@@ -4,11 +4,15 @@
 #include "logging/Logga.hpp"
 #include "platform/core/FatalStop.hpp"
 #include "platform/foundation/NSKeyedUnarchiver.hpp"
+#include "platform/foundation/NSLocalizedString.hpp"
 #include "settings/SharedStore.hpp"
 
 #include <variant>
 
 namespace vantor {
+
+using platform::NSLocalizedString;
+using platform::textWithValue;
 
 ChartColorRecord chartColorIn(const platform::NSUserDefaults& store) {
     const std::optional<platform::PropertyListObject> object = store.objectForKey(SettingsKey::chartcolor);
@@ -17,18 +21,17 @@ ChartColorRecord chartColorIn(const platform::NSUserDefaults& store) {
     }
     const std::optional<std::string_view> data = object->data();
     if (!data) {
-        return {.problem = "it holds no data, so the colour is automatic"};
+        return {.problem = NSLocalizedString("setting_NODATA")};
     }
     const platform::UnarchivedObject decoded =
         platform::NSKeyedUnarchiver::unarchiveTopLevelObjectWithData(*data);
     if (const auto* const error = std::get_if<platform::DecodingError>(&decoded)) {
         return {.isUndecodable = true,
-                .problem = "it holds no colour (" + error->reason + "), so the colour is automatic"};
+                .problem = textWithValue(NSLocalizedString("setting_NOCOLOR"), "reason", error->reason)};
     }
     if (const auto* const other = std::get_if<platform::OtherClass>(&decoded)) {
         return {.isOtherClass = true,
-                .problem = "it holds an archived " + other->className +
-                           " instead of a colour, which ends every widget"};
+                .problem = textWithValue(NSLocalizedString("setting_OTHERCLASS"), "class", other->className)};
     }
     const auto* const color = std::get_if<platform::UIColor>(&decoded);
     if (color == nullptr || *color == platform::UIColor::clearColor()) {

@@ -20,7 +20,7 @@ struct ChartColorRecord {
     std::optional<platform::UIColor> color = {}; ///< absent too for the clear colour
     bool isUndecodable = false;                  ///< data that is no sound archive
     bool isOtherClass = false;                   ///< an archive of something else, which would end a widget
-    std::string problem = {};                    ///< the same in English, for people; empty when all is well
+    std::string problem = {}; ///< the same as a sentence for people; empty when all is well
 };
 
 /// Looks without the consequences.

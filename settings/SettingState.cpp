@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/SettingState.hpp"
 
+#include "platform/foundation/NSLocalizedString.hpp"
 #include "settings/ChartColor.hpp"
 
 #include <cmath>
@@ -9,6 +10,7 @@ namespace vantor {
 
 namespace {
 
+using platform::NSLocalizedString;
 using platform::NSUserDefaults;
 using platform::PropertyListKind;
 
@@ -17,19 +19,19 @@ void takeFlag(SettingState& state, const NSUserDefaults& store) {
     state.value = store.boolForKey(state.setting->key);
     if (kind != PropertyListKind::boolean && kind != PropertyListKind::integer &&
         kind != PropertyListKind::real && kind != PropertyListKind::string) {
-        state.problem = "it holds nothing like true or false, which counts as false";
+        state.problem = NSLocalizedString("setting_NOFLAG");
     }
 }
 
 void takeSeconds(SettingState& state, const NSUserDefaults& store) {
     const std::optional<double> seconds = refreshIntervalIn(store);
     if (!seconds) {
-        state.problem = "it holds no text with a number of seconds, so the widget takes 2";
+        state.problem = NSLocalizedString("setting_NOSECONDS");
         return;
     }
     state.value = *seconds;
     if (!(*seconds >= shortestRefresh && *seconds <= longestRefresh)) {
-        state.problem = "it is not within 0.1 and 3600 seconds";
+        state.problem = NSLocalizedString("setting_RANGE");
     }
 }
 

@@ -12,9 +12,10 @@ namespace vantor {
 /// How a preference stands: the value that the widget goes by, and whether the store holds one.
 struct SettingState {
     const Setting* setting = nullptr;
-    SettingValue value = {};  ///< as the widget reads it; nothing for the automatic colour
-    bool isStored = false;    ///< something stands under the key, be it of use or not
-    std::string problem = {}; ///< why what is stored is not what was meant, in English; mostly empty
+    SettingValue value = {}; ///< as the widget reads it; nothing for the automatic colour
+    bool isStored = false;   ///< something stands under the key, be it of use or not
+    std::string problem =
+        {}; ///< why what is stored is not what was meant, a sentence for people; mostly empty
 
     [[nodiscard]] std::string text() const { return settingText(*setting, value); }
     bool operator==(const SettingState&) const = default;

@@ -34,6 +34,9 @@ protected:
             state.suite.content = bytes;
         });
     }
+    void translate(const std::string& key, const std::string& text) {
+        m_viewer.change([&](platform::SimulatedViewerState& state) { state.texts[key] = text; });
+    }
     std::string bytes() { return m_viewer.readSuite("")->content; }
     PropertyListObject list() { return std::get<PropertyListObject>(platform::readPropertyList(bytes())); }
     static StoreOutcome change(const std::string& key, const std::string& text) {
@@ -141,6 +144,8 @@ TEST_F(StoreWriter, TellsOfStoredValuesThatWereMeantOtherwise) {
     EXPECT_EQ(states[3].text(), "2");
     EXPECT_THAT(states[3].problem, HasSubstr("no text"));
     EXPECT_THAT(states[4].problem, HasSubstr("ends every widget"));
+    translate("setting_OTHERCLASS", "{class} statt Farbe");
+    EXPECT_EQ(settingStates()[4].problem, "NSString statt Farbe");
 }
 
 TEST(DeepLink, OnlyTheFourTextsAreKnown) {
