@@ -33,10 +33,10 @@ TEST(Locale, LanguageTags) {
 TEST(Locale, ALocaleThatWasNotGeneratedStillPicksTheTexts) {
     environment("it_IT.ISO-8859-15", "");
     LinuxViewer viewer;
-    EXPECT_EQ(viewer.localeSigns().language, "it");
     const std::optional<std::string> text = viewer.localizedString("home_FREE");
+    EXPECT_EQ(viewer.localeSigns().language, text ? "it" : "en");
     if (!text) {
-        GTEST_SKIP() << "no message catalogues were built";
+        GTEST_SKIP() << "no message catalogues were built, or no locale that gettext looks at LANGUAGE in";
     }
     EXPECT_NE(*text, "home_FREE");
     EXPECT_FALSE(viewer.localizedString("home_NOSUCHTEXT"));
@@ -44,10 +44,17 @@ TEST(Locale, ALocaleThatWasNotGeneratedStillPicksTheTexts) {
 }
 
 TEST(Locale, LanguageGoesBeforeTheLocaleButForC) {
-    environment("C.UTF-8", "ru:de");
-    {
-        LinuxViewer viewer;
-        EXPECT_EQ(viewer.localeSigns().language, "ru");
+    const std::pair<const char*, const char*> choices[] = {
+        {"ru:de", "ru"}, {"xx:pt_BR", "pt-BR"}, {"xx", "en"}};
+    for (const auto& [languages, chosen] : choices) {
+        for (const char* const locale :
+             {"C.UTF-8", "it_IT.ISO-8859-15"}) { // where gettext may look at LANGUAGE
+            environment(locale, languages);
+            LinuxViewer viewer;
+            const bool translated = viewer.localizedString("home_FREE").has_value();
+            EXPECT_EQ(viewer.localeSigns().language, translated ? chosen : "en")
+                << locale << ' ' << languages;
+        }
     }
     environment("C", "ru");
     LinuxViewer viewer;

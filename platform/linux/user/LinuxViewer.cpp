@@ -41,6 +41,8 @@ LinuxViewer::LinuxViewer(ViewerOptions options)
         // catalogue over.
         if (m_signs.language != "en") {
             m_translations.emplace();
+            // Units and texts in one language, where gettext chose another one, or none.
+            m_signs.language = languageTag(m_translations->language().value_or("en"));
         }
     }
 }

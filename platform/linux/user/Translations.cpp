@@ -59,4 +59,15 @@ std::optional<std::string> Translations::text(std::string_view key) {
     return translated == msgid.c_str() ? std::nullopt : std::optional<std::string>(translated);
 }
 
+std::optional<std::string> Translations::language() {
+    constexpr std::string_view field = "\nLanguage: ";
+    const std::string_view heading = ::dgettext(domain, "");
+    const std::size_t start = heading.find(field);
+    if (start == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::string_view name = heading.substr(start + field.size());
+    return std::string(name.substr(0, name.find('\n')));
+}
+
 } // namespace vantor::platform::linux

@@ -19,6 +19,10 @@ public:
     /// The text of a key in UTF-8; absent where no catalogue has it. Any thread.
     [[nodiscard]] static std::optional<std::string> text(std::string_view key);
 
+    /// The language that texts really are in, as the catalogue found names it ("pt_BR"); absent where none
+    /// was found, and the texts are the built-in English ones. Any thread.
+    [[nodiscard]] static std::optional<std::string> language();
+
 private:
     std::string m_folder;
 };

@@ -74,7 +74,13 @@ void adoptUserLocale() {
     }
     // One category that was not generated fails them all: take those that were.
     for (const int category : {LC_CTYPE, LC_NUMERIC, LC_TIME, LC_COLLATE, LC_MONETARY, LC_MESSAGES}) {
-        if (std::setlocale(category, "") == nullptr && (category == LC_CTYPE || category == LC_MESSAGES)) {
+        if (std::setlocale(category, "") != nullptr) {
+            continue;
+        }
+        // Since glibc 2.39 gettext passes LANGUAGE over in "C.UTF-8" as well; most machines have American
+        // English.
+        const bool stoodIn = category == LC_MESSAGES && std::setlocale(category, "en_US.UTF-8") != nullptr;
+        if (!stoodIn && (category == LC_CTYPE || category == LC_MESSAGES)) {
             std::setlocale(category, "C.UTF-8");
         }
     }
@@ -105,7 +111,7 @@ std::string languageTag(std::string_view locale) {
 LocaleSigns currentLocaleSigns() {
     LocaleSigns signs;
     const std::string request = requestedLocale("LC_MESSAGES");
-    // As gettext does it: in the "C" locale LANGUAGE counts for nothing, in "C.UTF-8" it does.
+    // As gettext does it: in the "C" locale LANGUAGE counts for nothing, in "C.UTF-8" it may.
     const bool isC = request.empty() || request == "C" || request == "POSIX";
     const std::string preferred = isC ? std::string() : posix::environmentText("LANGUAGE");
     signs.language = languageTag(preferred.empty() ? request : preferred);

@@ -13,8 +13,9 @@ namespace vantor::platform::linux {
 [[nodiscard]] std::string requestedLocale(const char* category);
 
 /// Puts the environment's locale in place for the whole process. Where it was not generated on this machine
-/// the texts still follow it: gettext looks at LANGUAGE in any locale but "C", so that "C.UTF-8" and a
-/// LANGUAGE made of the request stand in. Call it on the main thread before others run: it changes the
+/// the texts still follow it where they can: "en_US.UTF-8" or "C.UTF-8", whichever was generated, and a
+/// LANGUAGE made of the request stand in. Since glibc 2.39 gettext looks at LANGUAGE in the first alone; with
+/// the second the texts are English there. Call it on the main thread before others run: it changes the
 /// process's locale, and LANGUAGE where that was not set.
 void adoptUserLocale();
 
@@ -22,7 +23,7 @@ void adoptUserLocale();
 /// regions fall away ("de_AT@euro" is "de"). "C", "POSIX" and what is no language are "en". Pure.
 [[nodiscard]] std::string languageTag(std::string_view locale);
 
-/// The language that texts are in (the first of LANGUAGE, else the requested message locale), and the signs
+/// The language asked for (the first of LANGUAGE, else the requested message locale), and the signs
 /// of the numeric locale in place now, in UTF-8. In the "C" locale the signs are English.
 [[nodiscard]] LocaleSigns currentLocaleSigns();
 
