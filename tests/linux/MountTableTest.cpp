@@ -60,6 +60,10 @@ TEST_F(Mounts, AreLocalByTheirTypeUpToTheTop) {
     EXPECT_FALSE(MountTable("30 1 0:2 / / rw - ext4 a rw\n31 30 0:3 / / rw - nfs b rw\n").isLocal("/"));
     EXPECT_FALSE(MountTable("1 2 0:2 / / rw - ext4 a rw\n2 1 0:3 / / rw - ext4 b rw\n").isLocal("/x"))
         << "round in circles";
+    const MountTable changedRoot("40 9 0:5 / /dev rw - devtmpfs a rw\n41 9 0:4 / /net rw - nfs4 b rw\n");
+    EXPECT_TRUE(changedRoot.isLocal("/home/u"));
+    EXPECT_FALSE(changedRoot.isLocal("/net/u"));
+    EXPECT_EQ(changedRoot.pointOf("/home/u"), "/");
 }
 
 TEST_F(Mounts, AreReachedThroughLinks) {

@@ -66,6 +66,20 @@ MountTable::MountTable(std::string_view text) {
         rest.remove_prefix(optionsEnd + 3);
         m_mounts.push_back({*number, *parent, unescaped(point), isLocalType(takeWord(rest))});
     }
+    addHiddenRoot();
+}
+
+/// After chroot(2) into a folder that nothing is mounted on, only what is mounted below that folder is
+/// listed: the mount that holds it is named as a parent alone.
+void MountTable::addHiddenRoot() {
+    const auto listed = [this](std::uint64_t number) {
+        return std::ranges::find(m_mounts, number, &Mount::number) != m_mounts.end();
+    };
+    const auto first =
+        std::ranges::find_if(m_mounts, [&](const Mount& each) { return !listed(each.parent); });
+    if (first != m_mounts.end() && std::ranges::find(m_mounts, "/", &Mount::point) == m_mounts.end()) {
+        m_mounts.push_back({first->parent, first->parent, "/", true});
+    }
 }
 
 /// What is on top of the stack of mounts at a place; `below` itself where nothing is mounted on it there.

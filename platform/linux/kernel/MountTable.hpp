@@ -12,7 +12,8 @@ namespace vantor::platform::linux {
 /// system, so that one which never answers is known before anybody waits for it.
 class MountTable {
 public:
-    /// Lines that cannot be read are passed over. An empty table knows no file system at all.
+    /// Lines that cannot be read are passed over. An empty table knows no file system at all; a root that is
+    /// not among the mounts, as after chroot(2), counts as local: this program runs from it.
     explicit MountTable(std::string_view text = {});
 
     /// Whether everything on the way to an absolute path, its symbolic links followed, and the file or folder
@@ -32,6 +33,7 @@ private:
         std::string point;
         bool local = false;
     };
+    void addHiddenRoot();
     [[nodiscard]] const Mount* root() const;
     [[nodiscard]] const Mount* topAt(const Mount* below, std::string_view point) const;
     [[nodiscard]] const Mount* holding(std::string_view resolved) const;
