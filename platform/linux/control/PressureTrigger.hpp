@@ -16,7 +16,7 @@ public:
 
     /// To be waited for with POLLPRI; -1: ask `isShort` every ten seconds instead.
     [[nodiscard]] int number() const { return m_descriptor.number(); }
-    /// Whether memory was short since the last call, or is where nobody watches.
+    /// Whether memory is short: where there is a number, to be asked only by whom it has woken.
     [[nodiscard]] bool isShort();
 
 private:
