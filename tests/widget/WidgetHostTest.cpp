@@ -4,6 +4,7 @@
 #include "Eventually.hpp"
 #include "WidgetStage.hpp"
 #include "hosts/qt/Buttons.hpp"
+#include "hosts/qt/HostText.hpp"
 #include "hosts/qt/MessageLine.hpp"
 
 #include <gtest/gtest.h>
@@ -106,12 +107,12 @@ TEST_F(WidgetHosting, NamesItsButtonByThePreferenceOfTheLastReport) {
     const auto* const pill = m_host->card().findChild<QAbstractButton*>(QStringLiteral("cleanRam"));
     m_host->setActive(true);
     play();
-    ASSERT_EQ(pill->text(), "Free Up RAM");
+    ASSERT_EQ(pill->text(), qt::hostText("host_CLEANRAM"));
     m_viewer.change([](platform::SimulatedViewerState& state) {
         state.suite = tests::storeHolding(tests::storedFlag("preventCleanRAMFromWidget"));
     });
     pass(std::chrono::seconds(2));
-    EXPECT_EQ(pill->text(), "Show RAM");
+    EXPECT_EQ(pill->text(), qt::hostText("host_SHOWRAM"));
 }
 
 TEST_F(WidgetHosting, SaysWhenNoProgramOpensALinkAndIsGoneInPeace) {
