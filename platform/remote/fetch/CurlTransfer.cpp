@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t mostHeaderBytes = 65536;
 constexpr int mostRedirects = 3;
+constexpr int libraryFoundTooLarge = 100; // CURLE_TOO_LARGE, since 8.6.0: headers without an end
 
 bool isRedirect(long status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -161,6 +162,9 @@ std::string CurlTransfer::endedEarly() const {
 
 /// In words that name what somebody can mend; never the address, which the host tells beside it.
 std::string CurlTransfer::problemOf(CURLcode code) const {
+    if (m_isTooLarge || static_cast<int>(code) == libraryFoundTooLarge) {
+        return "the answer is too large";
+    }
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
         return unknownName;
@@ -179,7 +183,7 @@ std::string CurlTransfer::problemOf(CURLcode code) const {
         return tlsAlert().empty() ? "no TLS there" : tlsAlert();
     case CURLE_WRITE_ERROR:
     case CURLE_BAD_CONTENT_ENCODING:
-        return m_isTooLarge ? "the answer is too large" : "the answer cannot be unpacked";
+        return "the answer cannot be unpacked";
     default:
         return printableText(m_library.easyStrerror(code), 128);
     }
@@ -208,7 +212,7 @@ bool CurlTransfer::redirect() {
 bool CurlTransfer::ended(CURLcode code) {
     if (code != CURLE_OK) {
         // A header's end is a WRITE_ERROR as well, or an error of its own in newer versions.
-        fail(m_isTooLarge ? problemOf(CURLE_WRITE_ERROR) : problemOf(code));
+        fail(problemOf(code));
         return false;
     }
     long status = 0;
