@@ -10,7 +10,9 @@
 #include "platform/core/PrintableText.hpp"
 #include "ui_WidgetForm.h"
 
+#include <QCursor>
 #include <QTextDocument>
+#include <QToolTip>
 #include <utility>
 
 namespace vantor::hosts::widget {
@@ -94,6 +96,18 @@ void WidgetCard::showNotes() {
     }
     m_form->lowPriorityShare->setText(
         QString::fromStdString(sectionNote(platform::Source::processor, records)));
+    // A tooltip that is open tells the figures of now, as the ring below it does.
+    for (qt::RingView* const ring :
+         {m_form->progressRAMView, m_form->progressSTORAGEView, m_form->progressCPUView}) {
+        const QString shown = QToolTip::text();
+        if (shown.isEmpty() || shown != ring->toolTip()) {
+            continue;
+        }
+        showRingTip(*ring);
+        if (ring->toolTip() != shown) {
+            QToolTip::showText(QCursor::pos(), ring->toolTip(), ring);
+        }
+    }
 }
 
 /// Free space counts what could be released, and the total leaves out what is kept back for the system; the

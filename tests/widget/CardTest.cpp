@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTextDocumentFragment>
+#include <QToolTip>
 #include <algorithm>
 
 namespace vantor::hosts::widget {
@@ -213,6 +214,12 @@ TEST_F(Card, TellsWhatNoRowTells) {
     QHelpEvent asked(QEvent::ToolTip, {}, {});
     QApplication::sendEvent(&widget("progressRAMView"), &asked);
     EXPECT_EQ(widget("progressRAMView").toolTip(), "Used RAM, 75%\n3 GB · of 4 GB\nFree Up Memory");
+    QToolTip::showText({}, widget("progressRAMView").toolTip(), &widget("progressRAMView")); // and stays open
+    m_stage.machine.change([](auto& state) { state.virtualMemory.free_count = 131072; });
+    m_stage.advance(2);
+    m_card->flush();
+    EXPECT_EQ(QToolTip::text(), "Used RAM, 50%\n2 GB · of 4 GB\nFree Up Memory");
+    QToolTip::hideText();
 }
 
 TEST_F(Card, SpeaksToScreenReaders) {
