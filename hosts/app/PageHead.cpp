@@ -7,10 +7,10 @@
 
 namespace vantor::hosts::app {
 
-PageHead::PageHead(std::shared_ptr<ArcChartViewModel> model, const QString& caption)
+PageHead::PageHead(std::shared_ptr<ArcChartViewModel> model, const QString& caption, double figureSize)
     : m_ring(new Ring(std::move(model), largeRing)),
       m_caption(new Text(TextSize::label, Ink::secondary)),
-      m_figure(new Text(TextSize::figure)),
+      m_figure(new Text(figureSize)),
       m_whole(new Text(TextSize::whole, Ink::secondary)),
       m_sentence((new Text(TextSize::label, Ink::secondary))->wrapped()),
       m_top(new QHBoxLayout),

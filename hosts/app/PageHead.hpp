@@ -12,7 +12,8 @@ namespace vantor::hosts::app {
 /// What a page is about: its ring, and beside it one figure, what that is a part of, and a sentence.
 class PageHead final : public QWidget {
 public:
-    PageHead(std::shared_ptr<ArcChartViewModel> model, const QString& caption);
+    PageHead(std::shared_ptr<ArcChartViewModel> model, const QString& caption,
+             double figureSize = TextSize::figure);
 
     void showFigure(const QString& figure, const QString& whole);
     void showSentence(const QString& sentence);

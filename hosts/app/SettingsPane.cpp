@@ -65,7 +65,7 @@ SettingsPane::SettingsPane(std::shared_ptr<ArcChartViewModel> model, std::functi
     auto* const preview = new Card;
     auto* const inside = new QVBoxLayout(preview);
     inside->setContentsMargins(Grid::margin, Grid::margin, Grid::margin, Grid::gap);
-    auto* const head = new PageHead(std::move(model), qt::hostText("app_PREVIEW"));
+    auto* const head = new PageHead(std::move(model), qt::hostText("app_PREVIEW"), TextSize::title);
     head->showFigure(qt::hostText("home_USEDRAM"), {});
     head->showSentence(qt::hostText("app_PREVIEWTEXT"));
     inside->addWidget(head);
@@ -269,7 +269,10 @@ void SettingsPane::display(const SettingsFound& found) {
 }
 
 void SettingsPane::setLook(const Look& look) {
+    constexpr double resetWide = 104, automaticWide = 120; // points
     m_look = look;
+    m_reset->setMinimumWidth(look.pixels(resetWide));
+    m_automatic->setMinimumWidth(look.pixels(automaticWide));
     for (const SettingState& state : m_states) {
         showState(state);
     }
