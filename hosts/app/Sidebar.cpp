@@ -48,7 +48,7 @@ SidebarEntry::SidebarEntry(const QString& name, std::shared_ptr<ArcChartViewMode
     setCheckable(true);
     setAutoExclusive(true);
     setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::ClickFocus);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     if (model) {
@@ -180,7 +180,9 @@ Sidebar::Sidebar(const Models& models, const std::function<void(PageKind)>& chos
     for (std::size_t i = 0; i < pageCount; ++i) {
         m_entries.at(i) = new SidebarEntry(qt::hostText(names.at(i)), models.at(i), this);
         column->addWidget(m_entries.at(i));
-        connect(m_entries.at(i), &QAbstractButton::toggled, this, [chosen, i](bool isChosen) {
+        connect(m_entries.at(i), &QAbstractButton::toggled, this, [this, chosen, i](bool isChosen) {
+            // Tab goes to the page that is shown, arrow keys from there to the others.
+            m_entries.at(i)->setFocusPolicy(isChosen ? Qt::StrongFocus : Qt::ClickFocus);
             if (isChosen) {
                 chosen(static_cast<PageKind>(i));
             }

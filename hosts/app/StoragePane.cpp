@@ -37,6 +37,7 @@ StoragePane::StoragePane(std::shared_ptr<ArcChartViewModel> model, std::function
       m_head(new PageHead(std::move(model), qt::hostText("app_FREE"))),
       m_bar(new PartsBar),
       m_rows(new QVBoxLayout),
+      m_foot(new QWidget),
       m_result((new Text(TextSize::label, Ink::secondary))->wrapped()),
       m_release(new ActionButton(ButtonSize::large)) {
     auto* const top = new Card;
@@ -46,7 +47,8 @@ StoragePane::StoragePane(std::shared_ptr<ArcChartViewModel> model, std::function
     inside->addWidget(m_head);
     inside->addWidget(m_bar);
     m_rows->setSpacing(0);
-    auto* const foot = new QHBoxLayout;
+    auto* const foot = new QHBoxLayout(m_foot);
+    foot->setContentsMargins(0, Grid::unit, 0, Grid::unit);
     foot->setSpacing(Grid::gap);
     foot->addWidget(m_result, 1);
     foot->addWidget(m_release);
@@ -54,10 +56,10 @@ StoragePane::StoragePane(std::shared_ptr<ArcChartViewModel> model, std::function
     m_result->setText(qt::hostText("app_COUNTING"));
     auto* const list = new Card;
     auto* const listed = new QVBoxLayout(list);
-    listed->setContentsMargins(Grid::margin, Grid::unit, Grid::margin, Grid::gap);
-    listed->setSpacing(Grid::unit);
+    listed->setContentsMargins(Grid::margin, Grid::unit, Grid::margin, Grid::unit);
+    listed->setSpacing(0);
     listed->addLayout(m_rows);
-    listed->addLayout(foot);
+    listed->addWidget(m_foot);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Grid::gap);
@@ -84,8 +86,9 @@ void StoragePane::follow(bool on) {
 void StoragePane::displayHead(const VolumeFigures& figures) {
     m_head->showFigure(storageSize(figures.available),
                        qt::hostText("host_OFTOTAL", "size", storageSize(figures.total).toStdString()));
-    m_head->showSentence(
-        qt::hostText("app_COULDBERELEASED", "size", storageSize(figures.releasable).toStdString()));
+    m_head->showSentence(figures.releasable > 0 ? qt::hostText("app_COULDBERELEASED", "size",
+                                                               storageSize(figures.releasable).toStdString())
+                                                : qt::hostText("app_NOTHINGRELEASABLE"));
     m_bar->setParts({part("app_USED", figures.used, figures.total, 0),
                      part("home_RELEASABLESPACE", figures.releasable, figures.total, 1),
                      part("app_FREE", figures.available, figures.total, 3)});
@@ -132,12 +135,26 @@ void StoragePane::display(const StoragePage& page) {
     for (const platform::SystemCache& cache : page.system) {
         addSystem(cache);
     }
+    orderKeys();
     showSelection();
+}
+
+/// Rows come anew, and yet before the button below them: for Tab and for screen readers.
+void StoragePane::orderKeys() {
+    m_foot->raise();
+    QWidget* before = nullptr;
+    for (QAbstractButton* const button : m_foot->parentWidget()->findChildren<QAbstractButton*>()) {
+        if (before != nullptr) {
+            setTabOrder(before, button);
+        }
+        before = button;
+    }
 }
 
 void StoragePane::addTrash(const StoragePage& page) {
     auto* const row = new StorageRow(qt::hostText("storage_TRASH"), qt::hostText("app_TRASHTEXT"),
                                      storageSize(page.trash), false);
+    row->addTrashSign();
     m_trash = &row->addButton(qt::hostText("app_EMPTY"), ButtonRole::destructive);
     connect(m_trash, &QAbstractButton::clicked, this, [this] { askForTrash(); });
     addRow(row);
@@ -166,9 +183,11 @@ void StoragePane::addCache(const CacheRow& cache) {
 
 void StoragePane::addSystem(const platform::SystemCache& cache) {
     const QString command = QString::fromStdString(cache.command);
+    QString shown = command;
+    shown.replace(QLatin1Char('-'), QStringLiteral("-\u2060")); // no option is broken over two lines
     auto* const row = new StorageRow(
         QString::fromStdString(systemCacheName(cache)),
-        qt::hostText("app_NEEDSROOT", "command", cache.command),
+        qt::hostText("app_NEEDSROOT", "command", shown.toStdString()),
         cache.bytes ? storageSize(static_cast<std::int64_t>(*cache.bytes)) : QStringLiteral("–"), true);
     ActionButton& copy = row->addButton(qt::hostText("app_COPY"));
     connect(&copy, &QAbstractButton::clicked, this, [&copy, command] {
@@ -194,6 +213,7 @@ void StoragePane::showSelection() {
     for (const CacheItem& item : items) {
         bytes += static_cast<std::int64_t>(item.bytes);
     }
+    m_foot->setVisible(!m_ticks.empty() || m_hasResult);
     m_release->setVisible(!m_ticks.empty());
     m_release->setEnabled(!items.empty());
     m_release->setText(items.empty() ? qt::hostText("app_RELEASENOTHING")

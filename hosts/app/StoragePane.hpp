@@ -46,6 +46,7 @@ private:
     void addCache(const CacheRow& row);
     void addSystem(const platform::SystemCache& cache);
     void addRow(StorageRow* row);
+    void orderKeys();
     void showSelection();
     [[nodiscard]] std::vector<platform::CacheItem> selected() const;
     void askForTrash();
@@ -58,6 +59,7 @@ private:
     PageHead* m_head;
     PartsBar* m_bar;
     QBoxLayout* m_rows;
+    QWidget* m_foot; ///< what was done, and the button; away where neither is there
     Text* m_result;
     ActionButton* m_release;
     ActionButton* m_trash = nullptr;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/app/StorageRow.hpp"
 
+#include "hosts/app/TrashSign.hpp"
+
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <utility>
@@ -35,6 +37,10 @@ Tick& StorageRow::addTick(bool isTicked) {
     tick->setChecked(isTicked);
     m_start->addWidget(tick);
     return *tick;
+}
+
+void StorageRow::addTrashSign() {
+    m_start->addWidget(new TrashSign);
 }
 
 ActionButton& StorageRow::addButton(const QString& text, ButtonRole role) {

@@ -20,6 +20,8 @@ public:
 
     /// Puts a box before the name.
     Tick& addTick(bool isTicked);
+    /// Puts a bin there.
+    void addTrashSign();
     ActionButton& addButton(const QString& text, ButtonRole role = ButtonRole::usual);
     void setLook(const Look& look) override;
 

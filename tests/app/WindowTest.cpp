@@ -147,6 +147,15 @@ TEST_F(Window, DeletesWhatWasListedAndSaysWhatItGave) {
     m_window->content().setPage(PageKind::storage);
     ASSERT_TRUE(eventually([&] { return pane.isCounted(); }));
     ASSERT_NE(pane.trashButton(), nullptr);
+    Sidebar& sidebar = m_window->content().sidebar(); // Tab takes the page that is shown, the rows, the foot
+    EXPECT_EQ(sidebar.entry(PageKind::memory).focusPolicy() & Qt::TabFocus, 0);
+    EXPECT_NE(sidebar.entry(PageKind::storage).focusPolicy() & Qt::TabFocus, 0);
+    const QWidget* next = pane.trashButton();
+    for (int i = 0; i < 100 && next != &pane.releaseButton(); ++i) {
+        next = next->nextInFocusChain();
+        EXPECT_NE(next, pane.trashButton());
+        EXPECT_FALSE(sidebar.isAncestorOf(next));
+    }
     pane.trashButton()->click();
     ASSERT_TRUE(eventually([&] { return pane.sheet() != nullptr; }));
     EXPECT_NE(pane.sheet()->list().toPlainText().indexOf(QStringLiteral("manual.pdf")), -1);
