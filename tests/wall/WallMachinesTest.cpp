@@ -135,7 +135,7 @@ TEST_F(WallOfExporters, AreNotAskedWhileNobodyLooksAndAtOnceWhenSomebodyDoes) {
     RunLoop::main().setClock({});
     EXPECT_TRUE(eventually(isTurned));
     window->showMinimized();
-    EXPECT_TRUE(eventually([this] { return !isTurned(); }));
+    EXPECT_TRUE(eventually([] { return !isTurned(); }));
     window->showNormal();
     EXPECT_TRUE(eventually(isTurned));
     window->wall().view().openRow(0);
