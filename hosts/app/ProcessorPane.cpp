@@ -26,7 +26,7 @@ UseRow rowOf(const ProcessorShare& share, const Unfolded& behind) {
     return row;
 }
 
-UseRow summaryOf(const std::vector<UseRow>& hidden) {
+UseRow summaryOfShares(const std::vector<UseRow>& hidden) {
     double percent = 0;
     std::uint64_t time = 0;
     for (const UseRow& row : hidden) {
@@ -51,7 +51,8 @@ ProcessorPane::ProcessorPane(std::shared_ptr<ArcChartViewModel> model, bool useT
     : m_head(new PageHead(std::move(model), qt::hostText("app_BUSY"))),
       m_sparkline(new Sparkline),
       m_bars(new ProcessorBars),
-      m_list(new UseList(qt::hostText("app_NOWHEAD"), qt::hostText("app_SINCESTART"), useTheme, summaryOf)) {
+      m_list(new UseList(qt::hostText("app_NOWHEAD"), qt::hostText("app_SINCESTART"), useTheme,
+                         summaryOfShares)) {
     auto* const averages = new QGridLayout;
     averages->setHorizontalSpacing(Grid::gap);
     averages->setVerticalSpacing(1);

@@ -17,7 +17,7 @@ namespace {
 // Points.
 constexpr double headHeight = 22, legendHeight = 20, headGap = 10, footHeight = 20, scaleWidth = 48,
                  plotHeight = 72, dot = 9, dotGap = 5, figureGap = 5, entryGap = 12;
-constexpr std::size_t minuteLength = 31; // samples
+constexpr std::size_t shownSamples = 31; // samples
 
 /// A share: what it is called, which part of the whole it is, and its colour among the look's.
 struct Share {
@@ -150,7 +150,7 @@ void Sparkline::paintShares(QPainter& painter, const QRectF& plot) const {
         return;
     }
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const double step = plot.width() / static_cast<double>(minuteLength - 1);
+    const double step = plot.width() / static_cast<double>(shownSamples - 1);
     std::vector<double> below(m_minute.size(), 0);
     const auto point = [&](std::size_t i) {
         const double back = static_cast<double>(m_minute.size() - 1 - i) * step;

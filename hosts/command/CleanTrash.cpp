@@ -19,12 +19,12 @@ namespace vantor::hosts::command {
 
 namespace {
 
-struct Arguments {
+struct TrashArguments {
     std::optional<int> olderThanDays;
     DeletionWish wish;
 };
 
-void list(const EmptyTrash& trash) {
+void listTrash(const EmptyTrash& trash) {
     constexpr std::size_t width = 10;
     std::string text;
     for (const platform::TrashItem& item : trash.items()) {
@@ -37,7 +37,7 @@ void list(const EmptyTrash& trash) {
     print(text + atRight(storageSize(trash.bytes()), width) + "  " + words("page_ALL") + '\n');
 }
 
-int cleanTrash(const Arguments& arguments) {
+int cleanTrash(const TrashArguments& arguments) {
     std::optional<std::int64_t> before;
     if (arguments.olderThanDays) {
         constexpr std::int64_t day = 86'400;
@@ -58,7 +58,7 @@ int cleanTrash(const Arguments& arguments) {
         return isWhole ? nothingThere : refused;
     }
     const int status = deleteListed(
-        arguments.wish, trash.bytes(), [&] { list(trash); },
+        arguments.wish, trash.bytes(), [&] { listTrash(trash); },
         [&](const auto& keepGoing) { return trash.run(keepGoing); });
     return status == done && !isWhole ? refused : status;
 }
@@ -68,7 +68,7 @@ int cleanTrash(const Arguments& arguments) {
 void addCleanTrash(CLI::App& clean, Action& action) {
     CLI::App* const trash = clean.add_subcommand("trash", "Empty the trash on every volume of this machine");
     trash->group("Commands");
-    const auto given = std::make_shared<Arguments>();
+    const auto given = std::make_shared<TrashArguments>();
     trash
         ->add_option("--older-than", given->olderThanDays,
                      "Only what was thrown away so many DAYS ago or earlier")

@@ -62,22 +62,22 @@ std::string durationText(std::uint64_t microseconds) {
     return decimalWords(static_cast<double>(microseconds) / static_cast<double>(second), 1) + " s";
 }
 
-std::string row(const std::string& share, const std::string& cores, const std::string& time,
-                const std::string& name) {
+std::string shareRow(const std::string& share, const std::string& cores, const std::string& time,
+                     const std::string& name) {
     return atRight(share, 7) + atRight(cores, 8) + atRight(time, 16) + "  " + name + '\n';
 }
 
 std::string applicationsText(const ProcessorPage& page) {
     constexpr std::size_t most = 20;
-    std::string text =
-        row(words("page_SHARE"), words("page_CORES"), words("page_SINCESTART"), words("page_APPLICATION"));
+    std::string text = shareRow(words("page_SHARE"), words("page_CORES"), words("page_SINCESTART"),
+                                words("page_APPLICATION"));
     std::size_t listed = 0;
     double more = 0;
     std::uint64_t moreTime = 0;
     for (const ProcessorShare& share : page.applications) {
         if (listed < most || share.use.isService) {
-            text += row(percent(share.shown), decimalWords(share.cores, 1),
-                        durationText(share.use.processorTime), applicationWords(share.use));
+            text += shareRow(percent(share.shown), decimalWords(share.cores, 1),
+                             durationText(share.use.processorTime), applicationWords(share.use));
             listed += share.use.isService ? 0 : 1;
         } else {
             more += share.shown;
@@ -85,9 +85,9 @@ std::string applicationsText(const ProcessorPage& page) {
         }
     }
     if (moreTime > 0) {
-        text += row(percent(more), "", durationText(moreTime), words("page_CPUSMALLER"));
+        text += shareRow(percent(more), "", durationText(moreTime), words("page_CPUSMALLER"));
     }
-    return text + row(percent(page.othersShown), "", "", words("page_CPUOTHERS"));
+    return text + shareRow(percent(page.othersShown), "", "", words("page_CPUOTHERS"));
 }
 
 } // namespace
@@ -97,11 +97,11 @@ std::string processorText(const ProcessorPage& page) {
     const std::vector<double> parts = tenthsOf({usage.user, usage.system, usage.nice}, page.busy());
     const double idle = 100 - (parts[0] + parts[1] + parts[2]);
     return words("page_CPUHEAD", "share", percentText(page.busy(), 0)) + "\n\n" +
-           row(percent(parts[0]), "", "", words("page_USER")) +
-           row(percent(parts[1]), "", "", words("page_SYSTEM")) +
-           row(percent(parts[2]), "", "", words("page_NICE")) +
-           row(percent(idle), "", "", words("page_IDLE")) + '\n' + processorsText(page) + stateText(page) +
-           '\n' + applicationsText(page);
+           shareRow(percent(parts[0]), "", "", words("page_USER")) +
+           shareRow(percent(parts[1]), "", "", words("page_SYSTEM")) +
+           shareRow(percent(parts[2]), "", "", words("page_NICE")) +
+           shareRow(percent(idle), "", "", words("page_IDLE")) + '\n' + processorsText(page) +
+           stateText(page) + '\n' + applicationsText(page);
 }
 
 std::string processorJson(const ProcessorPage& page) {

@@ -18,11 +18,9 @@
 
 namespace vantor::hosts::common {
 
-using std::chrono::seconds;
-
 namespace {
 
-constexpr seconds longestOpen{3}; // then it is the link's own program that runs on
+constexpr std::chrono::seconds longestOpen{3}; // then it is the link's own program that runs on
 
 bool hasDesktop() {
     return !platform::posix::environmentText("DISPLAY").empty() ||

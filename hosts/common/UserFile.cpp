@@ -18,7 +18,7 @@ namespace posix = platform::posix;
 namespace {
 
 constexpr const char* noHome = "there is no home folder";
-constexpr std::size_t longest = 4096; // bytes of a file that is read
+constexpr std::size_t longestUserFile = 4096; // bytes of a file that is read
 
 /// What `work` found to be wrong, which is nothing where it gives no text.
 std::optional<std::string> problemOf(const std::string& path, const std::function<std::string()>& work) {
@@ -46,9 +46,9 @@ std::optional<std::string> writeUserFile(const std::string& path, std::string_vi
 }
 
 std::string readUserFile(const std::string& path) {
-    return path.empty()
-               ? std::string()
-               : askAbout(path, [&path] { return posix::readRegularFile(path, longest); }).value_or("");
+    return path.empty() ? std::string() : askAbout(path, [&path] {
+                                              return posix::readRegularFile(path, longestUserFile);
+                                          }).value_or("");
 }
 
 bool userFileExists(const std::string& path) {

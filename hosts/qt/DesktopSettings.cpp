@@ -22,7 +22,7 @@ const auto gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const auto kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
 
 constexpr double greatestTextScale = 3;
-constexpr int patience = 60; // milliseconds that the first picture may wait for the desktop's colours
+constexpr int colourPatience = 60; // milliseconds that the first picture may wait for the desktop's colours
 
 /// Three numbers within 0...1; anything else means that the desktop has no accent.
 QColor accentOf(const QVariant& value) {
@@ -95,7 +95,7 @@ void DesktopSettings::listen() {
 void DesktopSettings::readAll() {
     QDBusMessage request = readRequest();
     request.setAutoStartService(false);
-    const QDBusMessage reply = m_bus.call(request, QDBus::Block, patience);
+    const QDBusMessage reply = m_bus.call(request, QDBus::Block, colourPatience);
     if (reply.type() == QDBusMessage::ReplyMessage) {
         takeAll(reply);
         return;

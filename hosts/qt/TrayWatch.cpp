@@ -20,7 +20,7 @@ using std::chrono::milliseconds;
 namespace {
 
 const auto trayService = QStringLiteral("org.kde.StatusNotifierWatcher");
-constexpr int patience = 200; // milliseconds
+constexpr int ownerPatience = 200; // milliseconds
 constexpr milliseconds soon{500};
 constexpr milliseconds atLast{30'000};
 
@@ -56,8 +56,8 @@ TrayWatch::TrayWatch(std::function<void()> found) : m_found(std::move(found)) {
 /// As the toolkit asks: for one that collects the icons, and somebody who shows them. But without waiting: a
 /// bus that no longer answers is no reason for a window to stand still.
 void TrayWatch::askForHost() {
-    auto* const answer =
-        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(hostQuestion(), patience), this);
+    auto* const answer = new QDBusPendingCallWatcher(
+        QDBusConnection::sessionBus().asyncCall(hostQuestion(), ownerPatience), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
         finished->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *finished;

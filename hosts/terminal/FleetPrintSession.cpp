@@ -17,7 +17,7 @@ using platform::RunLoop;
 
 namespace {
 
-constexpr double patienceSeconds = 30; // for all to answer or fail
+constexpr double settlingSeconds = 30; // for all to answer or fail
 constexpr double forEver = std::numeric_limits<std::int32_t>::max();
 
 /// How often without being told: as often as there are new figures.
@@ -42,7 +42,7 @@ public:
     int run() {
         platform::FleetSource& source = m_fleet.source();
         source.start();
-        common::turnUntil([&source] { return source.isSettled(); }, patienceSeconds);
+        common::turnUntil([&source] { return source.isSettled(); }, settlingSeconds);
         print();
         if (m_options.watch && !m_sink.isClosed()) {
             watch();

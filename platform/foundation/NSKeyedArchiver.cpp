@@ -15,7 +15,7 @@ using Number = PropertyListBuilder::Number;
 
 // The places in the list of objects, by which they refer to each other.
 constexpr std::uint64_t colorPlace = 1, classPlace = 2;
-constexpr std::int64_t archiveVersion = 100'000;
+constexpr std::int64_t writtenVersion = 100'000;
 
 Number colorObject(PropertyListBuilder& list, const UIColor& color) {
     return list.dictionary({{list.string("$class"), list.uid(classPlace)},
@@ -38,7 +38,7 @@ std::string NSKeyedArchiver::archivedDataWithRootObject(const UIColor& color) {
     PropertyListBuilder list;
     const Number objects = list.array({list.string("$null"), colorObject(list, color), classObject(list)});
     const Number top = list.dictionary({{list.string("root"), list.uid(colorPlace)}});
-    const Number archive = list.dictionary({{list.string("$version"), list.integer(archiveVersion)},
+    const Number archive = list.dictionary({{list.string("$version"), list.integer(writtenVersion)},
                                             {list.string("$archiver"), list.string("NSKeyedArchiver")},
                                             {list.string("$top"), top},
                                             {list.string("$objects"), objects}});

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 using namespace platform::linux;
 using testing::HasSubstr;
 
-const auto always = [] { return true; };
+const auto mayGoOn = [] { return true; };
 
 /// A user with a trash in a home of the test's own, and no other volume.
 class Trash : public testing::Test {
@@ -88,7 +88,7 @@ TEST_F(Trash, LosesWhatWasListedAndNothingElse) {
     m_tree.write("elsewhere", "new"); // what stands under a listed name now is another file
     fs::rename(m_tree.root() / "elsewhere", trash() / "files/exchanged");
     m_tree.write("data/Trash/files/gone", "back"); // its note is no longer a lost one
-    const Released result = action.run(always);
+    const Released result = action.run(mayGoOn);
     EXPECT_THAT(result.problems, testing::ElementsAre("exchanged: is another file than before"));
     EXPECT_EQ(result.items, 5U);
     EXPECT_GE(result.bytes, 3 * block.size());
@@ -120,7 +120,7 @@ TEST_F(Trash, IsEmptiedOnEveryVolumeThatIsTheMachinesOwn) {
         origins.push_back(item.origin);
     }
     EXPECT_THAT(origins, testing::UnorderedElementsAre("sub/a", root + "/disk/sub/a"));
-    EXPECT_EQ(action.run(always).bytes, action.bytes()) << "the notes count too";
+    EXPECT_EQ(action.run(mayGoOn).bytes, action.bytes()) << "the notes count too";
     EXPECT_FALSE(fs::exists(root + "/disk/" + own + "/files/a") || holds("files/a"));
     EXPECT_TRUE(fs::exists(root + "/cloud/" + own + "/files/a"));
 }
@@ -137,7 +137,7 @@ TEST_F(Trash, CanBeEmptiedByAgeAndStoppedAtEveryEntry) {
     EXPECT_EQ(stopped.items, 0U);
     EXPECT_THAT(stopped.problems.at(0), HasSubstr("stopped"));
     EXPECT_TRUE(holds("info/old.trashinfo") && holds("files/old/file"));
-    EXPECT_TRUE(action.run(always).problems.empty());
+    EXPECT_TRUE(action.run(mayGoOn).problems.empty());
     EXPECT_FALSE(holds("files/old") || holds("info/old.trashinfo"));
     EXPECT_TRUE(holds("files/new/file") && holds("files/undated/file"));
 }
@@ -153,7 +153,7 @@ TEST_F(Trash, LosesNothingOutsideToAProgramThatSwapsFoldersForLinks) {
             std::error_code inTheWay; // of the link that stands there just now
             fs::create_directories((item / name).parent_path(), inTheWay);
         }
-        emptied += EmptyTrash().run(always).items;
+        emptied += EmptyTrash().run(mayGoOn).items;
     }
     EXPECT_GT(emptied, 0U);
     EXPECT_TRUE(swapper.keptAll());
@@ -171,7 +171,7 @@ TEST_F(Trash, LeavesWhatIsMountedInside) {
             ::_exit(77);
         }
         m_tree.write("data/Trash/files/item/inside/kept", "kept");
-        const Released result = EmptyTrash().run(always);
+        const Released result = EmptyTrash().run(mayGoOn);
         const bool isKept = fs::exists(inside + "/kept") && result.problems.size() == 1 && result.items == 0;
         ::_exit(isKept ? 0 : 1);
     }

@@ -28,34 +28,34 @@ std::optional<PropertyListObject> top(const PropertyListResult& result) {
     return object != nullptr ? std::optional(*object) : std::nullopt;
 }
 
-std::optional<PropertyListObject> read(std::string_view content) {
+std::optional<PropertyListObject> readXML(std::string_view content) {
     return top(readAll(content));
 }
 
 bool isRefused(std::string_view content) {
-    return !read(content).has_value();
+    return !readXML(content).has_value();
 }
 
 TEST(XMLPropertyList, ReadsEveryKindOfScalar) {
-    EXPECT_EQ(read("<true/>")->boolean(), true);
-    EXPECT_EQ(read("<false></false>")->boolean(), false);
-    EXPECT_EQ(read("<integer> -42\n</integer>")->integer(), -42);
-    EXPECT_EQ(read("<integer>+0x1F</integer>")->integer(), 31);
-    EXPECT_EQ(read("<integer>-9223372036854775808</integer>")->integer(),
+    EXPECT_EQ(readXML("<true/>")->boolean(), true);
+    EXPECT_EQ(readXML("<false></false>")->boolean(), false);
+    EXPECT_EQ(readXML("<integer> -42\n</integer>")->integer(), -42);
+    EXPECT_EQ(readXML("<integer>+0x1F</integer>")->integer(), 31);
+    EXPECT_EQ(readXML("<integer>-9223372036854775808</integer>")->integer(),
               std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(read("<integer>18446744073709551615</integer>")->integer(), std::nullopt);
-    EXPECT_EQ(read("<integer>18446744073709551615</integer>")->number(), 18'446'744'073'709'551'615.0);
-    EXPECT_EQ(read("<real>0.2</real>")->number(), 0.2);
-    EXPECT_EQ(read("<real>+infinity</real>")->number(), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(read("<date>2001-01-02T00:00:01Z</date>")->date(), 86'401.0);
-    EXPECT_EQ(read("<date>1969-12-31T23:59:59Z</date>")->date(), -978'307'201.0);
-    EXPECT_EQ(read("<data>\n\tAAEC\n\t/w==\n</data>")->data(), std::string_view("\0\1\2\xFF", 4));
-    EXPECT_EQ(read("<data/>")->data(), "");
-    EXPECT_EQ(read("<string>a &lt;&amp;&#xE9; <![CDATA[<b>]]> </string>")->string(), "a <&é <b> ");
+    EXPECT_EQ(readXML("<integer>18446744073709551615</integer>")->integer(), std::nullopt);
+    EXPECT_EQ(readXML("<integer>18446744073709551615</integer>")->number(), 18'446'744'073'709'551'615.0);
+    EXPECT_EQ(readXML("<real>0.2</real>")->number(), 0.2);
+    EXPECT_EQ(readXML("<real>+infinity</real>")->number(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(readXML("<date>2001-01-02T00:00:01Z</date>")->date(), 86'401.0);
+    EXPECT_EQ(readXML("<date>1969-12-31T23:59:59Z</date>")->date(), -978'307'201.0);
+    EXPECT_EQ(readXML("<data>\n\tAAEC\n\t/w==\n</data>")->data(), std::string_view("\0\1\2\xFF", 4));
+    EXPECT_EQ(readXML("<data/>")->data(), "");
+    EXPECT_EQ(readXML("<string>a &lt;&amp;&#xE9; <![CDATA[<b>]]> </string>")->string(), "a <&é <b> ");
 }
 
 TEST(XMLPropertyList, ReadsContainersAndReferences) {
-    const std::optional<PropertyListObject> list = read(
+    const std::optional<PropertyListObject> list = readXML(
         "<dict><key>a</key><array><integer>1</integer><dict/><array/></array><key>b</key><string/>"
         "<key>u</key><dict><key>CF$UID</key><integer>3</integer></dict><key>v</key><dict><key>CF$UID</key>"
         "<integer>-3</integer></dict><key>b</key><true/></dict>");

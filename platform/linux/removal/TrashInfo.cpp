@@ -12,7 +12,7 @@ namespace vantor::platform::linux {
 namespace {
 
 /// Undoes percent-encoding; a sign that starts none stays.
-std::string unescaped(std::string_view text) {
+std::string percentDecoded(std::string_view text) {
     std::string result;
     while (!text.empty()) {
         unsigned value = 0;
@@ -69,7 +69,7 @@ std::optional<TrashInfo> parseTrashInfo(std::string_view text) {
         std::string_view value = line->text;
         const std::string_view key = takeUntil(value, '=');
         if (key == "Path" && info.path.empty()) {
-            info.path = unescaped(value);
+            info.path = percentDecoded(value);
         } else if (key == "DeletionDate" && !hasDate) {
             hasDate = true;
             info.trashed = parseTime(value);
