@@ -41,6 +41,7 @@ void fitWithin(double shown, ApplicationProcesses& application) {
     }
     const double scale = scaleWithin(shown, sum);
     std::vector<double> parts;
+    parts.reserve(application.rows.size() + 1);
     for (const ProcessRow& row : application.rows) {
         parts.push_back(row.percent.value_or(0) * scale);
     }
