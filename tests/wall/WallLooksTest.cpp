@@ -8,6 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
 #include <clocale>
 #include <string>
 #include <string_view>
@@ -32,6 +35,16 @@ constexpr Look looks[] = {
     {"squares", "C", AppearanceChoice::light, 10'000, "role"},
     {"cards", "C", AppearanceChoice::light, 9, ""},
 };
+
+/// Which font has the letters that the one of most pictures lacks.
+QString familyFor(const QString& letter) {
+    QTextLayout layout(letter, QApplication::font());
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    return runs.isEmpty() ? QString() : runs.first().rawFont().familyName();
+}
 
 class WallLooks : public ::testing::TestWithParam<Look> {};
 
@@ -58,7 +71,9 @@ TEST_P(WallLooks, AreAsInTheDocuments) {
     ASSERT_TRUE(fleet.open("test"));
     ASSERT_EQ(writeWall(options, fleet), 0);
     tests::expectAsInDocuments(QImage(QString::fromStdString(*options.snapshot)),
-                               "wall/" + std::string(look.picture) + ".png");
+                               "wall/" + std::string(look.picture) + ".png",
+                               look.picture != std::string_view("ar") ||
+                                   familyFor(QStringLiteral("\u0628")) == QStringLiteral("DejaVu Sans"));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, WallLooks, ::testing::ValuesIn(looks),
