@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/command/AppWindow.hpp"
 
+#include "hosts/command/Display.hpp"
 #include "platform/posix/Descriptor.hpp"
-#include "platform/posix/Environment.hpp"
 
 #include <unistd.h>
 
@@ -25,9 +25,7 @@ std::string appProgram() {
 }
 
 bool canShowWindow() {
-    using platform::posix::environmentText;
-    return (!environmentText("DISPLAY").empty() || !environmentText("WAYLAND_DISPLAY").empty()) &&
-           !appProgram().empty();
+    return hasDisplay() && !appProgram().empty();
 }
 
 std::string becomeWindow(const std::string& program, const std::string& link) {

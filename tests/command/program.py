@@ -8,6 +8,7 @@ import os
 import pathlib
 import plistlib
 import shutil
+import socket
 import subprocess
 import sys
 import tempfile
@@ -171,6 +172,24 @@ with tempfile.TemporaryDirectory() as folder:
         app.chmod(0o644)
         got = run(*words, by=beside, DISPLAY=":nowhere", locale="C").stdout
         check(got.startswith(storage if "vantor://action?showStorage" in words else ram), f"without the window: {got}")
+
+    # A name that outlived its display is none. Whoever is bound and does not listen refuses, on a socket and a port.
+    app.chmod(0o755)
+    with socket.socket(socket.AF_UNIX) as local, socket.socket() as port:
+        port.bind(("127.0.0.1", 0))
+        number = port.getsockname()[1] - 6000  # such ports are far above 6000
+        local.bind(f"\0/tmp/.X11-unix/X{number}")
+        wayland = {"WAYLAND_DISPLAY": "wayland-7", "XDG_RUNTIME_DIR": str(home)}
+        dead = [{"DISPLAY": f":{number}.0"}, {"DISPLAY": f"localhost:{number}.0"}, wayland]
+        said = [run(by=beside, locale="C", **names).stdout for names in dead]
+        check(all(page.startswith(ram) for page in said), f"dead displays: {[page[:40] for page in said]}")
+        port.listen()
+        local.listen()
+        with socket.socket(socket.AF_UNIX) as screen:
+            screen.bind(str(home / "wayland-7"))
+            screen.listen()
+            said = [run(by=beside, PATH="/usr/bin", **names).stdout for names in dead]
+        check(said == ["0|"] * 3, f"displays that are served: {said}")
 
     # The trash is listed, and nothing is deleted by mistake. (Nothing here empties it: volumes have trashes of others.)
     thrown = home / ".local/share/Trash/files/old.txt"
