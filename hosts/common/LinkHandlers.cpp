@@ -7,6 +7,8 @@
 #include "platform/posix/RegularFile.hpp"
 #include "platform/posix/UserFolders.hpp"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -86,9 +88,21 @@ private:
     std::string m_text;
 };
 
+/// Whether the program that TryExec names is there; one that is looked for in a folder that may hang is.
+bool isInstalled(const std::string& program) {
+    const auto isThere = [](const std::string& path) {
+        return !isOnThisMachine(path) || ::access(path.c_str(), X_OK) == 0;
+    };
+    if (program.empty() || program.find('/') != std::string::npos) {
+        return program.empty() || isThere(program);
+    }
+    return std::ranges::any_of(absolutePaths("PATH", "/usr/local/bin:/usr/bin:/bin"),
+                               [&](const std::string& folder) { return isThere(inFolder(folder, program)); });
+}
+
 bool isProgram(const KeyFile& entry) {
     constexpr std::string_view group = "Desktop Entry";
-    return entry.value(group, "Hidden") != "true" &&
+    return entry.value(group, "Hidden") != "true" && isInstalled(entry.value(group, "TryExec")) &&
            (!entry.value(group, "Exec").empty() || entry.value(group, "DBusActivatable") == "true");
 }
 

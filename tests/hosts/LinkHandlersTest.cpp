@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace vantor::hosts::common {
 namespace {
@@ -45,6 +46,11 @@ TEST_F(Handlers, AreEntriesThatAreThere) {
     EXPECT_TRUE(have()) << "its name has the folder's in front";
     m_tree.write("mine/applications/v-a.desktop", std::string(entry) + "Hidden=true\n");
     EXPECT_FALSE(have()) << "the user has deleted it";
+    for (const auto& [program, isThere] :
+         {std::pair("sh", true), {"/bin/sh", true}, {"no such", false}, {"/no/sh", false}}) {
+        m_tree.write("mine/applications/v-a.desktop", std::string(entry) + "TryExec=" + program + '\n');
+        EXPECT_EQ(have(), isThere) << program;
+    }
 }
 
 TEST_F(Handlers, AreFoundInAFolderWithoutACache) {
