@@ -72,6 +72,14 @@ ProcessorPageSampler::Sample ProcessorPageSampler::take() const {
     return {workload.applications(platform::ListedFor::processorTime), workload.processorState(), m_clock()};
 }
 
+ProcessorPage ProcessorPageSampler::start() const {
+    ProcessorPage page;
+    page.processors.assign(m_last.state.processors.size(), 0);
+    page.state = m_last.state;
+    page.pressure = platform::currentWorkload().processorPressure();
+    return page;
+}
+
 ProcessorPage ProcessorPageSampler::page() {
     ProcessorPage page;
     Sample now = take();

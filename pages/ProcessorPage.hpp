@@ -42,6 +42,9 @@ class ProcessorPageSampler {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
     explicit ProcessorPageSampler(Clock clock = std::chrono::steady_clock::now);
+    /// What is so already, before there is an interval: loads, pressure, frequency, temperature, and how many
+    /// processors there are, none of them busy. The usage is not told, and nobody is listed.
+    [[nodiscard]] ProcessorPage start() const;
     /// What happened since the last call, or since this was made; leave a second in between, since processes
     /// without a group of their own are counted in hundredths of a second.
     [[nodiscard]] ProcessorPage page();

@@ -199,6 +199,9 @@ void AppContent::display(const Sample& sample) {
     if (sample.processorPage) {
         m_processor->display(*sample.processorPage, sample.unfolded);
     }
+    if (sample.processorStart) {
+        m_processor->displayStart(*sample.processorStart, sample.minute);
+    }
     const bool hasPage = m_page == PageKind::memory      ? sample.memoryPage.has_value()
                          : m_page == PageKind::processor ? sample.processorPage.has_value()
                                                          : true;

@@ -16,7 +16,7 @@ namespace vantor::hosts::app {
 
 namespace {
 
-constexpr std::chrono::seconds betweenSamples{2}, untilKept{1};
+constexpr std::chrono::seconds betweenSamples{2}, firstInterval{1}, untilKept{1};
 
 } // namespace
 
@@ -31,7 +31,12 @@ AppWindow::AppWindow(const Options& options)
     m_content.setParent(this);
     m_sampling.setTimerType(Qt::CoarseTimer);
     m_sampling.setInterval(betweenSamples);
-    m_sampling.callOnTimeout(this, [this] { m_content.refresh(); });
+    m_sampling.callOnTimeout(this, [this] {
+        m_content.refresh();
+        if (m_sampling.intervalAsDuration() != betweenSamples) {
+            m_sampling.setInterval(betweenSamples);
+        }
+    });
     m_keeping.setSingleShot(true);
     m_keeping.setInterval(untilKept);
     m_keeping.callOnTimeout(this, [this] { keep(); });
@@ -40,8 +45,7 @@ AppWindow::AppWindow(const Options& options)
     m_content.setPage(options.page.value_or(state ? state->page : PageKind::memory));
     m_content.setPageHandler([this](PageKind) {
         if (m_loop.isRunning()) {
-            m_content.refresh();
-            m_sampling.start();
+            startSampling();
         }
         m_keeping.start();
     });
@@ -96,8 +100,13 @@ void AppWindow::seenChanged(bool seen) {
     }
     m_loop.start();
     m_content.setSeen(true);
+    startSampling();
+}
+
+/// The processor page has rows when there is an interval, and nobody is to wait for a long one.
+void AppWindow::startSampling() {
     m_content.refresh();
-    m_sampling.start();
+    m_sampling.start(m_content.page() == PageKind::processor ? firstInterval : betweenSamples);
 }
 
 void AppWindow::turn(platform::Instant now) {

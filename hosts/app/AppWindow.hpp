@@ -37,6 +37,7 @@ protected:
 private:
     void follow(const qt::DesktopWishes& wishes);
     void seenChanged(bool seen);
+    void startSampling();
     void turn(platform::Instant now);
     void addShortcuts();
     void keep();

@@ -136,11 +136,24 @@ void ProcessorPane::displayState(const ProcessorPage& page) {
     m_head->showSentence(state.join(QStringLiteral(" · ")));
 }
 
+void ProcessorPane::displayBusy(double percent, std::size_t processors) {
+    const auto count = static_cast<double>(processors);
+    m_head->showFigure(numberText(percent / 100 * count, 1),
+                       qt::hostText(processors == 1 ? "app_OFONEPROCESSOR" : "app_OFPROCESSORS", "n",
+                                    numberText(count, 0).toStdString()));
+}
+
+void ProcessorPane::displayStart(const ProcessorPage& page, const std::vector<CpuUsage>& minute) {
+    if (!minute.empty()) {
+        displayBusy(100 - minute.back().idle, page.processors.size());
+    }
+    displayState(page);
+    m_bars->setProcessors(page.processors);
+    m_list->display({}, {}); // rows of a visit before are not of now
+}
+
 void ProcessorPane::display(const ProcessorPage& page, const Unfolded& behind) {
-    const auto count = static_cast<double>(page.processors.size());
-    m_head->showFigure(numberText(page.busy() / 100 * count, 1),
-                       qt::hostText(page.processors.size() == 1 ? "app_OFONEPROCESSOR" : "app_OFPROCESSORS",
-                                    "n", numberText(count, 0).toStdString()));
+    displayBusy(page.busy(), page.processors.size());
     displayState(page);
     m_bars->setProcessors(page.processors);
     displayApplications(page, behind);

@@ -20,6 +20,9 @@ public:
 
     /// The shares of the last minute, which are there before the page is.
     void displayMinute(const std::vector<CpuUsage>& minute) { m_sparkline->setMinute(minute); }
+    /// What is known of the page before there is an interval; how busy the processors are is the last of the
+    /// minute, where there is one.
+    void displayStart(const ProcessorPage& page, const std::vector<CpuUsage>& minute);
     /// `behind`: what is behind the applications that are unfolded.
     void display(const ProcessorPage& page, const Unfolded& behind);
     [[nodiscard]] PageHead& head() { return *m_head; }
@@ -34,6 +37,7 @@ private:
     };
     Averages addAverages(QGridLayout& grid, const char* name, const std::array<const char*, 3>& spans);
     static void displayAverages(const Averages& averages, const std::optional<std::array<QString, 3>>& texts);
+    void displayBusy(double percent, std::size_t processors);
     void displayState(const ProcessorPage& page);
     void displayApplications(const ProcessorPage& page, const Unfolded& behind);
 

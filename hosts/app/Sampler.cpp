@@ -63,6 +63,7 @@ void Sampler::Memory::sampleProcessor(Sample& sample, bool asPage) {
         usage = CpuStatus::getCpuUsage();
         if (asPage) {
             processor.emplace(clock);
+            sample.processorStart = processor->start();
         } else {
             processor.reset();
         }

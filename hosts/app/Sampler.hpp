@@ -37,7 +37,9 @@ struct Sample {
     std::vector<CpuUsage> minute;               ///< of the last minute, the oldest first
     std::optional<MemoryPage> memoryPage;       ///< only while that page is shown
     std::optional<ProcessorPage> processorPage; ///< the same; absent at first, until there is an interval
-    Unfolded unfolded;                          ///< what is behind the applications that were asked for
+    std::optional<ProcessorPage>
+        processorStart; ///< instead of it at first: what is known without an interval
+    Unfolded unfolded;  ///< what is behind the applications that were asked for
 };
 
 /// Looks at the machine on a worker: at the few figures that the rings need, and at all that the shown page

@@ -34,6 +34,10 @@ TEST(ProcessorPage, SharesAddUpToTheRing) {
                      {.name = "session", .isService = true, .processorTime = 0},
                      {.name = "shrunk", .processorTime = 5'000'000}};
     ProcessorPageSampler sampler([&now] { return now; });
+    const ProcessorPage start = sampler.start();
+    EXPECT_EQ(start.processors, std::vector<double>(4, 0));
+    EXPECT_EQ(start.state.processors, workload.state.processors);
+    EXPECT_TRUE(start.applications.empty());
     now += std::chrono::seconds(2);
     pass(300, 100);
     workload.state.processors = {{150, 150}, {700, 7}, {0, 49}, {0, 0}}; // idle time may fall
