@@ -111,6 +111,15 @@ def check_manual(name, program, page):
     compare(f"{page.name}, environment", said, read)
 
 
+def taken(name, text):
+    """The options of the command that a text begins with, and those of the program, which stand before it."""
+    path = ()
+    for word in text.split():
+        if word in trees[name][path][1]:
+            path += (word,)
+    return trees[name][path][0] | trees[name][()][0]
+
+
 def check_pages():
     """What README and docs/ say of options: a word in code that follows a program's name belongs to it, one that stands
     alone to one of them."""
@@ -119,7 +128,7 @@ def check_pages():
         text = page.read_text(encoding="utf-8")
         code = re.findall(r"`([^`\n]+)`", text) + re.findall(r"^(?: {4}|(?!```)(?=vantor))(.*)", text, re.MULTILINE)
         check_command_lines(page.name, code)
-        said = [(words, known[name]) for name, words in re.findall(r"(?<![\w./-])(vantor(?:-[a-z]+)?) ([^`|\n]*)", text)
+        said = [(words, taken(name, words)) for name, words in re.findall(r"(?<![\w./-])(vantor(?:-[a-z]+)?) ([^`|\n]*)", text)
                 if name in known]
         if len(known) == len(list(packaging.rglob("*.1"))):  # no program was left out of the build
             said += [(words, everything) for words in re.findall(r"`(--[^`\n]*)`", text)]
